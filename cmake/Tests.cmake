@@ -1,0 +1,27 @@
+# corvin_test(<name> [SOURCES <file>...] [USES <target>...] [LABELS <label>...] [TIMEOUT <seconds>] [RUN_SERIAL])
+#
+# One QtTest executable, <name>.cpp, registered with CTest. It runs without a display, in a UTF-8 locale, and with
+# settings, data and temporary files in a folder of its own below the build tree.
+function(corvin_test name)
+  cmake_parse_arguments(ARG "RUN_SERIAL" "TIMEOUT" "SOURCES;USES;LABELS" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE corvin_flags ${ARG_USES} corvin_testsupport Qt5::Test)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set(home ${CMAKE_BINARY_DIR}/testhome/${name})
+  file(MAKE_DIRECTORY ${home}/tmp ${home}/config ${home}/data ${home}/cache)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(
+    ${name}
+    PROPERTIES
+      ENVIRONMENT
+      "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;HOME=${home};TMPDIR=${home}/tmp;XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;CORVIN_VOLUMES="
+      TIMEOUT ${ARG_TIMEOUT}
+      SKIP_REGULAR_EXPRESSION "SKIPPED WHOLE:"
+      LABELS "${ARG_LABELS}")
+  if(ARG_RUN_SERIAL)
+    set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)
+  endif()
+endfunction()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QList>
+#include <QMessageBox>
+#include <QString>
+
+class QWidget;
+
+/// One button of a question: the standard button (its role decides the place on the screen) and the text it shows.
+struct QuestionButton
+{
+    QMessageBox::StandardButton button;
+    QString text;
+};
+
+/// What a question box shows and how it may be answered.
+struct Question
+{
+    QString title;
+    QString text;
+    QList<QuestionButton> buttons; ///< in the order they are added
+    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton; ///< the one that Enter presses
+    /// What Escape and the box's own close button mean. NoButton leaves it to Qt's own rule.
+    QMessageBox::StandardButton escapeButton = QMessageBox::NoButton;
+};
+
+/// Asks a modal question with relabelled buttons and returns the standard button that was pressed.
+/// @p parent may be null: the box is then a top-level dialog. Events are processed while the box is open.
+QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question);

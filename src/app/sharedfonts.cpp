@@ -1,0 +1,45 @@
+#include "sharedfonts.h"
+
+#include <QDirIterator>
+#include <QFontDatabase>
+
+namespace {
+
+const QString kTextFamily = QStringLiteral("Helvetica");
+const QString kTitleFamily = QStringLiteral("Bebas Neue");
+
+QFont makeFont(const QString &family, int points, QFont::Weight weight)
+{
+    QFont font(family, points, weight);
+    font.setItalic(false);
+    return font;
+}
+
+} // namespace
+
+void registerEmbeddedFonts()
+{
+    QDirIterator files(QStringLiteral(":/fonts/"));
+    while (files.hasNext()) {
+        const QString path = files.next();
+        const int id = QFontDatabase::addApplicationFont(path);
+        const QString &wanted = path.endsWith(QLatin1String(".ttf")) ? kTextFamily : kTitleFamily;
+        const QStringList families = QFontDatabase::applicationFontFamilies(id);
+        for (const QString &family : families) {
+            // The free files carry family names of their own; the program and its forms ask for the historic ones.
+            if (family != wanted)
+                QFont::insertSubstitution(wanted, family);
+        }
+    }
+}
+
+const SharedFonts &sharedFonts()
+{
+    static const SharedFonts fonts = {
+        makeFont(kTextFamily, 10, QFont::Normal),  makeFont(kTextFamily, 10, QFont::Bold),
+        makeFont(kTextFamily, 11, QFont::Normal),  makeFont(kTextFamily, 11, QFont::Bold),
+        makeFont(kTextFamily, 13, QFont::Normal),  makeFont(kTitleFamily, 14, QFont::Normal),
+        makeFont(kTitleFamily, 18, QFont::Normal), makeFont(kTitleFamily, 22, QFont::Normal),
+    };
+    return fonts;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+
+/// Writes everything that the system still holds in its caches for the volume under @p path (any existing path on it,
+/// forward slashes) to the medium, and waits until it is there. Called before any text that tells the user to unplug.
+/// Returns false when the volume is gone or the system refuses.
+bool flushVolume(const QString &path);

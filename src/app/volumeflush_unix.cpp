@@ -1,0 +1,16 @@
+#include "volumeflush.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+bool flushVolume(const QString &path)
+{
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (folder < 0)
+        return false;
+    const bool flushed = ::syncfs(folder) == 0;
+    ::close(folder);
+    return flushed;
+}

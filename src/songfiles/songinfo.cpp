@@ -1,0 +1,3 @@
+#include "songinfo.h"
+
+void SongInfo::clear() { *this = SongInfo(); }

@@ -1,0 +1,53 @@
+#include "logcapture.h"
+
+namespace {
+LogCapture *g_current = nullptr;
+}
+
+LogCapture::LogCapture()
+{
+    Q_ASSERT(!g_current);
+    g_current = this;
+    m_previous = qInstallMessageHandler(&LogCapture::handle);
+}
+
+LogCapture::~LogCapture()
+{
+    qInstallMessageHandler(m_previous);
+    g_current = nullptr;
+}
+
+QStringList LogCapture::texts() const
+{
+    QStringList texts;
+    texts.reserve(m_lines.size());
+    for (const Line &line : m_lines)
+        texts.append(line.text);
+    return texts;
+}
+
+QStringList LogCapture::textsStartingWith(const QString &prefix) const
+{
+    QStringList found;
+    for (const Line &line : m_lines) {
+        if (line.text.startsWith(prefix))
+            found.append(line.text);
+    }
+    return found;
+}
+
+bool LogCapture::contains(QtMsgType type, const QString &text) const
+{
+    for (const Line &line : m_lines) {
+        if (line.type == type && line.text == text)
+            return true;
+    }
+    return false;
+}
+
+void LogCapture::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    g_current->m_lines.append({type, text});
+    if (type == QtFatalMsg && g_current->m_previous)
+        g_current->m_previous(type, context, text);
+}
