@@ -1,3 +1,6 @@
 #include "songinfo.h"
 
-void SongInfo::clear() { *this = SongInfo(); }
+void SongInfo::clear()
+{
+    *this = SongInfo();
+}

@@ -10,8 +10,14 @@ struct SongMarker
     QString text;
 };
 
-inline bool operator==(const SongMarker &a, const SongMarker &b) { return a.bar == b.bar && a.text == b.text; }
-inline bool operator!=(const SongMarker &a, const SongMarker &b) { return !(a == b); }
+inline bool operator==(const SongMarker &a, const SongMarker &b)
+{
+    return a.bar == b.bar && a.text == b.text;
+}
+inline bool operator!=(const SongMarker &a, const SongMarker &b)
+{
+    return !(a == b);
+}
 
 /// What the program knows of a song, whatever its format. A plain value, copied freely.
 struct SongInfo
@@ -35,7 +41,8 @@ struct SongInfo
 };
 
 /// What kind of song a MetaSong holds.
-enum SongFormat : int {
+enum SongFormat : int
+{
     UnknownFormat = 0, ///< nothing loaded, or not recognised
     Midi0Format = 1,   ///< standard MIDI file whose header format word is 0
     Midi1Format = 2,   ///< standard MIDI file whose header format word is not 0

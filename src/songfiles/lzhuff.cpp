@@ -1,0 +1,200 @@
+#include "lzhuff.h"
+
+#include "bitstream.h"
+#include "huffmantree.h"
+#include "matchtree.h"
+#include "positioncodes.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace {
+
+const int kRingSize = MatchTree::kRingSize;
+const int kRingMask = kRingSize - 1;
+const quint8 kBlank = 0x20;
+
+const int kLookAhead = 29;
+const int kThreshold = 2; ///< a match is coded only when it is longer
+const int kByteSymbols = 256;
+const int kLengthSymbolBase = kByteSymbols - kThreshold - 1; ///< symbol of a match less its length
+const int kPositionLowBits = 6;
+const unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
+
+const int kSizeBytes = 4;
+const quint32 kMostBytes = 500000;
+const unsigned kMissingByte = 0xFF;
+const int kByteBits = 8;
+const int kRulerLength = 69;
+
+int symbolsFor(int lookAhead)
+{
+    return kByteSymbols + lookAhead - kThreshold;
+}
+
+quint32 statedSize(const QByteArray &input)
+{
+    quint32 size = 0;
+    for (int i = 0; i < kSizeBytes; ++i) {
+        // Deliberate: a size that is cut off is read as huge, and so refused.
+        const quint32 byte = i < input.size() ? ByteView::byteAt(input, i) : kMissingByte;
+        size |= byte << (i * kByteBits);
+    }
+    return size;
+}
+
+void logWrongSize(quint32 size)
+{
+    const QByteArray ruler(kRulerLength, '=');
+    qDebug() << ruler.constData();
+    qDebug() << "WARNING: skipping file, compressed stream corrupted/wrong size !!!";
+    qDebug() << "Text size: " << size;
+    qDebug() << ruler.constData();
+    qDebug() << "Expand: ERROR";
+}
+
+} // namespace
+
+struct LzHuff::Storage
+{
+    // The spare bytes repeat the start of the ring, so that a text can be compared across its end.
+    std::vector<quint8> ring = std::vector<quint8>(kRingSize + kMostLookAhead - 1);
+    HuffmanTree symbols = HuffmanTree(symbolsFor(kMostLookAhead));
+    MatchTree matches = MatchTree(ring);
+    PositionCodes positions;
+
+    quint8 &at(int position) { return ring[static_cast<std::size_t>(position)]; }
+};
+
+LzHuff::LzHuff() : m_storage(std::make_unique<Storage>()) {}
+
+LzHuff::~LzHuff() = default;
+
+bool LzHuff::expand(const QByteArray &input, QByteArray &output)
+{
+    output.clear();
+    const quint32 size = statedSize(input);
+    if (size > kMostBytes) {
+        logWrongSize(size);
+        return false;
+    }
+    if (size == 0)
+        return false; // Deliberate: a song without content is a failure, and nobody is told.
+    decode(input, kSizeBytes, static_cast<int>(size), kLookAhead, output);
+    return true;
+}
+
+void LzHuff::compress(const QByteArray &input, QByteArray &output)
+{
+    output.clear();
+    for (int i = 0; i < kSizeBytes; ++i)
+        output.append(static_cast<char>(static_cast<quint32>(input.size()) >> (i * kByteBits)));
+    if (!input.isEmpty())
+        encode(input, kLookAhead, output);
+    qDebug() << "Compress: " << input.size() << " --> " << output.size();
+}
+
+void LzHuff::start(int lookAhead)
+{
+    m_storage->symbols.start(symbolsFor(lookAhead));
+    std::fill(m_storage->ring.begin(), m_storage->ring.end(), quint8(0));
+    std::fill_n(m_storage->ring.begin(), kRingSize - lookAhead, kBlank);
+}
+
+void LzHuff::encode(const QByteArray &input, int lookAhead, QByteArray &output)
+{
+    start(lookAhead);
+    Storage &storage = *m_storage;
+    storage.matches.start(lookAhead);
+    BitWriter writer(output);
+
+    int oldest = 0;                                // place in the ring of the byte that goes next
+    int current = kRingSize - lookAhead;           // place of the next byte to code
+    int remaining = qMin(lookAhead, input.size()); // bytes of the input that wait in the ring
+    int taken = remaining;
+    std::copy_n(input.cbegin(), remaining, storage.ring.begin() + current);
+    for (int back = 1; back <= lookAhead; ++back)
+        storage.matches.insert(current - back);
+    storage.matches.insert(current);
+
+    while (remaining > 0) {
+        int matchLength = 0;
+        encodeStep(matchLength, current, remaining, writer);
+        for (int i = 0; i < matchLength; ++i) {
+            storage.matches.remove(oldest);
+            if (taken < input.size()) {
+                const auto byte = static_cast<quint8>(input.at(taken++));
+                storage.at(oldest) = byte;
+                if (oldest < lookAhead - 1)
+                    storage.at(oldest + kRingSize) = byte;
+            } else {
+                --remaining;
+            }
+            oldest = (oldest + 1) & kRingMask;
+            current = (current + 1) & kRingMask;
+            if (remaining > 0)
+                storage.matches.insert(current);
+        }
+    }
+    writer.flush();
+}
+
+void LzHuff::encodeStep(int &matchLength, int position, int remaining, BitWriter &writer)
+{
+    // Behind the last byte of the input the ring holds old text: a match may not reach into it.
+    matchLength = qMin(m_storage->matches.matchLength(), remaining);
+    if (matchLength <= kThreshold) {
+        // Deliberate: the match counts as one byte long even where two bytes were found.
+        matchLength = 1;
+        m_storage->symbols.encode(m_storage->at(position), writer);
+        return;
+    }
+    m_storage->symbols.encode(kLengthSymbolBase + matchLength, writer);
+    encodePosition(m_storage->matches.matchPosition(), writer);
+}
+
+void LzHuff::encodePosition(int position, BitWriter &writer)
+{
+    const auto upper = static_cast<std::size_t>(position >> kPositionLowBits);
+    const int length = m_storage->positions.length.at(upper);
+    writer.putBits(unsigned(m_storage->positions.code.at(upper)) >> (kByteBits - length), length);
+    writer.putBits(static_cast<unsigned>(position) & kPositionLowMask, kPositionLowBits);
+}
+
+void LzHuff::decode(const QByteArray &input, int offset, int size, int lookAhead, QByteArray &output)
+{
+    start(lookAhead);
+    BitReader reader(input, offset);
+    output.reserve(output.size() + size);
+    int current = kRingSize - lookAhead;
+    int wanted = size;
+    const auto write = [&](quint8 byte) {
+        output.append(static_cast<char>(byte));
+        m_storage->at(current) = byte;
+        current = (current + 1) & kRingMask;
+        --wanted;
+    };
+    while (wanted > 0) {
+        const int symbol = m_storage->symbols.decode(reader);
+        if (symbol < kByteSymbols) {
+            write(static_cast<quint8>(symbol));
+            continue;
+        }
+        int source = (current - decodePosition(reader) - 1) & kRingMask;
+        for (int left = qMin(symbol - kLengthSymbolBase, wanted); left > 0; --left) {
+            write(m_storage->at(source));
+            source = (source + 1) & kRingMask;
+        }
+    }
+}
+
+int LzHuff::decodePosition(BitReader &reader) const
+{
+    // A code is at most a byte long: what of that byte lies behind the code already belongs to the lower bits.
+    const unsigned first = reader.bits(kByteBits);
+    const int length = m_storage->positions.decodedLength.at(first);
+    const int missing = kPositionLowBits - (kByteBits - length);
+    const unsigned low = ((first << missing) | reader.bits(missing)) & kPositionLowMask;
+    return (m_storage->positions.decodedUpper.at(first) << kPositionLowBits) | static_cast<int>(low);
+}

@@ -1,0 +1,197 @@
+#include "metasong.h"
+
+#include "lzhuff.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QLatin1Char>
+
+namespace {
+
+// A larger file is no song; it is left alone instead of being taken into memory.
+constexpr qint64 kMostMidiBytes = qint64(256) * 1024 * 1024;
+// More than a stream of the largest song can need: what lies behind it is never decoded.
+constexpr qint64 kMostCompressedBytes = qint64(16) * 1024 * 1024;
+
+constexpr int kTrackHeadBytes = 8;
+constexpr int kMf4ExtraBytes = 3;
+
+bool startsLikeMp3(const QByteArray &bytes)
+{
+    // Deliberate: the byte is compared with its sign, so that 0x00 to 0x7F pass as well as 0xF3 to 0xFF.
+    constexpr signed char kLeastSecondByte = -13;
+    if (bytes.startsWith("ID3") || bytes.startsWith(QByteArray(2, '\0')))
+        return true;
+    return bytes.at(0) == '\xFF' && static_cast<signed char>(bytes.at(1)) >= kLeastSecondByte;
+}
+
+const char *yesNo(bool value)
+{
+    return value ? "true" : "false";
+}
+
+} // namespace
+
+int mf4ExtraBytesOffset(const QByteArray &stream)
+{
+    const int track = stream.indexOf("MTrk");
+    return track < 0 ? -1 : track + kTrackHeadBytes;
+}
+
+QString MetaSong::formatName(int code)
+{
+    switch (code) {
+    case Midi0Format:
+    case Midi1Format:
+        return QStringLiteral("MIDI");
+    case Mf3Format:
+        return QStringLiteral("MF3");
+    case Mf4Format:
+        return QStringLiteral("MF4");
+    case Mf5Format:
+        return QStringLiteral("MF5");
+    case Mp3Format:
+        return QStringLiteral("MP3");
+    default:
+        return QStringLiteral("UNKNOWN");
+    }
+}
+
+bool MetaSong::importFile(const QString &path)
+{
+    constexpr int kMagicBytes = 4;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray magic = file.peek(kMagicBytes);
+    if (magic.size() < kMagicBytes)
+        return false;
+    const int version = MfxHeader::versionOf(magic);
+    if (version != 0)
+        return importMfx(file, version);
+    if (magic == "MThd")
+        return importMidi(file);
+    if (path.endsWith(QLatin1String("MP3"), Qt::CaseInsensitive) && startsLikeMp3(magic))
+        return importMp3(file);
+    return false;
+}
+
+bool MetaSong::importMfx(QFile &file, int version)
+{
+    if (!m_header.setHeader(file.read(MfxHeader::sizeOfVersion(version))))
+        return false;
+    const QByteArray compressed = file.read(kMostCompressedBytes);
+    file.close();
+    QByteArray stream;
+    LzHuff codec;
+    if (!codec.expand(compressed, stream)) {
+        qDebug() << "[MetaSong::importFile] LzHuff Expand filed, skipping file";
+        return false;
+    }
+    const int extra = mf4ExtraBytesOffset(stream);
+    // Deliberate: the track's length field never counts these bytes, neither here nor when they are put back.
+    if (version == Mf4Format && extra >= 0)
+        stream.remove(extra, kMf4ExtraBytes);
+    if (!m_midi.load(stream)) {
+        qDebug() << "[MetaSong::importFile] MidiStream corrupted, skipping file";
+        return false;
+    }
+    m_format = version;
+    return true;
+}
+
+bool MetaSong::importMidi(QFile &file)
+{
+    if (file.size() > kMostMidiBytes || !m_midi.load(file.readAll())) {
+        qDebug() << "[MetaSong::importFile] MidiStream corrupted, skipping file";
+        return false;
+    }
+    m_format = m_midi.formatCode();
+    return true;
+}
+
+bool MetaSong::importMp3(QFile &file)
+{
+    // The player's disk is slow and there are many songs: only the tag is read.
+    const int needed = Id3Tag::bytesNeeded(file.peek(Id3Tag::kHeaderSize));
+    if (!m_tag.load(file.read(needed)))
+        return false;
+    m_format = m_tag.formatCode();
+    return true;
+}
+
+void MetaSong::getSongInfo(SongInfo &info) const
+{
+    info.clear();
+    info.format = formatName(m_format);
+    if (isMidi())
+        getMidiInfo(info);
+    else if (isMfx())
+        getMfxInfo(info);
+    else if (m_format == Mp3Format)
+        getMp3Info(info);
+}
+
+void MetaSong::getMidiInfo(SongInfo &info) const
+{
+    info.title = m_midi.title();
+    info.artist = m_midi.artist();
+    info.author = m_midi.author();
+    info.genre = m_midi.genre();
+    info.key = m_midi.key();
+    m_midi.markers(info.markers, false);
+    info.isQArte = m_midi.isQArte();
+    info.length = m_midi.length();
+    info.userBpm = m_midi.bpm();
+}
+
+void MetaSong::getMfxInfo(SongInfo &info) const
+{
+    info.title = m_header.title();
+    info.artist = m_header.artist();
+    info.author = m_header.author();
+    info.genre = m_header.genre();
+    info.key = m_midi.key();
+    m_midi.markers(info.markers, false);
+    info.isQArte = true;
+    info.length = m_midi.length();
+    info.userBpm = m_header.bpm();
+    info.MfxLongName = m_header.longName();
+    info.MfxFlags = m_header.flags();
+}
+
+void MetaSong::getMp3Info(SongInfo &info) const
+{
+    info.title = m_tag.title();
+    info.artist = m_tag.artist();
+    info.author = m_tag.author();
+    info.genre = m_tag.genre();
+    info.key = m_tag.key();
+    info.isQArte = m_tag.isQArte();
+    info.length = m_tag.length();
+    info.userBpm = m_tag.bpm();
+}
+
+void MetaSong::dumpInfo(const SongInfo &info) const
+{
+    constexpr int kHex = 16;
+    qDebug() << "Dump Info song ----------------------------------------------";
+    qDebug() << "Format     :" << info.format;
+    qDebug() << "Filename   :" << info.filename;
+    qDebug() << "Is Q-Arte  :" << yesNo(info.isQArte);
+    qDebug() << "Title      :" << info.title;
+    qDebug() << "Artist     :" << info.artist;
+    qDebug() << "Genre      :" << info.genre;
+    qDebug() << "Author     :" << info.author;
+    qDebug() << "Length     :" << info.length;
+    qDebug() << "userBpm    :" << info.userBpm;
+    qDebug() << "Key        :" << info.key;
+    qDebug() << "Markers:";
+    for (const SongMarker &marker : info.markers)
+        qDebug() << "  bar:" << marker.bar << "  text:" << marker.text;
+    if (info.markers.isEmpty())
+        qDebug() << "NO Markers";
+    qDebug() << "MfxLongName:" << info.MfxLongName;
+    qDebug().noquote() << "MfxFlags   :" << QStringLiteral("0x%1").arg(int(info.MfxFlags), 2, kHex, QLatin1Char('0'));
+    qDebug() << "Dump END ----------------------------------------------------";
+}

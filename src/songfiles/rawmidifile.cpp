@@ -1,0 +1,229 @@
+#include "rawmidifile.h"
+
+#include "byteview.h"
+#include "midievents.h"
+
+#include <QDebug>
+
+#include <limits>
+
+using namespace MidiEvents;
+
+namespace {
+
+const int kSmallestFile = 22;
+const int kFormatWordOffset = 8;
+const int kTrackCountOffset = 10;
+const int kChunkNameBytes = 4;
+const int kChunkHeadBytes = 8;
+const int kHexDigits = 2;
+const int kHexBase = 16;
+
+quint16 wordAt(const QByteArray &bytes, int offset)
+{
+    return static_cast<quint16>((ByteView::byteAt(bytes, offset) << kByteBits) | ByteView::byteAt(bytes, offset + 1));
+}
+
+QString hexByte(int byte)
+{
+    return QStringLiteral("%1").arg(byte, kHexDigits, kHexBase, QLatin1Char('0'));
+}
+
+} // namespace
+
+bool RawMidiFile::load(const QByteArray &bytes)
+{
+    if (bytes.size() < kSmallestFile || !bytes.startsWith("MThd"))
+        return false;
+    const int track = bytes.indexOf("MTrk", 1);
+    if (track < 0)
+        return false;
+    m_data = bytes;
+    m_formatCode = wordAt(bytes, kFormatWordOffset) == 0 ? Midi0Format : Midi1Format;
+    m_trackCount = wordAt(bytes, kTrackCountOffset);
+    m_trackLengthOffset = track + kChunkNameBytes;
+    m_trackDataStart = track + kChunkHeadBytes;
+    const quint32 high = wordAt(bytes, m_trackLengthOffset);
+    m_trackLength = static_cast<qint32>((high << (2 * kByteBits)) | wordAt(bytes, m_trackLengthOffset + 2));
+    return true;
+}
+
+QString RawMidiFile::title() const
+{
+    return standardText(kTrackName);
+}
+
+QString RawMidiFile::genre() const
+{
+    return ownText(kGenreTag);
+}
+
+QString RawMidiFile::artist() const
+{
+    return ownText(kArtistTag);
+}
+
+QString RawMidiFile::author() const
+{
+    return ownText(kAuthorTag);
+}
+
+qint32 RawMidiFile::length() const
+{
+    return ownNumber(kLengthTag);
+}
+
+qint32 RawMidiFile::bpm() const
+{
+    return ownNumber(kBpmTag);
+}
+
+QString RawMidiFile::key() const
+{
+    QString name;
+    extractKey(name);
+    return name;
+}
+
+bool RawMidiFile::isQArte() const
+{
+    const QString copyright = standardText(kCopyright).toUpper();
+    return copyright.contains(QLatin1String("Q-ARTE")) || copyright.contains(QLatin1String("MIDISOFT"));
+}
+
+qint32 RawMidiFile::markers(QList<SongMarker> &list, bool firstOnly) const
+{
+    list.clear();
+    const qint32 first = ownMarkers(list, firstOnly);
+    if (first < 0)
+        standardMarkers(list, firstOnly);
+    return first;
+}
+
+qint32 RawMidiFile::ownMarkers(QList<SongMarker> &list, bool firstOnly) const
+{
+    const int first = findOwn(kMarkerTag, m_trackDataStart);
+    for (int at = first; at >= 0; at = findOwn(kMarkerTag, at + 1)) {
+        SongMarker marker;
+        marker.bar = wordAt(m_data, at + kPayloadOffset);
+        marker.text =
+            ByteView::textAt(m_data, at + kPayloadOffset + kBarBytes, eventLength(at) - kTagBytes - kBarBytes);
+        list.append(marker);
+        if (firstOnly)
+            break;
+    }
+    return first;
+}
+
+void RawMidiFile::standardMarkers(QList<SongMarker> &list, bool firstOnly) const
+{
+    for (int at = findStandard(kMarker, m_trackDataStart); at >= 0; at = findStandard(kMarker, at + 1)) {
+        SongMarker marker;
+        marker.text = standardTextAt(at);
+        list.append(marker);
+        if (firstOnly)
+            break;
+    }
+}
+
+qint32 RawMidiFile::extractKey(QString &name) const
+{
+    name.clear();
+    const int at = findStandard(kKeySignature, m_trackDataStart);
+    if (at < 0)
+        return -1;
+    const quint16 code = wordAt(m_data, at + kContentOffset);
+    name = m_keys.name(code);
+    if (name.isEmpty()) {
+        const int byteMask = std::numeric_limits<quint8>::max();
+        // Deliberate: small hexadecimal digits for sf, capital ones for mi.
+        const QString unknown = QStringLiteral("[sf=") + hexByte(code >> kByteBits) + QStringLiteral("|mi=") +
+                                hexByte(code & byteMask).toUpper() + QLatin1Char(']');
+        qDebug() << "[RawMidiFile::extractKey] WARNING: unknown key metaevent" << unknown << "in MIDI file.";
+    }
+    return at;
+}
+
+bool RawMidiFile::hasTitle() const
+{
+    return hasStandard(kTrackName);
+}
+
+bool RawMidiFile::hasGenre() const
+{
+    return hasOwn(kGenreTag);
+}
+
+bool RawMidiFile::hasArtist() const
+{
+    return hasOwn(kArtistTag);
+}
+
+bool RawMidiFile::hasAuthor() const
+{
+    return hasOwn(kAuthorTag);
+}
+
+bool RawMidiFile::hasLength() const
+{
+    return hasOwn(kLengthTag);
+}
+
+bool RawMidiFile::hasBpm() const
+{
+    return hasOwn(kBpmTag);
+}
+
+bool RawMidiFile::hasKey() const
+{
+    return hasStandard(kKeySignature);
+}
+
+bool RawMidiFile::hasMarkers() const
+{
+    return hasOwn(kMarkerTag);
+}
+
+/// The length byte, taken as signed, of the event whose FF byte stands at @p offset.
+int RawMidiFile::eventLength(int offset) const
+{
+    return static_cast<qint8>(ByteView::byteAt(m_data, offset + kLengthOffset));
+}
+
+int RawMidiFile::findStandard(quint8 type, int from) const
+{
+    const char pattern[] = {static_cast<char>(kMeta), static_cast<char>(type)};
+    return m_data.indexOf(QByteArray::fromRawData(pattern, sizeof pattern), from);
+}
+
+int RawMidiFile::findOwn(quint8 tag, int from) const
+{
+    int at = findStandard(kOwn, from);
+    while (at >= 0 && ByteView::byteAt(m_data, at + kContentOffset) != tag)
+        at = findStandard(kOwn, at + 1);
+    return at;
+}
+
+QString RawMidiFile::standardText(quint8 type) const
+{
+    const int at = findStandard(type, m_trackDataStart);
+    return at < 0 ? QString() : standardTextAt(at);
+}
+
+QString RawMidiFile::standardTextAt(int offset) const
+{
+    return ByteView::textAt(m_data, offset + kContentOffset, eventLength(offset));
+}
+
+QString RawMidiFile::ownText(quint8 tag) const
+{
+    const int at = findOwn(tag, m_trackDataStart);
+    return at < 0 ? QString() : ByteView::textAt(m_data, at + kPayloadOffset, eventLength(at) - kTagBytes);
+}
+
+qint32 RawMidiFile::ownNumber(quint8 tag) const
+{
+    bool isNumber = false;
+    const qint32 number = ownText(tag).toInt(&isNumber);
+    return isNumber ? qMax(number, 0) : 0;
+}
