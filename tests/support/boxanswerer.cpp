@@ -7,7 +7,10 @@
 
 namespace {
 
-QString plain(QString buttonText) { return buttonText.remove(QLatin1Char('&')); }
+QString plain(QString buttonText)
+{
+    return buttonText.remove(QLatin1Char('&'));
+}
 
 QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text)
 {
@@ -19,11 +22,17 @@ QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text)
     return nullptr;
 }
 
-void fail(const QString &why) { QTest::qFail(qPrintable(why), __FILE__, __LINE__); }
+void fail(const QString &why)
+{
+    QTest::qFail(qPrintable(why), __FILE__, __LINE__);
+}
 
 } // namespace
 
-BoxAnswerer::BoxAnswerer() { qApp->installEventFilter(this); }
+BoxAnswerer::BoxAnswerer()
+{
+    qApp->installEventFilter(this);
+}
 
 BoxAnswerer::~BoxAnswerer()
 {
@@ -96,9 +105,10 @@ void BoxAnswerer::handle(const QPointer<QMessageBox> &box)
             return;
         }
     }
-    fail(QStringLiteral("Unexpected box \"%1\": \"%2\" [%3]%4")
-             .arg(seen.title, seen.text, seen.buttons.join(QLatin1Char('|')),
-                  m_expected.isEmpty() ? QString() : QStringLiteral(", expected \"%1\"").arg(m_expected.first().title)));
+    fail(
+        QStringLiteral("Unexpected box \"%1\": \"%2\" [%3]%4")
+            .arg(seen.title, seen.text, seen.buttons.join(QLatin1Char('|')),
+                 m_expected.isEmpty() ? QString() : QStringLiteral(", expected \"%1\"").arg(m_expected.first().title)));
     box->done(0);
 }
 

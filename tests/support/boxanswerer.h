@@ -50,7 +50,12 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum class Means { Button, Key, Close };
+    enum class Means
+    {
+        Button,
+        Key,
+        Close
+    };
     struct Answer
     {
         QString title;

@@ -18,12 +18,21 @@ SimulatedPlayer::SimulatedPlayer(const QString &label)
     connect();
 }
 
-SimulatedPlayer::~SimulatedPlayer() { disconnect(); }
+SimulatedPlayer::~SimulatedPlayer()
+{
+    disconnect();
+}
 
-void SimulatedPlayer::connect() { qputenv(kVolumes, QFile::encodeName(m_dir.path())); }
+void SimulatedPlayer::connect()
+{
+    qputenv(kVolumes, QFile::encodeName(m_dir.path()));
+}
 
 // An empty folder list still means "these and no mounted volumes": the tests never see a disk of the machine.
-void SimulatedPlayer::disconnect() { qputenv(kVolumes, "/nonexistent"); }
+void SimulatedPlayer::disconnect()
+{
+    qputenv(kVolumes, "/nonexistent");
+}
 
 QString SimulatedPlayer::addFile(const QString &relative, const QByteArray &content)
 {
@@ -48,7 +57,10 @@ void SimulatedPlayer::addSystemFiles()
     addFile(QStringLiteral("System/GuiProc/GuiProc.exe"), "MZ");
 }
 
-bool SimulatedPlayer::exists(const QString &relative) const { return QFileInfo::exists(path(relative)); }
+bool SimulatedPlayer::exists(const QString &relative) const
+{
+    return QFileInfo::exists(path(relative));
+}
 
 QByteArray SimulatedPlayer::content(const QString &relative) const
 {
