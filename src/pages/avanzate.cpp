@@ -1,0 +1,86 @@
+#include "avanzate.h"
+
+#include "ui_avanzate.h"
+
+#include "app/sharedfonts.h"
+#include "devicepresent.h"
+
+#include <QDebug>
+#include <QEvent>
+
+Avanzate::Avanzate(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Avanzate>())
+{
+    ui->setupUi(this);
+    const QFont &font = sharedFonts().fontTitle18;
+    ui->labelDescr->setFont(font);
+    ui->pushBtnUpdate->setFont(font);
+    ui->pushBtnBackup->setFont(font);
+    ui->pushBtnRestore->setFont(font);
+    ui->pushBtnInstall->setFont(font);
+    ui->pushBtnInstallAndClean->setFont(font);
+    ui->pushBtnInstallAndRestore->setFont(font);
+    ui->pushBtnBack->setFont(font);
+    hide();
+}
+
+Avanzate::~Avanzate() = default;
+
+void Avanzate::on_pushBtnUpdate_clicked()
+{
+    runOperation("updateCorvinWithLastRelease", &Avanzate::updateCorvinWithLastRelease);
+}
+
+void Avanzate::on_pushBtnBackup_clicked()
+{
+    runOperation("makeSecurityCopyOfSongs", &Avanzate::makeSecurityCopyOfSongs);
+}
+
+void Avanzate::on_pushBtnRestore_clicked()
+{
+    runOperation("restoreSecurityCopyOfSongs", &Avanzate::restoreSecurityCopyOfSongs);
+}
+
+void Avanzate::on_pushBtnInstall_clicked()
+{
+    runOperation("reinstallOpSysOnly", &Avanzate::reinstallOpSysOnly);
+}
+
+void Avanzate::on_pushBtnInstallAndClean_clicked()
+{
+    runOperation("reinstallOpSysAndCleanSongs", &Avanzate::reinstallOpSysAndCleanSongs);
+}
+
+void Avanzate::on_pushBtnInstallAndRestore_clicked()
+{
+    runOperation("reinstallOpSysAndRestoreSongs", &Avanzate::reinstallOpSysAndRestoreSongs);
+}
+
+void Avanzate::on_pushBtnBack_clicked()
+{
+    emit backFromAvanzateToFirstMenu();
+}
+
+/// @p name is the operation's signal as the log writes it.
+void Avanzate::runOperation(const char *name, Operation operation)
+{
+    if (!isDevicePresent())
+        return;
+    qInfo() << "Avanzate : START" << name;
+    ui->pushBtnBack->setEnabled(false);
+    emit(this->*operation)();
+    ui->pushBtnBack->setEnabled(true);
+    qInfo() << "Avanzate : END" << name;
+}
+
+bool Avanzate::isDevicePresent()
+{
+    return checkDevicePresent(m_deviceLocator, this, tr("Corvin4 non collegato"),
+                              tr("Ricollega Corvin4 alla porta USB"));
+}
+
+void Avanzate::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        ui->retranslateUi(this);
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,141 @@
+#include "check.h"
+
+#include "ui_check.h"
+
+#include "app/sharedfonts.h"
+#include "app/waitms.h"
+
+#include <QEvent>
+#include <QFile>
+#include <QMessageBox>
+#include <QPixmap>
+
+namespace {
+
+constexpr int kProgressMin = 0;
+constexpr int kProgressMax = 100;
+constexpr int kProgressStepMs = 10;
+
+/// All of them are looked for, even when the first is missing already.
+bool areSystemFilesPresent(const QString &deviceRoot)
+{
+    const bool startScript = QFile::exists(deviceRoot + QLatin1String("AUTOEXEC.BAT"));
+    const bool mainProgram = QFile::exists(deviceRoot + QLatin1String("System/Corvin/Corvin.exe"));
+    const bool interfaceProcess = QFile::exists(deviceRoot + QLatin1String("System/GuiProc/GuiProc.exe"));
+    return startScript && mainProgram && interfaceProcess;
+}
+
+} // namespace
+
+Check::Check(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Check>())
+{
+    ui->setupUi(this);
+    // A plain QWidget subclass paints the ground of its style sheet only when told to.
+    setAttribute(Qt::WA_StyledBackground);
+    ui->label_titolo->setFont(sharedFonts().fontTitle22);
+    ui->label_descr->setFont(sharedFonts().fontTitle18);
+    ui->pushButton->setFont(sharedFonts().fontTitle18);
+    showTexts();
+    hide();
+}
+
+Check::~Check() = default;
+
+void Check::runCheck(const QString &deviceRoot)
+{
+    enter(Stage::Running);
+    ui->label_titolo->show();
+    ui->label_descr->hide();
+    ui->pushButton->hide();
+
+    emit updateLabelAction(tr("CONTROLLO INTEGRITA' SOFTWARE ..."));
+    emit setProgressBarMinVal(kProgressMin);
+    emit setProgressBarMaxVal(kProgressMax);
+    emit updateProgressBarVal(kProgressMin);
+    emit setProgressBarVisible(true);
+    emit setPushButtonStopVisible(false);
+    sweepProgressBar();
+    emit setProgressBarVisible(false);
+
+    if (areSystemFilesPresent(deviceRoot)) {
+        enter(Stage::Intact);
+        ui->label_descr->show();
+        ui->pushButton->show();
+        return;
+    }
+    enter(Stage::Damaged);
+    ui->label_descr->show();
+    offerReinstallation();
+    finish();
+}
+
+/// Deliberate: a fixed pause of about a second, not a measure of work.
+void Check::sweepProgressBar()
+{
+    for (int value = kProgressMin; value <= kProgressMax; ++value) {
+        emit updateProgressBarVal(value);
+        waitMs(kProgressStepMs);
+    }
+}
+
+void Check::offerReinstallation()
+{
+    // Over the window and not over this page, whose style sheet would reach into the box.
+    const auto answer =
+        QMessageBox::question(window(), tr("File di sistema mancanti"),
+                              tr("ATTENZIONE: file di sistema danneggiati o mancanti,\n\ntentare il ripristino ?"),
+                              QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    enter(Stage::Restoring);
+    emit reinstallOpSysOnly();
+}
+
+void Check::finish()
+{
+    emit setProgressBarVisible(false);
+    emit checkDone();
+}
+
+void Check::on_pushButton_clicked()
+{
+    finish();
+}
+
+void Check::enter(Stage stage)
+{
+    m_stage = stage;
+    showTexts();
+}
+
+void Check::showTexts()
+{
+    switch (m_stage) {
+    case Stage::Running:
+        ui->label_titolo->setText(tr("CHECK UP IN CORSO"));
+        ui->label_descr->clear();
+        break;
+    case Stage::Intact:
+        ui->label_titolo->setText(tr("CONTROLLO SOFTWARE COMPLETATO"));
+        ui->label_descr->setPixmap(QPixmap(QStringLiteral(":/imgs/ok.png")));
+        break;
+    case Stage::Damaged:
+        ui->label_titolo->setText(tr("CONTROLLO SOFTWARE COMPLETATO"));
+        ui->label_descr->setText(tr("Problema rilevato durante il controllo del sistema operativo !!!"));
+        break;
+    case Stage::Restoring:
+        ui->label_titolo->setText(tr("RIPRISTINO DEI FILE DEL SISTEMA OPERATIVO"));
+        ui->label_descr->setText(tr("ATTENZIONE :\n\nNON Spegnere/Riavviare Corvin4 e NON scollegare il cavo "
+                                    "USB.\n\nL'operazione potrebbe richiedere qualche minuto."));
+        break;
+    }
+}
+
+void Check::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        ui->retranslateUi(this);
+        showTexts();
+    }
+    QWidget::changeEvent(event);
+}
