@@ -1,0 +1,237 @@
+// Chapter of Ottimizza: the step that reads the playlists, clears the root folder and takes stock of the disk.
+#include "ottimizza.h"
+
+#include "devicepath.h"
+#include "freename.h"
+#include "playlist.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDirIterator>
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+const QString kMySongs = QStringLiteral("My Songs");
+constexpr QDir::Filters kVisibleFiles = QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot;
+constexpr int kFilesPerLabel = 250;
+constexpr int kCountWidth = 6;
+constexpr int kBusyBar = 0;
+constexpr int kFullBar = 100;
+/// After how many entries of a mere listing events are processed.
+constexpr int kListingRound = 64;
+
+} // namespace
+
+/// Where a folder lies, found out once for all its files.
+struct Ottimizza::FolderPlace
+{
+    QString path; ///< canonical
+    bool isSystem = false;
+    bool isEffect = false; ///< "Bridges" or "Effects"
+    bool isImages = false;
+    bool isVideos = false;
+};
+
+void Ottimizza::scan_directories()
+{
+    if (abortRequested)
+        return;
+    emit updateLabelAction(tr("Scansione cartelle in corso..."));
+    qInfo() << "scan_directories :"
+            << "START";
+    emit setProgressBarMinVal(0);
+    emit setProgressBarMaxVal(kBusyBar);
+    playlistIndex.clear();
+    imageFiles.clear();
+    videoFiles.clear();
+    unsupportedFiles.clear();
+    bigFolders.clear();
+
+    mapPlaylists();
+    if (!moveRootFiles())
+        return;
+    QMap<QString, int> folderFileCount;
+    if (!classifyFiles(folderFileCount))
+        return;
+    findBigFolders(folderFileCount);
+    emit setProgressBarMaxVal(kFullBar);
+}
+
+void Ottimizza::mapPlaylists()
+{
+    workDir.setPath(rootPath + QStringLiteral("System/Playlist"));
+    workDir.setNameFilters({QStringLiteral("*.pls")});
+    workDir.setFilter(QDir::Files);
+    qInfo() << "scan_directories :"
+            << "Mappatura dei files presenti nelle playlist";
+    const QFileInfoList playlists = workDir.entryInfoList();
+    for (const QFileInfo &playlist : playlists) {
+        QCoreApplication::processEvents();
+        const QString path = playlist.absoluteFilePath();
+        qInfo() << "scan_directories :"
+                << "Playlist :" << path;
+        const QStringList keys = playlistKeys(path, rootPath);
+        for (const QString &key : keys)
+            playlistIndex.insert(key, path);
+    }
+    qInfo() << "scan_directories :"
+            << "N. FileInPlayList :" << playlistIndex.size();
+}
+
+// Returns false after a stop.
+bool Ottimizza::moveRootFiles()
+{
+    const QString mySongs = rootPath + kMySongs;
+    QDir(rootPath).mkdir(kMySongs);
+    qInfo() << "scan_directories :"
+            << "Scan Root Dir : move to "
+            << "My Songs";
+    int moved = 0;
+    // Without the folder no file could be moved, and the playlists would name songs that are not there.
+    if (QFileInfo(mySongs).isDir()) {
+        QStringList paths;
+        if (!collectRootFiles(paths))
+            return false;
+        for (const QString &path : qAsConst(paths)) {
+            if (abortRequested)
+                return false;
+            QCoreApplication::processEvents();
+            if (belongsInRoot(path))
+                continue;
+            const QString target = freeRootFileTarget(mySongs, path.mid(rootPath.size()));
+            const QStringList playlists = playlistIndex.values(path);
+            for (const QString &playlist : playlists)
+                rewritePlaylist(playlist, path, target);
+            QFile::rename(path, target);
+            ++moved;
+        }
+    }
+    qInfo() << "scan_directories :"
+            << "Scan Root Dir : file count " << moved;
+    return true;
+}
+
+// The list is whole before the first file moves: an iterator over a folder that changes may leave files out.
+bool Ottimizza::collectRootFiles(QStringList &paths) const
+{
+    QDirIterator files(rootPath, kVisibleFiles);
+    while (files.hasNext()) {
+        if (abortRequested)
+            return false;
+        paths.append(rootPath + QFileInfo(files.next()).fileName());
+        if (paths.size() % kListingRound == 0)
+            QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+// The player's own files in the root, which stay there.
+bool Ottimizza::belongsInRoot(const QString &path) const
+{
+    for (const QLatin1String name :
+         {QLatin1String("q-artedev"), QLatin1String("CorvinImportDB.sql"), QLatin1String("AUTOEXEC.BAT")}) {
+        if (path.compare(rootPath + name, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+// Returns false after a stop.
+bool Ottimizza::classifyFiles(QMap<QString, int> &folderFileCount)
+{
+    qInfo() << "scan_directories :"
+            << "Scan All Corvin Dirs : START";
+    QHash<QString, FolderPlace> places;
+    int counter = 0;
+    QDirIterator files(rootPath, kVisibleFiles, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        if (abortRequested)
+            return false;
+        files.next();
+        QCoreApplication::processEvents();
+        const QFileInfo file = files.fileInfo();
+        auto place = places.find(file.path());
+        if (place == places.end())
+            place = places.insert(file.path(), placeOf(file.path()));
+        if (!classifyFile(file, *place, folderFileCount))
+            continue;
+        ++counter;
+        if (counter % kFilesPerLabel == 0) {
+            emit updateLabelAction(tr("Scansione cartelle in corso...") +
+                                   QStringLiteral(" [%1]").arg(QString::number(counter)));
+        }
+    }
+    return true;
+}
+
+// Prefix tests without a closing slash: a folder "SystemOld" is left alone like "System" itself.
+Ottimizza::FolderPlace Ottimizza::placeOf(const QString &folder) const
+{
+    FolderPlace place;
+    place.path = QFileInfo(folder).canonicalFilePath();
+    const auto startsWith = [this, &place](QLatin1String name) {
+        return place.path.startsWith(rootPath + name, Qt::CaseInsensitive);
+    };
+    place.isSystem = startsWith(QLatin1String("System")) || startsWith(QLatin1String("CorvinUpdate"));
+    place.isEffect = startsWith(QLatin1String("Bridges")) || startsWith(QLatin1String("Effects"));
+    place.isImages = startsWith(QLatin1String("Images"));
+    place.isVideos = startsWith(QLatin1String("Videos"));
+    return place;
+}
+
+// Returns false for a file that is passed over and not counted for the status line.
+bool Ottimizza::classifyFile(const QFileInfo &file, const FolderPlace &place, QMap<QString, int> &folderFileCount)
+{
+    if (place.isSystem)
+        return false;
+    const QString suffix = file.suffix();
+    if (songSuffixes.contains(suffix, Qt::CaseInsensitive)) {
+        if (!place.isEffect)
+            ++folderFileCount[place.path];
+    } else if (imageSuffixes.contains(suffix, Qt::CaseInsensitive)) {
+        if (!place.isImages)
+            imageFiles.append(file);
+    } else if (videoSuffixes.contains(suffix, Qt::CaseInsensitive)) {
+        if (!place.isVideos)
+            videoFiles.append(file);
+    } else if (companionSuffixes.contains(suffix, Qt::CaseInsensitive)) {
+        // Deliberate: unlike songs, companions count in "Bridges" and "Effects" as well.
+        ++folderFileCount[place.path];
+    } else {
+        // The walk follows no links: the folder's canonical path and the name make the file's canonical path. That of
+        // a root folder such as E:/ already ends in a slash.
+        const QString folder = place.path.endsWith(QLatin1Char('/')) ? place.path : place.path + QLatin1Char('/');
+        if (belongsInRoot(folder + file.fileName()))
+            return false;
+        unsupportedFiles.append(file);
+    }
+    return true;
+}
+
+void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
+{
+    int listed = 0;
+    for (auto folder = folderFileCount.cbegin(); folder != folderFileCount.cend(); ++folder) {
+        qInfo() << QStringLiteral("[%1]").arg(folder.value(), kCountWidth) << folder.key();
+        // The root itself is never split, however full it is: to be renamed it would have to leave the volume.
+        const bool isRoot = folder.key() == rootPath || folder.key() + QLatin1Char('/') == rootPath;
+        if (folder.value() > bigFolderThreshold && !isRoot)
+            bigFolders.append(QFileInfo(folder.key()));
+        if (++listed % kListingRound == 0)
+            QCoreApplication::processEvents();
+    }
+    // Deeper folders come first: a big folder inside another one is split before it moves with its parent.
+    std::sort(bigFolders.begin(), bigFolders.end(), [](const QFileInfo &a, const QFileInfo &b) {
+        return a.absoluteFilePath().size() > b.absoluteFilePath().size();
+    });
+    qInfo() << "scan_directories :"
+            << "Scan All Corvin Dirs : Big Folder :" << bigFolders.size();
+}
+
+void Ottimizza::rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const
+{
+    rewritePlaylistFile(playlistPath, pcPathToDevicePath(oldPath, rootPath), pcPathToDevicePath(newPath, rootPath));
+}

@@ -1,0 +1,27 @@
+#include "fastdb.h"
+
+namespace {
+const QString kDeviceRoot = QStringLiteral("\\sdmemory\\");
+} // namespace
+
+FastDbReader::FastDbReader(const QByteArray &data, const QString &rootPath)
+    : m_data(data), m_rootPath(rootPath), m_start(kDeviceRoot.toLatin1())
+{
+}
+
+bool FastDbReader::next(QString &pcPath)
+{
+    const int start = m_start.indexIn(m_data, m_position);
+    if (start < 0)
+        return false;
+    const int end = m_data.indexOf('\0', start);
+    if (end < 0)
+        return false;
+    QString path = QString::fromUtf8(m_data.constData() + start, end - start);
+    // Unlike a playlist's, these paths are the player's own: its root comes in exactly this case.
+    path.replace(kDeviceRoot, m_rootPath);
+    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    pcPath = path;
+    m_position = end;
+    return true;
+}

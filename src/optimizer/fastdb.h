@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayMatcher>
+#include <QString>
+
+/// Finds the songs named in the player's compact database export, one a call, so that the caller can keep the window
+/// alive in between.
+///
+/// | bytes                | meaning                                    |
+/// |----------------------|--------------------------------------------|
+/// | 5C "sdmemory" 5C …   | path of a song in device form, UTF-8       |
+/// | 00                   | its end                                    |
+/// | anything else        | the player's own, passed over              |
+class FastDbReader
+{
+public:
+    /// @p data is the whole export, @p rootPath the player's root (canonical, with closing slash).
+    FastDbReader(const QByteArray &data, const QString &rootPath);
+
+    /// Sets @p pcPath to the PC path of the next song, in the order of the export. False at the end, also when the
+    /// last path has no NUL behind it; @p pcPath is then left as it was.
+    bool next(QString &pcPath);
+
+private:
+    QByteArray m_data;
+    QString m_rootPath;
+    QByteArrayMatcher m_start;
+    int m_position = 0;
+};

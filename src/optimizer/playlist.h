@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// A playlist is a text file of the player. Each line names a song in device form, followed by two numbers that are
+// carried through unread, each a caret and one to five digits: \sdmemory\My Songs\song.mid^12^0
+
+/// The PC path of the song that a playlist line names.
+/// @p rawLine is the line as it stands in the file, line end included; it is read as UTF-8 up to its first NUL byte.
+/// A line without the two numbers is returned whole, line end included: it equals no path of a file.
+QString playlistKey(const QByteArray &rawLine, const QString &rootPath);
+
+/// The keys (see playlistKey) of all lines of a playlist, in file order, a song named twice twice.
+/// A playlist that cannot be opened has none.
+QStringList playlistKeys(const QString &playlistPath, const QString &rootPath);
+
+/// Replaces in one playlist every mention of @p oldDevicePath, whatever its case, by @p newDevicePath (both in device
+/// form; nothing is replaced while the old one is empty). Line ends stay as they are; the file is written as UTF-8
+/// without a byte-order mark. The former playlist is kept as "<playlist>.old" while the new one is written; a file
+/// of that name is lost. No failure is reported: a playlist that cannot be opened becomes an empty one.
+void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath);

@@ -1,0 +1,253 @@
+// Chapter of Ottimizza: the step that writes what has changed on the disk since the player's last database export.
+#include "ottimizza.h"
+
+#include "fastdb.h"
+#include "longname.h"
+#include "pathset.h"
+#include "sqlline.h"
+
+#include "device/devicelocator.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDirIterator>
+#include <QMessageBox>
+#include <QTextStream>
+
+namespace {
+
+// The root path ends in a slash already; the file system takes the second one as well.
+const QString kFastDatabase = QStringLiteral("/System/Corvin/data.fastDB");
+const QString kImportFile = QStringLiteral("/CorvinImportDB.sql");
+constexpr int kBusyBar = 0;
+constexpr qint64 kReadBlock = 1 << 20;
+/// Far more than a million songs need: what is larger is damaged, and would not fit into memory.
+constexpr qint64 kMostDatabaseBytes = 512 * kReadBlock;
+/// After how many entries of a mere listing events are processed.
+constexpr int kListingRound = 64;
+
+// The whole file, read in blocks with the window alive. Nothing when it cannot be opened or is no export of songs.
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    QByteArray content;
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMostDatabaseBytes)
+        return content;
+    content.reserve(static_cast<int>(file.size()));
+    for (QByteArray block = file.read(kReadBlock); !block.isEmpty(); block = file.read(kReadBlock)) {
+        content.append(block);
+        QCoreApplication::processEvents();
+    }
+    return content;
+}
+
+PathSet setOf(const QStringList &paths)
+{
+    PathSet set;
+    set.reserve(paths.size());
+    for (int i = 0; i < paths.size(); ++i) {
+        set.insert(paths.at(i));
+        if (i % kListingRound == 0)
+            QCoreApplication::processEvents();
+    }
+    return set;
+}
+
+// The path under which the song is known from here on, whether the file could be renamed or not.
+QString withPlayerSuffix(const QString &path)
+{
+    QString renamed = withoutMidiSuffixEnd(path);
+    if (renamed == path)
+        return path;
+    qInfo() << "Rinomino file .midi in .mid :" << path;
+    if (!QFile::rename(path, renamed))
+        qInfo() << "Impossibile rinominare!";
+    return renamed;
+}
+
+void renameCompanions(const QString &oldSong, const QString &newSong)
+{
+    for (const QLatin1String companion : {QLatin1String(".cdg"), QLatin1String(".dat"), QLatin1String(".bak")}) {
+        const QString path = pathWithoutSuffix(oldSong) + companion;
+        if (QFile::exists(path))
+            QFile::rename(path, pathWithoutSuffix(newSong) + companion);
+    }
+}
+
+QString withPlayerLength(const QString &path)
+{
+    if (!isPathTooLong(path))
+        return path;
+    qInfo() << "FilePath troppo lungo :" << path;
+    const std::optional<QString> shortened = shortenedPath(path);
+    if (!shortened) {
+        qWarning() << "FilePath NON rinominato !";
+        return path;
+    }
+    qInfo() << "FilePath rinominato in :" << *shortened;
+    if (!QFile::rename(path, *shortened))
+        qInfo() << "FilePath, impossibile rinominare!";
+    renameCompanions(path, *shortened);
+    return *shortened;
+}
+
+// Deliberate: a song that cannot be read is deleted.
+void removeInvalidSong(const QString &path)
+{
+    qInfo() << "File non valido, rimuovo :" << path;
+    if (!QFile::remove(path))
+        qInfo() << "File non valido, impossibile rimuovere!";
+}
+
+} // namespace
+
+void Ottimizza::createDiffDatabaseImportFile()
+{
+    // Deliberate: a stop pressed before this step is forgotten.
+    abortRequested = false;
+    rootPath = DeviceLocator().findDeviceRoot();
+    // Paths made from an empty root would lie in the PC's own root or current folder.
+    if (rootPath.isEmpty()) {
+        failCode = DeviceNotFound;
+        return;
+    }
+    emit setProgressBarVisible(true);
+    emit setProgressBarMinVal(0);
+    emit setProgressBarMaxVal(kBusyBar);
+    emit updateProgressBarVal(0);
+    qInfo() << "createDiffDatabaseImportFile : START";
+    emit updateLabelAction(tr("Caricamento dati in corso..."));
+
+    const QStringList dbSongs = readDatabaseSongs();
+    qDebug() << "fast db file found: " << dbSongs.size();
+    QStringList diskSongs;
+    if (!collectDiskSongs(diskSongs)) {
+        emit setProgressBarVisible(false);
+        return;
+    }
+    qDebug() << "dir file found: " << diskSongs.size();
+    writeImportFile(dbSongs, diskSongs);
+}
+
+QStringList Ottimizza::readDatabaseSongs() const
+{
+    QStringList songs;
+    FastDbReader reader(readFile(rootPath + kFastDatabase), rootPath);
+    QString path;
+    while (reader.next(path)) {
+        songs.append(path);
+        QCoreApplication::processEvents();
+    }
+    return songs;
+}
+
+// Returns false after a stop.
+bool Ottimizza::collectDiskSongs(QStringList &diskSongs) const
+{
+    QStringList paths;
+    if (!listSongFiles(paths))
+        return false;
+    for (const QString &path : qAsConst(paths)) {
+        if (abortRequested)
+            return false;
+        if (isOutsideDatabase(path))
+            continue;
+        diskSongs.append(withPlayerLength(withPlayerSuffix(path)));
+        QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+// The list is whole before the first file is renamed: a walk over a folder that changes may give a file twice.
+bool Ottimizza::listSongFiles(QStringList &paths) const
+{
+    QDirIterator files(rootPath, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    int listed = 0;
+    while (files.hasNext()) {
+        if (abortRequested)
+            return false;
+        const QString path = files.next();
+        if (matchesSongFilter(files.fileName()))
+            paths.append(path);
+        if (++listed % kListingRound == 0)
+            QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+bool Ottimizza::isOutsideDatabase(const QString &path) const
+{
+    return path.startsWith(rootPath + QLatin1String("BRIDGE"), Qt::CaseInsensitive) ||
+           path.startsWith(rootPath + QLatin1String("EFFECTS"), Qt::CaseInsensitive) ||
+           path.startsWith(rootPath + QLatin1String("System"), Qt::CaseInsensitive);
+}
+
+void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &diskSongs)
+{
+    const QString path = rootPath + kImportFile;
+    QFile::remove(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
+        reportImportFileNotCreated();
+        return;
+    }
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    if (dbSongs.isEmpty())
+        stream << "DELETE FROM songs\nDELETE FROM artists\nDELETE FROM genres\n";
+    const bool finished = writeStatements(stream, dbSongs, diskSongs);
+    stream.flush();
+    const bool written = stream.status() == QTextStream::Ok && file.flush();
+    const bool empty = file.size() == 0;
+    file.close();
+    if (!finished) {
+        emit setProgressBarVisible(false);
+        return;
+    }
+    if (abortRequested || empty || !written)
+        QFile::remove(path);
+    // Half a file would leave the player with half a database.
+    if (!written)
+        reportImportFileNotCreated();
+    qInfo() << "createDiffDatabaseImportFile : END";
+    emit setProgressBarVisible(false);
+}
+
+// Returns false after a stop.
+bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs, const QStringList &diskSongs)
+{
+    emit updateLabelAction(tr("Creazione database in corso..."));
+    emit updateProgressBarVal(0);
+    emit setProgressBarMaxVal(dbSongs.size() + diskSongs.size());
+    int counter = 0;
+    const PathSet known = setOf(dbSongs);
+    for (const QString &path : diskSongs) {
+        if (abortRequested)
+            return false;
+        if (!known.contains(path)) {
+            const QString line = insertLineForSong(path, rootPath);
+            if (line.isEmpty())
+                removeInvalidSong(path);
+            else
+                stream << line;
+        }
+        emit updateProgressBarVal(++counter);
+        QCoreApplication::processEvents();
+    }
+    const PathSet present = setOf(diskSongs);
+    for (const QString &path : dbSongs) {
+        if (abortRequested)
+            return false;
+        if (!present.contains(path))
+            stream << deleteLine(path, rootPath);
+        emit updateProgressBarVal(++counter);
+        QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+void Ottimizza::reportImportFileNotCreated()
+{
+    failCode = ImportFileNotCreated;
+    QMessageBox::critical(this, tr("Errore"), tr("Database non creato"), QMessageBox::Ok);
+}

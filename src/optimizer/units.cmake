@@ -1,0 +1,22 @@
+# The decisions of the optimiser that need no window.
+set(OPTIMIZER_UNITS_SOURCES
+    devicepath.cpp
+    playlist.cpp
+    titleinitial.cpp
+    freename.cpp
+    longname.cpp
+    sqlline.cpp
+    songinsertline.cpp
+    fastdb.cpp
+    pathset.cpp
+    titlereader.cpp)
+set(OPTIMIZER_UNITS_HEADERS
+    devicepath.h
+    playlist.h
+    titleinitial.h
+    freename.h
+    longname.h
+    sqlline.h
+    fastdb.h
+    pathset.h
+    titlereader.h)

@@ -1,0 +1,34 @@
+#include "optimizer/aside.h"
+
+#include <QSemaphore>
+#include <QTest>
+#include <QThread>
+
+class tst_Aside : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void workIsDoneInAnotherThreadWhenItReturns()
+    {
+        QThread *worker = nullptr;
+        doAside([&worker] { worker = QThread::currentThread(); });
+        QVERIFY(worker != nullptr);
+        QVERIFY(worker != QThread::currentThread());
+    }
+
+    // The work ends only after an event has been processed: were none, it would never end.
+    void eventsAreProcessedMeanwhile()
+    {
+        constexpr int kLongestMs = 30000;
+        QSemaphore seen;
+        QMetaObject::invokeMethod(
+            this, [&seen] { seen.release(); }, Qt::QueuedConnection);
+        bool released = false;
+        doAside([&] { released = seen.tryAcquire(1, kLongestMs); });
+        QVERIFY(released);
+    }
+};
+
+QTEST_MAIN(tst_Aside)
+#include "tst_aside.moc"

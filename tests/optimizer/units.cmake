@@ -1,0 +1,11 @@
+find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
+
+corvin_test(tst_devicepath USES corvin_optimizer)
+corvin_test(tst_playlist USES corvin_optimizer)
+corvin_test(tst_titleinitial USES corvin_optimizer)
+corvin_test(tst_freename USES corvin_optimizer)
+corvin_test(tst_longname USES corvin_optimizer)
+corvin_test(tst_sqlline USES corvin_optimizer corvin_songfactory Qt5::Sql)
+corvin_test(tst_fastdb USES corvin_optimizer)
+corvin_test(tst_pathset USES corvin_optimizer)
+corvin_test(tst_titlereader USES corvin_optimizer corvin_songfactory)
