@@ -18,7 +18,7 @@ struct Question
 {
     QString title;
     QString text;
-    QList<QuestionButton> buttons; ///< in the order they are added
+    QList<QuestionButton> buttons;                                     ///< in the order they are added
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton; ///< the one that Enter presses
     /// What Escape and the box's own close button mean. NoButton leaves it to Qt's own rule.
     QMessageBox::StandardButton escapeButton = QMessageBox::NoButton;

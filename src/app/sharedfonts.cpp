@@ -15,6 +15,14 @@ QFont makeFont(const QString &family, int points, QFont::Weight weight)
     return font;
 }
 
+QFont makeTitleFont(int points)
+{
+    QFont font = makeFont(kTitleFamily, points, QFont::Normal);
+    // A system with the whole family installed has a second, thinner face of the same weight and would prefer it.
+    font.setStyleName(QStringLiteral("Regular"));
+    return font;
+}
+
 } // namespace
 
 void registerEmbeddedFonts()
@@ -36,10 +44,14 @@ void registerEmbeddedFonts()
 const SharedFonts &sharedFonts()
 {
     static const SharedFonts fonts = {
-        makeFont(kTextFamily, 10, QFont::Normal),  makeFont(kTextFamily, 10, QFont::Bold),
-        makeFont(kTextFamily, 11, QFont::Normal),  makeFont(kTextFamily, 11, QFont::Bold),
-        makeFont(kTextFamily, 13, QFont::Normal),  makeFont(kTitleFamily, 14, QFont::Normal),
-        makeFont(kTitleFamily, 18, QFont::Normal), makeFont(kTitleFamily, 22, QFont::Normal),
+        makeFont(kTextFamily, 10, QFont::Normal),
+        makeFont(kTextFamily, 10, QFont::Bold),
+        makeFont(kTextFamily, 11, QFont::Normal),
+        makeFont(kTextFamily, 11, QFont::Bold),
+        makeFont(kTextFamily, 13, QFont::Normal),
+        makeTitleFont(14),
+        makeTitleFont(18),
+        makeTitleFont(22),
     };
     return fonts;
 }

@@ -1,0 +1,140 @@
+#include "mainwindow.h"
+
+#include "appsettings.h"
+#include "language.h"
+#include "optimizer/endottimizza.h"
+#include "optimizer/ottimizza.h"
+#include "pages/avanzate.h"
+#include "pages/check.h"
+#include "pages/connect.h"
+#include "pages/firstmenu.h"
+#include "sharedfonts.h"
+#include "styles.h"
+#include "transfer/transfer.h"
+#include "ui_mainwindow.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTimer>
+
+namespace {
+constexpr int kConnectionIntervalMs = 500;
+constexpr int kRoomForWindowFrame = 50;
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
+{
+    ui->setupUi(this);
+    fitIntoScreen();
+    createPages();
+    connectPages();
+    applyStyle();
+    on_setProgressBarVisible(false);
+    setWindowFlags(Qt::Window);
+    start_check_connection();
+}
+
+MainWindow::~MainWindow() = default;
+
+int MainWindow::openingHeight(int wanted, int available)
+{
+    return wanted > available ? available - kRoomForWindowFrame : wanted;
+}
+
+void MainWindow::fitIntoScreen()
+{
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        resize(width(), openingHeight(height(), screen->availableGeometry().height()));
+}
+
+void MainWindow::createPages()
+{
+    connectPage = new Connect(ui->framePage);
+    check = new Check(ui->framePage);
+    firstMenu = new FirstMenu(ui->framePage);
+    transfer = new Transfer(ui->framePage);
+    avanzate = new Avanzate(ui->framePage);
+    ottimizza = new Ottimizza(ui->framePage);
+    endOttimizza = new EndOttimizza(ui->framePage);
+    // A layout gives no room to a hidden page, so all pages share the place and the shown one fills it.
+    const QList<QWidget *> pages = {connectPage, check, firstMenu, transfer, avanzate, ottimizza, endOttimizza};
+    for (QWidget *page : pages)
+        ui->framePage->layout()->addWidget(page);
+}
+
+void MainWindow::applyStyle()
+{
+    setWindowIcon(QIcon(QStringLiteral(":/imgs/corvin4manager.png")));
+    QPalette windowPalette = palette();
+    windowPalette.setBrush(QPalette::Window, QBrush(QPixmap(QStringLiteral(":/imgs/sfondo_prog.png"))));
+    setPalette(windowPalette);
+    // A scroll area paints its own ground, which would start the picture anew in the middle of the window.
+    ui->scrollArea->viewport()->setAutoFillBackground(false);
+    ui->scrollAreaWidgetContents->setAutoFillBackground(false);
+
+    const SharedFonts &fonts = sharedFonts();
+    ui->progressBar->setFont(fonts.fontTitle22);
+    ui->progressBar->setStyleSheet(Styles::kProgressBar);
+    ui->progressBar->setRange(0, 100);
+    ui->progressBar->setValue(0);
+    ui->labelAction->setFont(fonts.fontText13);
+    ui->pushButtonStop->setFont(fonts.fontTitle18);
+    ui->pButLang->setFont(fonts.fontText10Bold);
+    ui->pButLang->setText(languageButtonText(storedLanguage()));
+    ui->labelRelease->setFont(fonts.fontText10);
+    ui->pushButtonAboutQT->setFont(fonts.fontText10);
+}
+
+void MainWindow::start_check_connection()
+{
+    connectionTimer = new QTimer(this);
+    connect(connectionTimer, &QTimer::timeout, this, &MainWindow::check_connection);
+    connectionTimer->start(kConnectionIntervalMs);
+}
+
+void MainWindow::check_connection()
+{
+    const QString root = deviceLocator.findDeviceRoot();
+    if (root.isEmpty()) {
+        if (!connectPage->isVisible())
+            connectPage->show();
+        return;
+    }
+    // Stopped for good: a player unplugged later is the business of whoever needs it next.
+    connectionTimer->stop();
+    connectPage->hide();
+    check->show();
+    check->runCheck(root);
+}
+
+void MainWindow::on_pButLang_clicked()
+{
+    const QString next = nextLanguage(storedLanguage());
+    ui->pButLang->setText(languageButtonText(next));
+    installLanguage(next);
+    storeLanguage(next);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!transfer->isFinishPending()) {
+        QMainWindow::closeEvent(event);
+        return;
+    }
+    QMessageBox::information(this, tr("Trasferimento non completato"),
+                             tr("Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione "
+                                "cliccando sul tasto \"FINE\"."),
+                             QMessageBox::Ok);
+    event->ignore();
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        ui->retranslateUi(this);
+        ui->labelAction->clear();
+    }
+    QMainWindow::changeEvent(event);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The batch file that hides the system folder and the start-up file of the player at @p deviceRoot ("E:/"): two lines,
+/// each ended by a line feed alone, with the root's slashes turned into backslashes, in the system's 8-bit encoding.
+QByteArray attributeBatch(const QString &deviceRoot);
+
+/// Does what the batch file @p batchPath says for the player at @p deviceRoot, and waits until it is done. On Windows the
+/// file itself is run, detached, in its own folder. Elsewhere both entries get the attributes "hidden" and "system" by
+/// the system's own means where the volume has such attributes, and are left alone where it has not.
+/// Returns false only when the batch file could not be run.
+bool runAttributeBatch(const QString &batchPath, const QString &deviceRoot);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/// A number that tells the volume that holds @p path (absolute, forward slashes) from the others while it is mounted;
+/// 0 when the path is empty or does not exist.
+quint64 volumeId(const QString &path);
+
+/// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
+/// same volume. False when the system refuses; both files are then as they were.
+bool moveOver(const QString &from, const QString &to);

@@ -1,0 +1,31 @@
+#include "diskcalls.h"
+
+#include <QDir>
+
+#include <windows.h>
+
+namespace {
+
+const wchar_t *wide(const QString &text)
+{
+    return reinterpret_cast<const wchar_t *>(text.utf16());
+}
+
+} // namespace
+
+quint64 volumeId(const QString &path)
+{
+    DWORD serial = 0;
+    const QString root = path.isEmpty() ? QString() : QDir::toNativeSeparators(path.left(3));
+    if (root.isEmpty() || !GetVolumeInformationW(wide(root), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0))
+        return 0;
+    // A serial number of 0 is a number like any other.
+    return quint64(serial) + 1;
+}
+
+bool moveOver(const QString &from, const QString &to)
+{
+    const QString source = QDir::toNativeSeparators(from);
+    const QString target = QDir::toNativeSeparators(to);
+    return MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+}

@@ -1,0 +1,227 @@
+// The transfer page's chapter of the copy that a drop starts.
+#include "transfer.h"
+
+#include "app/questionbox.h"
+#include "filecopy.h"
+#include "ui_transfer.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QScopeGuard>
+#include <QUrl>
+#include <algorithm>
+
+namespace {
+
+QStringList localFiles(const QList<QUrl> &urls)
+{
+    QStringList paths;
+    for (const QUrl &url : urls) {
+        const QString path = url.toLocalFile();
+        // A folder dropped with a closing slash would have no name.
+        if (!path.isEmpty())
+            paths.append(QDir::cleanPath(path));
+    }
+    return paths;
+}
+
+/// Whether @p path is @p folder or lies below it, both canonical. The player's disk ignores case, and taking two
+/// folders for one does no harm.
+bool isInOrAt(const QString &path, const QString &folder)
+{
+    const QString start = folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
+    return (path + QLatin1Char('/')).startsWith(start, Qt::CaseInsensitive);
+}
+
+/// The canonical path of @p path, of which the last parts need not exist yet.
+QString canonicalPlace(const QString &path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    const QString parent = QFileInfo(path).absolutePath();
+    if (!canonical.isEmpty() || parent == path)
+        return canonical;
+    return canonicalPlace(parent) + QLatin1Char('/') + QFileInfo(path).fileName();
+}
+
+void processEvents()
+{
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+
+void Transfer::dropEvent(QDropEvent *event)
+{
+    if (busy || event->proposedAction() != Qt::CopyAction)
+        return;
+    setDropAreaHovered(false);
+    event->acceptProposedAction();
+    enterBusy();
+    auto leave = qScopeGuard([this] { leaveBusy(); });
+    takeDropTarget();
+    aborted = false;
+    const QStringList paths = localFiles(event->mimeData()->urls());
+    if (paths.isEmpty())
+        return;
+
+    emit setProgressBarMinVal(0);
+    emit setProgressBarMaxVal(0);
+    emit updateProgressBarVal(0);
+    emit setProgressBarVisible(true);
+    emit updateLabelAction(tr("Conteggio numero file da trasferire ..."));
+    qInfo() << "Transfer : Start trasferimento in " << currentFolder;
+    const int total = countAll(paths);
+    if (aborted) {
+        leave.dismiss();
+        leaveBusy();
+        emit setProgressBarVisible(false);
+        return;
+    }
+
+    qInfo() << "Transfer : N. Files  " << total;
+    ui->pushBtnForward->setEnabled(false);
+    emit setProgressBarMaxVal(total);
+    emit setProgressBarFormat(QStringLiteral("%v"));
+    emit updateLabelAction(tr("Copia di %1 file su Corvin4 in corso ...").arg(total));
+    overwriteAnswer = 0;
+    copyAll(paths);
+    qInfo() << "Transfer : Fine Copia";
+    flushPlayer();
+    ui->pushBtnForward->setEnabled(true);
+    endWork();
+}
+
+void Transfer::takeDropTarget()
+{
+    if (dropTarget.isEmpty())
+        return;
+    const QString folder = dropTarget;
+    forgetDropTarget();
+    enterFolder(folder);
+    showInTree();
+}
+
+int Transfer::countAll(const QStringList &paths)
+{
+    int total = 0;
+    for (const QString &path : paths) {
+        processEvents();
+        total += countFiles(path);
+    }
+    return total;
+}
+
+int Transfer::countFiles(const QString &path)
+{
+    const QFileInfo info(path);
+    if (aborted || !info.exists())
+        return 0;
+    if (info.isFile())
+        return 1;
+    processEvents();
+    int count = 0;
+    const QFileInfoList entries =
+        QDir(path).entryInfoList(QDir::Dirs | QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QFileInfo &entry : entries) {
+        processEvents();
+        if (aborted)
+            break;
+        count += entry.isDir() ? countFiles(pathIn(path, entry.fileName())) : 1;
+    }
+    return count;
+}
+
+void Transfer::copyAll(const QStringList &paths)
+{
+    for (const QString &path : paths) {
+        const QFileInfo info(path);
+        const QString destination = pathIn(currentFolder, info.fileName());
+        if (info.isDir())
+            copyFolderTo(path, destination);
+        else
+            copyOneFile(info.absoluteFilePath(), destination);
+        if (aborted)
+            return;
+    }
+}
+
+bool Transfer::leadsIntoItself(const QString &source, const QString &destination) const
+{
+    const QString folder = QFileInfo(source).canonicalFilePath();
+    const auto liesInFolder = [&folder](const QString &path) { return isInOrAt(path, folder); };
+    return liesInFolder(canonicalPlace(destination)) ||
+           std::any_of(m_openFolders.cbegin(), m_openFolders.cend(), liesInFolder);
+}
+
+void Transfer::copyFolderTo(const QString &source, const QString &destination)
+{
+    if (leadsIntoItself(source, destination)) {
+        qInfo() << "Transfer : Cartella non copiata in se stessa :" << source;
+        return;
+    }
+    if (isPlayerThere())
+        QDir().mkpath(destination);
+    processEvents();
+    copyFolder(source, destination);
+}
+
+void Transfer::copyFolder(const QString &source, const QString &destination)
+{
+    const QDir folder(source);
+    if (aborted || !folder.exists())
+        return;
+    processEvents();
+    m_openFolders.append(folder.canonicalPath());
+    const QStringList folders = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &name : folders) {
+        if (aborted)
+            break;
+        copyFolderTo(source + QDir::separator() + name, destination + QDir::separator() + name);
+    }
+    m_openFolders.removeLast();
+    const QStringList files = folder.entryList(QDir::Files);
+    for (const QString &name : files)
+        copyOneFile(source + QDir::separator() + name, destination + QDir::separator() + name);
+}
+
+void Transfer::copyOneFile(const QString &source, const QString &destination)
+{
+    if (aborted)
+        return;
+    emit increaseProgressBarVal();
+    processEvents();
+    const CopyResult result = isPlayerThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
+    if (result == CopyResult::Copied)
+        return;
+    if (result != CopyResult::DestinationExists) {
+        qDebug() << "!QFile::copy - src :" << source;
+        return;
+    }
+    if (isSameFile(source, destination)) {
+        qInfo() << "Transfer : File non copiato su se stesso :" << source;
+        return;
+    }
+    if (mayOverwrite(destination) && isPlayerThere())
+        replaceFile(source, destination, processEvents);
+}
+
+bool Transfer::mayOverwrite(const QString &destination)
+{
+    if (overwriteAnswer != QMessageBox::YesToAll && overwriteAnswer != QMessageBox::NoToAll) {
+        Question question;
+        question.title = tr("File esistente");
+        question.text = tr("Il File ") + destination + tr("\n\nE' già esistente. Sovrascrivo ?");
+        question.buttons = {{QMessageBox::Yes, tr("Si")},
+                            {QMessageBox::YesToAll, tr("Si,Tutti")},
+                            {QMessageBox::No, tr("No")},
+                            {QMessageBox::NoToAll, tr("No,Tutti")}};
+        // Deliberate: Enter keeps this file and all that follow.
+        question.defaultButton = QMessageBox::NoToAll;
+        question.escapeButton = QMessageBox::No;
+        overwriteAnswer = askQuestion(nullptr, question);
+    }
+    return overwriteAnswer == QMessageBox::Yes || overwriteAnswer == QMessageBox::YesToAll;
+}

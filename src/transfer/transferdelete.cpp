@@ -1,0 +1,88 @@
+// The transfer page's chapter of the deletion.
+#include "transfer.h"
+
+#include "app/waitms.h"
+#include "filteredvolume.h"
+#include "ui_transfer.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QItemSelectionModel>
+#include <QMessageBox>
+
+namespace {
+
+constexpr int kFolderAttempts = 3;
+constexpr int kPauseBetweenAttemptsMs = 250;
+
+void removeFolder(const QString &path)
+{
+    QDir folder(path);
+    for (int attempt = 1; !folder.removeRecursively() && attempt < kFolderAttempts; ++attempt)
+        waitMs(kPauseBetweenAttemptsMs);
+}
+
+} // namespace
+
+QStringList Transfer::selectedPaths() const
+{
+    QStringList paths;
+    if (!m_entries)
+        return paths;
+    const QModelIndexList rows = ui->tableView->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows) {
+        const QString path = m_entries->path(row);
+        // When the shown folder has vanished the table shows the player itself, which must not be deleted whole.
+        if (path.startsWith(deviceRoot) && path != deviceRoot)
+            paths.append(path);
+    }
+    return paths;
+}
+
+void Transfer::on_actionDeleteSelectedItems_triggered()
+{
+    if (busy)
+        return;
+    const QStringList paths = selectedPaths();
+    // What is deleted does not come back: Enter must not do it.
+    if (QMessageBox::question(this, tr("Cancella file"), tr("Cancellare gli elementi selezionati ?"),
+                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+        return;
+    enterBusy();
+    deleteAll(paths);
+    leaveBusy();
+}
+
+void Transfer::deleteAll(const QStringList &paths)
+{
+    aborted = false;
+    emit setProgressBarMinVal(0);
+    emit setProgressBarMaxVal(0);
+    emit updateProgressBarVal(0);
+    emit setProgressBarVisible(true);
+    emit updateLabelAction(tr("Cancellazione in corso ..."));
+    qInfo() << "Transfer : Start Cancellazione";
+    emit setProgressBarMaxVal(paths.size());
+    for (const QString &path : paths) {
+        QCoreApplication::processEvents();
+        if (aborted)
+            break;
+        deleteEntry(path);
+        emit increaseProgressBarVal();
+    }
+    qInfo() << "Transfer : Fine Cancellazione";
+    flushPlayer();
+    endWork();
+}
+
+void Transfer::deleteEntry(const QString &path)
+{
+    if (!isPlayerThere())
+        return;
+    const QFileInfo info(path);
+    // Of a link only the link goes, never what it points to.
+    if (info.isDir() && !info.isSymLink())
+        removeFolder(path);
+    else
+        QFile::remove(path);
+}

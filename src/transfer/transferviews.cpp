@@ -1,0 +1,161 @@
+// The transfer page's chapter of what its two views stand on, and of the state in which they must keep still.
+#include "transfer.h"
+
+#include "app/volumeflush.h"
+#include "device/devicelocator.h"
+#include "diskcalls.h"
+#include "filteredvolume.h"
+#include "ui_transfer.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QThread>
+
+namespace {
+
+constexpr unsigned long kFlushPollMs = 20;
+
+// Columns of the table, as a file system model has them.
+constexpr int kNameColumn = 0;
+constexpr int kSizeColumn = 1;
+constexpr int kTypeColumn = 2;
+constexpr int kDateColumn = 3;
+constexpr int kSizeWidth = 100;
+constexpr int kTypeWidth = 120;
+constexpr int kDateWidth = 160;
+
+void layOutTable(QTableView *table)
+{
+    QHeaderView *header = table->horizontalHeader();
+    header->setSectionResizeMode(kNameColumn, QHeaderView::Stretch);
+    header->resizeSection(kSizeColumn, kSizeWidth);
+    header->resizeSection(kTypeColumn, kTypeWidth);
+    header->resizeSection(kDateColumn, kDateWidth);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+} // namespace
+
+void Transfer::makeModels()
+{
+    deleteModels();
+    const QString label = deviceRoot.isEmpty() ? QString() : DeviceLocator().volumeLabel(deviceRoot);
+    m_folders = std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::NoDotAndDotDot);
+    m_entries = std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot);
+    ui->treeView->setModel(m_folders->model());
+    for (int column = kSizeColumn; column <= kDateColumn; ++column)
+        ui->treeView->hideColumn(column);
+    ui->tableView->setModel(m_entries->model());
+    layOutTable(ui->tableView);
+    connect(ui->tableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { ui->actionDeleteSelectedItems->setEnabled(ui->tableView->selectionModel()->hasSelection()); });
+    showCurrentFolder();
+}
+
+void Transfer::deleteModels()
+{
+    // The views make selections of their own for each model; those go together with it.
+    ui->treeView->setModel(nullptr);
+    ui->tableView->setModel(nullptr);
+    ui->actionDeleteSelectedItems->setEnabled(false);
+    m_folders.reset();
+    m_entries.reset();
+}
+
+void Transfer::remakeModels()
+{
+    const QStringList expanded = expandedFolders();
+    makeModels();
+    for (const QString &folder : expanded)
+        ui->treeView->expand(m_folders->index(folder));
+    showInTree();
+}
+
+QStringList Transfer::expandedFolders() const
+{
+    QStringList folders;
+    const QAbstractItemModel *model = ui->treeView->model();
+    for (QModelIndex index = model->index(0, 0); index.isValid(); index = ui->treeView->indexBelow(index)) {
+        if (ui->treeView->isExpanded(index))
+            folders.append(m_folders->path(index));
+    }
+    return folders;
+}
+
+QString Transfer::folderAt(FilteredVolume &volume, const QModelIndex &index) const
+{
+    const QString path = volume.path(index);
+    return path == QDir::cleanPath(deviceRoot) ? deviceRoot : path;
+}
+
+void Transfer::enterFolder(const QString &folder)
+{
+    if (folder != currentFolder) {
+        ui->tableView->clearSelection();
+        currentFolder = folder;
+    }
+    showCurrentFolder();
+    m_folderText = currentFolder.mid(deviceRoot.size());
+    showFolderText();
+}
+
+void Transfer::showCurrentFolder()
+{
+    if (m_entries)
+        ui->tableView->setRootIndex(m_entries->index(currentFolder));
+}
+
+void Transfer::showInTree()
+{
+    if (!m_folders)
+        return;
+    const QModelIndex index = m_folders->index(currentFolder);
+    ui->treeView->setCurrentIndex(index);
+    ui->treeView->scrollTo(index);
+}
+
+void Transfer::enterBusy()
+{
+    busy = true;
+    // The player may have been unplugged and be back; the number of its volume is then another one.
+    if (!isPlayerThere() && !deviceRoot.isEmpty() && DeviceLocator().findDeviceRoot() == deviceRoot)
+        m_volumeId = volumeId(deviceRoot);
+    if (m_folders)
+        m_folders->freeze();
+    if (m_entries)
+        m_entries->freeze();
+    ui->treeView->blockSignals(true);
+    ui->tableView->blockSignals(true);
+}
+
+void Transfer::leaveBusy()
+{
+    // Models made anew show what has become of the disk meanwhile.
+    if (m_entries)
+        remakeModels();
+    ui->treeView->blockSignals(false);
+    ui->tableView->blockSignals(false);
+    busy = false;
+}
+
+bool Transfer::isPlayerThere() const
+{
+    // Where a volume was mounted stays a folder of the PC when the player is pulled: nothing may be written there.
+    return m_volumeId != 0 && volumeId(deviceRoot) == m_volumeId;
+}
+
+void Transfer::flushPlayer()
+{
+    // A slow stick may take a minute for what the system holds back; the window must answer meanwhile.
+    const QString root = deviceRoot;
+    const std::unique_ptr<QThread> thread(QThread::create([root] { flushVolume(root); }));
+    thread->start();
+    while (!thread->wait(kFlushPollMs))
+        QCoreApplication::processEvents();
+}
+
+void Transfer::endWork()
+{
+    emit updateLabelAction(tr("Se hai terminato clicca su FINE"));
+    emit setPushButtonStopVisible(false);
+}

@@ -1,0 +1,93 @@
+#include "app/sharedfonts.h"
+
+#include "resources/resources.h"
+
+#include <QDir>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QTest>
+
+class TestSharedFonts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void fontIsAsAgreed_data();
+    void fontIsAsAgreed();
+    void theSameFontsAreGivenEveryTime();
+    void bothFontFilesAreEmbedded();
+    void titlesAreSetInTheEmbeddedFont();
+    void textIsSetInTheEmbeddedFont();
+    void boldTextIsBold();
+};
+
+void TestSharedFonts::initTestCase()
+{
+    loadResources();
+    registerEmbeddedFonts();
+}
+
+void TestSharedFonts::fontIsAsAgreed_data()
+{
+    const SharedFonts &fonts = sharedFonts();
+    const QString text = QStringLiteral("Helvetica");
+    const QString title = QStringLiteral("Bebas Neue");
+    QTest::addColumn<QFont>("font");
+    QTest::addColumn<QString>("family");
+    QTest::addColumn<int>("points");
+    QTest::addColumn<int>("weight");
+    QTest::newRow("fontText10") << fonts.fontText10 << text << 10 << 50;
+    QTest::newRow("fontText10Bold") << fonts.fontText10Bold << text << 10 << 75;
+    QTest::newRow("fontText11") << fonts.fontText11 << text << 11 << 50;
+    QTest::newRow("fontText11Bold") << fonts.fontText11Bold << text << 11 << 75;
+    QTest::newRow("fontText13") << fonts.fontText13 << text << 13 << 50;
+    QTest::newRow("fontTitle14") << fonts.fontTitle14 << title << 14 << 50;
+    QTest::newRow("fontTitle18") << fonts.fontTitle18 << title << 18 << 50;
+    QTest::newRow("fontTitle22") << fonts.fontTitle22 << title << 22 << 50;
+}
+
+void TestSharedFonts::fontIsAsAgreed()
+{
+    QFETCH(QFont, font);
+    QTEST(font.family(), "family");
+    QTEST(font.pointSize(), "points");
+    QTEST(font.weight(), "weight");
+    QVERIFY(!font.italic());
+}
+
+void TestSharedFonts::theSameFontsAreGivenEveryTime()
+{
+    QCOMPARE(&sharedFonts(), &sharedFonts());
+}
+
+void TestSharedFonts::bothFontFilesAreEmbedded()
+{
+    QVERIFY(QFile::exists(QStringLiteral(":/fonts/helr45w.ttf")));
+    QVERIFY(QFile::exists(QStringLiteral(":/fonts/BebasNeue.otf")));
+}
+
+void TestSharedFonts::titlesAreSetInTheEmbeddedFont()
+{
+    QCOMPARE(QFontInfo(sharedFonts().fontTitle18).family(), QStringLiteral("Bebas Neue"));
+    // Where the system has the family's thinner faces too, the embedded one is still the one that is taken.
+    QCOMPARE(QFontInfo(sharedFonts().fontTitle18).styleName(), QStringLiteral("Regular"));
+    // Its small letters have the form and the width of capitals.
+    const QFontMetrics metrics(sharedFonts().fontTitle22);
+    QCOMPARE(metrics.horizontalAdvance(QStringLiteral("corvin")), metrics.horizontalAdvance(QStringLiteral("CORVIN")));
+}
+
+void TestSharedFonts::textIsSetInTheEmbeddedFont()
+{
+    QCOMPARE(QFontInfo(sharedFonts().fontText11).family(), QStringLiteral("Liberation Sans"));
+}
+
+void TestSharedFonts::boldTextIsBold()
+{
+    QVERIFY(QFontInfo(sharedFonts().fontText10Bold).bold());
+    QVERIFY(!QFontInfo(sharedFonts().fontText10).bold());
+}
+
+QTEST_MAIN(TestSharedFonts)
+#include "tst_sharedfonts.moc"
