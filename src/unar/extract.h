@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+/// Unpacks an archive of any format that libarchive recognises by its content (zip, tar and its compressions, 7-zip, …)
+/// into an existing folder.
+///
+/// Folders and regular files are unpacked, over files of the same name. Everything that would land outside the folder,
+/// and every link, device or encrypted entry, is refused: named on the standard error, passed over, and counted as a
+/// failure. A file that cannot be written whole is removed again.
+/// Returns true only when the whole archive was read and every entry unpacked.
+bool extractArchive(const std::filesystem::path &archivePath, const std::filesystem::path &folder);
