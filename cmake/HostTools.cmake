@@ -1,0 +1,10 @@
+# The translation tools run on the building machine, also where the program is built for another one.
+if(CMAKE_CROSSCOMPILING)
+  foreach(tool lrelease lconvert lupdate)
+    find_program(CORVIN_${tool} ${tool} PATHS /usr/lib/qt5/bin NO_DEFAULT_PATH REQUIRED)
+    add_executable(Qt5::${tool} IMPORTED GLOBAL)
+    set_target_properties(Qt5::${tool} PROPERTIES IMPORTED_LOCATION ${CORVIN_${tool}})
+  endforeach()
+else()
+  find_package(Qt5 5.15 REQUIRED COMPONENTS LinguistTools)
+endif()

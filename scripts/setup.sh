@@ -1,0 +1,64 @@
+# Sourced by run, test and .ci/run: what the machine needs, and one line a step on the terminal.
+# Sets $root (the checkout). Functions: step, fail, need_packages, utf8_locale, build_preset.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+step() { printf '==> %s\n' "$*"; }
+fail() {
+  printf 'xx  %s\n' "$*" >&2
+  exit 1
+}
+
+build_packages="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
+  libqt5sql5-sqlite libarchive-dev fonts-bebas-neue fonts-liberation"
+walk_packages="xvfb xauth unar exfatprogs exfat-fuse fuse3 python3-minimal"
+test_packages="$walk_packages lhasa midicsv python3 python3-mido python3-mutagen id3v2 mpg123 ffmpeg zip"
+ci_packages="clang-format clang-tidy"
+
+# Installs the packages that are missing; where that is not allowed, prints the one line to type, and ends.
+need_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  if [ "$(id -u)" -ne 0 ]; then
+    printf 'These packages are missing. Type this line, then start again:\n\n  sudo apt-get install -y --no-install-recommends %s\n\n' \
+      "${missing[*]}" >&2
+    exit 1
+  fi
+  step "Installing ${missing[*]}"
+  local log
+  log=$(mktemp)
+  if ! { apt_install "${missing[@]}" || { apt-get update && apt_install "${missing[@]}"; }; } >"$log" 2>&1; then
+    tail -n 20 "$log" >&2
+    fail "The packages could not be installed"
+  fi
+  rm -f "$log"
+}
+
+apt_install() {
+  DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@" </dev/null
+}
+
+# File names are UTF-8 on the player; in the plain C locale they could not be named at all.
+utf8_locale() {
+  case "$(locale charmap 2>/dev/null)" in
+    UTF-8) ;;
+    *) export LC_ALL=C.UTF-8 ;;
+  esac
+}
+
+# build_preset PRESET [TARGET...]: configures and builds; the output is shown only when something is wrong.
+build_preset() {
+  local preset=$1 log
+  shift
+  log=$(mktemp)
+  step "Building ($preset)"
+  if ! (cd "$root" && cmake --preset "$preset" && cmake --build "build/$preset" ${*:+--target "$@"}) >"$log" 2>&1; then
+    grep -nE 'error|FAILED|CMake Error' "$log" | head -n 20 >&2
+    tail -n 40 "$log" >&2
+    fail "The build failed; its whole output is in $log"
+  fi
+  rm -f "$log"
+}
