@@ -32,7 +32,7 @@ void GapMeter::start(const QString &firstStep)
     m_stepAtServed = m_current;
     m_total.start();
     m_sinceServed.start();
-    m_sinceStep.start();
+    m_stepBeganNs = 0;
     m_timer.start();
 }
 
@@ -75,7 +75,10 @@ void GapMeter::served()
 
 void GapMeter::closeStep()
 {
-    m_steps[m_current].totalMs += m_sinceStep.restart();
+    // Steps of less than a millisecond add up: whole milliseconds would lose them.
+    const qint64 now = m_total.nsecsElapsed();
+    m_steps[m_current].totalNs += now - m_stepBeganNs;
+    m_stepBeganNs = now;
 }
 
 int GapMeter::indexOfStep(const QString &name)

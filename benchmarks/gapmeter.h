@@ -17,8 +17,9 @@ public:
     struct Step
     {
         QString name;
-        qint64 totalMs = 0;
+        qint64 totalNs = 0;
         qint64 longestGapMs = 0;
+        qint64 totalMs() const { return totalNs / 1000000; }
         QString worstPlace; ///< full status text when the longest gap began
     };
 
@@ -46,7 +47,7 @@ private:
     QTimer m_timer;
     QElapsedTimer m_total;
     QElapsedTimer m_sinceServed;
-    QElapsedTimer m_sinceStep;
+    qint64 m_stepBeganNs = 0;
     QVector<Step> m_steps;
     int m_current = 0;      ///< step that is running
     int m_stepAtServed = 0; ///< step that was running at the last service

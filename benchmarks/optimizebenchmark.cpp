@@ -44,7 +44,7 @@ int measure(int argc, char **argv, const Limits &limits)
     }
     say(QStringLiteral("%1 %2  step").arg(QStringLiteral("time ms"), 9).arg(QStringLiteral("gap ms"), 8));
     for (const GapMeter::Step &step : run.steps) {
-        say(QStringLiteral("%1 %2  %3").arg(step.totalMs, 9).arg(step.longestGapMs, 8).arg(step.name));
+        say(QStringLiteral("%1 %2  %3").arg(step.totalMs(), 9).arg(step.longestGapMs, 8).arg(step.name));
         if (step.longestGapMs > limits.gapMs)
             say(QStringLiteral("                    over the limit at: ") + step.worstPlace.simplified());
     }

@@ -80,7 +80,7 @@ void MainWindow::applyStyle()
     ui->progressBar->setRange(0, 100);
     ui->progressBar->setValue(0);
     ui->labelAction->setFont(fonts.fontText13);
-    ui->pushButtonStop->setFont(fonts.fontTitle18);
+    setTitleFont(ui->pushButtonStop, fonts.fontTitle18);
     ui->pButLang->setFont(fonts.fontText10Bold);
     ui->pButLang->setText(languageButtonText(storedLanguage()));
     ui->labelRelease->setFont(fonts.fontText10);

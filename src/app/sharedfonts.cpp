@@ -2,6 +2,8 @@
 
 #include <QDirIterator>
 #include <QFontDatabase>
+#include <QFontMetrics>
+#include <QLabel>
 
 namespace {
 
@@ -54,4 +56,17 @@ const SharedFonts &sharedFonts()
         makeTitleFont(22),
     };
     return fonts;
+}
+
+void setTitleFont(QWidget *widget, const QFont &font)
+{
+    widget->setFont(font);
+    const QFontMetrics metrics(font);
+    const int room = qMax(0, -metrics.tightBoundingRect(QStringLiteral("ÀÄÈÌÒÖÙÜ")).top() - metrics.ascent()) + 1;
+    if (auto *label = qobject_cast<QLabel *>(widget)) {
+        const QMargins margins = label->contentsMargins();
+        label->setContentsMargins(margins.left(), room, margins.right(), room);
+    } else {
+        widget->setMinimumHeight(qMax(widget->minimumHeight(), metrics.height() + 2 * room));
+    }
 }

@@ -2,6 +2,8 @@
 
 #include <QFont>
 
+class QWidget;
+
 /// The eight fonts that all pages share. None is italic; sizes are in points.
 /// "Helvetica" is for text, "Bebas Neue" for titles.
 struct SharedFonts
@@ -23,3 +25,7 @@ void registerEmbeddedFonts();
 
 /// The shared fonts, built at the first call and alive until the process ends. Needs an application object.
 const SharedFonts &sharedFonts();
+
+/// Gives @p widget (a label, button or check box) one of the shared title fonts, and with it the height that accented
+/// capitals need: the title font states an ascent that ends below their accents, which a widget of that height cuts off.
+void setTitleFont(QWidget *widget, const QFont &font);

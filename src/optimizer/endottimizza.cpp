@@ -9,11 +9,11 @@ EndOttimizza::EndOttimizza(QWidget *parent) : QWidget(parent), ui(std::make_uniq
 {
     ui->setupUi(this);
     ui->label_titolo->setStyleSheet(Styles::kTransparentLabel);
-    ui->label_titolo->setFont(sharedFonts().fontTitle22);
+    setTitleFont(ui->label_titolo, sharedFonts().fontTitle22);
     ui->label_descr->setStyleSheet(Styles::kTransparentLabel);
     ui->label_descr->setFont(sharedFonts().fontText13);
     ui->pushButton->setStyleSheet(Styles::kPage);
-    ui->pushButton->setFont(sharedFonts().fontTitle18);
+    setTitleFont(ui->pushButton, sharedFonts().fontTitle18);
     hide();
 }
 

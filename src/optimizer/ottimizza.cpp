@@ -72,18 +72,18 @@ void Ottimizza::applyStyle()
     setStyleSheet(Styles::kContainer);
     ui->frameOptions->setStyleSheet(kOptionsStyle);
     ui->labelHeading->setStyleSheet(Styles::kTransparentLabel);
-    ui->labelHeading->setFont(fonts.fontTitle22);
+    setTitleFont(ui->labelHeading, fonts.fontTitle22);
     for (QCheckBox *box : {ui->Check_Optimize, ui->Check_Delete, ui->Check_Move, ui->Check_Split, ui->Check_Database}) {
         box->setStyleSheet(kCheckBoxStyle);
-        box->setFont(fonts.fontTitle18);
+        setTitleFont(box, fonts.fontTitle18);
     }
     for (QLabel *label : {ui->labelDescrOptimize, ui->labelDescrDelete, ui->labelDescrMove, ui->labelDescrSplit,
                           ui->labelDescrDatabase}) {
         label->setStyleSheet(Styles::kTransparentLabel);
         label->setFont(fonts.fontText11);
     }
-    ui->Btn_Opt_Ok->setFont(fonts.fontTitle18);
-    ui->pushBtnBack->setFont(fonts.fontTitle18);
+    setTitleFont(ui->Btn_Opt_Ok, fonts.fontTitle18);
+    setTitleFont(ui->pushBtnBack, fonts.fontTitle18);
 }
 
 void Ottimizza::showEvent(QShowEvent *event)

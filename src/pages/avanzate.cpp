@@ -12,14 +12,14 @@ Avanzate::Avanzate(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::A
 {
     ui->setupUi(this);
     const QFont &font = sharedFonts().fontTitle18;
-    ui->labelDescr->setFont(font);
-    ui->pushBtnUpdate->setFont(font);
-    ui->pushBtnBackup->setFont(font);
-    ui->pushBtnRestore->setFont(font);
-    ui->pushBtnInstall->setFont(font);
-    ui->pushBtnInstallAndClean->setFont(font);
-    ui->pushBtnInstallAndRestore->setFont(font);
-    ui->pushBtnBack->setFont(font);
+    setTitleFont(ui->labelDescr, font);
+    setTitleFont(ui->pushBtnUpdate, font);
+    setTitleFont(ui->pushBtnBackup, font);
+    setTitleFont(ui->pushBtnRestore, font);
+    setTitleFont(ui->pushBtnInstall, font);
+    setTitleFont(ui->pushBtnInstallAndClean, font);
+    setTitleFont(ui->pushBtnInstallAndRestore, font);
+    setTitleFont(ui->pushBtnBack, font);
     hide();
 }
 

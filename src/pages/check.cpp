@@ -32,9 +32,9 @@ Check::Check(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Check>(
     ui->setupUi(this);
     // A plain QWidget subclass paints the ground of its style sheet only when told to.
     setAttribute(Qt::WA_StyledBackground);
-    ui->label_titolo->setFont(sharedFonts().fontTitle22);
-    ui->label_descr->setFont(sharedFonts().fontTitle18);
-    ui->pushButton->setFont(sharedFonts().fontTitle18);
+    setTitleFont(ui->label_titolo, sharedFonts().fontTitle22);
+    setTitleFont(ui->label_descr, sharedFonts().fontTitle18);
+    setTitleFont(ui->pushButton, sharedFonts().fontTitle18);
     showTexts();
     hide();
 }

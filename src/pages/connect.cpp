@@ -9,8 +9,8 @@
 Connect::Connect(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Connect>())
 {
     ui->setupUi(this);
-    ui->label_descr->setFont(sharedFonts().fontTitle18);
-    ui->label_titolo->setFont(sharedFonts().fontTitle18);
+    setTitleFont(ui->label_descr, sharedFonts().fontTitle18);
+    setTitleFont(ui->label_titolo, sharedFonts().fontTitle18);
     hide();
 }
 

@@ -11,10 +11,10 @@ FirstMenu::FirstMenu(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui:
 {
     ui->setupUi(this);
     const QFont &font = sharedFonts().fontTitle18;
-    ui->labelDescr->setFont(font);
-    ui->pushBtnTransfer->setFont(font);
-    ui->pushBtnOptimize->setFont(font);
-    ui->pushBtnUpRes->setFont(font);
+    setTitleFont(ui->labelDescr, font);
+    setTitleFont(ui->pushBtnTransfer, font);
+    setTitleFont(ui->pushBtnOptimize, font);
+    setTitleFont(ui->pushBtnUpRes, font);
     hide();
 }
 

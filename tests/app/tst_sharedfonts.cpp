@@ -2,10 +2,12 @@
 
 #include "resources/resources.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QTest>
 
 class TestSharedFonts : public QObject
@@ -21,6 +23,8 @@ private slots:
     void titlesAreSetInTheEmbeddedFont();
     void textIsSetInTheEmbeddedFont();
     void boldTextIsBold();
+    void accentsOfCapitalsAreNotCutOff_data();
+    void accentsOfCapitalsAreNotCutOff();
 };
 
 void TestSharedFonts::initTestCase()
@@ -87,6 +91,43 @@ void TestSharedFonts::boldTextIsBold()
 {
     QVERIFY(QFontInfo(sharedFonts().fontText10Bold).bold());
     QVERIFY(!QFontInfo(sharedFonts().fontText10).bold());
+}
+
+void TestSharedFonts::accentsOfCapitalsAreNotCutOff_data()
+{
+    QTest::addColumn<bool>("isLabel");
+    QTest::addColumn<QFont>("font");
+    QTest::newRow("label 18") << true << sharedFonts().fontTitle18;
+    QTest::newRow("label 22") << true << sharedFonts().fontTitle22;
+    QTest::newRow("check box 18") << false << sharedFonts().fontTitle18;
+    QTest::newRow("check box 22") << false << sharedFonts().fontTitle22;
+}
+
+void TestSharedFonts::accentsOfCapitalsAreNotCutOff()
+{
+    QFETCH(bool, isLabel);
+    QFETCH(QFont, font);
+    const QString text = QStringLiteral("ÄÖÜÈ");
+    QScopedPointer<QWidget> widget;
+    if (isLabel)
+        widget.reset(new QLabel(text));
+    else
+        widget.reset(new QCheckBox(text));
+    setTitleFont(widget.data(), font);
+    QPalette blackOnWhite(Qt::white);
+    blackOnWhite.setColor(QPalette::WindowText, Qt::black);
+    widget->setPalette(blackOnWhite);
+    widget->resize(widget->sizeHint());
+    const QImage image = widget->grab().toImage();
+
+    int inked = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            inked += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+    }
+    QVERIFY(inked > 0);
+    for (int x = 0; x < image.width(); ++x)
+        QVERIFY2(qGray(image.pixel(x, 0)) > 200, "the accents reach the widget's edge");
 }
 
 QTEST_MAIN(TestSharedFonts)

@@ -1,9 +1,5 @@
 #include "handmadeplayer.h"
 
-#include "songfactory/songfactory.h"
-
-#include <QFile>
-#include <QLoggingCategory>
 #include <QTest>
 
 #include <functional>

@@ -3,9 +3,9 @@
 #include "playertool/makeplayer.h"
 
 #include "support/boxanswerer.h"
+#include "support/exfatvolume.h"
 
 #include <QFile>
-#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -36,10 +36,12 @@ class TestOptimisedPlayer : public QObject
 private slots:
     void realisticDiskIsOptimisedAsItMustBe_data();
     void realisticDiskIsOptimisedAsItMustBe();
+    void realisticVolumeIsOptimisedAsItMustBe();
     void secondRunHasNothingLeftToMove();
 
 private:
     static void optimise();
+    static void makeOptimiseAndJudge(const QString &folder, const MakeOptions &options);
 };
 
 void TestOptimisedPlayer::optimise()
@@ -55,6 +57,19 @@ void TestOptimisedPlayer::optimise()
     QCOMPARE(ended.first().first().toInt(), int(Ottimizza::Success));
 }
 
+void TestOptimisedPlayer::makeOptimiseAndJudge(const QString &folder, const MakeOptions &options)
+{
+    qputenv("CORVIN_VOLUMES", QFile::encodeName(folder));
+    const QtMessageHandler previous = qInstallMessageHandler(silence);
+    const MakeResult made = makePlayer(folder, options);
+    qInstallMessageHandler(previous);
+    QCOMPARE(made.error, QString());
+    const Snapshot before = Snapshot::take(folder);
+    optimise();
+    const Verdict verdict = judge(before, folder, made.manifest);
+    QVERIFY2(verdict.isRight(), qPrintable(verdictText(verdict)));
+}
+
 void TestOptimisedPlayer::realisticDiskIsOptimisedAsItMustBe_data()
 {
     QTest::addColumn<int>("songs");
@@ -68,19 +83,23 @@ void TestOptimisedPlayer::realisticDiskIsOptimisedAsItMustBe()
 {
     QFETCH(int, songs);
     QFETCH(uint, seed);
-    QTemporaryDir folder;
+    const QTemporaryDir folder;
     MakeOptions options;
     options.songs = songs;
     options.seed = seed;
-    qputenv("CORVIN_VOLUMES", QFile::encodeName(folder.path()));
-    const QtMessageHandler previous = qInstallMessageHandler(silence);
-    const MakeResult made = makePlayer(folder.path(), options);
-    qInstallMessageHandler(previous);
-    QCOMPARE(made.error, QString());
-    const Snapshot before = Snapshot::take(folder.path());
-    optimise();
-    const Verdict verdict = judge(before, folder.path(), made.manifest);
-    QVERIFY2(verdict.isRight(), qPrintable(verdictText(verdict)));
+    makeOptimiseAndJudge(folder.path(), options);
+}
+
+/// On the player's own file system, which ignores the case of names.
+void TestOptimisedPlayer::realisticVolumeIsOptimisedAsItMustBe()
+{
+    constexpr int kMegabytes = 256;
+    QString why;
+    if (!ExFatVolume::isPossible(&why))
+        QSKIP(qPrintable(QStringLiteral("No exFAT volume can be made here: ") + why));
+    const ExFatVolume volume(kMegabytes);
+    QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
+    makeOptimiseAndJudge(volume.root(), MakeOptions());
 }
 
 void TestOptimisedPlayer::secondRunHasNothingLeftToMove()

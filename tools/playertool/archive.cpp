@@ -91,8 +91,9 @@ void addSpecialSongs(PlayerDisk &disk)
     const QString folder = text("My Songs/Città d'“autore”");
     for (int kind = 0; kind <= int(Recipe::Mp3NoTag); ++kind)
         disk.addSong(folder, Recipe(kind), text("Uno di ogni tipo"), text("Tipo %1").arg(kind));
+    int number = 0; // the player's disk takes names that differ in case alone for one
     for (const char *suffix : {"midi", "MIDI", "Midi", "MID", "xmid"})
-        disk.addSong(folder, Recipe::Midi1, text("Suffisso"), text("Suffisso ") + text(suffix), text(suffix));
+        disk.addSong(folder, Recipe::Midi1, text("Suffisso"), text("Suffisso %1").arg(++number), text(suffix));
     disk.addSong(folder, Recipe::Mp3Tag24Utf8, text("Suffisso"), text("Suffisso x"), QStringLiteral("xmp3"));
     disk.addSong(folder, Recipe::Mp3Tag24Utf8, text("Riga una\r\nriga 'due'\rriga tre\nfine"), text("Righe"));
     disk.addSong(folder, Recipe::Mp3Tag24Latin1, QString(99, QLatin1Char('x')) + text("'y'"), text("Taglio"));
