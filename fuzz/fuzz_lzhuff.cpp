@@ -10,7 +10,8 @@ void dropMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/, con
 
 } // namespace
 
-/// Expands any bytes, of a size small enough to be quick (the two high bytes of the size are cleared), then compresses them and demands them back.
+/// Expands any bytes, of a size small enough to be quick (the two high bytes of the size are cleared), then compresses
+/// them and demands them back.
 extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, std::size_t size)
 {
     qInstallMessageHandler(dropMessage);

@@ -5,6 +5,8 @@
 #include "freename.h"
 #include "playlist.h"
 
+#include "device/devicecase.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDirIterator>
@@ -62,7 +64,7 @@ void Ottimizza::scan_directories()
 
 void Ottimizza::mapPlaylists()
 {
-    workDir.setPath(rootPath + QStringLiteral("System/Playlist"));
+    workDir.setPath(resolveDevicePath(rootPath, QStringLiteral("System/Playlist")));
     workDir.setNameFilters({QStringLiteral("*.pls")});
     workDir.setFilter(QDir::Files);
     qInfo() << "scan_directories :"
@@ -84,8 +86,8 @@ void Ottimizza::mapPlaylists()
 // Returns false after a stop.
 bool Ottimizza::moveRootFiles()
 {
-    const QString mySongs = rootPath + kMySongs;
-    QDir(rootPath).mkdir(kMySongs);
+    const QString mySongs = resolveDevicePath(rootPath, kMySongs);
+    QDir().mkdir(mySongs);
     qInfo() << "scan_directories :"
             << "Scan Root Dir : move to "
             << "My Songs";

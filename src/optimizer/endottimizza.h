@@ -19,11 +19,12 @@ public:
     ~EndOttimizza() override;
 
 signals:
-    void backFromEndOttimizzaToFirstMenu();
+    void backFromEndOttimizzaToFirstMenu(); ///< OK was pressed
 
 public slots:
     /// Shows the page with the picture and the texts for @p failCode: 0 is success, every other value a failure.
     void setFailCodeAndShow(int failCode);
+    /// OK: emits backFromEndOttimizzaToFirstMenu().
     void on_pushButton_clicked();
 
 protected:

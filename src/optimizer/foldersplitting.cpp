@@ -133,6 +133,7 @@ void Ottimizza::splitFolder(const QString &folder, const QString &header)
     std::sort(run.titled.begin(), run.titled.end(),
               [](const TitledEntry &a, const TitledEntry &b) { return a.sortKey < b.sortKey; });
     moveIntoSubfolders(run);
+    keepHiddenFolders(run);
     // Deliberate: whatever is still there goes with it: files that are no songs, and what could not be moved.
     removeFolder(run.oldFolder);
     emit updateProgressBarVal(run.entries.size());
@@ -194,6 +195,17 @@ void Ottimizza::moveIntoSubfolders(SplitRun &run)
         } else {
             moveSong(run, titled.title, titled.entry);
         }
+    }
+}
+
+// The listing shows no hidden folders; what lies in them is the folder's own all the same and goes back where it was.
+void Ottimizza::keepHiddenFolders(const SplitRun &run) const
+{
+    const QDir old(run.oldFolder);
+    const QStringList names = old.entryList(QDir::AllDirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QString &name : names) {
+        if (QFileInfo(old.filePath(name)).isHidden())
+            QDir().rename(old.filePath(name), run.folder + QLatin1Char('/') + name);
     }
 }
 

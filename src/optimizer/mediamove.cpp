@@ -3,6 +3,8 @@
 
 #include "freename.h"
 
+#include "device/devicecase.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
@@ -45,7 +47,8 @@ void Ottimizza::moveMedia(const MediaMove &step)
         return;
     }
     qInfo() << step.startLine;
-    QDir(rootPath).mkdir(step.folder);
+    const QString targetFolder = resolveDevicePath(rootPath, step.folder);
+    QDir().mkdir(targetFolder);
     const int total = step.files.size();
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(total);
@@ -54,7 +57,7 @@ void Ottimizza::moveMedia(const MediaMove &step)
         if (abortRequested)
             return;
         QCoreApplication::processEvents();
-        moveMediaFile(step.files.at(i), rootPath + step.folder);
+        moveMediaFile(step.files.at(i), targetFolder);
         // Deliberate: the line says so whether the file could be moved or not.
         qInfo() << "Move :" << step.files.at(i).absoluteFilePath();
         emit updateProgressBarVal(i + 1);

@@ -101,11 +101,11 @@ public:
 signals:
     void setProgressBarVisible(bool visible);
     void setProgressBarMinVal(int val);
-    void setProgressBarMaxVal(int val); ///< 0 together with a minimum of 0: a busy bar
-    void setProgressBarFormat(QString format);
-    void updateProgressBarVal(int step);
-    void updateLabelAction(QString text); ///< a text for the status line
-    void backFromOttimizzaToFirstMenu();
+    void setProgressBarMaxVal(int val);                 ///< 0 together with a minimum of 0: a busy bar
+    void setProgressBarFormat(QString format);          ///< as QProgressBar takes it, "%p%"
+    void updateProgressBarVal(int step);                ///< between the minimum and the maximum
+    void updateLabelAction(QString text);               ///< a text for the status line
+    void backFromOttimizzaToFirstMenu();                ///< INDIETRO was pressed
     void backFromOttimizzaToEndOttimizza(int failCode); ///< the run is over; not emitted after a mere stop
 
 public slots:
@@ -114,11 +114,14 @@ public slots:
     /// Runs the chosen operations in their fixed order, with the page's controls disabled meanwhile. Returns when all
     /// is done; a call while a run is working does nothing.
     void startAllOptimization();
+    /// Chooses all operations, and lets the user change that only when @p checked is false.
     void on_Check_Optimize_clicked(bool checked);
-    void on_Check_Delete_clicked(bool checked);
-    void on_Check_Move_clicked(bool checked);
-    void on_Check_Split_clicked(bool checked);
+    void on_Check_Delete_clicked(bool checked); ///< sets optDelete
+    void on_Check_Move_clicked(bool checked);   ///< sets optMove
+    void on_Check_Split_clicked(bool checked);  ///< sets optSplit
+    /// OTTIMIZZA: forgets an earlier stop and runs the chosen operations.
     void on_Btn_Opt_Ok_clicked();
+    /// INDIETRO: emits backFromOttimizzaToFirstMenu().
     void on_pushBtnBack_clicked();
 
 protected:
@@ -158,6 +161,7 @@ private:
     void listEntries(SplitRun &run) const;
     void readTitles(SplitRun &run);
     void moveIntoSubfolders(SplitRun &run);
+    void keepHiddenFolders(const SplitRun &run) const;
     void moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const;
     void chooseSubfolder(SplitRun &run, QChar initial) const;
 

@@ -8,11 +8,13 @@
 class PathSet
 {
 public:
+    /// Puts @p path in; one that equals it but for case is in already.
     void insert(const QString &path);
     /// Whether a path that equals @p path, or differs from it in case alone, has been put in.
     bool contains(const QString &path) const;
     /// The number of different paths.
     int size() const { return m_folded.size(); }
+    /// Makes room for @p paths paths.
     void reserve(int paths) { m_folded.reserve(paths); }
 
 private:

@@ -44,7 +44,7 @@ void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePa
 
     // Deliberate: a backup that cannot be opened counts as an empty playlist.
     QFile backup(backupPath);
-    backup.open(QIODevice::ReadOnly);
+    const bool hasBackup = backup.open(QIODevice::ReadOnly);
     QFile playlist(playlistPath);
     playlist.open(QIODevice::WriteOnly);
     QTextStream text(&playlist);
@@ -56,7 +56,14 @@ void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePa
         text << line;
     }
     text.flush();
+    const bool written = playlist.isOpen() && text.status() == QTextStream::Ok && playlist.flush();
     playlist.close();
     backup.close();
+    if (!written && hasBackup) {
+        // On a full disk the playlist stays as it was: half of it is worth less than one outdated line.
+        QFile::remove(playlistPath);
+        QFile::rename(backupPath, playlistPath);
+        return;
+    }
     QFile::remove(backupPath);
 }

@@ -19,5 +19,6 @@ QStringList playlistKeys(const QString &playlistPath, const QString &rootPath);
 /// Replaces in one playlist every mention of @p oldDevicePath, whatever its case, by @p newDevicePath (both in device
 /// form; nothing is replaced while the old one is empty). Line ends stay as they are; the file is written as UTF-8
 /// without a byte-order mark. The former playlist is kept as "<playlist>.old" while the new one is written; a file
-/// of that name is lost. No failure is reported: a playlist that cannot be opened becomes an empty one.
+/// of that name is lost. No failure is reported: a playlist that cannot be opened becomes an empty one, and one that
+/// cannot be written whole stays as it was.
 void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath);

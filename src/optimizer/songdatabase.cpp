@@ -6,6 +6,7 @@
 #include "pathset.h"
 #include "sqlline.h"
 
+#include "device/devicecase.h"
 #include "device/devicelocator.h"
 
 #include <QCoreApplication>
@@ -16,9 +17,8 @@
 
 namespace {
 
-// The root path ends in a slash already; the file system takes the second one as well.
-const QString kFastDatabase = QStringLiteral("/System/Corvin/data.fastDB");
-const QString kImportFile = QStringLiteral("/CorvinImportDB.sql");
+const QString kFastDatabase = QStringLiteral("System/Corvin/data.fastDB");
+const QString kImportFile = QStringLiteral("CorvinImportDB.sql");
 constexpr int kBusyBar = 0;
 constexpr qint64 kReadBlock = 1 << 20;
 /// Far more than a million songs need: what is larger is damaged, and would not fit into memory.
@@ -26,19 +26,21 @@ constexpr qint64 kMostDatabaseBytes = 512 * kReadBlock;
 /// After how many entries of a mere listing events are processed.
 constexpr int kListingRound = 64;
 
-// The whole file, read in blocks with the window alive. Nothing when it cannot be opened or is no export of songs.
+// The whole file, read in blocks with the window alive. Nothing when it cannot be opened, cannot be read to its end or
+// is no export of songs: with half of it, the songs of the other half would be inserted a second time.
 QByteArray readFile(const QString &path)
 {
     QFile file(path);
     QByteArray content;
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMostDatabaseBytes)
         return content;
-    content.reserve(static_cast<int>(file.size()));
+    const auto size = static_cast<int>(file.size());
+    content.reserve(size);
     for (QByteArray block = file.read(kReadBlock); !block.isEmpty(); block = file.read(kReadBlock)) {
         content.append(block);
         QCoreApplication::processEvents();
     }
-    return content;
+    return content.size() < size ? QByteArray() : content;
 }
 
 PathSet setOf(const QStringList &paths)
@@ -132,7 +134,7 @@ void Ottimizza::createDiffDatabaseImportFile()
 QStringList Ottimizza::readDatabaseSongs() const
 {
     QStringList songs;
-    FastDbReader reader(readFile(rootPath + kFastDatabase), rootPath);
+    FastDbReader reader(readFile(resolveDevicePath(rootPath, kFastDatabase)), rootPath);
     QString path;
     while (reader.next(path)) {
         songs.append(path);
@@ -186,6 +188,8 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
 {
     const QString path = rootPath + kImportFile;
     QFile::remove(path);
+    // The player takes a file of another case for the same one: none may stay beside the new one.
+    QFile::remove(resolveDevicePath(rootPath, kImportFile));
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
         reportImportFileNotCreated();

@@ -11,6 +11,7 @@ public:
     /// Reads @p bytes, which must outlive the reader, from the byte at @p offset on.
     BitReader(const QByteArray &bytes, int offset) : m_bytes(bytes), m_offset(offset) {}
 
+    /// The next bit, 0 or 1.
     unsigned bit()
     {
         if (m_left == 0) {
@@ -46,6 +47,7 @@ public:
     /// Appends to @p bytes, which must outlive the writer.
     explicit BitWriter(QByteArray &bytes) : m_bytes(bytes) {}
 
+    /// Appends the lowest bit of @p bit.
     void putBit(unsigned bit)
     {
         m_current = (m_current << 1) | (bit & 1U);

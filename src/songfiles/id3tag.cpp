@@ -27,10 +27,12 @@ constexpr ushort kByteOrderMark = 0xFEFF;
 
 QString utf16Text(const QByteArray &bytes)
 {
-    const int units = bytes.size() / 2;
+    constexpr int kUnitBytes = 2;
+    const int units = bytes.size() / kUnitBytes;
     const auto unit = [&bytes](int index, bool bigEndian) {
-        const ushort first = ByteView::byteAt(bytes, 2 * index);
-        const ushort second = ByteView::byteAt(bytes, 2 * index + 1);
+        const qint64 at = qint64(kUnitBytes) * index;
+        const ushort first = ByteView::byteAt(bytes, at);
+        const ushort second = ByteView::byteAt(bytes, at + 1);
         return static_cast<ushort>(bigEndian ? (first << 8) | second : (second << 8) | first);
     };
     const bool bigEndian = units > 0 && unit(0, true) == kByteOrderMark;

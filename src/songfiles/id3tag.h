@@ -55,6 +55,7 @@ public:
 
     // The fields: id3tagfields.cpp
 
+    /// The texts of their frames; empty where there is none.
     QString title() const;
     QString artist() const;
     QString genre() const;

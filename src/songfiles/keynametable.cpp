@@ -31,7 +31,7 @@ QMap<QString, quint16> codesByName(const QMap<quint16, QString> &names)
     QMap<QString, quint16> codes;
     for (auto it = names.constBegin(); it != names.constEnd(); ++it)
         codes.insert(it.value(), it.key());
-    // Deliberate: "G#" gives the code of E major, though G sharp major is another key; the player reads it so.
+    // Deliberate: "G#" gives the code of E major, though G sharp major is another key.
     codes.insert(QStringLiteral("G#"), keyCode(4, kMajor));
     codes.insert(QStringLiteral("Db-"), keyCode(4, kMinor));
     codes.insert(QStringLiteral("D#"), keyCode(-3, kMajor));

@@ -12,6 +12,7 @@
 class KeyNameTable
 {
 public:
+    /// All tables are equal and share their maps: making one costs next to nothing.
     KeyNameTable();
 
     /// The name that belongs to @p code; an empty text when the code is none of the 30 known ones.

@@ -23,7 +23,6 @@ const int kPositionLowBits = 6;
 const unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
 
 const int kSizeBytes = 4;
-const quint32 kMostBytes = 500000;
 const unsigned kMissingByte = 0xFF;
 const int kByteBits = 8;
 const int kRulerLength = 69;
@@ -75,7 +74,7 @@ bool LzHuff::expand(const QByteArray &input, QByteArray &output)
 {
     output.clear();
     const quint32 size = statedSize(input);
-    if (size > kMostBytes) {
+    if (size > quint32(kMostBytes)) {
         logWrongSize(size);
         return false;
     }

@@ -23,6 +23,9 @@ class BitWriter;
 class LzHuff
 {
 public:
+    static constexpr int kMostBytes = 500000; ///< uncompressed bytes that can be expanded at most
+
+    /// Takes the working storage of both directions; it is given back with the object.
     LzHuff();
     ~LzHuff();
     LzHuff(const LzHuff &) = delete;

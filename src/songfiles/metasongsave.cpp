@@ -10,7 +10,6 @@ namespace {
 constexpr qint64 kBlockBytes = 100000;
 const char kMf4ExtraBytes[] = "\xFF\x00\xFF";
 constexpr int kMf4ExtraCount = 3;
-constexpr int kMostStreamBytes = 500000; // a longer one is never expanded again, neither here nor by the player
 
 /// @p path up to its last dot, wherever that stands, followed by ".tmp".
 QString temporaryPath(const QString &path)
@@ -77,7 +76,8 @@ bool MetaSong::isSavable() const
         return false;
     if (!isMfx())
         return true;
-    return m_header.bytes().size() == MfxHeader::sizeOfVersion(m_format) && storedStream().size() <= kMostStreamBytes;
+    // A longer stream would never be expanded again: written over the song, it would be the end of it.
+    return m_header.bytes().size() == MfxHeader::sizeOfVersion(m_format) && storedStream().size() <= LzHuff::kMostBytes;
 }
 
 QByteArray MetaSong::storedStream() const

@@ -42,12 +42,15 @@ public:
     /// The block with all changes made since.
     const QByteArray &bytes() const { return m_bytes; }
 
+    /// The texts of the block; empty where there is none.
     QString title() const;
     QString author() const;
     QString artist() const;
     QString genre() const;
     QString longName() const;
+    /// Beats per minute as stored, valid or not.
     quint16 bpm() const;
+    /// The flag byte.
     quint8 flags() const;
 
     /// Whether the tempo lies within 1 to 499.

@@ -10,6 +10,7 @@ struct PositionCodes
     static constexpr int kUpperValues = 64; ///< values the upper 6 bits can have
     static constexpr int kByteValues = 256; ///< longest code: one byte
 
+    /// Works the tables out.
     PositionCodes();
 
     /// Code of each upper value, left-aligned in a byte, and its length in bits.

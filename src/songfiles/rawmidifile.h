@@ -39,7 +39,7 @@ public:
     /// Number of tracks that the file states.
     quint16 trackCount() const { return m_trackCount; }
 
-    /// Readers: an event that is missing reads as an empty text, or 0.
+    /// The texts of the song; empty where the event is missing.
     QString title() const;
     QString genre() const;
     QString artist() const;

@@ -1,3 +1,4 @@
+#include "device/devicecase.h"
 #include "device/devicelocator.h"
 
 #include "support/exfatvolume.h"
@@ -21,6 +22,7 @@ private slots:
     void labelWithTrailingBlanksIsFound();
     void otherLabelIsNotThePlayer();
     void folderOfTheVolumeShownElsewhereIsNotThePlayer();
+    void pathOnAVolumeThatIgnoresCaseStaysAsWritten();
     void loopDeviceIsNotRemovable();
 
 private:
@@ -109,6 +111,13 @@ void TestMountedPlayer::folderOfTheVolumeShownElsewhereIsNotThePlayer()
     QCOMPARE(QProcess::execute(QStringLiteral("umount"), {elsewhere.path()}), 0);
     QCOMPARE(labelThere, QString());
     QCOMPARE(found, m_volume->root());
+}
+
+void TestMountedPlayer::pathOnAVolumeThatIgnoresCaseStaysAsWritten()
+{
+    QVERIFY(QDir().mkpath(m_volume->path(QStringLiteral("SYSTEM/playlist"))));
+    QCOMPARE(resolveDevicePath(m_volume->root(), QStringLiteral("System/Playlist")),
+             m_volume->path(QStringLiteral("System/Playlist")));
 }
 
 void TestMountedPlayer::loopDeviceIsNotRemovable()

@@ -192,6 +192,42 @@ private slots:
         QCOMPARE(player.content(QStringLiteral("System/Playlist/a.pls")), list);
     }
 
+    // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
+    void thePlayersFoldersAreFoundWhateverTheirCase()
+    {
+        SimulatedPlayer player;
+        player.addFile(QStringLiteral("Song.mid"), "new");
+        player.addFile(QStringLiteral("my songs/Song.mid"), "old");
+        const QString list =
+            player.addFile(QStringLiteral("SYSTEM/playlist/Mine.PLS"), "\\sdmemory\\Song.mid^12^0\r\n");
+        Ottimizza page;
+        page.rootPath = player.root();
+        RunRecorder recorder(page);
+        page.scan_directories();
+        QCOMPARE(player.folders(), QStringList({QStringLiteral("SYSTEM"), QStringLiteral("my songs")}));
+        QCOMPARE(player.folders(QStringLiteral("SYSTEM")), QStringList(QStringLiteral("playlist")));
+        QCOMPARE(player.content(QStringLiteral("my songs/Song_1.mid")), QByteArray("new"));
+        QCOMPARE(player.content(QStringLiteral("my songs/Song.mid")), QByteArray("old"));
+        QCOMPARE(player.content(QStringLiteral("SYSTEM/playlist/Mine.PLS")),
+                 QByteArray("\\sdmemory\\my songs\\Song_1.mid^12^0\r\n"));
+        QCOMPARE(page.playlistIndex.values(player.path(QStringLiteral("Song.mid"))), QStringList(list));
+        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Playlist : \"%1\"").arg(list)));
+        QVERIFY(
+            recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Scan Root Dir : move to  My Songs")));
+    }
+
+    void fileCalledMySongsInAnotherCaseKeepsTheRootAsItIs()
+    {
+        SimulatedPlayer player;
+        player.addFile(QStringLiteral("MY SONGS"), "a file");
+        player.addFile(QStringLiteral("song.mid"));
+        Ottimizza page;
+        page.rootPath = player.root();
+        page.scan_directories();
+        QCOMPARE(player.files(), QStringList({QStringLiteral("MY SONGS"), QStringLiteral("song.mid")}));
+        QCOMPARE(player.folders(), QStringList());
+    }
+
     void everyKindOfFileGoesIntoItsList()
     {
         SimulatedPlayer player;

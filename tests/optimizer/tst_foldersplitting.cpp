@@ -242,6 +242,21 @@ private slots:
                                               QStringLiteral("X/Zeta.mid/odd.dat")}));
     }
 
+    void hiddenSubfolderIsKeptAndNotCounted()
+    {
+        SimulatedPlayer player;
+        player.addFile(QStringLiteral("X/Song.mid"));
+        player.addFile(QStringLiteral("X/.mine/deep/Inside.mid"), "inside");
+        player.addFile(QStringLiteral("X/.file.mid"));
+        Ottimizza page;
+        prepare(page, player, {QStringLiteral("X")});
+        RunRecorder recorder(page);
+        page.corvin_optimizer();
+        QCOMPARE(player.files(),
+                 QStringList({QStringLiteral("X/.mine/deep/Inside.mid"), QStringLiteral("X/S0/Song.mid")}));
+        QVERIFY(recorder.log().contains(QStringLiteral("corvin_optimizer : End Open Dir N. Entry  1")));
+    }
+
     void songWhoseNameIsThatOfItsSubfolderFindsAnother()
     {
         SimulatedPlayer player;
@@ -279,13 +294,19 @@ private slots:
         QFile kept(elsewhere.filePath(QStringLiteral("kept.txt")));
         QVERIFY(kept.open(QIODevice::WriteOnly));
         player.addFile(QStringLiteral("X/Song.mid"));
-        player.addFolder(QStringLiteral("X/.hidden"));
-        QVERIFY(QFile::link(elsewhere.path(), player.path(QStringLiteral("X/.hidden/link"))));
+        player.addFolder(QStringLiteral("X/sub"));
+        QVERIFY(QFile::link(elsewhere.path(), player.path(QStringLiteral("X/sub/link"))));
         QVERIFY(QFile::link(kept.fileName(), player.path(QStringLiteral("X/link.txt"))));
         Ottimizza page;
         prepare(page, player, {QStringLiteral("X")});
+        // With its name taken the sub-folder cannot move and is deleted where it is.
+        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&player](const QString &text) {
+            if (text.contains(QLatin1String("Organizzazione")))
+                player.addFile(QStringLiteral("X/sub"), "in the way");
+        });
         page.corvin_optimizer();
         QVERIFY(kept.exists());
+        QCOMPARE(player.content(QStringLiteral("X/sub")), QByteArray("in the way"));
         QCOMPARE(player.folders(), QStringList(QStringLiteral("X")));
     }
 

@@ -159,6 +159,29 @@ private slots:
         QCOMPARE(player.files(), QStringList({QStringLiteral("Videos/Clips/v.avi"), QStringLiteral("Videos/w.MP4")}));
     }
 
+    void folderOfAnotherCaseIsUsed_data() { addRows(); }
+    void folderOfAnotherCaseIsUsed()
+    {
+        QFETCH(QString, step);
+        QFETCH(QString, folder);
+        QFETCH(QString, suffix);
+        SimulatedPlayer player;
+        const QString there = folder.toUpper();
+        player.addFile(there + QStringLiteral("/cover.") + suffix, "old");
+        player.addFile(QStringLiteral("A/cover.") + suffix, "new");
+        player.addFile(QStringLiteral("A/other.") + suffix, "other");
+        Ottimizza page;
+        page.rootPath = player.root();
+        page.scan_directories();
+        QCOMPARE(list(page, step).size(), 2);
+        run(page, step);
+        QVERIFY(!player.exists(folder));
+        QCOMPARE(player.content(there + QStringLiteral("/cover.") + suffix), QByteArray("old"));
+        QCOMPARE(player.content(there + QStringLiteral("/cover_1.") + suffix), QByteArray("new"));
+        QCOMPARE(player.content(there + QStringLiteral("/other.") + suffix), QByteArray("other"));
+        QCOMPARE(player.files().size(), 3);
+    }
+
     void fileCalledAsTheFolderLeavesEverythingInPlace()
     {
         SimulatedPlayer player;

@@ -57,6 +57,8 @@ private:
         write(volume, QStringLiteral("System/Playlist/mine.pls"), "\\sdmemory\\Loose.mid^12^0\r\n");
         write(volume, QStringLiteral("System/Corvin/data.fastDB"),
               QByteArrayLiteral("\x01\x02\\sdmemory\\Big\\B0\\known.mid\0\xFF\\sdmemory\\Gone\\l'ultima.mid\0"));
+        // A volume that ignores case: nothing is spelled otherwise on account of this.
+        write(volume, QStringLiteral("my songs/Other.mid"), SongFactory::midi(titled(QStringLiteral("Altra"))));
         write(volume, QStringLiteral("Loose.mid"), SongFactory::midi(titled(QStringLiteral("Sciolta"))));
         write(volume, QStringLiteral("Songs/Perch\u00e9.MIDI"), SongFactory::midi(titled(QStringLiteral("Perché"))));
         write(volume, QStringLiteral("Songs/rock.mf3"), SongFactory::mfx(3, titled(QStringLiteral("Rock 'n' Roll"))));
@@ -143,7 +145,7 @@ private:
         database.run(QStringLiteral("INSERT INTO songs (filename) VALUES ('\\sdmemory\\Gone\\l''ultima.mid')"));
         QCOMPARE(database.runFile(read(volume, QStringLiteral("CorvinImportDB.sql"))), QString());
         QStringList expected;
-        for (const char *folder : {"Big", "My Songs", "Songs"}) {
+        for (const char *folder : {"Big", "my songs", "Songs"}) {
             for (const QString &file : files(volume, QString::fromLatin1(folder))) {
                 if (file.endsWith(QLatin1String(".cdg")))
                     continue;

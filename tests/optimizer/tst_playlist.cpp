@@ -7,6 +7,11 @@
 #include <QTest>
 #include <QTextCodec>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
 namespace {
 
 const QString kRoot = QStringLiteral("E:/");
@@ -35,6 +40,7 @@ private slots:
     void backupOfAnEarlierRunIsLost();
     void missingPlaylistBecomesAnEmptyOne();
     void playlistWhoseBackupNameIsAFolderBecomesEmpty();
+    void fullDiskLeavesThePlaylistAsItWas();
     void emptyOldPathReplacesNothing();
     void hugeLineIsRewrittenWhole();
     void playlistIsUtf8WhateverTheLanguageOfThePc();
@@ -214,6 +220,28 @@ void TestPlaylist::playlistWhoseBackupNameIsAFolderBecomesEmpty()
     rewritePlaylistFile(playlist(), kOld, kNew);
     QCOMPARE(content(), QByteArray());
     QVERIFY(QDir(backup()).exists());
+}
+
+void TestPlaylist::fullDiskLeavesThePlaylistAsItWas()
+{
+#ifdef Q_OS_UNIX
+    const QByteArray before = QByteArray("\\sdmemory\\song.mid^1^2\n").repeated(1000);
+    write(before);
+    // Files of this process cannot grow past some kilobytes: writing fails as on a full disk.
+    constexpr rlim_t kMostBytes = 8192;
+    rlimit former{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
+    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{kMostBytes, former.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    rewritePlaylistFile(playlist(), kOld, kNew);
+    setrlimit(RLIMIT_FSIZE, &former);
+    std::signal(SIGXFSZ, formerHandler);
+    QVERIFY(content() == before);
+    QVERIFY(!QFile::exists(backup()));
+#else
+    QSKIP("No limit for the size of files here");
+#endif
 }
 
 void TestPlaylist::emptyOldPathReplacesNothing()

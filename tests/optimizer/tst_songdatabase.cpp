@@ -470,6 +470,59 @@ private slots:
         QVERIFY(page.abortRequested);
     }
 
+    void exportOfAnotherCaseIsFound()
+    {
+        SimulatedPlayer player;
+        addSong(player, QStringLiteral("A/one.mid"));
+        player.addFile(QStringLiteral("SYSTEM/corvin/DATA.FASTDB"), QByteArrayLiteral("\\sdmemory\\A\\one.mid\0"));
+        Ottimizza page;
+        RunRecorder recorder(page);
+        page.createDiffDatabaseImportFile();
+        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("fast db file found:  1")));
+        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
+    }
+
+    // The player would execute either of them.
+    void importFileOfAnotherCaseIsReplaced()
+    {
+        SimulatedPlayer player;
+        player.addFile(QStringLiteral("corvinimportdb.SQL"), "of an earlier run");
+        addSong(player, QStringLiteral("A/one.mid"));
+        Ottimizza page;
+        page.createDiffDatabaseImportFile();
+        QCOMPARE(player.files(), QStringList({QStringLiteral("A/one.mid"), QStringLiteral("CorvinImportDB.sql")}));
+        QCOMPARE(importLines(player).size(), 3 + 1);
+        // It goes as well when there is nothing new to tell.
+        QVERIFY(QFile::rename(player.path(QStringLiteral("CorvinImportDB.sql")),
+                              player.path(QStringLiteral("corvinimportdb.sql"))));
+        writeFastDb(player, {QStringLiteral("\\sdmemory\\A\\one.mid")});
+        page.createDiffDatabaseImportFile();
+        QCOMPARE(player.files(),
+                 QStringList({QStringLiteral("A/one.mid"), QStringLiteral("System/Corvin/data.fastDB")}));
+    }
+
+    // Half of the songs would be taken for all of them, and the other half inserted a second time.
+    void exportThatCannotBeReadToItsEndCountsAsNone()
+    {
+        SimulatedPlayer player;
+        addSong(player, QStringLiteral("A/one.mid"));
+        addSong(player, QStringLiteral("A/two.mid"));
+        constexpr int kMoreThanOneBlock = 3 << 20;
+        const QString path =
+            player.addFile(QStringLiteral("System/Corvin/data.fastDB"),
+                           QByteArrayLiteral("\\sdmemory\\A\\one.mid\0") + QByteArray(kMoreThanOneBlock, '\xFF') +
+                               QByteArrayLiteral("\\sdmemory\\A\\two.mid\0"));
+        Ottimizza page;
+        RunRecorder recorder(page);
+        // The first events are processed between two blocks: the rest of the file is gone then.
+        QMetaObject::invokeMethod(
+            &page, [&path] { QFile::resize(path, 1000); }, Qt::QueuedConnection);
+        page.createDiffDatabaseImportFile();
+        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("fast db file found:  0")));
+        QCOMPARE(importLines(player).size(), 3 + 2);
+        QCOMPARE(importLines(player).first(), QStringLiteral("DELETE FROM songs"));
+    }
+
     void lastPathWithoutItsEndIsNoSong()
     {
         SimulatedPlayer player;

@@ -65,6 +65,7 @@ QList<LzHuffSamples::Sample> LzHuffSamples::smallSamples()
         {"two values at random", randomBytes(20000, 2)},
         {"ten values at random", randomBytes(20000, 10)},
         {"all values at random", randomBytes(20000, 256)},
+        {"beyond the first halving of the frequencies", randomBytes(34000, 256)},
         {"repeats at distance 4066", repeated(randomBytes(4066, 256), 13000)},
         {"repeats at distance 4067", repeated(randomBytes(4067, 256), 13000)},
         {"repeats at distance 4068", repeated(randomBytes(4068, 256), 13000)},

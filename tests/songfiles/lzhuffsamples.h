@@ -19,7 +19,7 @@ QByteArray randomBytes(int size, int values);
 /// Notes as a small sequencer writes them.
 QByteArray songLike(int size);
 
-/// Up to 30,000 bytes each.
+/// Up to 34,000 bytes each.
 QList<Sample> smallSamples();
 /// kLargest bytes each.
 QList<Sample> largeSamples();

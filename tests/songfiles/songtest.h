@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+#include <QTest>
 
 /// What the tests of the song classes share.
 namespace SongTest {
@@ -39,6 +40,18 @@ inline SongInfo fullInfo()
     info.MfxLongName = QStringLiteral("VOLARE.MID");
     info.MfxFlags = 0x20;
     return info;
+}
+
+/// Compares the fields that every format holds.
+inline void compareFields(const SongInfo &info, const SongInfo &expected)
+{
+    QCOMPARE(info.title, expected.title);
+    QCOMPARE(info.artist, expected.artist);
+    QCOMPARE(info.genre, expected.genre);
+    QCOMPARE(info.author, expected.author);
+    QCOMPARE(info.length, expected.length);
+    QCOMPARE(info.userBpm, expected.userBpm);
+    QCOMPARE(info.key, expected.key);
 }
 
 } // namespace SongTest

@@ -13,7 +13,8 @@ namespace {
 const int kSymbols = 283;
 
 /// Symbols whose frequencies grow as the numbers of Fibonacci do, beginning below where the 283 symbols of a
-/// new tree together stand: close to the worst case for the length of a code. At the end one symbol that never came before.
+/// new tree together stand: close to the worst case for the length of a code. At the end one symbol that never came
+/// before.
 QVector<int> worstCase()
 {
     QVector<int> symbols;

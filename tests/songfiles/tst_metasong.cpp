@@ -23,6 +23,7 @@ private slots:
     void fileOfFewerThanFourBytesIsRefusedWithoutAMessage();
     void mf5FileOf1000BytesIsRefused();
     void mfxWithoutAStreamIsSkippedWithAMessage();
+    void mfxWhoseStreamIsTooLongIsSkippedAfterTheCodecsOwnLines();
     void mfxWhoseStreamIsNoMidiIsSkippedWithAMessage();
     void midiThatIsCutIsRefused();
     void failedImportLeavesTheFormatAsItWas();
@@ -204,6 +205,20 @@ void TestMetaSong::mfxWithoutAStreamIsSkippedWithAMessage()
     QCOMPARE(song.formatCode(), int(UnknownFormat));
 }
 
+void TestMetaSong::mfxWhoseStreamIsTooLongIsSkippedAfterTheCodecsOwnLines()
+{
+    const QByteArray oneByteTooLong = QByteArray::fromHex("21A10700"); // 500,001
+    const LogCapture log;
+    MetaSong song;
+    QVERIFY(!song.importFile(file(QStringLiteral("a.mf5"),
+                                  SongFactory::mfxHeader(5, SongTest::fullInfo(), 0, 0) + oneByteTooLong + "stream")));
+    QCOMPARE(log.texts().size(), 6);
+    QCOMPARE(log.texts().at(2), QStringLiteral("Text size:  500001"));
+    QCOMPARE(log.texts().mid(4),
+             QStringList({QStringLiteral("Expand: ERROR"),
+                          QStringLiteral("[MetaSong::importFile] LzHuff Expand filed, skipping file")}));
+}
+
 void TestMetaSong::mfxWhoseStreamIsNoMidiIsSkippedWithAMessage()
 {
     QByteArray compressed;
@@ -312,13 +327,7 @@ void TestMetaSong::infoOfAMidiSong()
     if (standardMarkers)
         expected.markers = {{0, QStringLiteral("Intro")}, {0, QStringLiteral("Ritornello")}};
     QCOMPARE(info.format, QStringLiteral("MIDI"));
-    QCOMPARE(info.title, expected.title);
-    QCOMPARE(info.artist, expected.artist);
-    QCOMPARE(info.author, expected.author);
-    QCOMPARE(info.genre, expected.genre);
-    QCOMPARE(info.key, expected.key);
-    QCOMPARE(info.length, 215);
-    QCOMPARE(info.userBpm, 128);
+    SongTest::compareFields(info, expected);
     QVERIFY(info.isQArte);
     QVERIFY(info.markers == expected.markers);
     QVERIFY(info.MfxLongName.isEmpty() && info.MfxFlags == 0 && info.filename.isEmpty());
@@ -348,13 +357,7 @@ void TestMetaSong::infoOfAnMfxSong()
     const SongInfo info =
         imported(QStringLiteral("a.mfx"), SongFactory::mfxHeader(version, expected, 0, 0) + compressed);
     QCOMPARE(info.format, QStringLiteral("MF") + QString::number(version));
-    QCOMPARE(info.title, expected.title);
-    QCOMPARE(info.artist, expected.artist);
-    QCOMPARE(info.author, expected.author);
-    QCOMPARE(info.genre, expected.genre);
-    QCOMPARE(info.key, expected.key);
-    QCOMPARE(info.length, 215);
-    QCOMPARE(info.userBpm, 128);
+    SongTest::compareFields(info, expected);
     QVERIFY(info.markers == expected.markers);
     QCOMPARE(info.MfxLongName, expected.MfxLongName);
     QCOMPARE(info.MfxFlags, quint8(0x20));
@@ -384,13 +387,7 @@ void TestMetaSong::infoOfAnMp3Song()
     expected.title = QStringLiteral("Perché");
     const SongInfo info = imported(QStringLiteral("a.mp3"), SongFactory::mp3(version, expected, encoding));
     QCOMPARE(info.format, QStringLiteral("MP3"));
-    QCOMPARE(info.title, expected.title);
-    QCOMPARE(info.artist, expected.artist);
-    QCOMPARE(info.author, expected.author);
-    QCOMPARE(info.genre, expected.genre);
-    QCOMPARE(info.key, expected.key);
-    QCOMPARE(info.length, 215);
-    QCOMPARE(info.userBpm, 128);
+    SongTest::compareFields(info, expected);
     QVERIFY(info.isQArte && info.markers.isEmpty());
 }
 

@@ -48,6 +48,7 @@ private slots:
     void songShorterThanItsTagCannotBeSought();
     void pipeCannotBeSought();
     void songThatCannotBeDeletedLeavesTheTemporaryFile();
+    void temporaryFileThatCannotBeRenamedStaysAndIsAFailure();
 
 private:
     QString path(const QString &name) const { return m_dir->filePath(name); }
@@ -555,6 +556,40 @@ void TestMetaSongSave::songThatCannotBeDeletedLeavesTheTemporaryFile()
     QCOMPARE(after, bytes);
     QCOMPARE(temporary, bytes);
     QVERIFY(lines.isEmpty());
+#else
+    QSKIP("needs the rights of Unix");
+#endif
+}
+
+void TestMetaSongSave::temporaryFileThatCannotBeRenamedStaysAndIsAFailure()
+{
+#ifdef Q_OS_UNIX
+    // The temporary file is there already, in a folder that gives no name away: it can be written, but not renamed.
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_dir->path()));
+    QVERIFY(QDir().mkdir(QStringLiteral("dir.d")));
+    const QString name = QStringLiteral("dir.d/songmp3");
+    const QByteArray bytes = SongFactory::mp3(3, SongTest::fullInfo());
+    MetaSong song;
+    QVERIFY(SongTest::write(name, bytes));
+    QVERIFY(SongTest::write(QStringLiteral("dir.tmp"), "left over"));
+    QVERIFY(song.importFile(name));
+    QCOMPARE(chmod("dir.d/songmp3", 0644), 0);
+    QCOMPARE(chmod("dir.tmp", 0666), 0);
+    QCOMPARE(chmod("dir.d", 0777), 0);
+    QCOMPARE(chmod(".", 0555), 0);
+    bool saved = true;
+    {
+        const NoRoot noRoot;
+        saved = song.saveToFile(name);
+    }
+    chmod(".", 0777);
+    const QByteArray temporary = SongTest::read(QStringLiteral("dir.tmp"));
+    const bool songIsGone = !QFile::exists(name);
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(!saved);
+    QVERIFY(songIsGone);
+    QCOMPARE(temporary, bytes);
 #else
     QSKIP("needs the rights of Unix");
 #endif

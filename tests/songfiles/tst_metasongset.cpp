@@ -40,7 +40,10 @@ private slots:
     void mfxFlagOfMarkersIsSetAndNeverCleared();
     void mfxTextsInsideTheStreamStayAsTheyAre();
     void medtIsAddedOnceInBothModes();
-    void manualFramesOfAnMp3AreWrittenInOrder();
+    void framesOfAnMp3AreWrittenInOrder_data();
+    void framesOfAnMp3AreWrittenInOrder();
+    void eventsOfAMidiSongAreWrittenInOrder_data();
+    void eventsOfAMidiSongAreWrittenInOrder();
     void manualZeroRemovesNumbersOfAnMp3();
     void titleAccentsReadBackByteByByte();
     void longAccentedTitleCanBeSetTwice();
@@ -62,6 +65,16 @@ private:
         song.setSongInfo(change, manual);
         song.getSongInfo(info);
         return info;
+    }
+    /// The file that @p bytes become when @p change is set and the song is saved; empty when it is not saved.
+    QByteArray savedAfter(const QByteArray &bytes, const SongInfo &change, bool manual)
+    {
+        MetaSong song;
+        if (!load(song, bytes))
+            return QByteArray();
+        song.setSongInfo(change, manual);
+        const QString path = m_dir->filePath(QStringLiteral("song.mp3"));
+        return song.saveToFile(path) ? SongTest::read(path) : QByteArray();
     }
 
     QScopedPointer<QTemporaryDir> m_dir;
@@ -115,17 +128,6 @@ SongInfo otherInfo()
     return info;
 }
 
-void compareFields(const SongInfo &info, const SongInfo &expected)
-{
-    QCOMPARE(info.title, expected.title);
-    QCOMPARE(info.artist, expected.artist);
-    QCOMPARE(info.genre, expected.genre);
-    QCOMPARE(info.author, expected.author);
-    QCOMPARE(info.length, expected.length);
-    QCOMPARE(info.userBpm, expected.userBpm);
-    QCOMPARE(info.key, expected.key);
-}
-
 } // namespace
 
 void TestMetaSongSet::init()
@@ -162,7 +164,7 @@ void TestMetaSongSet::manualReplacesEveryField()
 {
     QFETCH(int, kind);
     const SongInfo info = changed(make(kind, SongTest::fullInfo()), otherInfo(), true);
-    compareFields(info, otherInfo());
+    SongTest::compareFields(info, otherInfo());
     // Markers are no matter of this call when it is manual.
     if (kind != Mp3)
         QVERIFY(info.markers == SongTest::fullInfo().markers);
@@ -179,7 +181,7 @@ void TestMetaSongSet::automaticFillsAnEmptySong()
     SongInfo expected = otherInfo();
     expected.artist.clear();
     const SongInfo info = changed(make(kind, SongInfo()), otherInfo(), false);
-    compareFields(info, expected);
+    SongTest::compareFields(info, expected);
     if (kind != Mp3)
         QVERIFY(info.markers == otherInfo().markers);
 }
@@ -193,7 +195,7 @@ void TestMetaSongSet::automaticKeepsWhatTheSongHas()
 {
     QFETCH(int, kind);
     const SongInfo info = changed(make(kind, SongTest::fullInfo()), otherInfo(), false);
-    compareFields(info, SongTest::fullInfo());
+    SongTest::compareFields(info, SongTest::fullInfo());
     if (kind != Mp3)
         QVERIFY(info.markers == SongTest::fullInfo().markers);
 }
@@ -419,22 +421,55 @@ void TestMetaSongSet::medtIsAddedOnceInBothModes()
     }
 }
 
-void TestMetaSongSet::manualFramesOfAnMp3AreWrittenInOrder()
+void TestMetaSongSet::framesOfAnMp3AreWrittenInOrder_data()
 {
-    const QString path = m_dir->filePath(QStringLiteral("a.mp3"));
-    QVERIFY(SongTest::write(path, make(Mp3, SongInfo())));
-    MetaSong song;
-    QVERIFY(song.importFile(path));
-    song.setSongInfo(otherInfo(), true);
-    QVERIFY(song.saveToFile(path));
-    const QByteArray saved = SongTest::read(path);
+    QTest::addColumn<bool>("manual");
+    QTest::addColumn<QByteArrayList>("frames");
     // Each frame goes to the front, so that the first written stands last.
+    QTest::newRow("manual") << true << QByteArrayList({"MEDT", "TCON", "TPE1", "TLEN", "TKEY", "TBPM", "TCOM", "TIT2"});
+    QTest::newRow("automatic") << false << QByteArrayList({"MEDT", "TCON", "TLEN", "TKEY", "TBPM", "TCOM", "TIT2"});
+}
+
+void TestMetaSongSet::framesOfAnMp3AreWrittenInOrder()
+{
+    QFETCH(bool, manual);
+    QFETCH(QByteArrayList, frames);
+    const QByteArray saved = savedAfter(make(Mp3, SongInfo()), otherInfo(), manual);
     int before = 0;
-    for (const char *id : {"MEDT", "TCON", "TPE1", "TLEN", "TKEY", "TBPM", "TCOM", "TIT2"}) {
+    for (const QByteArray &id : qAsConst(frames)) {
         const int at = saved.indexOf(id);
-        QVERIFY2(at > before, id);
+        QVERIFY2(at > before, id.constData());
         before = at;
     }
+    QCOMPARE(saved.contains("TPE1"), manual);
+}
+
+void TestMetaSongSet::eventsOfAMidiSongAreWrittenInOrder_data()
+{
+    QTest::addColumn<bool>("manual");
+    QTest::addColumn<QByteArray>("start");
+    const QByteArray genre = QByteArray::fromHex("00FF4B0401") + "Pop";
+    const QByteArray artist = QByteArray::fromHex("00FF4B0802") + "Adriano";
+    const QByteArray bpm = QByteArray::fromHex("00FF4B0305") + "77";
+    const QByteArray author = QByteArray::fromHex("00FF4B0603") + "Paolo";
+    const QByteArray title = QByteArray::fromHex("00FF0307") + "Azzurro";
+    const QByteArray length = QByteArray::fromHex("00FF4B0304") + "90";
+    const QByteArray key = QByteArray::fromHex("00FF59020301");
+    const QByteArray marker = QByteArray::fromHex("00FF4B07060007") + "Coro";
+    // Each event goes to the front, so that the first written stands last.
+    QTest::newRow("manual") << true << genre + artist + bpm + author + title + length + key;
+    QTest::newRow("automatic") << false << genre + bpm + author + title + length + key + marker;
+}
+
+void TestMetaSongSet::eventsOfAMidiSongAreWrittenInOrder()
+{
+    QFETCH(bool, manual);
+    QFETCH(QByteArray, start);
+    const QByteArray before = make(Midi, SongInfo());
+    const QByteArray saved = savedAfter(before, otherInfo(), manual);
+    constexpr int kTrackDataStart = 22;
+    QCOMPARE(saved.mid(kTrackDataStart, start.size()), start);
+    QCOMPARE(saved.mid(kTrackDataStart + start.size()), before.mid(kTrackDataStart));
 }
 
 void TestMetaSongSet::manualZeroRemovesNumbersOfAnMp3()

@@ -135,12 +135,12 @@ void TestSongsOthersRead::initTestCase()
 {
     for (const char *program : {"midicsv", "id3v2", "mpg123", "ffprobe"}) {
         if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty())
-            QSKIP(qPrintable(QStringLiteral("%1 is not installed").arg(QLatin1String(program))));
+            QSKIP(qPrintable(QStringLiteral("SKIPPED WHOLE: %1 is not installed").arg(QLatin1String(program))));
     }
     QProcess python;
     python.start(kPython, {QStringLiteral("-c"), QStringLiteral("import mido, mutagen")});
     if (!python.waitForFinished() || python.exitCode() != 0)
-        QSKIP("python3-mido or python3-mutagen is not installed");
+        QSKIP("SKIPPED WHOLE: python3-mido or python3-mutagen is not installed");
 }
 
 void TestSongsOthersRead::init()
