@@ -2,6 +2,10 @@
 # Sets $root (the checkout). Functions: step, fail, need_packages, utf8_locale, build_preset.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvin4manager
+
+# Every checkout shares what was compiled before, wherever it lies.
+export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache} CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 step() { printf '==> %s\n' "$*"; }
 fail() {
@@ -9,7 +13,7 @@ fail() {
   exit 1
 }
 
-build_packages="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
+build_packages="g++ ccache cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
   libqt5sql5-sqlite libarchive-dev fonts-bebas-neue fonts-liberation"
 walk_packages="xvfb xauth unar exfatprogs exfat-fuse fuse3 python3-minimal"
 test_packages="$walk_packages lhasa midicsv python3 python3-mido python3-mutagen id3v2 mpg123 ffmpeg zip"
