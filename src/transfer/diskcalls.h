@@ -3,6 +3,8 @@
 #include <QString>
 #include <QtGlobal>
 
+class QFile;
+
 /// A number that tells the volume that holds @p path (absolute, forward slashes) from the others while it is mounted;
 /// 0 when the path is empty or does not exist.
 quint64 volumeId(const QString &path);
@@ -10,3 +12,7 @@ quint64 volumeId(const QString &path);
 /// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.
 bool moveOver(const QString &from, const QString &to);
+
+/// Makes the file that @p file names and opens it for unbuffered writing, with the permissions that the open file
+/// @p model has, where the disk knows any. False when the name is taken or refused.
+bool createLike(const QFile &model, QFile &file);

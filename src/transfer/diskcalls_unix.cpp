@@ -3,7 +3,13 @@
 #include <QFile>
 
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+constexpr mode_t kPermissionBits = S_IRWXU | S_IRWXG | S_IRWXO;
+} // namespace
 
 quint64 volumeId(const QString &path)
 {
@@ -17,4 +23,19 @@ quint64 volumeId(const QString &path)
 bool moveOver(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+bool createLike(const QFile &model, QFile &file)
+{
+    // Given at once: a disk without permissions would be asked in vain, once a file, to change them afterwards.
+    struct stat status = {};
+    const mode_t mode = ::fstat(model.handle(), &status) == 0 ? status.st_mode & kPermissionBits : S_IRUSR | S_IWUSR;
+    const int handle =
+        ::open(QFile::encodeName(file.fileName()).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (handle < 0)
+        return false;
+    if (file.open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+        return true;
+    ::close(handle);
+    return false;
 }

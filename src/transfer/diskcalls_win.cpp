@@ -1,6 +1,7 @@
 #include "diskcalls.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <windows.h>
 
@@ -28,4 +29,12 @@ bool moveOver(const QString &from, const QString &to)
     const QString source = QDir::toNativeSeparators(from);
     const QString target = QDir::toNativeSeparators(to);
     return MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+bool createLike(const QFile &model, QFile &file)
+{
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        return false;
+    file.setPermissions(model.permissions());
+    return true;
 }

@@ -80,15 +80,12 @@ CopyResult copyFile(const QString &source, const QString &destination, const std
     if (!QFileInfo(from).isFile() || !from.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return existsOr(destination, CopyResult::SourceUnreadable);
     QFile to(destination);
-    if (!to.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+    if (!createLike(from, to))
         return existsOr(destination, CopyResult::NotCreated);
 
     CopyResult result = copyContent(from, to, betweenBlocks);
-    if (result == CopyResult::Copied)
-        to.setPermissions(from.permissions());
     to.close();
-    if (result == CopyResult::Copied && to.error() != QFileDevice::NoError &&
-        to.error() != QFileDevice::PermissionsError)
+    if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
         result = CopyResult::NotWritten;
     if (result != CopyResult::Copied)
         to.remove();
