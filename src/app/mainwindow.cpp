@@ -22,6 +22,18 @@
 namespace {
 constexpr int kConnectionIntervalMs = 500;
 constexpr int kRoomForWindowFrame = 50;
+const QColor kDisabledText(90, 90, 90);
+
+/// The window's picture is light whatever colours the desktop has: what is written on it must not follow a dark theme.
+QPalette paletteForLightGround(QPalette palette)
+{
+    palette.setColor(QPalette::Base, Qt::white);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text}) {
+        palette.setColor(role, Qt::black);
+        palette.setColor(QPalette::Disabled, role, kDisabledText);
+    }
+    return palette;
+}
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
@@ -67,7 +79,7 @@ void MainWindow::createPages()
 void MainWindow::applyStyle()
 {
     setWindowIcon(QIcon(QStringLiteral(":/imgs/corvin4manager.png")));
-    QPalette windowPalette = palette();
+    QPalette windowPalette = paletteForLightGround(palette());
     windowPalette.setBrush(QPalette::Window, QBrush(QPixmap(QStringLiteral(":/imgs/sfondo_prog.png"))));
     setPalette(windowPalette);
     // A scroll area paints its own ground, which would start the picture anew in the middle of the window.

@@ -3,6 +3,7 @@
 #include "device/devicelocator.h"
 
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QString>
 #include <memory>
 
@@ -95,7 +96,12 @@ public:
 
     // procedures/diskformat.cpp
     /// What the user and the system made of a format.
-    enum class FormatOutcome { Done, Refused, Failed };
+    enum class FormatOutcome
+    {
+        Done,
+        Refused,
+        Failed
+    };
     /// Asks, formats the volume at @p drive (the player's root path, with its closing slash) as exFAT labelled CORVIN4 and
     /// waits, without limit, until the player is found again. Returns whether the format command ran to its end;
     /// lastFormatOutcome tells a refusal from a failure.
@@ -179,10 +185,13 @@ private slots:
     /// One look for the player: shows the connection page, or stops the watch for good and starts the check.
     void check_connection();
 
-    // procedures/maintenanceslots.cpp: each runs a whole maintenance procedure and returns when it has ended.
+    // The next six each run a whole maintenance procedure and return when it has ended.
+    // procedures/systemupdate.cpp
     void updateCorvinWithLastRelease();
+    // procedures/songbackup.cpp
     void makeSecurityCopyOfSongs();
     void restoreSecurityCopyOfSongs();
+    // procedures/reinstall.cpp
     void reinstallOpSysOnly();
     void reinstallOpSysAndCleanSongs();
     void reinstallOpSysAndRestoreSongs();
@@ -202,8 +211,12 @@ private:
     void connectTransfer();
     void connectEndOttimizza();
 
-    // procedures/maintenanceslots.cpp
-    void tellNotAvailable();
+    // procedures/songbackup.cpp
+    bool emptyBackupFolder(const QString &deviceRoot, const QString &destination);
+    bool listSongs(const QString &deviceRoot, QStringList &files);
+    bool confirmManyFiles(int count);
+    bool isStillConnected(const QString &deviceRoot) const;
+    void tellEndOfSongCopy(bool good);
 
     // procedures/operationwidgets.cpp
     void prepareOperation();
@@ -211,9 +224,34 @@ private:
     void showOperation(LANGUAGE_STRING_CODE code);
     bool findDeviceForOperation(QString &deviceRoot);
 
+    // procedures/systemupdate.cpp
+    bool copyUpdate(const QString &deviceRoot, const QString &archiveFolder);
+    void finishUpdate(const QString &deviceRoot, bool showFinalMessage);
+    void tellDownloadError(int code);
+
+    // procedures/reinstall.cpp
+    void replaceSystem();
+    void eraseAndReplaceSystem();
+    void saveSongsAndReplaceSystem();
+    bool confirmErasing();
+
+    // procedures/reinstallsteps.cpp: each returns whether the procedure goes on.
+    bool chooseBackupFolder(QString &backup);
+    bool saveSongs(const QString &deviceRoot, const QString &backup);
+    bool downloadSystem(QString &archive);
+    bool unpackSystem(const QString &archive, QString &unpacked);
+    bool formatDisk(QString &deviceRoot);
+    bool installSystem(QString &deviceRoot, const QString &unpacked);
+    bool bringSongsBack(const QString &backup, const QString &deviceRoot);
+    bool findDeviceAgain(QString &deviceRoot);
+    void finishReinstall(const QString &deviceRoot);
+    void tell(QMessageBox::Icon icon, const QString &title, const QString &text);
+
     std::unique_ptr<Ui::MainWindow> ui;
     QTimer *connectionTimer = nullptr;
     DeviceLocator deviceLocator;
+    /// The PC folder with the songs while they may be there alone: the boxes of a reinstall name it.
+    QString keptBackup;
     // The pages: children of the form's framePage, alive as long as the window.
     Check *check = nullptr;
     Connect *connectPage = nullptr;

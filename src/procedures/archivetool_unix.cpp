@@ -6,7 +6,7 @@
 
 QString archiveTool(const QString &programFolder)
 {
-    const QString own = programFolder + QStringLiteral("/unar.exe");
+    QString own = programFolder + QStringLiteral("/unar.exe");
     if (QFile::exists(own))
         return own;
     const QString systems = QStandardPaths::findExecutable(QStringLiteral("unar"));

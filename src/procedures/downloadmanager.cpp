@@ -19,7 +19,7 @@ template <typename... Values> void print(std::FILE *stream, const char *format, 
 
 QString fileNameOf(const QUrl &url)
 {
-    const QString name = QFileInfo(url.path()).fileName();
+    QString name = QFileInfo(url.path()).fileName();
     // The name comes from outside: none may lead out of the folder, on any system.
     if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String("..") ||
         name.contains(QLatin1Char('\\')) || name.contains(QLatin1Char(':')))
@@ -29,9 +29,7 @@ QString fileNameOf(const QUrl &url)
 
 } // namespace
 
-DownloadManager::DownloadManager(QObject *parent) : QObject(parent)
-{
-}
+DownloadManager::DownloadManager(QObject *parent) : QObject(parent) {}
 
 DownloadManager::~DownloadManager()
 {
@@ -45,7 +43,7 @@ QString DownloadManager::downloadFolder()
 
 QString DownloadManager::saveFileName(const QUrl &url)
 {
-    const QString path = QDir::cleanPath(downloadFolder() + QLatin1Char('/') + fileNameOf(url));
+    QString path = QDir::cleanPath(downloadFolder() + QLatin1Char('/') + fileNameOf(url));
     if (QFile::exists(path))
         QFile::remove(path);
     return path;

@@ -39,16 +39,16 @@ public:
     /// could be opened for writing; whether the server can be reached shows later, by the file that is there or not.
     bool download(const QString &url);
 
-    bool done = false;                   ///< false while a download runs, true once its reply has finished
-    qint32 percent = 0;                  ///< progress of the current download; stays while the whole size is unknown
-    QString savePath;                    ///< the file being written, or the last one that was
-    QNetworkAccessManager network;       ///< sends the requests
-    QList<QUrl> queue;                   ///< downloads still to start
-    QFile output;                        ///< the file being written
+    bool done = false;                    ///< false while a download runs, true once its reply has finished
+    qint32 percent = 0;                   ///< progress of the current download; stays while the whole size is unknown
+    QString savePath;                     ///< the file being written, or the last one that was
+    QNetworkAccessManager network;        ///< sends the requests
+    QList<QUrl> queue;                    ///< downloads still to start
+    QFile output;                         ///< the file being written
     QPointer<QNetworkReply> currentReply; ///< the running request
-    QTime clock;                         ///< when the current download was started
-    int downloadedCount = 0;             ///< downloads that succeeded
-    int totalCount = 0;                  ///< downloads queued since construction
+    QTime clock;                          ///< when the current download was started
+    int downloadedCount = 0;              ///< downloads that succeeded
+    int totalCount = 0;                   ///< downloads queued since construction
 
 signals:
     /// The queue has nothing left to start.

@@ -1,6 +1,6 @@
 #include "systemattributes.h"
 
-#include "devicecase.h"
+#include "device/devicecase.h"
 
 #include <QFile>
 

@@ -11,8 +11,8 @@ constexpr QDir::Filters kEverything = QDir::AllEntries | QDir::Hidden | QDir::Sy
 
 bool isPlayersOwn(const QString &name)
 {
-    const QStringList own = {QStringLiteral("System"),   QStringLiteral("CorvinUpdate"), QStringLiteral("Bridges"),
-                             QStringLiteral("Effects"),  QStringLiteral("My Songs"),     QStringLiteral("Images"),
+    const QStringList own = {QStringLiteral("System"),  QStringLiteral("CorvinUpdate"), QStringLiteral("Bridges"),
+                             QStringLiteral("Effects"), QStringLiteral("My Songs"),     QStringLiteral("Images"),
                              QStringLiteral("Videos")};
     return own.contains(name, Qt::CaseInsensitive);
 }

@@ -1,0 +1,68 @@
+#include "backupchoice.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+namespace {
+
+QString realPath(const QString &path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return canonical.isEmpty() ? QDir::cleanPath(QDir().absoluteFilePath(path)) : canonical;
+}
+
+/// Whether both lie on the volume whose root is @p volumeRoot, however it is reached.
+bool isOnVolume(const QString &folder, const QString &volumeRoot)
+{
+    const QStorageInfo volume(volumeRoot);
+    return isVolumeRoot(volumeRoot) && volume.isValid() && QStorageInfo(realPath(folder)).device() == volume.device();
+}
+
+} // namespace
+
+bool isSystemPart(const QString &path, const QString &deviceRoot)
+{
+    // Only what lies below the root counts, the root's own slash included: the player may be mounted anywhere.
+    const QString below = path.mid(deviceRoot.size() - 1);
+    const QStringList parts = {QStringLiteral("/BRIDGES/"), QStringLiteral("/EFFECTS/"), QStringLiteral("/System/"),
+                               QStringLiteral("autoexec.bat")};
+    for (const QString &part : parts) {
+        if (below.contains(part, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+bool holdsFolder(const QString &outer, const QString &inner)
+{
+    // Compared as the system compares paths, with or without regard to case.
+    const QFileInfo wanted(realPath(outer));
+    QString path = realPath(inner);
+    while (QFileInfo(path) != wanted) {
+        const QString parent = QFileInfo(path).path();
+        if (parent.size() >= path.size())
+            return false;
+        path = parent;
+    }
+    return true;
+}
+
+bool mayBeEmptied(const QString &folder, const QString &deviceRoot, const QStringList &keep)
+{
+    if (folder.isEmpty() || holdsFolder(deviceRoot, folder) || isOnVolume(folder, deviceRoot))
+        return false;
+    if (holdsFolder(folder, deviceRoot))
+        return false;
+    for (const QString &kept : keep) {
+        if (holdsFolder(folder, kept))
+            return false;
+    }
+    return true;
+}
+
+bool isVolumeRoot(const QString &folder)
+{
+    const QString path = realPath(folder);
+    return QFileInfo(QStorageInfo(path).rootPath()) == QFileInfo(path);
+}

@@ -1,0 +1,8 @@
+corvin_test(tst_foldertools USES corvin_app)
+corvin_test(tst_backupchoice USES corvin_app)
+corvin_test(tst_operationwidgets SOURCES proceduretest.h USES corvin_app)
+corvin_test(tst_foldercopy SOURCES proceduretest.h USES corvin_app)
+corvin_test(tst_songbackup SOURCES proceduretest.h USES corvin_app)
+corvin_test(tst_diskformat USES corvin_systemfixture)
+set_tests_properties(tst_diskformat PROPERTIES RESOURCE_LOCK corvin-volume-label)
+corvin_test(tst_maintenancefaults_copy SOURCES proceduretest.h USES corvin_app)

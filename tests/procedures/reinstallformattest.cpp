@@ -1,0 +1,98 @@
+#include "reinstallformattest.h"
+
+#include "app/mainwindow.h"
+#include "procedures/updateserver.h"
+#include "support/logcapture.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+
+Entries ReinstallFormatTest::systemEntries()
+{
+    Entries entries = {{QStringLiteral("AUTOEXEC.BAT"), "new"}, {QStringLiteral("System/Corvin/Corvin.exe"), "new"}};
+    for (int i = 0; i < kManyFiles; ++i)
+        entries.insert(QStringLiteral("System/many/%1.dat").arg(i), "x");
+    return entries;
+}
+
+void ReinstallFormatTest::initTestCase()
+{
+    QString why;
+    if (!ExFatVolume::isPossible(&why))
+        QSKIP(qPrintable(QStringLiteral("SKIPPED WHOLE: ") + why));
+}
+
+void ReinstallFormatTest::init()
+{
+    m_pc.reset(new TemporaryPc);
+    QVERIFY(QDir().mkpath(backup()));
+    m_server.reset(new HttpServer);
+    qputenv("CORVIN_UPDATE_SERVER", m_server->address().toLatin1());
+    m_server->serve(kSystemArchivePath, zipOf(systemEntries(), QStringLiteral("System/"), kLeast));
+    m_server->serve(kUpdateArchivePath,
+                    zipOf({{QStringLiteral("CorvinUpdate/u.exe"), "update"}}, QStringLiteral("CorvinUpdate/"), kLeast));
+    m_player.reset(new MountedPlayer(16));
+    QVERIFY2(m_player->isMounted(), qPrintable(m_player->volume->error()));
+    putFile(m_player->path(QStringLiteral("AUTOEXEC.BAT")), "old");
+    putFile(m_player->path(QStringLiteral("System/old.exe")), "old");
+    putFile(m_player->path(QStringLiteral("System/Playlist/mine.pls")), "list");
+    for (int i = 0; i < kManyFiles; ++i)
+        putFile(m_player->path(QStringLiteral("My Songs/%1.mid").arg(i)), QByteArray::number(i));
+    m_programs.reset(new ProgramFolder);
+    m_programs->addUnar();
+    m_formatRecord = m_pc->path(QStringLiteral("format.txt"));
+    m_programs->addScript(QStringLiteral("cmd.exe"), m_player->formatScript(m_formatRecord));
+    m_window.reset(new ProcedureWindow);
+}
+
+void ReinstallFormatTest::cleanup()
+{
+    m_window.reset();
+    m_programs.reset();
+    m_player.reset();
+    m_server.reset();
+    m_pc.reset();
+    qunsetenv("CORVIN_UPDATE_SERVER");
+}
+
+void ReinstallFormatTest::expectOldDisk() const
+{
+    QVERIFY(!QFile::exists(m_formatRecord));
+    QCOMPARE(contentOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))), QByteArray("old"));
+    QCOMPARE(contentOf(m_player->path(QStringLiteral("System/old.exe"))), QByteArray("old"));
+    QCOMPARE(m_player->files().size(), kManyFiles + 3);
+    QVERIFY(m_window->isAtRest());
+}
+
+void ReinstallFormatTest::expectNewSystem() const
+{
+    QCOMPARE(contentOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))), QByteArray("new"));
+    QCOMPARE(contentOf(m_player->path(QStringLiteral("System/Corvin/Corvin.exe"))), QByteArray("new"));
+    QVERIFY(!QFile::exists(m_player->path(QStringLiteral("System/old.exe"))));
+    QCOMPARE(filesBelow(m_player->path(QStringLiteral("System/many"))).size(), kManyFiles);
+    QVERIFY(!QFile::exists(m_pc->downloads()));
+    QVERIFY(m_window->isAtRest());
+}
+
+void ReinstallFormatTest::useSlowTool()
+{
+    QFile::remove(m_programs->path(QStringLiteral("unar")));
+    m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+}
+
+QStringList ReinstallFormatTest::statusTexts(const LogCapture &log)
+{
+    const QString prefix = QStringLiteral("MainWindow::on_updateLabelAction : \"");
+    QStringList texts = log.textsStartingWith(prefix);
+    for (QString &text : texts)
+        text = text.mid(prefix.size()).chopped(1);
+    return texts;
+}
+
+int runReinstallFormatTest(ReinstallFormatTest &test, int argc, char **argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QApplication app(argc, argv);
+    return QTest::qExec(&test, argc, argv);
+}

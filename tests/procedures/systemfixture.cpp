@@ -1,0 +1,237 @@
+#include "systemfixture.h"
+
+#include "app/mainwindow.h"
+#include "support/simulatedplayer.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFileDialog>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+const QString kLabelFile = QStringLiteral(".windows-label");
+constexpr int kLookIntervalMs = 1;
+
+void fail(const QString &why)
+{
+    QTest::qFail(qPrintable(why), __FILE__, __LINE__);
+}
+
+template <typename T> T *child(const MainWindow *window, const char *name)
+{
+    auto *found = window->findChild<T *>(QLatin1String(name));
+    if (!found)
+        qFatal("The window has no %s", name);
+    return found;
+}
+
+} // namespace
+
+QByteArray noise(int size)
+{
+    QByteArray bytes(size, '\0');
+    quint32 state = 12345;
+    for (char &byte : bytes) {
+        state = state * 1664525U + 1013904223U;
+        byte = static_cast<char>(state >> 24U);
+    }
+    return bytes;
+}
+
+QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes)
+{
+    QJsonObject wanted;
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+        wanted.insert(entry.key(), QString::fromLatin1(entry.value().toBase64()));
+    if (leastBytes > 0)
+        wanted.insert(fillerIn + QStringLiteral("filler.bin"), QString::fromLatin1(noise(leastBytes).toBase64()));
+    QProcess python;
+    python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), QStringLiteral(R"(
+import sys, json, base64, zipfile, io
+out = io.BytesIO()
+with zipfile.ZipFile(out, 'w') as z:
+    for name, content in json.load(sys.stdin).items():
+        z.writestr(name, base64.b64decode(content))
+sys.stdout.buffer.write(out.getvalue()))")});
+    python.write(QJsonDocument(wanted).toJson());
+    python.closeWriteChannel();
+    if (!python.waitForFinished() || python.exitCode() != 0)
+        fail(QStringLiteral("No zip: ") + QString::fromLocal8Bit(python.readAllStandardError()));
+    return python.readAllStandardOutput();
+}
+
+QStringList filesBelow(const QString &folder)
+{
+    QStringList found;
+    QDirIterator files(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString relative = QDir(folder).relativeFilePath(files.next());
+        if (relative != kLabelFile)
+            found.append(relative);
+    }
+    found.sort();
+    return found;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void putFile(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        fail(QStringLiteral("Cannot write ") + path);
+}
+
+TemporaryPc::TemporaryPc() : m_before(qgetenv("TMPDIR"))
+{
+    qputenv("TMPDIR", QFile::encodeName(m_dir.path()));
+}
+
+TemporaryPc::~TemporaryPc()
+{
+    qputenv("TMPDIR", m_before);
+}
+
+ProgramFolder::ProgramFolder() : m_before(qgetenv("PATH"))
+{
+    qputenv("PATH", QFile::encodeName(m_dir.path()) + ':' + m_before);
+}
+
+ProgramFolder::~ProgramFolder()
+{
+    qputenv("PATH", m_before);
+}
+
+void ProgramFolder::addScript(const QString &name, const QByteArray &lines)
+{
+    putFile(path(name), "#!/bin/sh\n" + lines);
+    QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void ProgramFolder::addUnar(const QString &program)
+{
+    addScript(QStringLiteral("unar"), "exec '" + QFile::encodeName(program) + "' \"$@\"\n");
+}
+
+void ProgramFolder::hideOthers()
+{
+    qputenv("PATH", QFile::encodeName(m_dir.path()));
+}
+
+MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes))
+{
+    if (!isMounted())
+        return;
+    putFile(path(kLabelFile), "CORVIN4\n");
+    qputenv("CORVIN_VOLUMES", QFile::encodeName(QDir::cleanPath(root())));
+}
+
+MountedPlayer::~MountedPlayer()
+{
+    SimulatedPlayer::disconnect();
+}
+
+QByteArray MountedPlayer::formatScript(const QString &recordTo) const
+{
+    const QString lines = QStringLiteral("PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
+                                         "printf '%s\\n' \"$@\" > '%1'\n"
+                                         "umount \"$3\" && mkfs.exfat -L CORVIN4 %2 &&\n"
+                                         "mount.exfat-fuse %2 \"$3\" && echo CORVIN4 > \"$3/%3\"\n")
+                              .arg(recordTo, volume->device(), kLabelFile);
+    return lines.toUtf8();
+}
+
+ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
+{
+    // Else the player that a test plugs in would start the check.
+    const QList<QTimer *> timers = window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QTimer *timer : timers)
+        timer->stop();
+    window->show();
+}
+
+ProcedureWindow::~ProcedureWindow() = default;
+
+void ProcedureWindow::run(const char *slot) const
+{
+    if (!QMetaObject::invokeMethod(window.get(), slot, Qt::DirectConnection))
+        fail(QStringLiteral("The window has no slot ") + QLatin1String(slot));
+}
+
+QLabel *ProcedureWindow::label() const
+{
+    return child<QLabel>(window.get(), "labelAction");
+}
+
+QProgressBar *ProcedureWindow::bar() const
+{
+    return child<QProgressBar>(window.get(), "progressBar");
+}
+
+QPushButton *ProcedureWindow::stop() const
+{
+    return child<QPushButton>(window.get(), "pushButtonStop");
+}
+
+bool ProcedureWindow::isAtRest() const
+{
+    return label()->isHidden() && bar()->isHidden() && stop()->isHidden() && bar()->value() == 0 &&
+           bar()->maximum() == 100 && bar()->format() == QStringLiteral("%p%");
+}
+
+StopPresser::StopPresser(const ProcedureWindow &window, const QString &statusText,
+                         const std::function<bool()> &condition)
+{
+    QLabel *label = window.label();
+    QPushButton *button = window.stop();
+    connect(&m_timer, &QTimer::timeout, this, [this, label, button, statusText, condition] {
+        if (label->text() != statusText || (condition && !condition()))
+            return;
+        m_timer.stop();
+        pressed = true;
+        button->click();
+    });
+    m_timer.start(kLookIntervalMs);
+}
+
+FolderAnswer::FolderAnswer(const QString &path) : m_path(path)
+{
+    qApp->installEventFilter(this);
+}
+
+FolderAnswer::~FolderAnswer()
+{
+    qApp->removeEventFilter(this);
+}
+
+bool FolderAnswer::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *dialog = event->type() == QEvent::Show ? qobject_cast<QFileDialog *>(watched) : nullptr;
+    if (dialog && !asked) {
+        asked = true;
+        caption = dialog->windowTitle();
+        QTimer::singleShot(0, dialog, [this, dialog] {
+            if (m_path.isEmpty()) {
+                dialog->reject();
+                return;
+            }
+            dialog->findChild<QLineEdit *>()->setText(m_path);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+    }
+    return QObject::eventFilter(watched, event);
+}

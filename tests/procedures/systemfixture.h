@@ -1,0 +1,127 @@
+#pragma once
+
+#include "support/exfatvolume.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+class MainWindow;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+/// Entries of an archive: name inside it (forward slashes, a closing one for a folder) and content.
+using Entries = QMap<QString, QByteArray>;
+
+/// The entries as a zip of at least @p leastBytes bytes; what is missing goes into an entry "filler.bin" in @p fillerIn.
+QByteArray zipOf(const Entries &entries, const QString &fillerIn = QString(), int leastBytes = 0);
+
+/// Bytes that do not repeat, the same in every run.
+QByteArray noise(int size);
+
+/// All files below @p folder, hidden ones too, sorted, relative to it. The volume's stand-in label file is left out.
+QStringList filesBelow(const QString &folder);
+QByteArray contentOf(const QString &path);
+/// Writes a file and its folders; fails the running test when it cannot.
+void putFile(const QString &path, const QByteArray &content);
+
+/// A temporary folder of its own for the PC: while it lives, everything temporary lands below it, and so does the
+/// download folder.
+class TemporaryPc
+{
+public:
+    TemporaryPc();
+    ~TemporaryPc();
+    QString path(const QString &relative) const { return m_dir.filePath(relative); }
+    QString downloads() const { return path(QStringLiteral("Corvin")); }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_before;
+};
+
+/// A folder with programs of the test's own that comes first in the PATH while it lives.
+class ProgramFolder
+{
+public:
+    ProgramFolder();
+    ~ProgramFolder();
+    /// Makes a shell script with these lines.
+    void addScript(const QString &name, const QByteArray &lines);
+    /// Makes the project's own extraction tool, or the one at @p program, available as "unar".
+    void addUnar(const QString &program = QStringLiteral(UNAR_PROGRAM));
+    /// From now on the PATH holds this folder and nothing else.
+    void hideOthers();
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_before;
+};
+
+/// The player on a real exFAT volume, found by the program as a volume with the player's label.
+class MountedPlayer
+{
+public:
+    explicit MountedPlayer(int megabytes = 64);
+    ~MountedPlayer();
+    bool isMounted() const { return volume->isMounted(); }
+    QString root() const { return volume->root(); }
+    QString path(const QString &relative) const { return volume->path(relative); }
+    QStringList files() const { return filesBelow(root()); }
+    /// The lines of a stand-in for the format command: formats the volume for real, and mounts it again.
+    QByteArray formatScript(const QString &recordTo) const;
+
+    std::unique_ptr<ExFatVolume> volume;
+};
+
+/// The main window as the procedures need it, without its watch for the player.
+class ProcedureWindow
+{
+public:
+    ProcedureWindow();
+    ~ProcedureWindow();
+    MainWindow *operator->() const { return window.get(); }
+    /// Runs a slot by its name, as the signal of a page does.
+    void run(const char *slot) const;
+    QLabel *label() const;
+    QProgressBar *bar() const;
+    QPushButton *stop() const;
+    bool isAtRest() const;
+
+    std::unique_ptr<MainWindow> window;
+};
+
+/// Presses STOP once, as soon as the status line shows a text and a condition holds.
+class StopPresser : public QObject
+{
+public:
+    StopPresser(const ProcedureWindow &window, const QString &statusText, const std::function<bool()> &condition = {});
+    bool pressed = false;
+
+private:
+    QTimer m_timer;
+};
+
+/// Answers the next folder dialog with a path, or closes it when the path is empty.
+class FolderAnswer : public QObject
+{
+public:
+    explicit FolderAnswer(const QString &path);
+    ~FolderAnswer() override;
+    bool asked = false;
+    QString caption;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QString m_path;
+};

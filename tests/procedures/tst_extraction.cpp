@@ -1,0 +1,237 @@
+#include "app/mainwindow.h"
+#include "procedures/archivetool.h"
+
+#include "support/boxanswerer.h"
+#include "support/simulatedplayer.h"
+#include "systemfixture.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProgressBar>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace {
+constexpr int kLongWaitMs = 30000;
+}
+
+class TestExtraction : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void toolInTheProgramsFolderComesFirst();
+    void toolGetsFourArgumentsAndItsOwnFolder();
+    void archiveIsDeletedWhateverTheToolMadeOfIt_data();
+    void archiveIsDeletedWhateverTheToolMadeOfIt();
+    void withoutAToolNothingIsUnpacked();
+    void toolThatCannotBeStartedIsAFailure();
+    void realZipIsUnpacked_data();
+    void realZipIsUnpacked();
+    void nothingLandsOutsideTheFolder_data();
+    void nothingLandsOutsideTheFolder();
+    void barIsBusyWhileTheToolRuns();
+    void toolThatAsksIsNotWaitedForForEver();
+    void stopEndsTheTool();
+
+private:
+    bool unpack() { return (*m_window)->unpackArchive(m_archive); }
+    QStringList unpacked() const { return filesBelow(m_pc->path(QStringLiteral("deep/Corvin"))); }
+    void useTool(const QString &tool);
+
+    QScopedPointer<TemporaryPc> m_pc;
+    QScopedPointer<ProgramFolder> m_programs;
+    QScopedPointer<ProcedureWindow> m_window;
+    QString m_archive;
+};
+
+void TestExtraction::init()
+{
+    SimulatedPlayer::disconnect();
+    m_pc.reset(new TemporaryPc);
+    m_programs.reset(new ProgramFolder);
+    m_window.reset(new ProcedureWindow);
+    m_archive = m_pc->path(QStringLiteral("deep/Corvin/CorvinUpdate.c4"));
+    putFile(m_archive, "archive");
+}
+
+void TestExtraction::cleanup()
+{
+    m_window.reset();
+    m_programs.reset();
+    m_pc.reset();
+}
+
+/// "own" is the project's tool, "system" the one that the distribution brings.
+void TestExtraction::useTool(const QString &tool)
+{
+    if (tool == QStringLiteral("own"))
+        m_programs->addUnar();
+    else if (!QFile::exists(QStringLiteral("/usr/bin/unar")))
+        QSKIP("unar is not installed");
+    else
+        m_programs->addUnar(QStringLiteral("/usr/bin/unar"));
+}
+
+void TestExtraction::toolInTheProgramsFolderComesFirst()
+{
+    const QTemporaryDir folder;
+    m_programs->addScript(QStringLiteral("unar"), "exit 0\n");
+    QCOMPARE(archiveTool(folder.path()), m_programs->path(QStringLiteral("unar")));
+    putFile(folder.filePath(QStringLiteral("unar.exe")), "MZ");
+    QCOMPARE(archiveTool(folder.path()), folder.filePath(QStringLiteral("unar.exe")));
+    // Without any, the one that should be there is named.
+    const QTemporaryDir empty;
+    m_programs->hideOthers();
+    QFile::remove(m_programs->path(QStringLiteral("unar")));
+    QCOMPARE(archiveTool(empty.path()), empty.filePath(QStringLiteral("unar.exe")));
+}
+
+void TestExtraction::toolGetsFourArgumentsAndItsOwnFolder()
+{
+    const QString record = m_pc->path(QStringLiteral("record"));
+    m_programs->addScript(QStringLiteral("unar"),
+                          "printf '%s\\n' \"$@\" \"$(pwd -P)\" > '" + record.toLocal8Bit() + "'\n");
+    QVERIFY(unpack());
+    const QString programs = QFileInfo(m_programs->path(QStringLiteral("unar"))).dir().canonicalPath();
+    const QStringList expected = {m_archive, QStringLiteral("-o"), QFileInfo(m_archive).absolutePath(),
+                                  QStringLiteral("-no-directory"), programs};
+    QCOMPARE(QString::fromLocal8Bit(contentOf(record)), expected.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+}
+
+void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::newRow("well") << QByteArray("exit 0\n");
+    // Deliberate: neither its exit code nor its death is looked at.
+    QTest::newRow("failed") << QByteArray("exit 3\n");
+    QTest::newRow("killed") << QByteArray("kill -9 $$\n");
+}
+
+void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt()
+{
+    QFETCH(QByteArray, script);
+    m_programs->addScript(QStringLiteral("unar"), script);
+    QVERIFY(unpack());
+    QVERIFY(!QFile::exists(m_archive));
+}
+
+void TestExtraction::withoutAToolNothingIsUnpacked()
+{
+    m_programs->hideOthers();
+    QVERIFY(!unpack());
+    QVERIFY(QFile::exists(m_archive));
+}
+
+void TestExtraction::toolThatCannotBeStartedIsAFailure()
+{
+    m_programs->addScript(QStringLiteral("unar"), "exit 0\n");
+    putFile(m_programs->path(QStringLiteral("unar")), "#!/no/such/interpreter\n");
+    QVERIFY(!unpack());
+    QVERIFY(QFile::exists(m_archive));
+}
+
+void TestExtraction::realZipIsUnpacked_data()
+{
+    QTest::addColumn<QString>("tool");
+    QTest::newRow("own") << QStringLiteral("own");
+    QTest::newRow("system") << QStringLiteral("system");
+}
+
+void TestExtraction::realZipIsUnpacked()
+{
+    QFETCH(QString, tool);
+    useTool(tool);
+    Entries entries = {{QStringLiteral("CorvinUpdate/sub/folder/a.exe"), noise(5000)},
+                       {QStringLiteral("CorvinUpdate/.hidden"), "h"},
+                       {QStringLiteral("CorvinUpdate/README"), "no dot"},
+                       {QStringLiteral("CorvinUpdate/Perché così.txt"), "accents"}};
+    for (int i = 0; i < 1100; ++i)
+        entries.insert(QStringLiteral("CorvinUpdate/many/%1.dat").arg(i), QByteArray::number(i));
+    putFile(m_archive, zipOf(entries));
+    QVERIFY(unpack());
+    QStringList expected = entries.keys();
+    expected.sort();
+    QCOMPARE(unpacked(), expected);
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+        QCOMPARE(contentOf(QFileInfo(m_archive).absolutePath() + QLatin1Char('/') + entry.key()), entry.value());
+}
+
+void TestExtraction::nothingLandsOutsideTheFolder_data()
+{
+    realZipIsUnpacked_data();
+}
+
+void TestExtraction::nothingLandsOutsideTheFolder()
+{
+    QFETCH(QString, tool);
+    useTool(tool);
+    const QString outside = m_pc->path(QStringLiteral("outside"));
+    putFile(outside + QStringLiteral("/kept.txt"), "kept");
+    putFile(m_archive, zipOf({{QStringLiteral("../evil.txt"), "evil"},
+                              {QStringLiteral("../../evil.txt"), "evil"},
+                              {outside + QStringLiteral("/evil.txt"), "evil"},
+                              {QStringLiteral("CorvinUpdate/good.txt"), "good"}}));
+    QVERIFY(unpack());
+    QVERIFY(unpacked().contains(QStringLiteral("CorvinUpdate/good.txt")));
+    QCOMPARE(filesBelow(outside), QStringList{QStringLiteral("kept.txt")});
+    QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("evil.txt"))));
+    QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("deep/evil.txt"))));
+
+    // A tool that makes links: they go, what they point to stays.
+    m_programs->addScript(QStringLiteral("unar"), "ln -s '" + outside.toLocal8Bit() + "' \"$3/CorvinUpdate.d\"\n" +
+                                                      "ln -s nowhere \"$3/dangling\"\n");
+    putFile(m_archive, "again");
+    QVERIFY(unpack());
+    const QString folder = QFileInfo(m_archive).absolutePath();
+    QVERIFY(!QFileInfo(folder + QStringLiteral("/CorvinUpdate.d")).isSymLink());
+    QVERIFY(!QFileInfo(folder + QStringLiteral("/dangling")).isSymLink());
+    QCOMPARE(filesBelow(outside), QStringList{QStringLiteral("kept.txt")});
+}
+
+void TestExtraction::barIsBusyWhileTheToolRuns()
+{
+    const QString go = m_pc->path(QStringLiteral("go"));
+    m_programs->addScript(QStringLiteral("unar"), "until [ -e '" + go.toLocal8Bit() + "' ]; do sleep 0.05; done\n");
+    QProgressBar *bar = m_window->bar();
+    bar->setRange(0, 100);
+    bar->setValue(100);
+    QTimer look;
+    connect(&look, &QTimer::timeout, this, [&] {
+        if (bar->maximum() == 0)
+            putFile(go, "go");
+    });
+    look.start(5);
+    // The tool only ends once the bar was seen busy.
+    QVERIFY(unpack());
+    QVERIFY(QFile::exists(go));
+}
+
+void TestExtraction::toolThatAsksIsNotWaitedForForEver()
+{
+    const QString record = m_pc->path(QStringLiteral("record"));
+    m_programs->addScript(QStringLiteral("unar"),
+                          "read answer && exit 1\necho ended > '" + record.toLocal8Bit() + "'\n");
+    QVERIFY(unpack());
+    QCOMPARE(contentOf(record), QByteArray("ended\n"));
+}
+
+void TestExtraction::stopEndsTheTool()
+{
+    m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+    BoxAnswerer answers;
+    answers.answer(QStringLiteral("Interrompi Operazione"), QStringLiteral("Si"));
+    StopPresser stop(*m_window, QString(), [this] { return m_window->bar()->maximum() == 0; });
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(unpack());
+    QVERIFY(stop.pressed);
+    QVERIFY(clock.elapsed() < kLongWaitMs);
+    QVERIFY(!QFile::exists(m_archive));
+}
+
+QTEST_MAIN(TestExtraction)
+#include "tst_extraction.moc"

@@ -1,0 +1,314 @@
+#include "procedures/foldertools.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#ifdef Q_OS_LINUX
+#include <unistd.h>
+#endif
+
+namespace {
+
+const QDir::Filters kAll = QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+QString write(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1)
+        qFatal("Cannot write %s", qPrintable(path));
+    return path;
+}
+
+QStringList below(const QStringList &paths, const QString &root)
+{
+    QStringList names;
+    for (const QString &path : paths) {
+        if (!path.startsWith(root))
+            qFatal("%s is not below %s", qPrintable(path), qPrintable(root));
+        names.append(path.mid(root.size()));
+    }
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+class TestFolderTools : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void folderGoesWithEverythingInIt();
+    void folderThatIsNotThereCountsAsRemoved();
+    void closingSlashIsForgiven();
+    void emptyPathIsRefused();
+    void fileIsNotAFolderAndStays();
+    void linksAreRemovedAndNotFollowed();
+    void folderThatIsALinkLosesTheLinkAlone_data();
+    void folderThatIsALinkLosesTheLinkAlone();
+    void writeProtectedFileGoesToo();
+    void entryThatCannotBeRemovedIsReported();
+    void manyFilesAreRemovedWhileEventsAreProcessed();
+    void emptiedFolderIsThereAndEmpty();
+    void emptiedFolderThatWasNotThereIsMade();
+    void emptyingFailsWithoutAParent();
+    void emptyingAFileFailsAndLeavesIt();
+    void nameFilterPassesOnlyNamesWithADotButWalksAllFolders();
+    void hiddenEntriesNeedTheirFilter();
+    void pathsStartWithTheRootAsItWasGiven();
+    void linksToFoldersAreNotEntered();
+    void missingRootHasNoEntries();
+    void abortEndsTheListing();
+    void visitorEndsTheVisit();
+    void listingProcessesEvents();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_root;
+};
+
+void TestFolderTools::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    m_root = m_dir->path();
+}
+
+void TestFolderTools::folderGoesWithEverythingInIt()
+{
+    write(m_root + QStringLiteral("/f/a.mid"));
+    write(m_root + QStringLiteral("/f/.hidden"));
+    write(m_root + QStringLiteral("/f/.hiddenfolder/deep/no dot"));
+    write(m_root + QString::fromUtf8("/f/perché/città.mid"));
+    write(m_root + QStringLiteral("/beside.mid"));
+    QVERIFY(removeFolder(m_root + QStringLiteral("/f")));
+    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
+    QVERIFY(QFileInfo::exists(m_root + QStringLiteral("/beside.mid")));
+}
+
+void TestFolderTools::folderThatIsNotThereCountsAsRemoved()
+{
+    QVERIFY(removeFolder(m_root + QStringLiteral("/none")));
+    QVERIFY(removeFolder(m_root + QStringLiteral("/none/deeper/")));
+}
+
+void TestFolderTools::closingSlashIsForgiven()
+{
+    write(m_root + QStringLiteral("/f/a.mid"));
+    QVERIFY(removeFolder(m_root + QStringLiteral("/f/")));
+    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
+}
+
+void TestFolderTools::emptyPathIsRefused()
+{
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_root));
+    write(m_root + QStringLiteral("/a.mid"));
+    const bool removed = removeFolder(QString());
+    const bool emptied = emptyFolder(QString());
+    const QStringList listed = listTree(QString(), kAll, {});
+    QDir::setCurrent(before);
+    QVERIFY(!removed);
+    QVERIFY(!emptied);
+    QVERIFY(listed.isEmpty());
+    QVERIFY(QFileInfo::exists(m_root + QStringLiteral("/a.mid")));
+}
+
+void TestFolderTools::fileIsNotAFolderAndStays()
+{
+    const QString file = write(m_root + QStringLiteral("/a.mid"));
+    QVERIFY(!removeFolder(file));
+    QVERIFY(QFileInfo::exists(file));
+}
+
+void TestFolderTools::linksAreRemovedAndNotFollowed()
+{
+    const QString song = write(m_root + QStringLiteral("/elsewhere/song.mid"));
+    const QString folder = m_root + QStringLiteral("/f");
+    write(folder + QStringLiteral("/sub/a.mid"));
+    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), folder + QStringLiteral("/sub/folderlink")));
+    QVERIFY(QFile::link(song, folder + QStringLiteral("/filelink")));
+    QVERIFY(QFile::link(m_root + QStringLiteral("/nowhere"), folder + QStringLiteral("/broken")));
+    QVERIFY(QFile::link(folder, folder + QStringLiteral("/circle")));
+    QVERIFY(removeFolder(folder));
+    QVERIFY(!QFileInfo::exists(folder));
+    QVERIFY(QFileInfo::exists(song));
+}
+
+void TestFolderTools::folderThatIsALinkLosesTheLinkAlone_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::newRow("plain") << QString();
+    QTest::newRow("with a closing slash") << QStringLiteral("/");
+}
+
+void TestFolderTools::folderThatIsALinkLosesTheLinkAlone()
+{
+    QFETCH(QString, suffix);
+    const QString song = write(m_root + QStringLiteral("/elsewhere/song.mid"));
+    const QString link = m_root + QStringLiteral("/link");
+    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), link));
+    QVERIFY(removeFolder(link + suffix));
+    QVERIFY(!QFileInfo(link).isSymLink());
+    QVERIFY(QFileInfo::exists(song));
+}
+
+void TestFolderTools::writeProtectedFileGoesToo()
+{
+    const QString file = write(m_root + QStringLiteral("/f/system.bin"));
+    QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadUser));
+    QVERIFY(removeFolder(m_root + QStringLiteral("/f")));
+    QVERIFY(!QFileInfo::exists(file));
+}
+
+void TestFolderTools::entryThatCannotBeRemovedIsReported()
+{
+#ifdef Q_OS_LINUX
+    const QString kept = write(m_root + QStringLiteral("/f/sub/kept.mid"));
+    const QString other = write(m_root + QStringLiteral("/f/z.mid"));
+    // Root may delete what is merely write-protected; an immutable file not even root.
+    const bool root = ::geteuid() == 0;
+    const QString folder = QFileInfo(kept).path();
+    if (root && QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), kept}) != 0)
+        QSKIP("This file system has no immutable files");
+    if (!root)
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+    const bool removed = removeFolder(m_root + QStringLiteral("/f"));
+    const bool emptied = emptyFolder(m_root + QStringLiteral("/f"));
+    const bool keptIsThere = QFileInfo::exists(kept);
+    if (root)
+        QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), kept});
+    else
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QVERIFY(!removed);
+    QVERIFY(!emptied);
+    QVERIFY(keptIsThere);
+    QVERIFY(!QFileInfo::exists(other));
+#else
+    QSKIP("Needs files that cannot be deleted");
+#endif
+}
+
+void TestFolderTools::manyFilesAreRemovedWhileEventsAreProcessed()
+{
+    constexpr int kFiles = 1200;
+    for (int i = 0; i < kFiles; ++i)
+        write(m_root + QStringLiteral("/f/%1.mid").arg(i));
+    int rounds = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&rounds] { ++rounds; });
+    timer.start(0);
+    QVERIFY(removeFolder(m_root + QStringLiteral("/f")));
+    QVERIFY2(rounds >= kFiles, qPrintable(QString::number(rounds)));
+    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
+}
+
+void TestFolderTools::emptiedFolderIsThereAndEmpty()
+{
+    write(m_root + QStringLiteral("/f/sub/.hidden"));
+    QVERIFY(emptyFolder(m_root + QStringLiteral("/f")));
+    QVERIFY(QFileInfo(m_root + QStringLiteral("/f")).isDir());
+    QVERIFY(QDir(m_root + QStringLiteral("/f")).isEmpty(kAll));
+}
+
+void TestFolderTools::emptiedFolderThatWasNotThereIsMade()
+{
+    QVERIFY(emptyFolder(m_root + QStringLiteral("/f/")));
+    QVERIFY(QFileInfo(m_root + QStringLiteral("/f")).isDir());
+}
+
+void TestFolderTools::emptyingFailsWithoutAParent()
+{
+    QVERIFY(!emptyFolder(m_root + QStringLiteral("/none/f")));
+    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/none")));
+}
+
+void TestFolderTools::emptyingAFileFailsAndLeavesIt()
+{
+    const QString file = write(m_root + QStringLiteral("/a.mid"));
+    QVERIFY(!emptyFolder(file));
+    QVERIFY(QFileInfo(file).isFile());
+}
+
+void TestFolderTools::nameFilterPassesOnlyNamesWithADotButWalksAllFolders()
+{
+    write(m_root + QStringLiteral("/a.mid"));
+    write(m_root + QStringLiteral("/no dot"));
+    write(m_root + QStringLiteral("/My Songs/b.mid"));
+    write(m_root + QStringLiteral("/My Songs/nodot"));
+    write(m_root + QStringLiteral("/Vol.1/inner/c."));
+    const QStringList expected = {QStringLiteral("/My Songs/b.mid"), QStringLiteral("/Vol.1"),
+                                  QStringLiteral("/Vol.1/inner/c."), QStringLiteral("/a.mid")};
+    QCOMPARE(below(listTree(m_root, kAll, {QStringLiteral("*.*")}), m_root), expected);
+}
+
+void TestFolderTools::hiddenEntriesNeedTheirFilter()
+{
+    write(m_root + QStringLiteral("/.hidden"));
+    write(m_root + QStringLiteral("/.folder/a.mid"));
+    QVERIFY(listTree(m_root, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, {}).isEmpty());
+    const QStringList expected = {QStringLiteral("/.folder"), QStringLiteral("/.folder/a.mid"),
+                                  QStringLiteral("/.hidden")};
+    QCOMPARE(below(listTree(m_root, kAll, {}), m_root), expected);
+}
+
+void TestFolderTools::pathsStartWithTheRootAsItWasGiven()
+{
+    write(m_root + QStringLiteral("/s/a.mid"));
+    const QStringList expected = {QStringLiteral("s"), QStringLiteral("s/a.mid")};
+    QCOMPARE(below(listTree(m_root + QLatin1Char('/'), kAll, {}), m_root + QLatin1Char('/')), expected);
+}
+
+void TestFolderTools::linksToFoldersAreNotEntered()
+{
+    write(m_root + QStringLiteral("/elsewhere/song.mid"));
+    QVERIFY(QDir().mkpath(m_root + QStringLiteral("/f")));
+    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), m_root + QStringLiteral("/f/link")));
+    QCOMPARE(listTree(m_root + QStringLiteral("/f"), kAll, {}), QStringList{m_root + QStringLiteral("/f/link")});
+}
+
+void TestFolderTools::missingRootHasNoEntries()
+{
+    QVERIFY(listTree(m_root + QStringLiteral("/none"), kAll, {}).isEmpty());
+    QVERIFY(visitTree(m_root + QStringLiteral("/none"), kAll, {}, [](const QString &) { return false; }));
+}
+
+void TestFolderTools::abortEndsTheListing()
+{
+    for (int i = 0; i < 10; ++i)
+        write(m_root + QStringLiteral("/%1.mid").arg(i));
+    bool abort = false;
+    QTimer::singleShot(0, this, [&abort] { abort = true; });
+    QCOMPARE(listTree(m_root, kAll, {}, &abort).size(), 1);
+    QVERIFY(listTree(m_root, kAll, {}, &abort).isEmpty());
+}
+
+void TestFolderTools::visitorEndsTheVisit()
+{
+    for (int i = 0; i < 10; ++i)
+        write(m_root + QStringLiteral("/%1.mid").arg(i));
+    int visits = 0;
+    QVERIFY(!visitTree(m_root, kAll, {}, [&visits](const QString &) { return ++visits < 3; }));
+    QCOMPARE(visits, 3);
+}
+
+void TestFolderTools::listingProcessesEvents()
+{
+    constexpr int kFiles = 50;
+    for (int i = 0; i < kFiles; ++i)
+        write(m_root + QStringLiteral("/%1.mid").arg(i));
+    int rounds = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&rounds] { ++rounds; });
+    timer.start(0);
+    QCOMPARE(listTree(m_root, kAll, {}).size(), kFiles);
+    QVERIFY2(rounds >= kFiles, qPrintable(QString::number(rounds)));
+}
+
+QTEST_GUILESS_MAIN(TestFolderTools)
+#include "tst_foldertools.moc"

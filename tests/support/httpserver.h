@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTcpServer>
+
+class QTcpSocket;
+
+/// A small HTTP server on a free port of loopback that answers in the test's own thread, so it works while the test (or
+/// what it tests) processes events. It can do to a download what a bad line or a bad server does: cut it, stall it, lie
+/// about its length. A path that was not announced is answered with 404 and a short page.
+class HttpServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    HttpServer();
+
+    /// "http://127.0.0.1:port", without a closing slash.
+    QString address() const;
+    QString url(const QString &path) const { return address() + path; }
+
+    /// The whole file with its true length.
+    void serve(const QString &path, const QByteArray &content);
+    /// The first @p sent bytes of the file under the length of the whole, then the connection is closed.
+    void serveCut(const QString &path, const QByteArray &content, int sent);
+    /// The first @p sent bytes under the length of the whole, in two parts, then silence while the connection stays open.
+    void serveStalled(const QString &path, const QByteArray &content, int sent);
+    /// The whole file without a word about its length.
+    void serveWithoutLength(const QString &path, const QByteArray &content);
+    /// The whole file under another length than its own, then the connection is closed.
+    void serveUnderLength(const QString &path, const QByteArray &content, qint64 length);
+    /// An error status with a page of its own.
+    void serveError(const QString &path, int status, const QByteArray &page);
+    /// Stops listening: from now on every connection is refused. The address stays the same.
+    void refuse();
+
+    /// The paths that were asked for with GET, in order.
+    const QStringList &requests() const { return m_requests; }
+
+signals:
+    /// The answer to @p path is on its way.
+    void answered(const QString &path);
+
+private:
+    enum class End
+    {
+        Close,
+        Silence
+    };
+    struct Answer
+    {
+        int status;
+        QByteArray content;
+        qint64 claimed;
+        End end;
+    };
+
+    void accept();
+    void read(QTcpSocket *socket);
+    void reply(QTcpSocket *socket, const QString &path);
+
+    QTcpServer m_server;
+    quint16 m_port = 0;
+    QHash<QString, Answer> m_answers;
+    QStringList m_requests;
+};
