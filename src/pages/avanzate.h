@@ -21,12 +21,14 @@ public:
     ~Avanzate() override;
 
 signals:
+    // One for each operation, emitted between its two lines of the log. The receiver does all of it before it returns.
     void updateCorvinWithLastRelease();
     void makeSecurityCopyOfSongs();
     void restoreSecurityCopyOfSongs();
     void reinstallOpSysOnly();
     void reinstallOpSysAndCleanSongs();
     void reinstallOpSysAndRestoreSongs();
+    /// INDIETRO was pressed.
     void backFromAvanzateToFirstMenu();
 
 protected:

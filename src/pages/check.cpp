@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QFile>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPixmap>
 
@@ -15,6 +16,7 @@ namespace {
 constexpr int kProgressMin = 0;
 constexpr int kProgressMax = 100;
 constexpr int kProgressStepMs = 10;
+constexpr QSize kPictureSize(160, 160);
 
 /// All of them are looked for, even when the first is missing already.
 bool areSystemFilesPresent(const QString &deviceRoot)
@@ -108,6 +110,12 @@ void Check::enter(Stage stage)
     showTexts();
 }
 
+/// A label draws a picture of another resolution than the screen's with jagged edges; an icon is scaled smoothly.
+QPixmap Check::pictureForScreen(const QString &path) const
+{
+    return QIcon(path).pixmap(window()->windowHandle(), kPictureSize);
+}
+
 void Check::showTexts()
 {
     switch (m_stage) {
@@ -117,7 +125,7 @@ void Check::showTexts()
         break;
     case Stage::Intact:
         ui->label_titolo->setText(tr("CONTROLLO SOFTWARE COMPLETATO"));
-        ui->label_descr->setPixmap(QPixmap(QStringLiteral(":/imgs/ok.png")));
+        ui->label_descr->setPixmap(pictureForScreen(QStringLiteral(":/imgs/ok.png")));
         break;
     case Stage::Damaged:
         ui->label_titolo->setText(tr("CONTROLLO SOFTWARE COMPLETATO"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -25,6 +26,7 @@ public:
     void runCheck(const QString &deviceRoot);
 
 signals:
+    // What the window shows of the check's progress; the bar goes from 0 to 100.
     void setProgressBarVisible(bool visible);
     void setProgressBarMinVal(int value);
     void setProgressBarMaxVal(int value);
@@ -54,6 +56,7 @@ private:
 
     void enter(Stage stage);
     void showTexts();
+    QPixmap pictureForScreen(const QString &path) const;
     void sweepProgressBar();
     void offerReinstallation();
     void finish();

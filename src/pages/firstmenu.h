@@ -20,6 +20,7 @@ public:
     ~FirstMenu() override;
 
 signals:
+    // The user's choice: the songs' transfer, the optimisation, or the maintenance page.
     void gotoTransfer();
     void gotoOptimizer();
     void gotoAvanzate();

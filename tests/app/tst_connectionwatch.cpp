@@ -9,8 +9,10 @@
 #include "pages/firstmenu.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
+#include "support/httpserver.h"
 #include "support/simulatedplayer.h"
 #include "transfer/transfer.h"
+#include "windowparts.h"
 
 #include <QProgressBar>
 #include <QPushButton>
@@ -18,23 +20,9 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace WindowParts;
+
 namespace {
-
-template <typename T> T *child(const MainWindow &window, const char *name)
-{
-    auto *found = window.findChild<T *>(QLatin1String(name));
-    if (!found)
-        qFatal("The window has no %s", name);
-    return found;
-}
-
-template <typename T> T *page(const MainWindow &window)
-{
-    auto *found = window.findChild<T *>();
-    if (!found)
-        qFatal("The window lacks a page");
-    return found;
-}
 
 QTimer *connectionTimer(const MainWindow &window)
 {
@@ -144,12 +132,17 @@ void TestConnectionWatch::watchNeverStartsAgain()
 void TestConnectionWatch::missingSystemFileLeadsToTheMenuAfterTheOffer()
 {
     SimulatedPlayer player;
+    HttpServer server;
+    qputenv("CORVIN_UPDATE_SERVER", server.address().toLatin1());
     BoxAnswerer answerer;
     answerer.answer(QStringLiteral("File di sistema mancanti"), QStringLiteral("Yes"));
-    answerer.answer(QStringLiteral("Procedura non disponibile"), QStringLiteral("OK"));
+    // The server has no system: the reinstallation fails, and the way leads on all the same.
+    answerer.answer(QStringLiteral("Download Error , Cod 1"), QStringLiteral("OK"));
     MainWindow window;
     window.show();
     QTRY_VERIFY(page<FirstMenu>(window)->isVisible());
+    qunsetenv("CORVIN_UPDATE_SERVER");
+    QCOMPARE(server.requests(), QStringList{QStringLiteral("/download/Corvin4/CorvinAll.zip")});
     QVERIFY(page<Check>(window)->isHidden());
     QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
 }

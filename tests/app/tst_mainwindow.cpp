@@ -7,34 +7,17 @@
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/simulatedplayer.h"
+#include "windowparts.h"
 
+#include <QApplication>
 #include <QFrame>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
 
-namespace {
-
-template <typename T> T *child(const MainWindow &window, const char *name)
-{
-    auto *found = window.findChild<T *>(QLatin1String(name));
-    if (!found)
-        qFatal("The window has no %s", name);
-    return found;
-}
-
-template <typename T> T *page(const MainWindow &window)
-{
-    auto *found = window.findChild<T *>();
-    if (!found)
-        qFatal("The window lacks a page");
-    return found;
-}
-
-} // namespace
+using namespace WindowParts;
 
 class TestMainWindow : public QObject
 {
@@ -48,6 +31,7 @@ private slots:
     void widgetsHaveTheSharedFonts();
     void pictureFillsTheWindowInAllColourGroups();
     void pictureShowsThroughTheScrollArea();
+    void darkDesktopLeavesTheTextsOnThePictureReadable();
     void progressIsHiddenAtTheStart();
     void pagesAreHiddenChildrenOfTheFrame();
     void shownPageFillsTheFrame();
@@ -152,6 +136,27 @@ void TestMainWindow::pictureShowsThroughTheScrollArea()
     QCOMPARE(seen.pixelColor(middle), texture.pixelColor(middle.x() % texture.width(), middle.y() % texture.height()));
 }
 
+void TestMainWindow::darkDesktopLeavesTheTextsOnThePictureReadable()
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark(QColor(40, 40, 40));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+        dark.setColor(role, Qt::white);
+    dark.setColor(QPalette::Base, Qt::black);
+    QApplication::setPalette(dark);
+    {
+        const MainWindow window;
+        const QPalette label = child<QLabel>(window, "labelRelease")->palette();
+        QCOMPARE(label.color(QPalette::Active, QPalette::WindowText), QColor(Qt::black));
+        QCOMPARE(label.color(QPalette::Inactive, QPalette::WindowText), QColor(Qt::black));
+        QVERIFY(label.color(QPalette::Disabled, QPalette::WindowText).lightness() < 100);
+        const QPalette bar = child<QProgressBar>(window, "progressBar")->palette();
+        QCOMPARE(bar.color(QPalette::Active, QPalette::Text), QColor(Qt::black));
+        QCOMPARE(bar.color(QPalette::Active, QPalette::Base), QColor(Qt::white));
+    }
+    QApplication::setPalette(before);
+}
+
 void TestMainWindow::progressIsHiddenAtTheStart()
 {
     const MainWindow window;
@@ -216,7 +221,7 @@ void TestMainWindow::openingHeightLeavesRoomForTheFrame()
 void TestMainWindow::windowTallerThanTheScreenOpensShorter()
 {
     // The screen of the platform without a display is 800 pixels high, the window wants more.
-    const int available = QGuiApplication::primaryScreen()->availableGeometry().height();
+    const int available = QApplication::primaryScreen()->availableGeometry().height();
     const MainWindow window;
     if (available >= 820)
         QSKIP("The screen is high enough for the whole window");

@@ -2,7 +2,6 @@
 
 #include "app/sharedfonts.h"
 #include "resources/resources.h"
-#include "support/boxanswerer.h"
 #include "support/logcapture.h"
 #include "support/simulatedplayer.h"
 
@@ -74,8 +73,6 @@ private slots:
     void stopIsShownAlone();
     void statusTextIsLogged();
     void statusTextBeforeTheBarIsLoggedThoughItIsCleared();
-    void maintenanceSaysThatItIsNotAvailable_data();
-    void maintenanceSaysThatItIsNotAvailable();
     void startOfTheOptimisationWithoutAPlayerEndsOnTheResultPage();
 };
 
@@ -258,32 +255,6 @@ void TestMainWindowSignals::statusTextBeforeTheBarIsLoggedThoughItIsCleared()
     QVERIFY(emitSignal(check, "setProgressBarVisible", true));
     QVERIFY(log.contains(QtInfoMsg, QStringLiteral("MainWindow::on_updateLabelAction : \"CONTROLLO\"")));
     QCOMPARE(window.findChild<QLabel *>(QStringLiteral("labelAction"))->text(), QString());
-}
-
-void TestMainWindowSignals::maintenanceSaysThatItIsNotAvailable_data()
-{
-    QTest::addColumn<QString>("page");
-    QTest::addColumn<QByteArray>("signal");
-    const QString advanced = QStringLiteral("Avanzate");
-    QTest::newRow("update") << advanced << QByteArray("updateCorvinWithLastRelease");
-    QTest::newRow("backup") << advanced << QByteArray("makeSecurityCopyOfSongs");
-    QTest::newRow("restore") << advanced << QByteArray("restoreSecurityCopyOfSongs");
-    QTest::newRow("reinstall") << advanced << QByteArray("reinstallOpSysOnly");
-    QTest::newRow("reinstall and clean") << advanced << QByteArray("reinstallOpSysAndCleanSongs");
-    QTest::newRow("reinstall and restore") << advanced << QByteArray("reinstallOpSysAndRestoreSongs");
-    QTest::newRow("reinstall after the check") << QStringLiteral("Check") << QByteArray("reinstallOpSysOnly");
-}
-
-void TestMainWindowSignals::maintenanceSaysThatItIsNotAvailable()
-{
-    QFETCH(QString, page);
-    QFETCH(QByteArray, signal);
-    const MainWindow window;
-    BoxAnswerer answerer;
-    answerer.answer(QStringLiteral("Procedura non disponibile"), QStringLiteral("OK"));
-    QVERIFY(emitSignal(pageOf(window, page), signal, QVariant()));
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(answerer.seen().first().icon, QMessageBox::Information);
 }
 
 void TestMainWindowSignals::startOfTheOptimisationWithoutAPlayerEndsOnTheResultPage()

@@ -8,31 +8,18 @@
 #include "support/logcapture.h"
 #include "support/simulatedplayer.h"
 #include "transfer/transfer.h"
+#include "windowparts.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace WindowParts;
+
 namespace {
 
 const QString kStopTitle = QStringLiteral("Interrompi Operazione");
 const QString kNotClosedTitle = QStringLiteral("Trasferimento non completato");
-
-template <typename T> T *child(const MainWindow &window, const char *name)
-{
-    auto *found = window.findChild<T *>(QLatin1String(name));
-    if (!found)
-        qFatal("The window has no %s", name);
-    return found;
-}
-
-template <typename T> T *page(const MainWindow &window)
-{
-    auto *found = window.findChild<T *>();
-    if (!found)
-        qFatal("The window lacks a page");
-    return found;
-}
 
 } // namespace
 

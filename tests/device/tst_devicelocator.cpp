@@ -58,7 +58,7 @@ void TestDeviceLocator::cleanup()
 
 QString TestDeviceLocator::addVolume(const QString &name, const QByteArray &label)
 {
-    const QString folder = QFileInfo(m_dir->path()).canonicalFilePath() + QLatin1Char('/') + name;
+    QString folder = QFileInfo(m_dir->path()).canonicalFilePath() + QLatin1Char('/') + name;
     QDir().mkpath(folder);
     QFile file(folder + QStringLiteral("/.windows-label"));
     if (!file.open(QIODevice::WriteOnly) || file.write(label) != label.size())
