@@ -157,6 +157,21 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
     </message>
 </context>
 <context>
+    <name>IstruzioniTransfer</name>
+    <message>
+        <source>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</source>
+        <translation>Wählen Sie im Feld den Ordner von Corvin4, in den die Songs kopiert werden sollen.</translation>
+    </message>
+    <message>
+        <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
+        <translation>Ziehen Sie Dateien und Ordner vom PC auf den gestrichelten Bereich.</translation>
+    </message>
+    <message>
+        <source>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</source>
+        <translation>Klicken Sie zum Schluss auf „FERTIG“: Das Archiv von Corvin4 wird optimiert.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Corvin4 Manager</source>
@@ -345,12 +360,104 @@ bis die Liste der Songs erscheint.</translation>
         <translation>Nein</translation>
     </message>
     <message>
-        <source>Procedura non disponibile</source>
-        <translation>Funktion nicht verfügbar</translation>
+        <source>Cancellazione Drive</source>
+        <translation>Laufwerk löschen</translation>
     </message>
     <message>
-        <source>Questa procedura non è disponibile in questa versione del programma.</source>
-        <translation>Diese Funktion ist in dieser Programmversion nicht verfügbar.</translation>
+        <source>ATTENZIONE: Il drive </source>
+        <translation>ACHTUNG: Das Laufwerk </translation>
+    </message>
+    <message>
+        <source> verrà cancellato.
+Vuoi continuare?</source>
+        <translation> wird gelöscht.
+Möchten Sie fortfahren?</translation>
+    </message>
+    <message>
+        <source>File Esistente</source>
+        <translation>Datei bereits vorhanden</translation>
+    </message>
+    <message>
+        <source>Il File
+</source>
+        <translation>Die Datei
+</translation>
+    </message>
+    <message>
+        <source>
+Esiste già. Vuoi sostituirlo?</source>
+        <translation>
+ist bereits vorhanden. Möchten Sie sie ersetzen?</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Ja, alle</translation>
+    </message>
+    <message>
+        <source>Errore sulla copia</source>
+        <translation>Fehler beim Kopieren</translation>
+    </message>
+    <message>
+        <source>
+non è stato copiato. Vuoi continuare a copiare?</source>
+        <translation>
+wurde nicht kopiert. Möchten Sie mit dem Kopieren fortfahren?</translation>
+    </message>
+    <message>
+        <source>ERRORE</source>
+        <translation>FEHLER</translation>
+    </message>
+    <message>
+        <source>Scegli una cartella per il salvataggio dei files</source>
+        <translation>Wählen Sie einen Ordner zum Speichern der Dateien</translation>
+    </message>
+    <message>
+        <source>Procedura terminata in modo inaspettato.
+Provare a reinstallare il sistema operativo.</source>
+        <translation>Der Vorgang wurde unerwartet beendet.
+Versuchen Sie, das Betriebssystem neu zu installieren.</translation>
+    </message>
+    <message>
+        <source>La copia di sicurezza delle basi si trova in:
+%1</source>
+        <translation>Die Sicherungskopie Ihrer Songs befindet sich in:
+%1</translation>
+    </message>
+    <message>
+        <source>Scegli cartella da cui prendere i files salvati</source>
+        <translation>Wählen Sie den Ordner mit den gesicherten Dateien</translation>
+    </message>
+    <message>
+        <source>Fatto</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Trovati alcuni files</source>
+        <translation>Dateien gefunden</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.
+
+Vuoi continuare ?</source>
+        <translation>ACHTUNG! Der Inhalt des Zielordners wird gelöscht.
+
+Möchten Sie fortfahren?</translation>
+    </message>
+    <message>
+        <source>BackUp</source>
+        <translation>Sicherung</translation>
+    </message>
+    <message>
+        <source>Saranno copiati %1 files
+
+Vuoi continuare ?</source>
+        <translation>%1 Dateien werden kopiert
+
+Möchten Sie fortfahren?</translation>
+    </message>
+    <message>
+        <source>, Cod %1</source>
+        <translation>, Code %1</translation>
     </message>
 </context>
 <context>
@@ -467,10 +574,6 @@ bis die Liste der Songs erscheint.</translation>
 <context>
     <name>Transfer</name>
     <message>
-        <source>Il trasferimento delle basi non è disponibile in questa versione del programma.</source>
-        <translation>Die Song-Übertragung ist in dieser Programmversion nicht verfügbar.</translation>
-    </message>
-    <message>
         <source>ESPLORA
 PC</source>
         <translation>PC
@@ -487,6 +590,76 @@ DURCHSUCHEN</translation>
     <message>
         <source>Elimina i file e cartelle selezionate</source>
         <translation>Ausgewählte Dateien und Ordner löschen</translation>
+    </message>
+    <message>
+        <source>Clicca su &quot;ESPLORA PC&quot; ... e</source>
+        <translation>Klicken Sie auf „PC DURCHSUCHEN“ ... und</translation>
+    </message>
+    <message>
+        <source>Trascina Qui File e Cartelle
+Per copiarli nel Corvin4</source>
+        <translation>Ziehen Sie Dateien und Ordner hierher,
+um sie auf Corvin4 zu kopieren</translation>
+    </message>
+    <message>
+        <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>
+        <translation>WÄHLEN SIE DEN ZIELORDNER AUF CORVIN4</translation>
+    </message>
+    <message>
+        <source>Conteggio numero file da trasferire ...</source>
+        <translation>Die zu übertragenden Dateien werden gezählt ...</translation>
+    </message>
+    <message>
+        <source>Copia di %1 file su Corvin4 in corso ...</source>
+        <translation>%1 Dateien werden auf Corvin4 kopiert ...</translation>
+    </message>
+    <message>
+        <source>File esistente</source>
+        <translation>Datei bereits vorhanden</translation>
+    </message>
+    <message>
+        <source>Il File </source>
+        <translation>Die Datei </translation>
+    </message>
+    <message>
+        <source>
+
+E&apos; già esistente. Sovrascrivo ?</source>
+        <translation>
+
+ist bereits vorhanden. Überschreiben?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Ja, alle</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>No,Tutti</source>
+        <translation>Nein, alle</translation>
+    </message>
+    <message>
+        <source>Cancella file</source>
+        <translation>Dateien löschen</translation>
+    </message>
+    <message>
+        <source>Cancellare gli elementi selezionati ?</source>
+        <translation>Ausgewählte Elemente löschen?</translation>
+    </message>
+    <message>
+        <source>Cancellazione in corso ...</source>
+        <translation>Löschvorgang läuft ...</translation>
+    </message>
+    <message>
+        <source>Se hai terminato clicca su FINE</source>
+        <translation>Wenn Sie fertig sind, klicken Sie auf FERTIG</translation>
     </message>
 </context>
 </TS>

@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>AGGIORNA IL CORVIN CON L&apos; ULTIMA RELEASE DISPONIBILE</source>
-        <translation>UPDATE CORVIN TO THE LATEST RELEASE AVAILABLE</translation>
+        <translation>UPDATE CORVIN TO THE LATEST AVAILABLE RELEASE</translation>
     </message>
     <message>
         <source>CREA UNA COPIA DI SICUREZZA DELLE TUE BASI</source>
@@ -154,6 +154,21 @@ then switch it off and on again to complete the procedure</translation>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Reconnect Corvin4 to the USB port</translation>
+    </message>
+</context>
+<context>
+    <name>IstruzioniTransfer</name>
+    <message>
+        <source>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</source>
+        <translation>In the panel, choose the Corvin4 folder to copy the songs into.</translation>
+    </message>
+    <message>
+        <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
+        <translation>Drag files and folders from the PC onto the dashed area.</translation>
+    </message>
+    <message>
+        <source>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</source>
+        <translation>When you have finished, click &quot;FINISH&quot;: the Corvin4 archive is optimised.</translation>
     </message>
 </context>
 <context>
@@ -345,12 +360,104 @@ until the list of songs appears.</translation>
         <translation>No</translation>
     </message>
     <message>
-        <source>Procedura non disponibile</source>
-        <translation>Procedure not available</translation>
+        <source>Cancellazione Drive</source>
+        <translation>Erasing Drive</translation>
     </message>
     <message>
-        <source>Questa procedura non è disponibile in questa versione del programma.</source>
-        <translation>This procedure is not available in this version of the program.</translation>
+        <source>ATTENZIONE: Il drive </source>
+        <translation>WARNING: Drive </translation>
+    </message>
+    <message>
+        <source> verrà cancellato.
+Vuoi continuare?</source>
+        <translation> will be erased.
+Do you want to continue?</translation>
+    </message>
+    <message>
+        <source>File Esistente</source>
+        <translation>File already exists</translation>
+    </message>
+    <message>
+        <source>Il File
+</source>
+        <translation>The file
+</translation>
+    </message>
+    <message>
+        <source>
+Esiste già. Vuoi sostituirlo?</source>
+        <translation>
+already exists. Do you want to replace it?</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Yes to All</translation>
+    </message>
+    <message>
+        <source>Errore sulla copia</source>
+        <translation>Copy error</translation>
+    </message>
+    <message>
+        <source>
+non è stato copiato. Vuoi continuare a copiare?</source>
+        <translation>
+was not copied. Do you want to go on copying?</translation>
+    </message>
+    <message>
+        <source>ERRORE</source>
+        <translation>ERROR</translation>
+    </message>
+    <message>
+        <source>Scegli una cartella per il salvataggio dei files</source>
+        <translation>Choose a folder in which to save the files</translation>
+    </message>
+    <message>
+        <source>Procedura terminata in modo inaspettato.
+Provare a reinstallare il sistema operativo.</source>
+        <translation>The procedure ended unexpectedly.
+Try reinstalling the operating system.</translation>
+    </message>
+    <message>
+        <source>La copia di sicurezza delle basi si trova in:
+%1</source>
+        <translation>The backup copy of your songs is in:
+%1</translation>
+    </message>
+    <message>
+        <source>Scegli cartella da cui prendere i files salvati</source>
+        <translation>Choose the folder that holds the saved files</translation>
+    </message>
+    <message>
+        <source>Fatto</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>Trovati alcuni files</source>
+        <translation>Files found</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.
+
+Vuoi continuare ?</source>
+        <translation>WARNING! The contents of the destination folder will be deleted.
+
+Do you want to continue?</translation>
+    </message>
+    <message>
+        <source>BackUp</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Saranno copiati %1 files
+
+Vuoi continuare ?</source>
+        <translation>%1 files will be copied
+
+Do you want to continue?</translation>
+    </message>
+    <message>
+        <source>, Cod %1</source>
+        <translation>, Code %1</translation>
     </message>
 </context>
 <context>
@@ -467,10 +574,6 @@ until the list of songs appears.</translation>
 <context>
     <name>Transfer</name>
     <message>
-        <source>Il trasferimento delle basi non è disponibile in questa versione del programma.</source>
-        <translation>Song transfer is not available in this version of the program.</translation>
-    </message>
-    <message>
         <source>ESPLORA
 PC</source>
         <translation>BROWSE
@@ -487,6 +590,76 @@ PC</translation>
     <message>
         <source>Elimina i file e cartelle selezionate</source>
         <translation>Delete the selected files and folders</translation>
+    </message>
+    <message>
+        <source>Clicca su &quot;ESPLORA PC&quot; ... e</source>
+        <translation>Click &quot;BROWSE PC&quot; ... and</translation>
+    </message>
+    <message>
+        <source>Trascina Qui File e Cartelle
+Per copiarli nel Corvin4</source>
+        <translation>Drag files and folders here
+to copy them to Corvin4</translation>
+    </message>
+    <message>
+        <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>
+        <translation>SELECT THE DESTINATION FOLDER ON CORVIN4</translation>
+    </message>
+    <message>
+        <source>Conteggio numero file da trasferire ...</source>
+        <translation>Counting the files to transfer ...</translation>
+    </message>
+    <message>
+        <source>Copia di %1 file su Corvin4 in corso ...</source>
+        <translation>Copying %1 files to Corvin4 ...</translation>
+    </message>
+    <message>
+        <source>File esistente</source>
+        <translation>File already exists</translation>
+    </message>
+    <message>
+        <source>Il File </source>
+        <translation>The file </translation>
+    </message>
+    <message>
+        <source>
+
+E&apos; già esistente. Sovrascrivo ?</source>
+        <translation>
+
+already exists. Overwrite it?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Yes to All</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No,Tutti</source>
+        <translation>No to All</translation>
+    </message>
+    <message>
+        <source>Cancella file</source>
+        <translation>Delete files</translation>
+    </message>
+    <message>
+        <source>Cancellare gli elementi selezionati ?</source>
+        <translation>Delete the selected items?</translation>
+    </message>
+    <message>
+        <source>Cancellazione in corso ...</source>
+        <translation>Deleting ...</translation>
+    </message>
+    <message>
+        <source>Se hai terminato clicca su FINE</source>
+        <translation>When you have finished, click FINISH</translation>
     </message>
 </context>
 </TS>

@@ -157,6 +157,21 @@ Spegnerlo e riaccenderlo per completare la procedura</translation>
     </message>
 </context>
 <context>
+    <name>IstruzioniTransfer</name>
+    <message>
+        <source>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</source>
+        <translation>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</translation>
+    </message>
+    <message>
+        <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
+        <translation>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</translation>
+    </message>
+    <message>
+        <source>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</source>
+        <translation>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Corvin4 Manager</source>
@@ -345,12 +360,104 @@ finchè non appare la lista delle canzoni.</translation>
         <translation>No</translation>
     </message>
     <message>
-        <source>Procedura non disponibile</source>
-        <translation>Procedura non disponibile</translation>
+        <source>Cancellazione Drive</source>
+        <translation>Cancellazione Drive</translation>
     </message>
     <message>
-        <source>Questa procedura non è disponibile in questa versione del programma.</source>
-        <translation>Questa procedura non è disponibile in questa versione del programma.</translation>
+        <source>ATTENZIONE: Il drive </source>
+        <translation>ATTENZIONE: Il drive </translation>
+    </message>
+    <message>
+        <source> verrà cancellato.
+Vuoi continuare?</source>
+        <translation> verrà cancellato.
+Vuoi continuare?</translation>
+    </message>
+    <message>
+        <source>File Esistente</source>
+        <translation>File Esistente</translation>
+    </message>
+    <message>
+        <source>Il File
+</source>
+        <translation>Il File
+</translation>
+    </message>
+    <message>
+        <source>
+Esiste già. Vuoi sostituirlo?</source>
+        <translation>
+Esiste già. Vuoi sostituirlo?</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Si,Tutti</translation>
+    </message>
+    <message>
+        <source>Errore sulla copia</source>
+        <translation>Errore sulla copia</translation>
+    </message>
+    <message>
+        <source>
+non è stato copiato. Vuoi continuare a copiare?</source>
+        <translation>
+non è stato copiato. Vuoi continuare a copiare?</translation>
+    </message>
+    <message>
+        <source>ERRORE</source>
+        <translation>ERRORE</translation>
+    </message>
+    <message>
+        <source>Scegli una cartella per il salvataggio dei files</source>
+        <translation>Scegli una cartella per il salvataggio dei files</translation>
+    </message>
+    <message>
+        <source>Procedura terminata in modo inaspettato.
+Provare a reinstallare il sistema operativo.</source>
+        <translation>Procedura terminata in modo inaspettato.
+Provare a reinstallare il sistema operativo.</translation>
+    </message>
+    <message>
+        <source>La copia di sicurezza delle basi si trova in:
+%1</source>
+        <translation>La copia di sicurezza delle basi si trova in:
+%1</translation>
+    </message>
+    <message>
+        <source>Scegli cartella da cui prendere i files salvati</source>
+        <translation>Scegli cartella da cui prendere i files salvati</translation>
+    </message>
+    <message>
+        <source>Fatto</source>
+        <translation>Fatto</translation>
+    </message>
+    <message>
+        <source>Trovati alcuni files</source>
+        <translation>Trovati alcuni files</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.
+
+Vuoi continuare ?</source>
+        <translation>ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.
+
+Vuoi continuare ?</translation>
+    </message>
+    <message>
+        <source>BackUp</source>
+        <translation>BackUp</translation>
+    </message>
+    <message>
+        <source>Saranno copiati %1 files
+
+Vuoi continuare ?</source>
+        <translation>Saranno copiati %1 files
+
+Vuoi continuare ?</translation>
+    </message>
+    <message>
+        <source>, Cod %1</source>
+        <translation>, Cod %1</translation>
     </message>
 </context>
 <context>
@@ -467,10 +574,6 @@ finchè non appare la lista delle canzoni.</translation>
 <context>
     <name>Transfer</name>
     <message>
-        <source>Il trasferimento delle basi non è disponibile in questa versione del programma.</source>
-        <translation>Il trasferimento delle basi non è disponibile in questa versione del programma.</translation>
-    </message>
-    <message>
         <source>ESPLORA
 PC</source>
         <translation>ESPLORA
@@ -487,6 +590,76 @@ PC</translation>
     <message>
         <source>Elimina i file e cartelle selezionate</source>
         <translation>Elimina i file e cartelle selezionate</translation>
+    </message>
+    <message>
+        <source>Clicca su &quot;ESPLORA PC&quot; ... e</source>
+        <translation>Clicca su &quot;ESPLORA PC&quot; ... e</translation>
+    </message>
+    <message>
+        <source>Trascina Qui File e Cartelle
+Per copiarli nel Corvin4</source>
+        <translation>Trascina Qui File e Cartelle
+Per copiarli nel Corvin4</translation>
+    </message>
+    <message>
+        <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>
+        <translation>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</translation>
+    </message>
+    <message>
+        <source>Conteggio numero file da trasferire ...</source>
+        <translation>Conteggio numero file da trasferire ...</translation>
+    </message>
+    <message>
+        <source>Copia di %1 file su Corvin4 in corso ...</source>
+        <translation>Copia di %1 file su Corvin4 in corso ...</translation>
+    </message>
+    <message>
+        <source>File esistente</source>
+        <translation>File esistente</translation>
+    </message>
+    <message>
+        <source>Il File </source>
+        <translation>Il File </translation>
+    </message>
+    <message>
+        <source>
+
+E&apos; già esistente. Sovrascrivo ?</source>
+        <translation>
+
+E&apos; già esistente. Sovrascrivo ?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>Si,Tutti</source>
+        <translation>Si,Tutti</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No,Tutti</source>
+        <translation>No,Tutti</translation>
+    </message>
+    <message>
+        <source>Cancella file</source>
+        <translation>Cancella file</translation>
+    </message>
+    <message>
+        <source>Cancellare gli elementi selezionati ?</source>
+        <translation>Cancellare gli elementi selezionati ?</translation>
+    </message>
+    <message>
+        <source>Cancellazione in corso ...</source>
+        <translation>Cancellazione in corso ...</translation>
+    </message>
+    <message>
+        <source>Se hai terminato clicca su FINE</source>
+        <translation>Se hai terminato clicca su FINE</translation>
     </message>
 </context>
 </TS>
