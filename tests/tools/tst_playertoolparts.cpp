@@ -23,7 +23,7 @@ QString text(const char *utf8)
 /// Returns the root of a disk below the folder.
 QString makeSmallDisk(const QTemporaryDir &dir, Manifest *manifest = nullptr)
 {
-    const QString root = dir.filePath(text("disk"));
+    QString root = dir.filePath(text("disk"));
     QDir().mkpath(root);
     MakeOptions options;
     options.songs = kFewestSongs;
