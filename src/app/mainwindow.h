@@ -91,7 +91,8 @@ public:
     /// Empties the PC folder @p destination (asking first when it holds anything) and copies the player's content at
     /// @p deviceRoot into it, without its system parts. Returns false when refused, stopped or failed.
     bool backupSongs(const QString &deviceRoot, const QString &destination);
-    /// Copies everything in the PC folder @p source onto the player. Returns false when stopped or failed.
+    /// Copies everything in the PC folder @p source onto the player and flushes it. Returns false when stopped or failed,
+    /// also when the player is gone at the end.
     bool restoreSongs(const QString &source, const QString &deviceRoot);
 
     // procedures/diskformat.cpp
@@ -216,6 +217,8 @@ private:
     bool listSongs(const QString &deviceRoot, QStringList &files);
     bool confirmManyFiles(int count);
     bool isStillConnected(const QString &deviceRoot) const;
+    /// Flushes the player. Returns whether what was copied to @p deviceRoot is on its disk, and the disk still there.
+    bool isOnPlayer(const QString &deviceRoot) const;
     void tellEndOfSongCopy(bool good);
 
     // procedures/operationwidgets.cpp
@@ -226,7 +229,7 @@ private:
 
     // procedures/systemupdate.cpp
     bool copyUpdate(const QString &deviceRoot, const QString &archiveFolder);
-    void finishUpdate(const QString &deviceRoot, bool showFinalMessage);
+    void finishUpdate(bool showFinalMessage);
     void tellDownloadError(int code);
 
     // procedures/reinstall.cpp

@@ -1,10 +1,11 @@
 // Chapter of Ottimizza: the step that spreads the songs of big folders over sub-folders by the initial of their titles.
 #include "ottimizza.h"
 
-#include "aside.h"
 #include "freename.h"
 #include "titleinitial.h"
 #include "titlereader.h"
+
+#include "app/aside.h"
 
 #include <QCoreApplication>
 #include <QDebug>

@@ -1,11 +1,10 @@
 #include "ottimizza.h"
 
-#include "aside.h"
 #include "ui_ottimizza.h"
 
+#include "app/aside.h"
 #include "app/sharedfonts.h"
 #include "app/styles.h"
-#include "app/volumeflush.h"
 #include "device/devicelocator.h"
 
 #include <QDebug>
@@ -213,9 +212,7 @@ void Ottimizza::runChosenSteps()
 // Writing out the caches of a slow stick takes seconds; the window answers meanwhile.
 void Ottimizza::flushPlayer() const
 {
-    bool flushed = false;
-    doAside([&flushed, root = rootPath] { flushed = flushVolume(root); });
-    if (!flushed)
+    if (!flushVolumeAside(rootPath))
         qWarning() << "Ottimizza : flush failed :" << rootPath;
 }
 

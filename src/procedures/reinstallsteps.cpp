@@ -2,7 +2,7 @@
 // wrong with it, and returns whether to go on; a step that STOP ended says nothing.
 #include "app/mainwindow.h"
 
-#include "app/volumeflush.h"
+#include "app/aside.h"
 #include "backupcheck.h"
 #include "downloadmanager.h"
 #include "foldertools.h"
@@ -67,7 +67,8 @@ bool MainWindow::chooseBackupFolder(QString &backup)
 bool MainWindow::saveSongs(const QString &deviceRoot, const QString &backup)
 {
     // The copy's own outcome is that of its last file; nothing is erased unless all of them are on the PC.
-    if (backupSongs(deviceRoot, backup) && isBackupComplete(backup, deviceRoot, abortRequested) && flushVolume(backup))
+    if (backupSongs(deviceRoot, backup) && isBackupComplete(backup, deviceRoot, abortRequested) &&
+        flushVolumeAside(backup))
         return true;
     if (!abortRequested)
         tell(QMessageBox::Information, langDbInfo(TEXT_BACKUP_ERROR_TITLE), langDbInfo(TEXT_BACKUP_ERROR));
@@ -94,8 +95,10 @@ bool MainWindow::installSystem(QString &deviceRoot, const QString &unpacked)
     if (!findDeviceAgain(deviceRoot))
         return false;
     showOperation(TEXT_TRANSFERRING_SYSTEM);
-    if (transferSystem(deviceRoot, unpacked))
+    if (transferSystem(deviceRoot, unpacked)) {
+        removeFolder(DownloadManager::downloadFolder());
         return true;
+    }
     if (!abortRequested)
         tell(QMessageBox::Information, tr("ERRORE"), tr("ERRORE"));
     return false;
@@ -116,10 +119,13 @@ bool MainWindow::bringSongsBack(const QString &backup, const QString &deviceRoot
 
 void MainWindow::finishReinstall(const QString &deviceRoot)
 {
-    removeFolder(DownloadManager::downloadFolder());
+    // What never reached the disk of a player that was pulled out must not be called installed.
+    if (!isOnPlayer(deviceRoot))
+        procedureOk = false;
     if (!procedureOk) {
-        tell(QMessageBox::Critical, tr("ERRORE"),
-             tr("Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo."));
+        if (!abortRequested)
+            tell(QMessageBox::Critical, tr("ERRORE"),
+                 tr("Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo."));
         return;
     }
     // From here on the songs are on the player; only a failed update is a reason to name the backup still.
@@ -128,9 +134,9 @@ void MainWindow::finishReinstall(const QString &deviceRoot)
     if (stopped || updateSystem(false) || abortRequested)
         keptBackup.clear();
     removeFolder(DownloadManager::downloadFolder());
+    flushVolumeAside(deviceRoot);
     if (stopped || abortRequested)
         return;
-    flushVolume(deviceRoot);
     tell(QMessageBox::Information, langDbInfo(TEXT_INSTALLED_TITLE), langDbInfo(TEXT_INSTALLED));
 }
 

@@ -1,7 +1,7 @@
 // The main window's chapter that copies the songs to a folder of the PC and back.
 #include "app/mainwindow.h"
 
-#include "app/volumeflush.h"
+#include "app/aside.h"
 #include "backupchoice.h"
 #include "device/devicecase.h"
 #include "foldertools.h"
@@ -42,7 +42,7 @@ void MainWindow::makeSecurityCopyOfSongs()
             QFileDialog::getExistingDirectory(this, tr("Scegli una cartella per il salvataggio dei files"), QString(),
                                               QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
         if (!destination.isEmpty())
-            tellEndOfSongCopy(backupSongs(deviceRoot, destination) && flushVolume(destination));
+            tellEndOfSongCopy(backupSongs(deviceRoot, destination) && flushVolumeAside(destination));
     }
     resetOperation();
 }
@@ -58,7 +58,7 @@ void MainWindow::restoreSecurityCopyOfSongs()
             QFileDialog::getExistingDirectory(this, tr("Scegli cartella da cui prendere i files salvati"), QString(),
                                               QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
         if (!source.isEmpty())
-            tellEndOfSongCopy(restoreSongs(source, deviceRoot) && flushVolume(deviceRoot));
+            tellEndOfSongCopy(restoreSongs(source, deviceRoot));
     }
     resetOperation();
 }
@@ -141,11 +141,16 @@ bool MainWindow::restoreSongs(const QString &source, const QString &deviceRoot)
     const QStringList files = listTree(source, kVisibleEntries, namesWithADot(), &abortRequested);
     if (abortRequested)
         return false;
-    // Without the player its mount point may be left, an ordinary folder of the PC that takes the files as well.
-    return copyFileList(files, deviceRoot, source, ui->progressBar) && isStillConnected(deviceRoot);
+    return copyFileList(files, deviceRoot, source, ui->progressBar) && isOnPlayer(deviceRoot);
 }
 
 bool MainWindow::isStillConnected(const QString &deviceRoot) const
 {
     return deviceLocator.volumeLabel(deviceRoot).compare(QLatin1String("CORVIN4"), Qt::CaseInsensitive) == 0;
+}
+
+bool MainWindow::isOnPlayer(const QString &deviceRoot) const
+{
+    // Without the player its mount point may be left, an ordinary folder of the PC that takes the files as well.
+    return flushVolumeAside(deviceRoot) && isStillConnected(deviceRoot);
 }

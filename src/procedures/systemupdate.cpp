@@ -1,7 +1,7 @@
 // The main window's chapter that brings the player the latest release.
 #include "app/mainwindow.h"
 
-#include "app/volumeflush.h"
+#include "app/aside.h"
 #include "device/devicecase.h"
 #include "downloadmanager.h"
 #include "foldertools.h"
@@ -51,15 +51,16 @@ bool MainWindow::updateSystem(bool showFinalMessage)
         return false;
 
     showOperation(TEXT_COPYING_UPDATE);
-    const bool copied = copyUpdate(deviceRoot, QFileInfo(archive).absolutePath());
+    const bool copied = copyUpdate(deviceRoot, QFileInfo(archive).absolutePath()) && isOnPlayer(deviceRoot);
     if (!copied || abortRequested) {
         // Off the player before the box: whoever reads it may pull the cable at once.
         removeFolder(resolveDevicePath(deviceRoot, kUpdateFolder));
+        flushVolumeAside(deviceRoot);
         tellDownloadError(kCodeCopy);
         removeFolder(DownloadManager::downloadFolder());
         return false;
     }
-    finishUpdate(deviceRoot, showFinalMessage);
+    finishUpdate(showFinalMessage);
     removeFolder(DownloadManager::downloadFolder());
     return true;
 }
@@ -84,12 +85,13 @@ bool MainWindow::copyUpdate(const QString &deviceRoot, const QString &archiveFol
     return copyFileList(files, deviceRoot + kUpdateFolder, source, ui->progressBar);
 }
 
-void MainWindow::finishUpdate(const QString &deviceRoot, bool showFinalMessage)
+void MainWindow::finishUpdate(bool showFinalMessage)
 {
-    flushVolume(deviceRoot);
     ui->labelAction->clear();
     ui->labelAction->hide();
     ui->progressBar->hide();
+    // Alone it would fill the whole line, and there is nothing left to stop.
+    ui->pushButtonStop->hide();
     if (showFinalMessage)
         QMessageBox::information(this, langDbInfo(TEXT_UPDATED_TITLE), langDbInfo(TEXT_UPDATED), QMessageBox::Ok);
 }

@@ -3,14 +3,16 @@
 #include "app/sharedfonts.h"
 #include "pages/avanzate.h"
 #include "pages/check.h"
-#include "procedures/proceduretest.h"
+#include "procedures/systemfixture.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/httpserver.h"
 #include "support/simulatedplayer.h"
 #include "windowparts.h"
 
+#include <QProgressBar>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace WindowParts;
 
@@ -30,9 +32,9 @@ const QString kOk = QStringLiteral("OK");
 
 void emitOn(const ProcedureWindow &shell, const QByteArray &pageName, const QByteArray &signal)
 {
-    QObject *sender = page<Avanzate>(shell.window);
+    QObject *sender = page<Avanzate>(*shell.window);
     if (pageName == "Check")
-        sender = page<Check>(shell.window);
+        sender = page<Check>(*shell.window);
     QVERIFY(QMetaObject::invokeMethod(sender, signal.constData()));
 }
 

@@ -4,7 +4,6 @@
 #include "procedures/updateserver.h"
 #include "support/logcapture.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTest>
 
@@ -88,11 +87,4 @@ QStringList ReinstallFormatTest::statusTexts(const LogCapture &log)
     for (QString &text : texts)
         text = text.mid(prefix.size()).chopped(1);
     return texts;
-}
-
-int runReinstallFormatTest(ReinstallFormatTest &test, int argc, char **argv)
-{
-    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    const QApplication app(argc, argv);
-    return QTest::qExec(&test, argc, argv);
 }

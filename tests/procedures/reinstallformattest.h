@@ -70,6 +70,3 @@ protected:
     QScopedPointer<ProcedureWindow> m_window;
     QString m_formatRecord;
 };
-
-/// Runs the tests in an application whose folder dialogs are Qt's own, so that they can be answered.
-int runReinstallFormatTest(ReinstallFormatTest &test, int argc, char **argv);

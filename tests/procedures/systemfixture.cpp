@@ -4,6 +4,7 @@
 #include "support/simulatedplayer.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileDialog>
@@ -82,6 +83,24 @@ QStringList filesBelow(const QString &folder)
     return found;
 }
 
+bool runProgram(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+QStringList entriesBelow(const QString &folder)
+{
+    QStringList found;
+    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        found.append(QDir(folder).relativeFilePath(entries.next()));
+    found.sort();
+    return found;
+}
+
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
@@ -155,6 +174,27 @@ QByteArray MountedPlayer::formatScript(const QString &recordTo) const
     return lines.toUtf8();
 }
 
+Mount::Mount(const QString &folder, int kilobytes)
+    : m_folder(folder),
+      m_mounted(runProgram(QStringLiteral("mount"),
+                           {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                            QStringLiteral("size=%1k").arg(kilobytes), QStringLiteral("none"), folder}))
+{
+}
+
+Mount::Mount(const QString &folder)
+    : m_folder(folder), m_mounted(runProgram(QStringLiteral("mount"), {QStringLiteral("--bind"), folder, folder}))
+{
+    m_good = m_mounted &&
+             runProgram(QStringLiteral("mount"), {QStringLiteral("-o"), QStringLiteral("remount,bind,ro"), folder});
+}
+
+Mount::~Mount()
+{
+    if (m_mounted)
+        runProgram(QStringLiteral("umount"), {m_folder});
+}
+
 ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
 {
     // Else the player that a test plugs in would start the check.
@@ -187,51 +227,60 @@ QPushButton *ProcedureWindow::stop() const
     return child<QPushButton>(window.get(), "pushButtonStop");
 }
 
+QString ProcedureWindow::status() const
+{
+    return label()->text();
+}
+
 bool ProcedureWindow::isAtRest() const
 {
     return label()->isHidden() && bar()->isHidden() && stop()->isHidden() && bar()->value() == 0 &&
            bar()->maximum() == 100 && bar()->format() == QStringLiteral("%p%");
 }
 
-StopPresser::StopPresser(const ProcedureWindow &window, const QString &statusText,
-                         const std::function<bool()> &condition)
+StopPresser::StopPresser(const ProcedureWindow &window, const std::function<bool()> &moment)
 {
-    QLabel *label = window.label();
-    QPushButton *button = window.stop();
-    connect(&m_timer, &QTimer::timeout, this, [this, label, button, statusText, condition] {
-        if (label->text() != statusText || (condition && !condition()))
+    connect(&m_timer, &QTimer::timeout, this, [this, button = window.stop(), moment] {
+        if (pressed || !moment())
             return;
         m_timer.stop();
         pressed = true;
         button->click();
     });
+    m_timer.start(0);
+}
+
+StopPresser::StopPresser(const ProcedureWindow &window, const QString &statusText,
+                         const std::function<bool()> &condition)
+    : StopPresser(window, [label = window.label(), statusText, condition] {
+          return label->text() == statusText && (!condition || condition());
+      })
+{
     m_timer.start(kLookIntervalMs);
 }
 
-FolderAnswer::FolderAnswer(const QString &path) : m_path(path)
+FolderDialogAnswerer::FolderDialogAnswerer(const QString &path) : m_path(path)
 {
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     qApp->installEventFilter(this);
 }
 
-FolderAnswer::~FolderAnswer()
+bool FolderDialogAnswerer::eventFilter(QObject *watched, QEvent *event)
 {
-    qApp->removeEventFilter(this);
-}
-
-bool FolderAnswer::eventFilter(QObject *watched, QEvent *event)
-{
-    auto *dialog = event->type() == QEvent::Show ? qobject_cast<QFileDialog *>(watched) : nullptr;
-    if (dialog && !asked) {
-        asked = true;
-        caption = dialog->windowTitle();
-        QTimer::singleShot(0, dialog, [this, dialog] {
-            if (m_path.isEmpty()) {
-                dialog->reject();
-                return;
-            }
-            dialog->findChild<QLineEdit *>()->setText(m_path);
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
+    if (event->type() == QEvent::Show) {
+        if (auto *dialog = qobject_cast<QFileDialog *>(watched))
+            QTimer::singleShot(0, dialog, [this, dialog] { answer(dialog); });
     }
     return QObject::eventFilter(watched, event);
+}
+
+void FolderDialogAnswerer::answer(QFileDialog *dialog)
+{
+    m_captions.append(dialog->windowTitle());
+    if (whenShown)
+        whenShown(dialog);
+    if (!m_path.isEmpty())
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(m_path);
+    const auto *buttons = dialog->findChild<QDialogButtonBox *>();
+    buttons->button(m_path.isEmpty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Open)->click();
 }

@@ -13,6 +13,7 @@
 #include <memory>
 
 class MainWindow;
+class QFileDialog;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -29,8 +30,13 @@ QByteArray noise(int size);
 /// All files below @p folder, hidden ones too, sorted, relative to it. The volume's stand-in label file is left out.
 QStringList filesBelow(const QString &folder);
 QByteArray contentOf(const QString &path);
+/// Runs a program to its end. Returns whether it ended well.
+bool runProgram(const QString &program, const QStringList &arguments);
+
+/// Every file and folder below @p folder, hidden ones too, relative to it and sorted.
+QStringList entriesBelow(const QString &folder);
 /// Writes a file and its folders; fails the running test when it cannot.
-void putFile(const QString &path, const QByteArray &content);
+void putFile(const QString &path, const QByteArray &content = QByteArrayLiteral("x"));
 
 /// A temporary folder of its own for the PC: while it lives, everything temporary lands below it, and so does the
 /// download folder.
@@ -82,6 +88,25 @@ public:
     std::unique_ptr<ExFatVolume> volume;
 };
 
+/// Something mounted on a folder for as long as this lives. Needs root: test isGood().
+class Mount
+{
+public:
+    /// A memory disk of this many kilobytes.
+    Mount(const QString &folder, int kilobytes);
+    /// The folder itself, from now on read-only.
+    explicit Mount(const QString &folder);
+    ~Mount();
+    Mount(const Mount &) = delete;
+    Mount &operator=(const Mount &) = delete;
+    bool isGood() const { return m_mounted && m_good; }
+
+private:
+    QString m_folder;
+    bool m_mounted;
+    bool m_good = true;
+};
+
 /// The main window as the procedures need it, without its watch for the player.
 class ProcedureWindow
 {
@@ -94,15 +119,18 @@ public:
     QLabel *label() const;
     QProgressBar *bar() const;
     QPushButton *stop() const;
+    QString status() const;
     bool isAtRest() const;
 
     std::unique_ptr<MainWindow> window;
 };
 
-/// Presses STOP once, as soon as the status line shows a text and a condition holds.
+/// Presses STOP once, as soon as the procedure processes events while a moment holds.
 class StopPresser : public QObject
 {
 public:
+    StopPresser(const ProcedureWindow &window, const std::function<bool()> &moment);
+    /// The moment is when the status line shows a text and a condition holds.
     StopPresser(const ProcedureWindow &window, const QString &statusText, const std::function<bool()> &condition = {});
     bool pressed = false;
 
@@ -110,18 +138,22 @@ private:
     QTimer m_timer;
 };
 
-/// Answers the next folder dialog with a path, or closes it when the path is empty.
-class FolderAnswer : public QObject
+/// Answers every folder choice as a user does, by typing a path; an empty path is the "Cancel" button.
+class FolderDialogAnswerer : public QObject
 {
 public:
-    explicit FolderAnswer(const QString &path);
-    ~FolderAnswer() override;
-    bool asked = false;
-    QString caption;
+    explicit FolderDialogAnswerer(const QString &path);
+    /// The captions of the dialogs that came, in order.
+    const QStringList &captions() const { return m_captions; }
+    /// Called with each dialog before it is answered.
+    std::function<void(QFileDialog *)> whenShown;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void answer(QFileDialog *dialog);
+
     QString m_path;
+    QStringList m_captions;
 };

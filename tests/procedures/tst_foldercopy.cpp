@@ -1,11 +1,16 @@
-#include "proceduretest.h"
+#include "systemfixture.h"
 
+#include "app/mainwindow.h"
 #include "app/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/simulatedplayer.h"
 
+#include <QDir>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -93,13 +98,13 @@ void TestFolderCopy::cleanup()
 /// Makes a file below the source root and returns its path.
 QString TestFolderCopy::source(const QString &name, const QByteArray &content)
 {
-    writeFile(m_from + name, content);
+    putFile(m_from + name, content);
     return m_from + name;
 }
 
 bool TestFolderCopy::copy(const QStringList &sources)
 {
-    return m_procedure->window.copyFileList(sources, m_to, m_from, m_bar);
+    return (*m_procedure)->copyFileList(sources, m_to, m_from, m_bar);
 }
 
 void TestFolderCopy::emptyListIsDoneAndResetsTheBar()
@@ -125,7 +130,7 @@ void TestFolderCopy::filesAreCopiedWithTheirFolders()
     for (const QString &name : names)
         QCOMPARE(contentOf(target(name)), name.toUtf8());
     QCOMPARE(entriesBelow(m_to), entriesBelow(m_from));
-    QVERIFY(m_procedure->window.procedureOk);
+    QVERIFY((*m_procedure)->procedureOk);
 }
 
 void TestFolderCopy::barCountsTheFiles()
@@ -145,7 +150,7 @@ void TestFolderCopy::barCountsTheFiles()
 
 void TestFolderCopy::barShowsTheCountWhileItWorks()
 {
-    writeFile(target(QStringLiteral("b.mid")));
+    putFile(target(QStringLiteral("b.mid")));
     m_boxes->answer(kExists, kNo);
     bool looked = false;
     m_boxes->whenShown([&](QMessageBox *) {
@@ -162,10 +167,10 @@ void TestFolderCopy::sourcePrefixIsCutWithoutALook()
 {
     const QString path = source(QStringLiteral("a.mid"));
     const QString other(m_from.size(), QLatin1Char('?'));
-    QVERIFY(m_procedure->window.copyFileList({path}, m_to, other, m_bar));
+    QVERIFY((*m_procedure)->copyFileList({path}, m_to, other, m_bar));
     QVERIFY(QFileInfo::exists(target(QStringLiteral("a.mid"))));
     // One character less: the slash in front of the name is left over, and harmless.
-    QVERIFY(m_procedure->window.copyFileList({path}, m_to + QStringLiteral("sub"), other.chopped(1), m_bar));
+    QVERIFY((*m_procedure)->copyFileList({path}, m_to + QStringLiteral("sub"), other.chopped(1), m_bar));
     QVERIFY(QFileInfo::exists(target(QStringLiteral("sub/a.mid"))));
 }
 
@@ -174,7 +179,7 @@ void TestFolderCopy::destinationWithoutASeparatorMakesNoFolder()
     const QString path = source(QStringLiteral("a.mid"));
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(m_to));
-    const bool copied = m_procedure->window.copyFileList({path}, QString(), m_from, m_bar);
+    const bool copied = (*m_procedure)->copyFileList({path}, QString(), m_from, m_bar);
     QDir::setCurrent(before);
     QVERIFY(copied);
     QCOMPARE(entriesBelow(m_to), QStringList{QStringLiteral("a.mid")});
@@ -202,11 +207,11 @@ void TestFolderCopy::plainBackslashesMakeNoFolder()
 
 void TestFolderCopy::folderThatCannotBeMadeEndsTheCopy()
 {
-    writeFile(target(QStringLiteral("sub")), "a file where a folder should be");
+    putFile(target(QStringLiteral("sub")), "a file where a folder should be");
     m_boxes->answer(QStringLiteral("ERRORE"), QStringLiteral("OK"));
     QVERIFY(!copy(
         {source(QStringLiteral("a.mid")), source(QStringLiteral("sub/deep/b.mid")), source(QStringLiteral("c.mid"))}));
-    QVERIFY(!m_procedure->window.procedureOk);
+    QVERIFY(!(*m_procedure)->procedureOk);
     QCOMPARE(m_boxes->seen().size(), 1);
     QCOMPARE(m_boxes->seen().first().text, QStringLiteral("ERRORE"));
     QCOMPARE(m_boxes->seen().first().icon, QMessageBox::Information);
@@ -220,7 +225,7 @@ void TestFolderCopy::folderThatCannotBeMadeEndsTheCopy()
 
 void TestFolderCopy::conflictQuestionReadsAsWritten()
 {
-    writeFile(target(QStringLiteral("My Songs/<b>a.mid")), "old");
+    putFile(target(QStringLiteral("My Songs/<b>a.mid")), "old");
     m_boxes->answer(kExists, kNo);
     m_boxes->whenShown([](QMessageBox *box) {
         // The same order on the screen is not asked for: the platform has its own.
@@ -260,7 +265,7 @@ void TestFolderCopy::singleAnswersToAConflict()
     const QStringList names = {QStringLiteral("a.mid"), QStringLiteral("b.mid")};
     QStringList sources;
     for (const QString &name : names) {
-        writeFile(target(name), "old");
+        putFile(target(name), "old");
         sources.append(source(name));
         if (means == QLatin1String("enter"))
             m_boxes->answerByKey(kExists, Qt::Key_Return);
@@ -281,7 +286,7 @@ void TestFolderCopy::yesToAllReplacesTheRestOfThisCallOnly()
 {
     QStringList sources;
     for (int i = 0; i < 4; ++i) {
-        writeFile(target(QStringLiteral("%1.mid").arg(i)), "old");
+        putFile(target(QStringLiteral("%1.mid").arg(i)), "old");
         sources.append(source(QStringLiteral("%1.mid").arg(i)));
     }
     m_boxes->answer(kExists, kNo);
@@ -298,7 +303,7 @@ void TestFolderCopy::yesToAllReplacesTheRestOfThisCallOnly()
 
 void TestFolderCopy::refusedReplacementCountsAsCopied()
 {
-    writeFile(target(QStringLiteral("b.mid")), "old");
+    putFile(target(QStringLiteral("b.mid")), "old");
     m_boxes->answer(kFailed, kYes);
     m_boxes->answer(kExists, kNo);
     QVERIFY(copy({m_from + QStringLiteral("missing.mid"), source(QStringLiteral("b.mid"))}));
@@ -306,7 +311,7 @@ void TestFolderCopy::refusedReplacementCountsAsCopied()
 
 void TestFolderCopy::existingFileGoesBeforeTheCopyIsTried()
 {
-    writeFile(target(QStringLiteral("a.mid")), "old");
+    putFile(target(QStringLiteral("a.mid")), "old");
     m_boxes->answer(kExists, kYes);
     m_boxes->answer(kFailed, kYes);
     QVERIFY(!copy({m_from + QStringLiteral("a.mid")}));
@@ -316,12 +321,12 @@ void TestFolderCopy::existingFileGoesBeforeTheCopyIsTried()
 void TestFolderCopy::fileThatWouldReplaceItselfStays()
 {
     const QString path = source(QStringLiteral("a.mid"), "precious");
-    QVERIFY(m_procedure->window.copyFileList({path}, m_from, m_from, m_bar));
+    QVERIFY((*m_procedure)->copyFileList({path}, m_from, m_from, m_bar));
     QVERIFY(m_boxes->seen().isEmpty());
     QCOMPARE(contentOf(path), QByteArray("precious"));
     // The same file by another way.
     QVERIFY(QFile::link(m_from.chopped(1), m_dir->path() + QStringLiteral("/link")));
-    QVERIFY(m_procedure->window.copyFileList({path}, m_dir->path() + QStringLiteral("/link/"), m_from, m_bar));
+    QVERIFY((*m_procedure)->copyFileList({path}, m_dir->path() + QStringLiteral("/link/"), m_from, m_bar));
     QVERIFY(m_boxes->seen().isEmpty());
     QCOMPARE(contentOf(path), QByteArray("precious"));
 }
@@ -376,7 +381,7 @@ void TestFolderCopy::answersToACopyError()
     QCOMPARE(copy(sources), lastCopied);
     QCOMPARE(m_boxes->seen().size(), questions);
     QCOMPARE(QFileInfo::exists(target(QStringLiteral("z.mid"))), lastCopied);
-    QVERIFY(m_procedure->window.procedureOk);
+    QVERIFY((*m_procedure)->procedureOk);
     if (!lastCopied) {
         // Given up: the bar stays where it was.
         QCOMPARE(m_bar->format(), QStringLiteral("%v"));
@@ -438,10 +443,10 @@ void TestFolderCopy::stopEndsTheCopyAfterTheCurrentFile()
     m_boxes->answer(QStringLiteral("Interrompi Operazione"), kYes);
     const StopPresser stop(*m_procedure, [this] { return m_bar->value() == 2; });
     QVERIFY(!copy(sources));
-    QVERIFY(stop.hasPressed());
+    QVERIFY(stop.pressed);
     const QStringList expected = {QStringLiteral("0.mid"), QStringLiteral("1.mid")};
     QCOMPARE(entriesBelow(m_to), expected);
-    QVERIFY(m_procedure->window.procedureOk);
+    QVERIFY((*m_procedure)->procedureOk);
     QCOMPARE(m_bar->format(), QStringLiteral("%v"));
     QCOMPARE(m_bar->value(), 2);
 }
@@ -449,14 +454,14 @@ void TestFolderCopy::stopEndsTheCopyAfterTheCurrentFile()
 void TestFolderCopy::stopBeforeTheStartStillCopiesOneFile()
 {
     // Looked at after each file, not before.
-    m_procedure->window.abortRequested = true;
+    (*m_procedure)->abortRequested = true;
     QVERIFY(!copy({source(QStringLiteral("a.mid")), source(QStringLiteral("b.mid"))}));
     QCOMPARE(entriesBelow(m_to), QStringList{QStringLiteral("a.mid")});
 }
 
 void TestFolderCopy::twoAnswersAreKeptApart()
 {
-    writeFile(target(QStringLiteral("b.mid")), "old");
+    putFile(target(QStringLiteral("b.mid")), "old");
     m_boxes->answer(kFailed, kYesToAll);
     m_boxes->answer(kExists, kYesToAll);
     QVERIFY(copy({m_from + QStringLiteral("missing.mid"), source(QStringLiteral("b.mid"))}));

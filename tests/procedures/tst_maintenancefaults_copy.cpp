@@ -1,14 +1,19 @@
 // Backup and restore on a real exFAT volume, and with disks that are full, read-only or pulled out.
-#include "proceduretest.h"
+#include "systemfixture.h"
 
+#include "app/mainwindow.h"
 #include "app/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/exfatvolume.h"
 #include "support/simulatedplayer.h"
 
-#include <QProcess>
+#include <QApplication>
+#include <QDir>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -28,47 +33,6 @@ const QString kSaving = QStringLiteral("Copia di backup dei files sul PC...");
 const QString kRestoring = QStringLiteral("Ripristino copia di backup sul Corvin...");
 
 constexpr int kMegabyte = 1024 * 1024;
-
-bool run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
-
-/// Something mounted on a folder for as long as this lives.
-class Mount
-{
-public:
-    /// A memory disk of this many kilobytes.
-    Mount(const QString &folder, int kilobytes)
-        : m_folder(folder),
-          m_mounted(
-              run(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-                                            QStringLiteral("size=%1k").arg(kilobytes), QStringLiteral("none"), folder}))
-    {
-    }
-    /// The folder itself, from now on read-only.
-    explicit Mount(const QString &folder)
-        : m_folder(folder), m_mounted(run(QStringLiteral("mount"), {QStringLiteral("--bind"), folder, folder}))
-    {
-        m_good = m_mounted &&
-                 run(QStringLiteral("mount"), {QStringLiteral("-o"), QStringLiteral("remount,bind,ro"), folder});
-    }
-    ~Mount()
-    {
-        if (m_mounted)
-            run(QStringLiteral("umount"), {m_folder});
-    }
-    Mount(const Mount &) = delete;
-    Mount &operator=(const Mount &) = delete;
-    bool isGood() const { return m_mounted && m_good; }
-
-private:
-    QString m_folder;
-    bool m_mounted;
-    bool m_good = true;
-};
 
 } // namespace
 
@@ -143,7 +107,7 @@ void TestMaintenanceFaultsCopy::mountPlayer(int megabytes)
 {
     m_volume = std::make_unique<ExFatVolume>(megabytes);
     QVERIFY2(m_volume->isMounted(), qPrintable(m_volume->error()));
-    writeFile(player(QStringLiteral(".windows-label")), "CORVIN4\n");
+    putFile(player(QStringLiteral(".windows-label")), "CORVIN4\n");
     qputenv("CORVIN_VOLUMES", QFile::encodeName(QDir::cleanPath(m_volume->root())));
 }
 
@@ -159,7 +123,7 @@ void TestMaintenanceFaultsCopy::backup(const QString &destination)
     const FolderDialogAnswerer dialogs(destination);
     m_procedure->run("makeSecurityCopyOfSongs");
     QCOMPARE(dialogs.captions().size(), 1);
-    QVERIFY(m_procedure->stopButton()->isHidden());
+    QVERIFY(m_procedure->stop()->isHidden());
 }
 
 void TestMaintenanceFaultsCopy::restore(const QString &source)
@@ -167,7 +131,7 @@ void TestMaintenanceFaultsCopy::restore(const QString &source)
     const FolderDialogAnswerer dialogs(source);
     m_procedure->run("restoreSecurityCopyOfSongs");
     QCOMPARE(dialogs.captions().size(), 1);
-    QVERIFY(m_procedure->stopButton()->isHidden());
+    QVERIFY(m_procedure->stop()->isHidden());
 }
 
 QStringList TestMaintenanceFaultsCopy::titles() const
@@ -187,7 +151,7 @@ void TestMaintenanceFaultsCopy::backupAndRestoreOnARealVolume()
                                              {QStringLiteral("System/playlist/one.pls"), "d"},
                                              {QStringLiteral("My Songs/empty.mid"), ""}};
     for (auto song = songs.begin(); song != songs.end(); ++song)
-        writeFile(player(song.key()), song.value());
+        putFile(player(song.key()), song.value());
     m_boxes->answer(kDone, kOk);
     backup(m_destination);
     for (auto song = songs.begin(); song != songs.end(); ++song) {
@@ -208,7 +172,7 @@ void TestMaintenanceFaultsCopy::systemPartsAreKnownOnAVolumeThatIgnoresCase()
     mountPlayer(16);
     for (const char *name : {"SYSTEM/PLAYLIST/one.pls", "SYSTEM/GuiProc/GuiProc.exe", "BRIDGES/a.mid", "Effects/b.fx",
                              "AutoExec.bat", "Songs/c.mid"})
-        writeFile(player(QLatin1String(name)));
+        putFile(player(QLatin1String(name)));
     m_boxes->answer(kDone, kOk);
     backup(m_destination);
     // A name that is found as it is written keeps that spelling.
@@ -238,7 +202,7 @@ void TestMaintenanceFaultsCopy::proceduresOnARealVolumeCanBeStopped()
     mountPlayer(16);
     const QString from = saving ? player(QStringLiteral("Songs/")) : m_destination + QStringLiteral("/Songs/");
     for (int i = 0; i < 10; ++i)
-        writeFile(from + QStringLiteral("%1.mid").arg(i));
+        putFile(from + QStringLiteral("%1.mid").arg(i));
     m_boxes->answer(kStop, kSi);
     m_boxes->answer(kBackupError, kOk);
     const StopPresser stop(*m_procedure, [&] {
@@ -249,7 +213,7 @@ void TestMaintenanceFaultsCopy::proceduresOnARealVolumeCanBeStopped()
         backup(m_destination);
     else
         restore(m_destination);
-    QVERIFY(stop.hasPressed());
+    QVERIFY(stop.pressed);
     const QStringList to = saving ? entriesBelow(m_destination) : onPlayer();
     QCOMPARE(to.filter(QStringLiteral(".mid")).size(), copied);
 }
@@ -259,7 +223,7 @@ void TestMaintenanceFaultsCopy::restoreOntoAFullVolumeLeavesNoHalfFile()
     mountPlayer(8);
     const QByteArray song(kMegabyte, 's');
     for (int i = 0; i < 10; ++i)
-        writeFile(m_destination + QStringLiteral("/%1.mid").arg(i), song);
+        putFile(m_destination + QStringLiteral("/%1.mid").arg(i), song);
     m_boxes->answer(kFailed, kYesToAll);
     m_boxes->answer(kBackupError, kOk);
     restore(m_destination);
@@ -273,7 +237,7 @@ void TestMaintenanceFaultsCopy::playerPulledOutWhileItIsReadIsNoBackup()
 {
     mountPlayer(16);
     for (int i = 0; i < 20; ++i)
-        writeFile(player(QStringLiteral("Songs%1/a.mid").arg(i)));
+        putFile(player(QStringLiteral("Songs%1/a.mid").arg(i)));
     bool pulled = false;
     QTimer watch;
     connect(&watch, &QTimer::timeout, this, [&] {
@@ -291,7 +255,7 @@ void TestMaintenanceFaultsCopy::playerPulledOutWhileSavingIsAskedAbout()
 {
     mountPlayer(16);
     for (int i = 0; i < 20; ++i)
-        writeFile(player(QStringLiteral("%1.mid").arg(i)));
+        putFile(player(QStringLiteral("%1.mid").arg(i)));
     bool pulled = false;
     connect(m_procedure->bar(), &QProgressBar::valueChanged, this, [&](int value) {
         if (m_procedure->status() == kSaving && value == 3)
@@ -308,7 +272,7 @@ void TestMaintenanceFaultsCopy::playerPulledOutWhileRestoringIsNoSuccess()
 {
     mountPlayer(16);
     for (int i = 0; i < 6; ++i)
-        writeFile(m_destination + QStringLiteral("/%1.mid").arg(i));
+        putFile(m_destination + QStringLiteral("/%1.mid").arg(i));
     bool pulled = false;
     connect(m_procedure->bar(), &QProgressBar::valueChanged, this, [&](int value) {
         if (value == 3 && m_procedure->bar()->maximum() == 6)
@@ -325,7 +289,7 @@ void TestMaintenanceFaultsCopy::backupOntoAFullDiskLeavesNoHalfFile()
     mountPlayer(16);
     const QByteArray song(kMegabyte / 4, 's');
     for (int i = 0; i < 8; ++i)
-        writeFile(player(QStringLiteral("%1.mid").arg(i)), song);
+        putFile(player(QStringLiteral("%1.mid").arg(i)), song);
     const QString disk = m_pc->path() + QStringLiteral("/disk");
     QVERIFY(QDir().mkdir(disk));
     const Mount mount(disk, 1100);
@@ -345,9 +309,9 @@ void TestMaintenanceFaultsCopy::backupOntoAFullDiskLeavesNoHalfFile()
 void TestMaintenanceFaultsCopy::backupOntoAReadOnlyDiskIsRefused()
 {
     mountPlayer(16);
-    writeFile(player(QStringLiteral("a.mid")));
+    putFile(player(QStringLiteral("a.mid")));
     const QString disk = m_pc->path() + QStringLiteral("/disk");
-    writeFile(disk + QStringLiteral("/backup/old.mid"));
+    putFile(disk + QStringLiteral("/backup/old.mid"));
     const Mount mount(disk);
     if (!mount.isGood())
         QSKIP("Nothing can be mounted here");
@@ -361,13 +325,13 @@ void TestMaintenanceFaultsCopy::backupOntoAReadOnlyDiskIsRefused()
 void TestMaintenanceFaultsCopy::backupOntoTheRootOfADiskKeepsWhatIsThere()
 {
     mountPlayer(16);
-    writeFile(player(QStringLiteral("a.mid")));
+    putFile(player(QStringLiteral("a.mid")));
     const QString disk = m_pc->path() + QStringLiteral("/disk");
     QVERIFY(QDir().mkdir(disk));
     const Mount mount(disk, 1000);
     if (!mount.isGood())
         QSKIP("Nothing can be mounted here");
-    writeFile(disk + QStringLiteral("/old.mid"));
+    putFile(disk + QStringLiteral("/old.mid"));
     m_boxes->answer(kFull, kYes);
     m_boxes->answer(kError, kYes);
     m_boxes->answer(kBackupError, kOk);
@@ -378,31 +342,31 @@ void TestMaintenanceFaultsCopy::backupOntoTheRootOfADiskKeepsWhatIsThere()
 void TestMaintenanceFaultsCopy::backupOntoTheSameDiskByAnotherWayIsRefused()
 {
     mountPlayer(16);
-    writeFile(player(QStringLiteral("Songs/a.mid")));
+    putFile(player(QStringLiteral("Songs/a.mid")));
     const QString other = m_pc->path() + QStringLiteral("/other");
     QVERIFY(QDir().mkdir(other));
-    if (!run(QStringLiteral("mount"), {QStringLiteral("--bind"), m_volume->root(), other}))
+    if (!runProgram(QStringLiteral("mount"), {QStringLiteral("--bind"), m_volume->root(), other}))
         QSKIP("Nothing can be mounted here");
     m_boxes->answer(kError, kYes);
     m_boxes->answer(kBackupError, kOk);
     backup(other + QStringLiteral("/Songs"));
-    QVERIFY(run(QStringLiteral("umount"), {other}));
+    QVERIFY(runProgram(QStringLiteral("umount"), {other}));
     QVERIFY(QFileInfo::exists(player(QStringLiteral("Songs/a.mid"))));
 }
 
 void TestMaintenanceFaultsCopy::destinationThatCannotBeEmptiedIsTold()
 {
     mountPlayer(16);
-    writeFile(player(QStringLiteral("a.mid")));
+    putFile(player(QStringLiteral("a.mid")));
     const QString kept = m_destination + QStringLiteral("/kept.mid");
-    writeFile(kept);
-    if (!run(QStringLiteral("chattr"), {QStringLiteral("+i"), kept}))
+    putFile(kept);
+    if (!runProgram(QStringLiteral("chattr"), {QStringLiteral("+i"), kept}))
         QSKIP("This file system has no immutable files");
     m_boxes->answer(kFull, kYes);
     m_boxes->answer(kError, kYes);
     m_boxes->answer(kBackupError, kOk);
     backup(m_destination);
-    QVERIFY(run(QStringLiteral("chattr"), {QStringLiteral("-i"), kept}));
+    QVERIFY(runProgram(QStringLiteral("chattr"), {QStringLiteral("-i"), kept}));
     const QStringList expected = {kFull, kError, kBackupError};
     QCOMPARE(titles(), expected);
     QCOMPARE(entriesBelow(m_destination), QStringList{QStringLiteral("kept.mid")});
@@ -411,8 +375,8 @@ void TestMaintenanceFaultsCopy::destinationThatCannotBeEmptiedIsTold()
 void TestMaintenanceFaultsCopy::restoreOntoAReadOnlyPlayerIsNoSuccess()
 {
     SimulatedPlayer player;
-    writeFile(m_destination + QStringLiteral("/a.mid"));
-    writeFile(m_destination + QStringLiteral("/b.mid"));
+    putFile(m_destination + QStringLiteral("/a.mid"));
+    putFile(m_destination + QStringLiteral("/b.mid"));
     const Mount mount(QDir::cleanPath(player.root()));
     if (!mount.isGood())
         QSKIP("Nothing can be mounted here");
@@ -420,15 +384,15 @@ void TestMaintenanceFaultsCopy::restoreOntoAReadOnlyPlayerIsNoSuccess()
     m_boxes->answer(kFailed, kSi);
     m_boxes->answer(kBackupError, kOk);
     restore(m_destination);
-    QVERIFY(m_procedure->window.procedureOk);
+    QVERIFY((*m_procedure)->procedureOk);
     // In a folder of its own, the folder is what cannot be made.
     QVERIFY(QFile::remove(m_destination + QStringLiteral("/a.mid")) &&
             QFile::remove(m_destination + QStringLiteral("/b.mid")));
-    writeFile(m_destination + QStringLiteral("/Songs/a.mid"));
+    putFile(m_destination + QStringLiteral("/Songs/a.mid"));
     m_boxes->answer(kError, kOk);
     m_boxes->answer(kBackupError, kOk);
     restore(m_destination);
-    QVERIFY(!m_procedure->window.procedureOk);
+    QVERIFY(!(*m_procedure)->procedureOk);
     QVERIFY(player.files().isEmpty());
 }
 

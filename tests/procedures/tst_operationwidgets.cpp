@@ -1,11 +1,17 @@
-#include "proceduretest.h"
+#include "systemfixture.h"
 
+#include "app/mainwindow.h"
 #include "app/sharedfonts.h"
 #include "pages/avanzate.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/logcapture.h"
 #include "support/simulatedplayer.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
 
 namespace {
 
@@ -59,8 +65,8 @@ void TestOperationWidgets::missingPlayerIsToldAndEverythingIsHiddenAgain()
         log.textsStartingWith(QStringLiteral("MainWindow")),
         QStringList{QStringLiteral("MainWindow::on_updateLabelAction : \"Cerco se Corvin4 è connesso via USB...\"")});
     QVERIFY(procedure.bar()->isHidden());
-    QVERIFY(procedure.stopButton()->isHidden());
-    QVERIFY(procedure.child<QLabel>("labelAction")->isHidden());
+    QVERIFY(procedure.stop()->isHidden());
+    QVERIFY(procedure.label()->isHidden());
     QCOMPARE(procedure.status(), QString());
     QCOMPARE(procedure.bar()->value(), 0);
     QCOMPARE(procedure.bar()->maximum(), 100);
@@ -79,8 +85,8 @@ void TestOperationWidgets::runningProcedureShowsItsWidgets()
     boxes.whenShown([&](QMessageBox *) {
         looked = true;
         QVERIFY(!procedure.bar()->isHidden());
-        QVERIFY(!procedure.stopButton()->isHidden());
-        QVERIFY(!procedure.child<QLabel>("labelAction")->isHidden());
+        QVERIFY(!procedure.stop()->isHidden());
+        QVERIFY(!procedure.label()->isHidden());
         QCOMPARE(procedure.status(), QStringLiteral("Cerco se Corvin4 è connesso via USB..."));
         QCOMPARE(procedure.bar()->minimum(), 0);
         QCOMPARE(procedure.bar()->maximum(), 100);
@@ -95,20 +101,20 @@ void TestOperationWidgets::startForgetsWhatTheLastProcedureLeft()
 {
     SimulatedPlayer::disconnect();
     ProcedureWindow procedure;
-    procedure.window.abortRequested = true;
-    procedure.window.procedureOk = false;
+    procedure->abortRequested = true;
+    procedure->procedureOk = false;
     BoxAnswerer boxes;
     boxes.answer(kNotFound, QStringLiteral("OK"));
     procedure.run("restoreSecurityCopyOfSongs");
-    QVERIFY(!procedure.window.abortRequested);
-    QVERIFY(procedure.window.procedureOk);
+    QVERIFY(!procedure->abortRequested);
+    QVERIFY(procedure->procedureOk);
 }
 
 void TestOperationWidgets::secondProcedureCannotBeStartedInside()
 {
     const SimulatedPlayer player;
     ProcedureWindow procedure;
-    auto *page = procedure.window.findChild<Avanzate *>();
+    auto *page = procedure->findChild<Avanzate *>();
     FolderDialogAnswerer dialogs{QString()};
     bool enabled = true;
     dialogs.whenShown = [&](QFileDialog *) { enabled = page->isEnabled(); };

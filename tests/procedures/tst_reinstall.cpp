@@ -48,11 +48,14 @@ private slots:
     void missingToolLeavesThePlayerAlone();
     void longErrorPageLeavesThePlayerAlone();
     void playerPulledDuringTheDownloadIsToldOf();
+    void playerPulledDuringTheTransferIsNotCalledInstalled();
+    void readOnlyPlayerEndsTheProcedure();
     void failedTransferEndsTheProcedure();
     void folderThatCannotBeMadeEndsInItsOwnWords();
     void failedUpdateStillEndsWithAnInstalledSystem();
     void stopEndsSilentlyAtEachStep_data();
     void stopEndsSilentlyAtEachStep();
+    void stopDuringTheUpdateEndsWithoutTheClosingBox_data();
     void stopDuringTheUpdateEndsWithoutTheClosingBox();
     void wayBackIsClosedForTheWholeTime_data();
     void wayBackIsClosedForTheWholeTime();
@@ -225,6 +228,48 @@ void TestReinstall::playerPulledDuringTheDownloadIsToldOf()
     expectUntouchedPlayer();
 }
 
+void TestReinstall::playerPulledDuringTheTransferIsNotCalledInstalled()
+{
+    QString why;
+    if (!ExFatVolume::isPossible(&why))
+        QSKIP(qPrintable(why));
+    const MountedPlayer player(16);
+    QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
+    putFile(player.path(QStringLiteral("My Songs/a.mid")), "MThd");
+    serve();
+    // The mount point is left, an ordinary folder that takes the rest without an error.
+    bool pulled = false;
+    connect(m_window->bar(), &QProgressBar::valueChanged, this, [&](int value) {
+        if (m_window->status() == kTransferring && value == 2 && !pulled)
+            pulled = player.volume->pull();
+    });
+    BoxAnswerer answers;
+    answers.answer(kErrorTitle, kOk);
+    m_window->run("reinstallOpSysOnly");
+    QVERIFY(pulled);
+    QCOMPARE(answers.seen().first().text, QStringLiteral("Procedura terminata in modo inaspettato.\n"
+                                                         "Provare a reinstallare il sistema operativo."));
+    QCOMPARE(answers.seen().first().icon, QMessageBox::Critical);
+    QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
+    // Nothing is mounted over what landed on the PC.
+    QVERIFY(QDir(player.root()).removeRecursively() && QDir().mkpath(player.root()));
+    QVERIFY(player.volume->mount());
+    QCOMPARE(contentOf(player.path(QStringLiteral("My Songs/a.mid"))), QByteArray("MThd"));
+}
+
+void TestReinstall::readOnlyPlayerEndsTheProcedure()
+{
+    serve();
+    const Mount mount(QDir::cleanPath(m_player->root()));
+    if (!mount.isGood())
+        QSKIP("Nothing can be mounted here");
+    BoxAnswerer answers;
+    answers.answer(kErrorTitle, kOk);
+    m_window->run("reinstallOpSysOnly");
+    QCOMPARE(answers.seen().first().text, kErrorTitle);
+    expectUntouchedPlayer();
+}
+
 void TestReinstall::failedTransferEndsTheProcedure()
 {
     serve();
@@ -310,18 +355,43 @@ void TestReinstall::stopEndsSilentlyAtEachStep()
     QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
 }
 
+void TestReinstall::stopDuringTheUpdateEndsWithoutTheClosingBox_data()
+{
+    QTest::addColumn<QString>("step");
+    QTest::newRow("download") << kDownloading;
+    QTest::newRow("unpacking") << kUnpacking;
+    QTest::newRow("copy") << kCopyingUpdate;
+}
+
 void TestReinstall::stopDuringTheUpdateEndsWithoutTheClosingBox()
 {
+    QFETCH(QString, step);
     serve();
-    m_server->serveStalled(kUpdateArchivePath, noise(40000), 100);
     BoxAnswerer answers;
     answers.answer(kStopTitle, kYes);
-    const StopPresser stop(*m_window, kDownloading,
-                           [this] { return m_server->requests().contains(kUpdateArchivePath); });
+    QString status = step;
+    if (step == kDownloading) {
+        m_server->serveStalled(kUpdateArchivePath, noise(40000), 100);
+    } else if (step == kUnpacking) {
+        // The status line has no text of its own for it here.
+        status = kDownloading;
+        connect(m_server.data(), &HttpServer::answered, this, [this](const QString &path) {
+            if (path == kUpdateArchivePath)
+                m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+        });
+    } else {
+        answers.answer(QStringLiteral("Download Error , Cod 3"), kOk);
+    }
+    const StopPresser stop(*m_window, status, [&] {
+        return m_server->requests().contains(kUpdateArchivePath) &&
+               (step != kUnpacking || m_window->bar()->maximum() == 0) &&
+               (step != kCopyingUpdate || m_window->bar()->format() == QStringLiteral("%v"));
+    });
     m_window->run("reinstallOpSysOnly");
     QVERIFY(stop.pressed);
-    QCOMPARE(answers.seen().size(), 1);
+    QCOMPARE(answers.pending(), 0);
     QCOMPARE(m_player->content(QStringLiteral("System/Corvin/Corvin.exe")), QByteArray("new"));
+    QVERIFY(!m_player->exists(QStringLiteral("CorvinUpdate")));
     QVERIFY(!QFile::exists(m_pc->downloads()));
     QVERIFY(m_window->isAtRest());
 }

@@ -19,6 +19,7 @@ private slots:
     void stopAfterTheFormatOfACleanReinstallIsSilent();
     void stopAfterTheFormatTellsWhereTheSongsAre_data();
     void stopAfterTheFormatTellsWhereTheSongsAre();
+    void stopDuringTheUpdateNamesNoBackup_data();
     void stopDuringTheUpdateNamesNoBackup();
 };
 
@@ -40,7 +41,7 @@ void TestReinstallFormatStops::stopBeforeTheFormatKeepsTheDisk()
     QFETCH(QString, step);
     if (step == kUnpacking)
         useSlowTool();
-    const FolderAnswer folder(backup());
+    const FolderDialogAnswerer folder(backup());
     BoxAnswerer answers;
     if (procedure == QLatin1String(kClean))
         answers.answer(kEraseTitle, kYes);
@@ -85,7 +86,7 @@ void TestReinstallFormatStops::stopAfterTheFormatTellsWhereTheSongsAre_data()
 void TestReinstallFormatStops::stopAfterTheFormatTellsWhereTheSongsAre()
 {
     QFETCH(QString, step);
-    const FolderAnswer folder(backup());
+    const FolderDialogAnswerer folder(backup());
     BoxAnswerer answers;
     answers.answer(kDriveTitle, kYes);
     answers.answer(kStopTitle, kYes);
@@ -98,25 +99,32 @@ void TestReinstallFormatStops::stopAfterTheFormatTellsWhereTheSongsAre()
     QVERIFY(m_window->isAtRest());
 }
 
+void TestReinstallFormatStops::stopDuringTheUpdateNamesNoBackup_data()
+{
+    QTest::addColumn<QString>("procedure");
+    QTest::newRow("clean") << QString(QLatin1String(kClean));
+    QTest::newRow("restore") << QString(QLatin1String(kRestore));
+}
+
 void TestReinstallFormatStops::stopDuringTheUpdateNamesNoBackup()
 {
+    QFETCH(QString, procedure);
+    const bool restores = procedure == QLatin1String(kRestore);
     m_server->serveStalled(kUpdateArchivePath, noise(40000), 100);
-    const FolderAnswer folder(backup());
+    const FolderDialogAnswerer folder(backup());
     BoxAnswerer answers;
+    if (!restores)
+        answers.answer(kEraseTitle, kYes);
     answers.answer(kDriveTitle, kYes);
     answers.answer(kStopTitle, kYes);
     const StopPresser stop(*m_window, kDownloading,
                            [this] { return m_server->requests().contains(kUpdateArchivePath); });
-    m_window->run(kRestore);
+    m_window->run(procedure.toLatin1().constData());
     QVERIFY(stop.pressed);
     QCOMPARE(answers.pending(), 0);
     expectNewSystem();
-    QCOMPARE(filesBelow(m_player->path(QStringLiteral("My Songs"))).size(), kManyFiles);
+    QCOMPARE(filesBelow(m_player->path(QStringLiteral("My Songs"))).size(), restores ? kManyFiles : 0);
 }
 
-int main(int argc, char **argv)
-{
-    TestReinstallFormatStops test;
-    return runReinstallFormatTest(test, argc, argv);
-}
+QTEST_MAIN(TestReinstallFormatStops)
 #include "tst_reinstallformatstops.moc"

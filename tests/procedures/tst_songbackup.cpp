@@ -1,12 +1,19 @@
-#include "proceduretest.h"
+#include "systemfixture.h"
 
+#include "app/mainwindow.h"
 #include "app/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/logcapture.h"
 #include "support/simulatedplayer.h"
 
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace {
 
@@ -134,7 +141,7 @@ void TestSongBackup::runBackup(const QString &destination)
     m_procedure->run("makeSecurityCopyOfSongs");
     QCOMPARE(dialogs.captions(), QStringList{QStringLiteral("Scegli una cartella per il salvataggio dei files")});
     QVERIFY(m_procedure->bar()->isHidden());
-    QVERIFY(m_procedure->stopButton()->isHidden());
+    QVERIFY(m_procedure->stop()->isHidden());
     QCOMPARE(m_procedure->bar()->format(), QStringLiteral("%p%"));
 }
 
@@ -144,7 +151,7 @@ void TestSongBackup::runRestore(const QString &source)
     m_procedure->run("restoreSecurityCopyOfSongs");
     QCOMPARE(dialogs.captions(), QStringList{QStringLiteral("Scegli cartella da cui prendere i files salvati")});
     QVERIFY(m_procedure->bar()->isHidden());
-    QVERIFY(m_procedure->stopButton()->isHidden());
+    QVERIFY(m_procedure->stop()->isHidden());
     QCOMPARE(m_procedure->bar()->format(), QStringLiteral("%p%"));
 }
 
@@ -268,9 +275,9 @@ void TestSongBackup::backupTellsWhatItDoes()
 void TestSongBackup::fullDestinationIsDeletedWholeAfterAYes()
 {
     m_player->addFile(QStringLiteral("a.mid"), "new");
-    writeFile(m_destination + QStringLiteral("/a.mid"), "old");
-    writeFile(m_destination + QStringLiteral("/sub/old.mid"));
-    writeFile(m_destination + QStringLiteral("/sub/.hidden"));
+    putFile(m_destination + QStringLiteral("/a.mid"), "old");
+    putFile(m_destination + QStringLiteral("/sub/old.mid"));
+    putFile(m_destination + QStringLiteral("/sub/.hidden"));
     m_boxes->answer(kFull, kYes);
     m_boxes->answer(kDone, kOk);
     runBackup(m_destination);
@@ -299,7 +306,7 @@ void TestSongBackup::fullDestinationStaysWithoutAYes()
 {
     QFETCH(QString, means);
     m_player->addFile(QStringLiteral("a.mid"));
-    writeFile(m_destination + QStringLiteral("/old.mid"));
+    putFile(m_destination + QStringLiteral("/old.mid"));
     if (means == QLatin1String("no"))
         m_boxes->answer(kFull, kNo);
     else if (means == QLatin1String("close"))
@@ -326,7 +333,7 @@ void TestSongBackup::destinationIsNeverEmptiedUnasked()
 {
     QFETCH(QString, held);
     m_player->addFile(QStringLiteral("a.mid"));
-    writeFile(m_destination + QLatin1Char('/') + held);
+    putFile(m_destination + QLatin1Char('/') + held);
     m_boxes->answer(kFull, kNo);
     m_boxes->answer(kBackupError, kOk);
     runBackup(m_destination);
@@ -351,7 +358,7 @@ void TestSongBackup::dangerousDestinationIsRefused()
     m_player->addFile(QStringLiteral("Songs/a.mid"));
     m_player->addFolder(QStringLiteral("Empty"));
     const QString home = m_pc->path() + QStringLiteral("/homes/anna");
-    writeFile(home + QStringLiteral("/letter.txt"));
+    putFile(home + QStringLiteral("/letter.txt"));
     const QByteArray oldHome = qgetenv("HOME");
     qputenv("HOME", QFile::encodeName(home));
     const QMap<QString, QString> folders = {
@@ -412,7 +419,7 @@ void TestSongBackup::moreThanAThousandFilesAreAskedAbout()
         if (m_procedure->status() != QLatin1String("Copia di backup dei files sul PC...") || value != 1)
             return;
         toCopy = m_procedure->bar()->maximum();
-        m_procedure->window.abortRequested = true;
+        (*m_procedure)->abortRequested = true;
     });
     runBackup(m_destination);
     QCOMPARE(toCopy, answer == kNo ? 0 : files);
@@ -444,7 +451,7 @@ void TestSongBackup::backupCanBeStopped()
     m_boxes->answer(kBackupError, kOk);
     const StopPresser stop(*m_procedure, [&] { return m_procedure->status() == status; });
     runBackup(m_destination);
-    QVERIFY(stop.hasPressed());
+    QVERIFY(stop.pressed);
     expectBackupError();
     const int saved = entriesBelow(m_destination).filter(QStringLiteral(".mid")).size();
     QCOMPARE(saved, copied ? 1 : 0);
@@ -462,10 +469,10 @@ void TestSongBackup::failedBackupTellsSo()
 
 void TestSongBackup::restoreCopiesEverythingBack()
 {
-    writeFile(m_destination + QStringLiteral("/a.mid"), "a");
-    writeFile(m_destination + QStringLiteral("/My Songs/deep/b.mid"), "b");
-    writeFile(m_destination + QStringLiteral("/System/playlist/one.pls"), "c");
-    writeFile(m_destination + QStringLiteral("/bridges/d.mid"), "d");
+    putFile(m_destination + QStringLiteral("/a.mid"), "a");
+    putFile(m_destination + QStringLiteral("/My Songs/deep/b.mid"), "b");
+    putFile(m_destination + QStringLiteral("/System/playlist/one.pls"), "c");
+    putFile(m_destination + QStringLiteral("/bridges/d.mid"), "d");
     m_player->addFile(QStringLiteral("other.mid"), "other");
     m_boxes->answer(kDone, kOk);
     const LogCapture log;
@@ -483,8 +490,8 @@ void TestSongBackup::restoreCopiesEverythingBack()
 
 void TestSongBackup::restoreAsksBeforeReplacing()
 {
-    writeFile(m_destination + QStringLiteral("/a.mid"), "saved");
-    writeFile(m_destination + QStringLiteral("/b.mid"), "saved");
+    putFile(m_destination + QStringLiteral("/a.mid"), "saved");
+    putFile(m_destination + QStringLiteral("/b.mid"), "saved");
     m_player->addFile(QStringLiteral("a.mid"), "on the player");
     m_player->addFile(QStringLiteral("b.mid"), "on the player");
     m_boxes->answer(kExists, kNo);
@@ -499,9 +506,9 @@ void TestSongBackup::restoreAsksBeforeReplacing()
 
 void TestSongBackup::restoreLeavesWhatHasNoDot()
 {
-    writeFile(m_destination + QStringLiteral("/Songs/a.mid"));
-    writeFile(m_destination + QStringLiteral("/Songs/nodot"));
-    writeFile(m_destination + QStringLiteral("/Songs/.hidden.mid"));
+    putFile(m_destination + QStringLiteral("/Songs/a.mid"));
+    putFile(m_destination + QStringLiteral("/Songs/nodot"));
+    putFile(m_destination + QStringLiteral("/Songs/.hidden.mid"));
     m_boxes->answer(kDone, kOk);
     runRestore(m_destination);
     QCOMPARE(m_player->files(), QStringList{QStringLiteral("Songs/a.mid")});
@@ -527,7 +534,7 @@ void TestSongBackup::restoreCanBeStopped()
 {
     QFETCH(bool, copying);
     for (int i = 0; i < 10; ++i)
-        writeFile(m_destination + QStringLiteral("/%1.mid").arg(i));
+        putFile(m_destination + QStringLiteral("/%1.mid").arg(i));
     m_boxes->answer(kStop, kSi);
     m_boxes->answer(kBackupError, kOk);
     // The copy shows its count; the folder choice has no STOP to press.
@@ -536,19 +543,19 @@ void TestSongBackup::restoreCanBeStopped()
                (m_procedure->bar()->format() == QLatin1String("%v")) == copying;
     });
     runRestore(m_destination);
-    QVERIFY(stop.hasPressed());
+    QVERIFY(stop.pressed);
     expectBackupError();
     QCOMPARE(m_player->files().size(), copying ? 1 : 0);
 }
 
 void TestSongBackup::failedRestoreHasTheBackupsTexts()
 {
-    writeFile(m_destination + QStringLiteral("/Songs/a.mid"));
+    putFile(m_destination + QStringLiteral("/Songs/a.mid"));
     m_player->addFile(QStringLiteral("Songs"), "a file where a folder should be");
     m_boxes->answer(kError, kOk);
     m_boxes->answer(kBackupError, kOk);
     runRestore(m_destination);
-    QVERIFY(!m_procedure->window.procedureOk);
+    QVERIFY(!(*m_procedure)->procedureOk);
     expectBackupError();
 }
 

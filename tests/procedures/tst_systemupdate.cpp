@@ -52,6 +52,9 @@ private slots:
     void refusedCopyErrorIsCodeThree();
     void fullPlayerIsCodeThree();
     void pulledPlayerIsCodeThreeAndNothingLandsOnThePc();
+    void playerPulledDuringTheCopyIsCodeThree();
+    void readOnlyPlayerIsCodeThree_data();
+    void readOnlyPlayerIsCodeThree();
     void oldUpdateIsFoundWhateverItsCase();
     void onlyNamesWithADotAreCopied();
     void stopInTheDownloadIsSilent();
@@ -301,6 +304,54 @@ void TestSystemUpdate::pulledPlayerIsCodeThreeAndNothingLandsOnThePc()
     QVERIFY(!update(true));
     checkErrorBox(answers);
     QVERIFY(!m_player->exists(QStringLiteral("CorvinUpdate/sub/a.exe")));
+}
+
+void TestSystemUpdate::playerPulledDuringTheCopyIsCodeThree()
+{
+    QString why;
+    if (!ExFatVolume::isPossible(&why))
+        QSKIP(qPrintable(why));
+    const MountedPlayer player(16);
+    QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
+    serveUpdate({{QStringLiteral("CorvinUpdate/a.exe"), "a"},
+                 {QStringLiteral("CorvinUpdate/b.exe"), "b"},
+                 {QStringLiteral("CorvinUpdate/c.exe"), "c"}});
+    // The mount point is left, an ordinary folder that takes the rest without an error.
+    bool pulled = false;
+    connect(m_window->bar(), &QProgressBar::valueChanged, this, [&](int value) {
+        if (m_window->status() == kCopying && value == 1 && !pulled)
+            pulled = player.volume->pull();
+    });
+    BoxAnswerer answers;
+    expectError(answers, 3);
+    QVERIFY(!update(true));
+    QVERIFY(pulled);
+    QCOMPARE(player.files(), QStringList{});
+}
+
+void TestSystemUpdate::readOnlyPlayerIsCodeThree_data()
+{
+    QTest::addColumn<bool>("oldUpdate");
+    QTest::newRow("an old update cannot be removed") << true;
+    QTest::newRow("a folder cannot be made") << false;
+}
+
+void TestSystemUpdate::readOnlyPlayerIsCodeThree()
+{
+    QFETCH(bool, oldUpdate);
+    if (!oldUpdate)
+        QVERIFY(QDir(m_player->path(QStringLiteral("CorvinUpdate"))).removeRecursively());
+    const Mount mount(QDir::cleanPath(m_player->root()));
+    if (!mount.isGood())
+        QSKIP("Nothing can be mounted here");
+    serveUpdate();
+    BoxAnswerer answers;
+    answers.answer(QStringLiteral("ERRORE"), kOk);
+    expectError(answers, 3);
+    QVERIFY(!update(true));
+    checkErrorBox(answers);
+    QCOMPARE(m_player->exists(QStringLiteral("CorvinUpdate/old/old.exe")), oldUpdate);
+    QVERIFY(!QFile::exists(m_pc->downloads()));
 }
 
 void TestSystemUpdate::oldUpdateIsFoundWhateverItsCase()

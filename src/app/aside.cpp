@@ -1,5 +1,7 @@
 #include "aside.h"
 
+#include "volumeflush.h"
+
 #include <QCoreApplication>
 #include <QThread>
 
@@ -16,4 +18,11 @@ void doAside(const std::function<void()> &work)
     thread->start();
     while (!thread->wait(kPauseMs))
         QCoreApplication::processEvents(QEventLoop::AllEvents, kRoundMs);
+}
+
+bool flushVolumeAside(const QString &path)
+{
+    bool flushed = false;
+    doAside([&flushed, path] { flushed = flushVolume(path); });
+    return flushed;
 }

@@ -1,4 +1,4 @@
-#include "optimizer/aside.h"
+#include "app/aside.h"
 
 #include <QSemaphore>
 #include <QTest>
