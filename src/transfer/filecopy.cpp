@@ -9,13 +9,15 @@
 
 namespace {
 
-constexpr qint64 kBlockSize = 1024 * 1024;
+constexpr qint64 kBlockSize = 1048576;
 constexpr int kMostTemporaryNames = 100;
 
 /// Writes everything that @p from still holds to @p to.
 CopyResult copyContent(QFile &from, QFile &to, const std::function<void()> &betweenBlocks)
 {
-    QByteArray block(int(qBound(qint64(1), from.size(), kBlockSize)), Qt::Uninitialized);
+    // A size of 0 may only mean that the size is not known.
+    const qint64 size = from.size();
+    QByteArray block(int(size > 0 ? qMin(size, kBlockSize) : kBlockSize), Qt::Uninitialized);
     for (bool first = true;; first = false) {
         const qint64 got = from.read(block.data(), block.size());
         if (got < 0)
@@ -88,7 +90,7 @@ CopyResult copyFile(const QString &source, const QString &destination, const std
     if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
         result = CopyResult::NotWritten;
     if (result != CopyResult::Copied)
-        to.remove();
+        QFile::remove(destination);
     return result;
 }
 

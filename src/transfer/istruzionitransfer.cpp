@@ -4,10 +4,29 @@
 #include "ui_istruzionitransfer.h"
 
 #include <QEvent>
-#include <QStyle>
+#include <QIcon>
+#include <QPainter>
 
 namespace {
-constexpr int kPictureHeight = 56;
+
+constexpr QSize kPictureSize(88, 60);
+
+/// The drop area in small: a dashed frame, and an arrow that leads into it.
+QPixmap dropPicture(qreal ratio)
+{
+    QPixmap picture(kPictureSize * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(0x51, 0x51, 0x51), 2, Qt::DashLine));
+    painter.drawRect(QRectF(QPointF(), kPictureSize).adjusted(4, 4, -4, -4));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(249, 191, 0));
+    painter.drawPolygon(QPolygonF({{39, 12}, {49, 12}, {49, 29}, {60, 29}, {44, 48}, {28, 29}, {39, 29}}));
+    return picture;
+}
+
 } // namespace
 
 IstruzioniTransfer::IstruzioniTransfer(QWidget *parent)
@@ -19,10 +38,9 @@ IstruzioniTransfer::IstruzioniTransfer(QWidget *parent)
         number->setFont(fonts.fontTitle22);
     for (QLabel *text : {ui->labelText1, ui->labelText2, ui->labelText3})
         text->setFont(fonts.fontText13);
-    const auto picture = [](const QIcon &icon) { return icon.pixmap(QSize(2 * kPictureHeight, kPictureHeight)); };
     ui->labelPicture1->setPixmap(QPixmap(QStringLiteral(":/imgs/corvin88x60.png")));
-    ui->labelPicture2->setPixmap(picture(style()->standardIcon(QStyle::SP_DirOpenIcon)));
-    ui->labelPicture3->setPixmap(picture(QIcon(QStringLiteral(":/imgs/ok.png"))));
+    ui->labelPicture2->setPixmap(dropPicture(devicePixelRatioF()));
+    ui->labelPicture3->setPixmap(QIcon(QStringLiteral(":/imgs/ok.png")).pixmap(kPictureSize));
 }
 
 IstruzioniTransfer::~IstruzioniTransfer() = default;

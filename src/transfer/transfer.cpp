@@ -47,7 +47,7 @@ void Transfer::applyFonts()
     const QList<QWidget *> titles = {ui->pButPc,      ui->labelInstruction, ui->dropArea,
                                      ui->labelSelect, ui->pushBtnBack,      ui->pushBtnForward};
     for (QWidget *title : titles)
-        title->setFont(fonts.fontTitle18);
+        setTitleFont(title, fonts.fontTitle18);
     ui->labelFolder->setFont(fonts.fontText13);
     ui->treeView->setFont(fonts.fontText11);
     ui->tableView->setFont(fonts.fontText11);
@@ -80,6 +80,9 @@ QString Transfer::pathIn(const QString &folder, const QString &name)
 
 void Transfer::setBrowsing(bool browsing)
 {
+    // A stack is as wide as its widest page, shown or not.
+    const QSizePolicy::Policy width = browsing ? QSizePolicy::Ignored : QSizePolicy::Preferred;
+    ui->istruzioniTransfer->setSizePolicy(width, QSizePolicy::Preferred);
     ui->stackedWidget->setCurrentIndex(browsing ? kDropPage : kInstructionsPage);
     ui->labelInstruction->setVisible(!browsing);
     const QList<QWidget *> widgets = {ui->widgetDevice, ui->treeView,    ui->tableView,

@@ -39,7 +39,7 @@ bool isInOrAt(const QString &path, const QString &folder)
 /// The canonical path of @p path, of which the last parts need not exist yet.
 QString canonicalPlace(const QString &path)
 {
-    const QString canonical = QFileInfo(path).canonicalFilePath();
+    QString canonical = QFileInfo(path).canonicalFilePath();
     const QString parent = QFileInfo(path).absolutePath();
     if (!canonical.isEmpty() || parent == path)
         return canonical;

@@ -1,28 +1,24 @@
 // The transfer page's chapter of what its two views stand on, and of the state in which they must keep still.
 #include "transfer.h"
 
-#include "app/volumeflush.h"
+#include "app/aside.h"
 #include "device/devicelocator.h"
 #include "diskcalls.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
-#include <QCoreApplication>
 #include <QHeaderView>
-#include <QThread>
 
 namespace {
-
-constexpr unsigned long kFlushPollMs = 20;
 
 // Columns of the table, as a file system model has them.
 constexpr int kNameColumn = 0;
 constexpr int kSizeColumn = 1;
 constexpr int kTypeColumn = 2;
 constexpr int kDateColumn = 3;
-constexpr int kSizeWidth = 100;
-constexpr int kTypeWidth = 120;
-constexpr int kDateWidth = 160;
+constexpr int kSizeWidth = 105;
+constexpr int kTypeWidth = 95;
+constexpr int kDateWidth = 170;
 
 void layOutTable(QTableView *table)
 {
@@ -146,12 +142,7 @@ bool Transfer::isPlayerThere() const
 
 void Transfer::flushPlayer()
 {
-    // A slow stick may take a minute for what the system holds back; the window must answer meanwhile.
-    const QString root = deviceRoot;
-    const std::unique_ptr<QThread> thread(QThread::create([root] { flushVolume(root); }));
-    thread->start();
-    while (!thread->wait(kFlushPollMs))
-        QCoreApplication::processEvents();
+    flushVolumeAside(deviceRoot);
 }
 
 void Transfer::endWork()

@@ -51,6 +51,7 @@ private slots:
     void pcButtonOpensTheHomeFolder();
     void missingFileManagerIsOnlyALogLine();
     void pcButtonShowsTheTransferWidgets();
+    void hiddenInstructionsTakeNoRoomFromTheTable();
     void treeHasThePlayerAsItsOnlyTopAndFoldersOnly();
     void ownFoldersAreHiddenOnlyDirectlyUnderTheRoot();
     void playerWithALowerCaseLabelIsNotShown();
@@ -217,6 +218,14 @@ void TestTransfer::pcButtonShowsTheTransferWidgets()
         QVERIFY2(!open.child<QWidget>(name)->isVisible(), name);
     QCOMPARE(open.child<QLabel>("labelFolder")->text(), QString());
     QVERIFY(open.tree()->isExpanded(open.tree()->model()->index(0, 0)));
+}
+
+void TestTransfer::hiddenInstructionsTakeNoRoomFromTheTable()
+{
+    const OpenTransfer open(m_player->root());
+    QTRY_VERIFY(open.child<QLabel>("dropArea")->width() < open.child<QWidget>("widgetDevice")->width());
+    QVERIFY2(open.page.minimumSizeHint().width() <= 1000,
+             qPrintable(QString::number(open.page.minimumSizeHint().width())));
 }
 
 void TestTransfer::treeHasThePlayerAsItsOnlyTopAndFoldersOnly()

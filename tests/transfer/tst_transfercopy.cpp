@@ -1,5 +1,4 @@
 #include "opentransfer.h"
-#include "support/boxanswerer.h"
 #include "support/simulatedplayer.h"
 
 #include <QLabel>
@@ -11,7 +10,6 @@
 
 namespace {
 
-const QString kExists = QStringLiteral("File esistente");
 const QString kCounting = QStringLiteral("Conteggio numero file da trasferire ...");
 
 QString copying(int files)
@@ -52,19 +50,6 @@ private slots:
     void copyDoesNothingOnceAborted();
     void folderThatIsNotThereIsNotCopied();
 
-    void questionIsAsAgreed();
-    void answersDecide_data();
-    void answersDecide();
-    void yesDoesNotSuppressTheNextQuestion();
-    void yesToAllAsksNoMore();
-    void noToAllLeavesAllLaterFilesForThisDropOnly();
-    void enterAnswersNoToAll();
-    void escapeAnswersNo();
-    void skippedFilesCountToo();
-    void conflictWithAFolderLeavesTheFolder();
-    void folderDroppedOverAFileOfItsNameLeavesTheFile();
-    void existingFoldersAreJoined();
-
     void stopWhileCountingHidesTheBar();
     void stopWhileCopyingKeepsTheBarAndTheRest();
     void stopInsideAFolderMakesNoFurtherFolders();
@@ -80,6 +65,7 @@ private:
     QStringList filesOnPlayer() const { return m_player->files(); }
     void stopAfter(int files);
 
+    int m_filesSeen = 0;
     QScopedPointer<SimulatedPlayer> m_player;
     QScopedPointer<PcFolder> m_pc;
     QScopedPointer<OpenTransfer> m_open;
@@ -103,10 +89,9 @@ void TestTransferCopy::cleanup()
 /// STOP is confirmed while the given file is being counted as copied.
 void TestTransferCopy::stopAfter(int files)
 {
-    auto *seen = new int(0);
-    connect(&m_open->page, &QObject::destroyed, [seen] { delete seen; });
-    connect(&m_open->page, &Transfer::increaseProgressBarVal, &m_open->page, [this, seen, files] {
-        if (++*seen == files)
+    m_filesSeen = 0;
+    connect(&m_open->page, &Transfer::increaseProgressBarVal, &m_open->page, [this, files] {
+        if (++m_filesSeen == files)
             m_open->page.on_stopActionPressed();
     });
 }
@@ -324,162 +309,6 @@ void TestTransferCopy::folderThatIsNotThereIsNotCopied()
     TransferRecorder recorder(m_open->page);
     m_open->page.copyFolder(m_pc->path(QStringLiteral("nothing")), m_player->path(QStringLiteral("My Songs")));
     QCOMPARE(recorder.lines(), QStringList());
-}
-
-void TestTransferCopy::questionIsAsAgreed()
-{
-    m_player->addFile(QStringLiteral("My Songs/a.mid"), "player");
-    m_open->page.on_tableView_doubleClicked(m_open->row(QStringLiteral("My Songs")));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No"));
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    const BoxAnswerer::Seen box = answerer.seen().first();
-    QCOMPARE(box.text, QStringLiteral("Il File ") + m_player->path(QStringLiteral("My Songs/a.mid")) +
-                           QStringLiteral("\n\nE' già esistente. Sovrascrivo ?"));
-    QCOMPARE(QSet<QString>(box.buttons.cbegin(), box.buttons.cend()),
-             (QSet<QString>{QStringLiteral("Si"), QStringLiteral("Si,Tutti"), QStringLiteral("No"),
-                            QStringLiteral("No,Tutti")}));
-    QCOMPARE(box.buttons.size(), 4);
-    QCOMPARE(box.defaultButton, QStringLiteral("No,Tutti"));
-    QVERIFY(!box.hadParent);
-}
-
-void TestTransferCopy::answersDecide_data()
-{
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<int>("remembered");
-    QTest::addColumn<bool>("overwritten");
-    QTest::newRow("Si") << QStringLiteral("Si") << int(QMessageBox::Yes) << true;
-    QTest::newRow("Si,Tutti") << QStringLiteral("Si,Tutti") << int(QMessageBox::YesToAll) << true;
-    QTest::newRow("No") << QStringLiteral("No") << int(QMessageBox::No) << false;
-    QTest::newRow("No,Tutti") << QStringLiteral("No,Tutti") << int(QMessageBox::NoToAll) << false;
-}
-
-void TestTransferCopy::answersDecide()
-{
-    QFETCH(QString, answer);
-    QFETCH(int, remembered);
-    QFETCH(bool, overwritten);
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, answer);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid"), "pc")});
-    QCOMPARE(m_open->page.overwriteAnswer, remembered);
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), overwritten ? QByteArray("pc") : QByteArray("player"));
-    QCOMPARE(m_pc->content(QStringLiteral("a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(filesOnPlayer(), QStringList{QStringLiteral("a.mid")});
-}
-
-void TestTransferCopy::yesDoesNotSuppressTheNextQuestion()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    m_player->addFile(QStringLiteral("c.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si"));
-    answerer.answer(kExists, QStringLiteral("No"));
-    answerer.answer(kExists, QStringLiteral("Si"));
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid")),
-                  m_pc->addFile(QStringLiteral("c.mid"))});
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("c.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferCopy::yesToAllAsksNoMore()
-{
-    m_player->addFile(QStringLiteral("album/a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    m_pc->addFile(QStringLiteral("album/a.mid"));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si,Tutti"));
-    m_open->drop({m_pc->path(QStringLiteral("album")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_player->content(QStringLiteral("album/a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferCopy::noToAllLeavesAllLaterFilesForThisDropOnly()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    const QStringList dropped = {m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid")),
-                                 m_pc->addFile(QStringLiteral("new.mid"))};
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No,Tutti"));
-    m_open->drop(dropped);
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("new.mid")), QByteArrayLiteral("pc"));
-
-    answerer.answer(kExists, QStringLiteral("Si,Tutti"));
-    m_open->drop(dropped);
-    QCOMPARE(answerer.seen().size(), 2);
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferCopy::enterAnswersNoToAll()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answerByKey(kExists, Qt::Key_Return);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_open->page.overwriteAnswer, int(QMessageBox::NoToAll));
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-}
-
-void TestTransferCopy::escapeAnswersNo()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answerByKey(kExists, Qt::Key_Escape);
-    answerer.answerByClosing(kExists);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(m_open->page.overwriteAnswer, int(QMessageBox::No));
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-}
-
-void TestTransferCopy::skippedFilesCountToo()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No"));
-    TransferRecorder recorder(m_open->page);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 2);
-}
-
-void TestTransferCopy::conflictWithAFolderLeavesTheFolder()
-{
-    m_player->addFile(QStringLiteral("album/song.mid"));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si"));
-    m_open->drop({m_pc->addFile(QStringLiteral("album"))});
-    QCOMPARE(filesOnPlayer(), QStringList{QStringLiteral("album/song.mid")});
-}
-
-void TestTransferCopy::folderDroppedOverAFileOfItsNameLeavesTheFile()
-{
-    m_player->addFile(QStringLiteral("album"), "player");
-    const QString song = m_pc->addFile(QStringLiteral("album/song.mid"));
-    TransferRecorder recorder(m_open->page);
-    m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(m_player->content(QStringLiteral("album")), QByteArrayLiteral("player"));
-    QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("!QFile::copy - src : \"%1\"").arg(song)));
-}
-
-void TestTransferCopy::existingFoldersAreJoined()
-{
-    m_player->addFile(QStringLiteral("album/old.mid"));
-    m_pc->addFile(QStringLiteral("album/new.mid"));
-    m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(filesOnPlayer(), (QStringList{QStringLiteral("album/new.mid"), QStringLiteral("album/old.mid")}));
 }
 
 void TestTransferCopy::stopWhileCountingHidesTheBar()
