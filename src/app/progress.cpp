@@ -6,6 +6,12 @@
 
 #include <QApplication>
 #include <QDebug>
+#include <QProgressBar>
+#include <QTimer>
+
+namespace {
+constexpr int kPaintIntervalMs = 40;
+}
 
 void MainWindow::on_setProgressBarVisible(bool visible)
 {
@@ -39,7 +45,13 @@ void MainWindow::on_updateProgressBarVal(int value)
 
 void MainWindow::on_increaseProgressBarVal()
 {
-    ui->progressBar->setValue(ui->progressBar->value() + 1);
+    // The bar paints itself at every new value; for each file of a transfer that would take longer than the copying.
+    QProgressBar *bar = ui->progressBar;
+    if (bar->updatesEnabled()) {
+        bar->setUpdatesEnabled(false);
+        QTimer::singleShot(kPaintIntervalMs, bar, [bar] { bar->setUpdatesEnabled(true); });
+    }
+    bar->setValue(bar->value() + 1);
 }
 
 void MainWindow::on_updateLabelAction(const QString &text)

@@ -67,6 +67,7 @@ private slots:
     void progress_data();
     void progress();
     void increaseAddsOne();
+    void barIsPaintedAgainAfterManyIncreases();
     void showingTheBarResetsAndShowsAllThree_data();
     void showingTheBarResetsAndShowsAllThree();
     void stopIsShownAlone_data();
@@ -182,6 +183,17 @@ void TestMainWindowSignals::increaseAddsOne()
     QVERIFY(emitSignal(transfer, "updateProgressBarVal", 100));
     QVERIFY(emitSignal(transfer, "increaseProgressBarVal", QVariant()));
     QCOMPARE(bar->value(), 100);
+}
+
+void TestMainWindowSignals::barIsPaintedAgainAfterManyIncreases()
+{
+    const MainWindow window;
+    const auto *bar = window.findChild<QProgressBar *>(QStringLiteral("progressBar"));
+    QWidget *transfer = pageOf(window, QStringLiteral("Transfer"));
+    for (int i = 0; i < 30; ++i)
+        QVERIFY(emitSignal(transfer, "increaseProgressBarVal", QVariant()));
+    QCOMPARE(bar->value(), 30);
+    QTRY_VERIFY(bar->updatesEnabled());
 }
 
 void TestMainWindowSignals::showingTheBarResetsAndShowsAllThree_data()
