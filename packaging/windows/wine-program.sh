@@ -1,0 +1,58 @@
+# Sourced by scripts/walk: the program is the packaged one, unpacked into an empty Windows (Wine), and the player is its
+# removable drive E:. Needs a display,
+# windows_build, the folder with the package and the driver, and CORVIN_QT_MINGW.
+
+# shellcheck source=packaging/windows/wine.sh
+. "$root/packaging/windows/wine.sh"
+walk=$windows_build/walk
+# A PC whose code page is UTF-8: names are as long as on Linux, where this decides which of them are too long.
+# (One of the languages without a code page of its own does it; texts and order are not that language's.)
+mkdir -p "$windows_build/locale"
+localedef -i hi_IN -f UTF-8 "$windows_build/locale/hi_IN.UTF-8"
+unset LC_ALL
+export LOCPATH=$windows_build/locale LANG=C LC_CTYPE=hi_IN.UTF-8
+
+program_path() { printf 'Z:%s\n' "$1"; }
+
+session_log() { ls "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/Corvin4Manager/log_*.txt; }
+
+# What a user does, and what only the walk needs: its driver and the library of it, which lie outside the package.
+install_program() {
+  mkdir -p "$walk/program" "$walk/driver/generic"
+  new_prefix "$walk/wine"
+  (cd "$walk/program" && unzip -q "$windows_build"/Corvin4Manager-*-win64.zip)
+  cp "$windows_build"/plugins/generic/*.dll "$walk/driver/generic/"
+  cp "$CORVIN_QT_MINGW/bin/Qt5Test.dll" "$walk/driver/"
+  windows_variable QT_PLUGIN_PATH "$(program_path "$walk/driver")"
+  windows_variable QT_QPA_GENERIC_PLUGINS corvinwalk
+  smooth_fonts
+}
+
+plug_player() { "$wine" "$windows_build/wine/plugdrive.exe" e "$player"; }
+
+# The scenario plugs the player in by writing its label.
+plug_player_when_labelled() {
+  until [ -s "$player/.windows-label" ]; do sleep 0.2; done
+  plug_player
+}
+
+run_program() {
+  local code=0 watcher=
+  [ -d "$walk/wine" ] || install_program
+  "$wine" reg add 'HKCU\Software\Q-Arte\Corvin4Manager\Application' /v Language /t REG_SZ /d lang_it /f >/dev/null
+  if [ -e "$player/.windows-label" ]; then
+    plug_player
+  else
+    plug_player_when_labelled &
+    watcher=$!
+  fi
+  env -u CORVIN_VOLUMES WINEPATH="$(program_path "$walk/driver")" \
+    CORVIN_WALK_SCENARIO="$(program_path "$walk/scenario")" CORVIN_WALK_SHOTS="$(program_path "$walk/shots")" \
+    CORVIN_WALK_PLAYER="$(program_path "$player")" CORVIN_WALK_LOG="$(program_path "$walk/driver.log")" \
+    "$wine" "$walk/program/Corvin4Manager/Corvin4Manager.exe" >"$walk/stderr" 2>&1 || code=$?
+  [ -z "$watcher" ] || kill "$watcher" 2>/dev/null || true
+  # Also the file manager that the program has opened, and the drive with what Wine keeps of it.
+  end_prefix "$walk/wine"
+  sed 's/\r$//' "$walk/driver.log"
+  return $code
+}

@@ -1,0 +1,46 @@
+# Sourced: Windows programs under Wine, in a prefix of their own, without a word from Wine itself.
+# Functions: new_prefix, end_prefix, plug_drive, windows_variable.
+
+export WINEDEBUG=-all WINEARCH=win64
+# Neither does Wine ask for components to be fetched, nor does it add its programs to the menus of this machine.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+
+# new_prefix FOLDER: an empty Windows, whose user's folders lie within it.
+new_prefix() {
+  end_prefix "$1"
+  rm -rf "$1"
+  mkdir -p "$1/home"
+  export WINEPREFIX=$1/prefix HOME=$1/home
+  "$wine" wineboot --init >"$1/wineboot.log" 2>&1 || { tail "$1/wineboot.log" >&2; return 1; }
+  "$wine" winecfg -v win10
+  wineserver -w
+}
+
+# end_prefix FOLDER: what still runs in it is stopped.
+end_prefix() {
+  [ ! -d "$1/prefix" ] || WINEPREFIX=$1/prefix wineserver -k 2>/dev/null || true
+}
+
+# plug_drive LETTER FOLDER: the folder is a removable drive; its file .windows-label holds the label of the volume.
+plug_drive() {
+  ln -sfn "$2" "$WINEPREFIX/dosdevices/$1:"
+  "$wine" reg add 'HKLM\Software\Wine\Drives' /v "$1:" /t REG_SZ /d floppy /f >/dev/null
+  wineserver -w
+}
+
+# windows_variable NAME VALUE: a variable of the user's environment. Those that begin with QT_ do not come through from
+# outside: Wine keeps them for programs of this machine.
+windows_variable() {
+  "$wine" reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null
+  wineserver -w
+}
+
+# Letters as smooth as on a PC of today.
+smooth_fonts() {
+  local desktop='HKCU\Control Panel\Desktop'
+  "$wine" reg add "$desktop" /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null
+  "$wine" reg add "$desktop" /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null
+  wineserver -w
+}
