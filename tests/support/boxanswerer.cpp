@@ -66,16 +66,15 @@ bool BoxAnswerer::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Show) {
         if (auto *box = qobject_cast<QMessageBox *>(watched)) {
             // Answered from the box's own event loop, as a click is.
-            const QPointer<QMessageBox> guard(box);
-            QTimer::singleShot(0, this, [this, guard] { handle(guard); });
+            QTimer::singleShot(0, box, [this, box] { handle(box); });
         }
     }
     return QObject::eventFilter(watched, event);
 }
 
-void BoxAnswerer::handle(const QPointer<QMessageBox> &box)
+void BoxAnswerer::handle(QMessageBox *box)
 {
-    if (!box || !box->isVisible())
+    if (!box->isVisible())
         return;
     Seen seen;
     seen.title = box->windowTitle();
@@ -90,9 +89,13 @@ void BoxAnswerer::handle(const QPointer<QMessageBox> &box)
     seen.hadParent = box->parentWidget() != nullptr;
     m_seen.append(seen);
 
+    // What a test does while the box is open may close and delete it.
+    bool gone = false;
+    const auto watch = connect(box, &QObject::destroyed, this, [&gone] { gone = true; });
     if (m_whenShown)
         m_whenShown(box);
-    if (!box)
+    disconnect(watch);
+    if (gone)
         return;
 
     if (!m_expected.isEmpty() && m_expected.first().title == seen.title) {

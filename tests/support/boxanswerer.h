@@ -3,7 +3,6 @@
 #include <QList>
 #include <QMessageBox>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -64,7 +63,7 @@ private:
         Qt::Key key;
     };
 
-    void handle(const QPointer<QMessageBox> &box);
+    void handle(QMessageBox *box);
     void act(QMessageBox *box, const Answer &answer);
 
     QList<Answer> m_expected;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qint64 kBytesPerMegabyte = 1024 * 1024;
+constexpr qint64 kBytesPerMegabyte = qint64(1024) * 1024;
 constexpr int kProgramTimeoutMs = 60000;
 
 const QString kLoopControl = QStringLiteral("/dev/loop-control");
@@ -18,7 +18,7 @@ const QString kLabelFolder = QStringLiteral("/dev/disk/by-label");
 
 QString program(const QString &name)
 {
-    const QString found = QStandardPaths::findExecutable(name);
+    QString found = QStandardPaths::findExecutable(name);
     if (!found.isEmpty())
         return found;
     return QStandardPaths::findExecutable(name, {QStringLiteral("/usr/sbin"), QStringLiteral("/sbin")});

@@ -36,7 +36,7 @@ void SimulatedPlayer::disconnect()
 
 QString SimulatedPlayer::addFile(const QString &relative, const QByteArray &content)
 {
-    const QString full = path(relative);
+    QString full = path(relative);
     QDir().mkpath(QFileInfo(full).absolutePath());
     QFile file(full);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
