@@ -10,7 +10,8 @@ walk=$windows_build/walk
 mkdir -p "$windows_build/locale"
 localedef -i hi_IN -f UTF-8 "$windows_build/locale/hi_IN.UTF-8"
 unset LC_ALL
-export LOCPATH=$windows_build/locale LANG=C LC_CTYPE=hi_IN.UTF-8
+export LOCPATH=$windows_build/locale LANG=C
+export LC_CTYPE=hi_IN.UTF-8 2>/dev/null # the shell itself does not look there
 
 program_path() { printf 'Z:%s\n' "$1"; }
 
@@ -27,6 +28,10 @@ install_program() {
   windows_variable QT_QPA_GENERIC_PLUGINS corvinwalk
   smooth_fonts
 }
+
+# A folder will do: under Wine its names ignore case as well, and Wine takes the label of a mounted volume from the
+# volume itself, where it knows the file systems of former days only.
+mount_volume() { return 1; }
 
 plug_player() { "$wine" "$windows_build/wine/plugdrive.exe" e "$player"; }
 
