@@ -2,8 +2,8 @@
 
 #include "walkdriver.h"
 
-QObject *WalkPlugin::create(const QString &key, const QString &specification)
+QObject *WalkPlugin::create(const QString &key, const QString &parameters)
 {
-    Q_UNUSED(specification)
+    Q_UNUSED(parameters)
     return key == QLatin1String("corvinwalk") ? new WalkDriver : nullptr;
 }

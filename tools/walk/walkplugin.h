@@ -12,6 +12,6 @@ class WalkPlugin : public QGenericPlugin
 public:
     using QGenericPlugin::QGenericPlugin;
 
-    /// Returns the driver for the key "corvinwalk", null for any other. @p specification is not used.
-    QObject *create(const QString &key, const QString &specification) override;
+    /// Returns the driver for the key "corvinwalk", null for any other. @p parameters are not used.
+    QObject *create(const QString &key, const QString &parameters) override;
 };
