@@ -1,5 +1,5 @@
 # Sourced: Windows programs under Wine, in a prefix of their own, without a word from Wine itself.
-# Functions: new_prefix, end_prefix, plug_drive, windows_variable.
+# Functions: new_prefix, end_prefix, windows_path, windows_variable, smooth_fonts.
 
 export WINEDEBUG=-all WINEARCH=win64
 # Neither does Wine ask for components to be fetched, nor does it add its programs to the menus of this machine.
@@ -23,12 +23,8 @@ end_prefix() {
   [ ! -d "$1/prefix" ] || WINEPREFIX=$1/prefix wineserver -k 2>/dev/null || true
 }
 
-# plug_drive LETTER FOLDER: the folder is a removable drive; its file .windows-label holds the label of the volume.
-plug_drive() {
-  ln -sfn "$2" "$WINEPREFIX/dosdevices/$1:"
-  "$wine" reg add 'HKLM\Software\Wine\Drives' /v "$1:" /t REG_SZ /d floppy /f >/dev/null
-  wineserver -w
-}
+# windows_path PATH: how a Windows program names a path of this machine, with backslashes.
+windows_path() { "$wine" winepath -w "$1" | tr -d '\r'; }
 
 # windows_variable NAME VALUE: a variable of the user's environment. Those that begin with QT_ do not come through from
 # outside: Wine keeps them for programs of this machine.

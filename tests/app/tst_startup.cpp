@@ -1,5 +1,7 @@
 #include "startupuser.h"
 
+#include "support/platform.h"
+
 #include <QCoreApplication>
 #include <QDate>
 #include <QDir>
@@ -8,6 +10,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,6 +22,10 @@
 namespace {
 
 const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
+#ifdef Q_OS_WIN
+const QString kOrganization = QStringLiteral("Q-Arte");
+const QString kApplication = QStringLiteral("Corvin4Manager");
+#endif
 
 } // namespace
 
@@ -52,6 +60,8 @@ private:
     void run(const QProcessEnvironment &environment);
     void storeLanguageValue(const QString &value);
     QString storedLine() const;
+    QString dataHome() const;
+    QString settingsPlace() const;
     QStringList logTexts(const QString &executable = QStringLiteral("tst_startup")) const;
     QString path(const QString &relative) const { return m_home->filePath(relative); }
 
@@ -66,6 +76,13 @@ void TestStartup::init()
     m_home = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir().mkdir(path(QStringLiteral("data"))));
     QVERIFY(QDir().mkdir(path(QStringLiteral("config"))));
+#ifdef Q_OS_WIN
+    // Both have a fixed place for each user.
+    QSettings(kOrganization, kApplication).clear();
+    const QStringList executables = {QStringLiteral("tst_startup"), kApplication};
+    for (const QString &executable : executables)
+        QVERIFY(QDir(dataHome() + QLatin1Char('/') + executable).removeRecursively());
+#endif
 }
 
 void TestStartup::cleanup()
@@ -105,6 +122,38 @@ void TestStartup::run(const QProcessEnvironment &environment)
     m_seen = QJsonDocument::fromJson(report.readAll()).object();
 }
 
+#ifdef Q_OS_WIN
+QString TestStartup::dataHome() const
+{
+    return QFileInfo(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).path();
+}
+
+QString TestStartup::settingsPlace() const
+{
+    return QStringLiteral("\\\\HKEY_CURRENT_USER\\\\Software\\\\Q-Arte\\\\Corvin4Manager"); // as the log escapes it
+}
+
+void TestStartup::storeLanguageValue(const QString &value)
+{
+    QSettings(kOrganization, kApplication).setValue(QStringLiteral("Application/Language"), value);
+}
+
+QString TestStartup::storedLine() const
+{
+    const QVariant value = QSettings(kOrganization, kApplication).value(QStringLiteral("Application/Language"));
+    return value.isValid() ? QStringLiteral("Language=") + value.toString() : QStringLiteral("no settings");
+}
+#else
+QString TestStartup::dataHome() const
+{
+    return path(QStringLiteral("data"));
+}
+
+QString TestStartup::settingsPlace() const
+{
+    return path(QStringLiteral("config/Q-Arte/Corvin4Manager.conf"));
+}
+
 void TestStartup::storeLanguageValue(const QString &value)
 {
     QVERIFY(QDir().mkpath(path(QStringLiteral("config/Q-Arte"))));
@@ -120,11 +169,13 @@ QString TestStartup::storedLine() const
         return QStringLiteral("no settings file");
     return QString::fromUtf8(settings.readAll()).trimmed().section(QLatin1Char('\n'), -1);
 }
+#endif
 
 QStringList TestStartup::logTexts(const QString &executable) const
 {
-    QFile file(path(QStringLiteral("data/%1/log_%2.txt").arg(executable, QDate::currentDate().toString(kDateFormat))));
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file(dataHome() +
+               QStringLiteral("/%1/log_%2.txt").arg(executable, QDate::currentDate().toString(kDateFormat)));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return {};
     QStringList texts;
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
@@ -210,8 +261,7 @@ void TestStartup::logBeginsWithBannerSettingsAndLanguage()
         stars,
         QStringLiteral("INF WIN : \"%1\"").arg(QSysInfo::productVersion()),
         QStringLiteral("INF Log File : \"%1\"").arg(m_seen.value(QLatin1String("log")).toString()),
-        QStringLiteral("INF Application Settings : \"%1\"")
-            .arg(path(QStringLiteral("config/Q-Arte/Corvin4Manager.conf"))),
+        QStringLiteral("INF Application Settings : \"%1\"").arg(settingsPlace()),
         QStringLiteral("INF Start Application/Language : \"lang_en\""),
     };
     QCOMPARE(texts.mid(0, expected.size()), expected);
@@ -220,12 +270,12 @@ void TestStartup::logBeginsWithBannerSettingsAndLanguage()
 void TestStartup::logLiesInTheFolderOfTheExecutable()
 {
     run(environment());
-    const QString expected = path(QStringLiteral("data/tst_startup/log_")) +
+    const QString expected = dataHome() + QStringLiteral("/tst_startup/log_") +
                              QDate::currentDate().toString(kDateFormat) + QLatin1String(".txt");
     QCOMPARE(m_seen.value(QLatin1String("log")).toString(), expected);
     QVERIFY(QFileInfo::exists(expected));
-    QVERIFY(!QFileInfo::exists(path(QStringLiteral("data/Q-Arte"))));
-    QVERIFY(!QFileInfo::exists(path(QStringLiteral("data/Corvin4Manager"))));
+    QVERIFY(!QFileInfo::exists(dataHome() + QStringLiteral("/Q-Arte")));
+    QVERIFY(!QFileInfo::exists(dataHome() + QStringLiteral("/Corvin4Manager")));
 }
 
 void TestStartup::twoStartsOfADayShareOneLog()
@@ -286,6 +336,7 @@ void TestStartup::windowIsGoneWhenTheProgramReturns()
 
 void TestStartup::startsWithoutAPlaceForTheLog()
 {
+    SKIP_ON_WINDOWS("the place of the folder is fixed");
     QFile obstacle(path(QStringLiteral("obstacle")));
     QVERIFY(obstacle.open(QIODevice::WriteOnly));
     QProcessEnvironment blocked = environment();
@@ -298,6 +349,7 @@ void TestStartup::startsWithoutAPlaceForTheLog()
 
 void TestStartup::startsWithoutAPlaceForTheSettings()
 {
+    SKIP_ON_WINDOWS("the settings are in the registry");
     QFile obstacle(path(QStringLiteral("obstacle")));
     QVERIFY(obstacle.open(QIODevice::WriteOnly));
     QProcessEnvironment blocked = environment(QStringLiteral("de_DE.UTF-8"));

@@ -1,7 +1,8 @@
 # What brings a system to the player. All of them run it through the program's own window.
 add_library(corvin_systemfixture STATIC systemfixture.cpp systemfixture.h reinstallformattest.cpp
                                         reinstallformattest.h)
-target_link_libraries(corvin_systemfixture PUBLIC corvin_app corvin_testsupport PRIVATE corvin_flags)
+target_link_libraries(corvin_systemfixture PUBLIC corvin_app corvin_testsupport
+                                            PRIVATE corvin_flags LibArchive::LibArchive)
 target_compile_definitions(corvin_systemfixture PUBLIC UNAR_PROGRAM="$<TARGET_FILE:corvin_unar>")
 add_dependencies(corvin_systemfixture corvin_unar)
 

@@ -8,19 +8,26 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileDialog>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <archive.h>
+#include <archive_entry.h>
 
 namespace {
 
 const QString kLabelFile = QStringLiteral(".windows-label");
 constexpr int kLookIntervalMs = 1;
+constexpr size_t kZipEnd = 1000;
+constexpr size_t kZipEntryOverhead = 2000; ///< both heads of it, with any name of the tests
+#ifdef Q_OS_WIN
+const char kTemporaryFolder[] = "TMP";
+#else
+const char kTemporaryFolder[] = "TMPDIR";
+#endif
 
 void fail(const QString &why)
 {
@@ -50,24 +57,37 @@ QByteArray noise(int size)
 
 QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes)
 {
-    QJsonObject wanted;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
-        wanted.insert(entry.key(), QString::fromLatin1(entry.value().toBase64()));
+    Entries all = entries;
     if (leastBytes > 0)
-        wanted.insert(fillerIn + QStringLiteral("filler.bin"), QString::fromLatin1(noise(leastBytes).toBase64()));
-    QProcess python;
-    python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), QStringLiteral(R"(
-import sys, json, base64, zipfile, io
-out = io.BytesIO()
-with zipfile.ZipFile(out, 'w') as z:
-    for name, content in json.load(sys.stdin).items():
-        z.writestr(name, base64.b64decode(content))
-sys.stdout.buffer.write(out.getvalue()))")});
-    python.write(QJsonDocument(wanted).toJson());
-    python.closeWriteChannel();
-    if (!python.waitForFinished() || python.exitCode() != 0)
-        fail(QStringLiteral("No zip: ") + QString::fromLocal8Bit(python.readAllStandardError()));
-    return python.readAllStandardOutput();
+        all.insert(fillerIn + QStringLiteral("filler.bin"), noise(leastBytes));
+    size_t room = kZipEnd;
+    for (auto entry = all.begin(); entry != all.end(); ++entry)
+        room += size_t(entry.value().size()) + kZipEntryOverhead;
+    QByteArray zip(int(room), Qt::Uninitialized);
+    size_t used = 0;
+    struct archive *writer = archive_write_new();
+    archive_write_set_format_zip(writer);
+    archive_write_zip_set_compression_store(writer);
+    archive_write_set_bytes_per_block(writer, 1); // no padding at the end
+    bool good = archive_write_open_memory(writer, zip.data(), room, &used) == ARCHIVE_OK;
+    for (auto entry = all.begin(); good && entry != all.end(); ++entry) {
+        struct archive_entry *head = archive_entry_new();
+        const bool isFolder = entry.key().endsWith(QLatin1Char('/'));
+        archive_entry_set_pathname_utf8(head, entry.key().toUtf8().constData());
+        archive_entry_set_filetype(head, isFolder ? AE_IFDIR : AE_IFREG);
+        archive_entry_set_perm(head, isFolder ? 0755 : 0644);
+        archive_entry_set_size(head, entry.value().size());
+        good =
+            archive_write_header(writer, head) == ARCHIVE_OK &&
+            archive_write_data(writer, entry.value().constData(), size_t(entry.value().size())) == entry.value().size();
+        archive_entry_free(head);
+    }
+    good = archive_write_close(writer) == ARCHIVE_OK && good;
+    if (!good)
+        fail(QStringLiteral("No zip: ") + QString::fromLocal8Bit(archive_error_string(writer)));
+    archive_write_free(writer);
+    zip.truncate(int(used));
+    return zip;
 }
 
 QStringList filesBelow(const QString &folder)
@@ -115,19 +135,19 @@ void putFile(const QString &path, const QByteArray &content)
         fail(QStringLiteral("Cannot write ") + path);
 }
 
-TemporaryPc::TemporaryPc() : m_before(qgetenv("TMPDIR"))
+TemporaryPc::TemporaryPc() : m_before(qgetenv(kTemporaryFolder))
 {
-    qputenv("TMPDIR", QFile::encodeName(m_dir.path()));
+    qputenv(kTemporaryFolder, QFile::encodeName(QDir::toNativeSeparators(m_dir.path())));
 }
 
 TemporaryPc::~TemporaryPc()
 {
-    qputenv("TMPDIR", m_before);
+    qputenv(kTemporaryFolder, m_before);
 }
 
 ProgramFolder::ProgramFolder() : m_before(qgetenv("PATH"))
 {
-    qputenv("PATH", QFile::encodeName(m_dir.path()) + ':' + m_before);
+    qputenv("PATH", QFile::encodeName(m_dir.path()) + QDir::listSeparator().toLatin1() + m_before);
 }
 
 ProgramFolder::~ProgramFolder()
@@ -141,10 +161,18 @@ void ProgramFolder::addScript(const QString &name, const QByteArray &lines)
     QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+#ifdef Q_OS_WIN
+// It is looked for beside the program, which is the test itself here.
+void ProgramFolder::addUnar(const QString &program)
+{
+    QFile::copy(program, QCoreApplication::applicationDirPath() + QStringLiteral("/unar.exe"));
+}
+#else
 void ProgramFolder::addUnar(const QString &program)
 {
     addScript(QStringLiteral("unar"), "exec '" + QFile::encodeName(program) + "' \"$@\"\n");
 }
+#endif
 
 void ProgramFolder::hideOthers()
 {

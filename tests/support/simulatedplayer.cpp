@@ -7,14 +7,17 @@
 #include <QTest>
 
 namespace {
-const char kVolumes[] = "CORVIN_VOLUMES";
 const QString kLabelFile = QStringLiteral(".windows-label");
 } // namespace
 
 SimulatedPlayer::SimulatedPlayer(const QString &label)
 {
-    m_root = QFileInfo(m_dir.path()).canonicalFilePath() + QLatin1Char('/');
-    addFile(kLabelFile, label.toUtf8() + '\n');
+    m_folder = QFileInfo(m_dir.path()).canonicalFilePath() + QLatin1Char('/');
+    m_root = m_folder;
+    QFile file(m_folder + kLabelFile);
+    if (!file.open(QIODevice::WriteOnly) || file.write(label.toUtf8() + '\n') < 0)
+        QTest::qFail("The label cannot be written", __FILE__, __LINE__);
+    file.close();
     connect();
 }
 
@@ -23,30 +26,19 @@ SimulatedPlayer::~SimulatedPlayer()
     disconnect();
 }
 
-void SimulatedPlayer::connect()
-{
-    qputenv(kVolumes, QFile::encodeName(m_dir.path()));
-}
-
-// An empty folder list still means "these and no mounted volumes": the tests never see a disk of the machine.
-void SimulatedPlayer::disconnect()
-{
-    qputenv(kVolumes, "/nonexistent");
-}
-
 QString SimulatedPlayer::addFile(const QString &relative, const QByteArray &content)
 {
-    QString full = path(relative);
+    const QString full = m_folder + relative;
     QDir().mkpath(QFileInfo(full).absolutePath());
     QFile file(full);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         QTest::qFail(qPrintable(QStringLiteral("Cannot write ") + full), __FILE__, __LINE__);
-    return full;
+    return path(relative);
 }
 
 QString SimulatedPlayer::addFolder(const QString &relative)
 {
-    QDir().mkpath(path(relative));
+    QDir().mkpath(m_folder + relative);
     return path(relative);
 }
 
@@ -59,21 +51,21 @@ void SimulatedPlayer::addSystemFiles()
 
 bool SimulatedPlayer::exists(const QString &relative) const
 {
-    return QFileInfo::exists(path(relative));
+    return QFileInfo::exists(m_folder + relative);
 }
 
 QByteArray SimulatedPlayer::content(const QString &relative) const
 {
-    QFile file(path(relative));
+    QFile file(m_folder + relative);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QStringList SimulatedPlayer::files(const QString &folder) const
 {
     QStringList found;
-    QDirIterator entries(path(folder), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    QDirIterator entries(m_folder + folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
     while (entries.hasNext()) {
-        const QString relative = entries.next().mid(m_root.size());
+        const QString relative = entries.next().mid(m_folder.size());
         if (relative != kLabelFile)
             found.append(relative);
     }
@@ -83,5 +75,5 @@ QStringList SimulatedPlayer::files(const QString &folder) const
 
 QStringList SimulatedPlayer::folders(const QString &folder) const
 {
-    return QDir(path(folder)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    return QDir(m_folder + folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 
 /// A temporary folder that plays the player: while it is connected, the program's device look-up finds it as a volume
-/// with the given label. Paths given to the calls are relative to the player's root, with forward slashes.
+/// with the given label; under Wine it is the removable drive E:. Paths given to the calls are relative to the player's root, with forward slashes.
 class SimulatedPlayer
 {
 public:
@@ -18,7 +18,8 @@ public:
 
     /// Plugs the player in, as the only volume of the PC.
     void connect();
-    /// Pulls the cable: the volume is no longer listed (its folder stays on the PC's disk).
+    /// Pulls the cable: the volume is no longer listed (its folder stays on the PC's disk, and its content can still be
+    /// looked at).
     static void disconnect();
 
     /// Canonical path of the root with a closing slash, as the device look-up gives it.
@@ -42,4 +43,5 @@ public:
 private:
     QTemporaryDir m_dir;
     QString m_root;
+    QString m_folder; ///< where the content lies while the player is not connected, with a closing slash
 };

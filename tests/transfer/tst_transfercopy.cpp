@@ -173,8 +173,10 @@ void TestTransferCopy::namesOfAllKindsArrive_data()
     QTest::newRow("blanks") << QStringLiteral("  la mia  canzone .mid");
     QTest::newRow("accents") << QString::fromUtf8("Perché è così – Größe.mid");
     QTest::newRow("percent signs") << QStringLiteral("100%25 %1 50%.mid");
+#ifdef Q_OS_UNIX
     QTest::newRow("hash and question marks") << QStringLiteral("song #1?.mid");
     QTest::newRow("quotes") << QStringLiteral("l'amore \"vero\".mid");
+#endif
     QTest::newRow("outside the basic plane") << QString::fromUtf8("🎤 karaoke.mid");
     QTest::newRow("no extension") << QStringLiteral("README");
 }

@@ -7,19 +7,6 @@
 
 namespace {
 
-const QString kPython = QStringLiteral("/usr/bin/python3");
-
-/// Runs a few lines of Python with the archive's path as first argument; they write it with its standard library.
-bool makeArchive(const QString &path, const QString &lines)
-{
-    QProcess python;
-    python.start(kPython, {QStringLiteral("-c"), QStringLiteral("import sys, zipfile, tarfile, io\n") + lines, path});
-    python.waitForFinished();
-    if (python.exitCode() != 0)
-        qWarning() << python.readAllStandardError();
-    return python.exitStatus() == QProcess::NormalExit && python.exitCode() == 0;
-}
-
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
@@ -50,6 +37,8 @@ private slots:
     void wrongCommandLineIsItsOwnExitCode();
 
 private:
+    /// Puts one of the archives of makearchives.py in place.
+    bool takeArchive(const QString &name) const;
     int unpack(const QStringList &extra = {QStringLiteral("-no-directory")});
     QStringList unpacked() const;
     QString target(const QString &name) const { return m_dir->filePath(QStringLiteral("deep/out/") + name); }
@@ -68,6 +57,11 @@ void TestUnar::init()
 void TestUnar::cleanup()
 {
     m_dir.reset();
+}
+
+bool TestUnar::takeArchive(const QString &name) const
+{
+    return QFile::copy(QStringLiteral(UNAR_ARCHIVES "/") + name, m_archive);
 }
 
 int TestUnar::unpack(const QStringList &extra)
@@ -94,14 +88,7 @@ QStringList TestUnar::unpacked() const
 
 void TestUnar::wholeZipIsUnpackedStraightIntoTheFolder()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-z = zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED)
-z.writestr('System/Corvin/Corvin.exe', b'MZ' * 5000)
-z.writestr('System/.hidden', b'h')
-z.writestr('README', b'no dot')
-z.writestr('Canzoni/Perch\u00e9.mid', b'MThd')
-z.writestr('Empty/', b'')
-z.close())")));
+    QVERIFY(takeArchive(QStringLiteral("whole")));
     QCOMPARE(unpack(), 0);
     QCOMPARE(unpacked(), (QStringList{QStringLiteral("Canzoni/Perché.mid"), QStringLiteral("README"),
                                       QStringLiteral("System/.hidden"), QStringLiteral("System/Corvin/Corvin.exe")}));
@@ -111,10 +98,7 @@ z.close())")));
 
 void TestUnar::moreThanAThousandFilesAreUnpacked()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-z = zipfile.ZipFile(sys.argv[1], 'w')
-for i in range(1200): z.writestr('d%d/f%d.txt' % (i % 7, i), b'%d' % i)
-z.close())")));
+    QVERIFY(takeArchive(QStringLiteral("many")));
     QCOMPARE(unpack(), 0);
     QCOMPARE(unpacked().size(), 1200);
     QCOMPARE(contentOf(target(QStringLiteral("d3/f1011.txt"))), QByteArray("1011"));
@@ -122,11 +106,7 @@ z.close())")));
 
 void TestUnar::formatIsTakenFromTheContentNotFromTheName()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-t = tarfile.open(sys.argv[1], 'w:gz')
-info = tarfile.TarInfo('a/b.txt'); info.size = 3
-t.addfile(info, io.BytesIO(b'tar'))
-t.close())")));
+    QVERIFY(takeArchive(QStringLiteral("tar")));
     QCOMPARE(unpack({}), 0);
     QCOMPARE(contentOf(target(QStringLiteral("a/b.txt"))), QByteArray("tar"));
 }
@@ -136,8 +116,7 @@ void TestUnar::existingFilesAreOverwritten()
     QFile old(target(QStringLiteral("a.txt")));
     QVERIFY(old.open(QIODevice::WriteOnly) && old.write("a longer old content") > 0);
     old.close();
-    QVERIFY(makeArchive(
-        m_archive, QStringLiteral("z = zipfile.ZipFile(sys.argv[1], 'w'); z.writestr('a.txt', b'new'); z.close()")));
+    QVERIFY(takeArchive(QStringLiteral("new")));
     QCOMPARE(unpack(), 0);
     QCOMPARE(contentOf(target(QStringLiteral("a.txt"))), QByteArray("new"));
 }
@@ -145,23 +124,17 @@ void TestUnar::existingFilesAreOverwritten()
 void TestUnar::entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("parent") << QStringLiteral("../evil");
-    QTest::newRow("parent from inside") << QStringLiteral("a/../../evil");
-    QTest::newRow("absolute") << QStringLiteral("/tmp/corvin-unar-evil");
-    QTest::newRow("drive letter") << QStringLiteral("C:/evil");
-    QTest::newRow("backslashes") << QStringLiteral("..\\\\..\\\\evil");
+    QTest::newRow("parent") << QStringLiteral("parent");
+    QTest::newRow("parent from inside") << QStringLiteral("parent-from-inside");
+    QTest::newRow("absolute") << QStringLiteral("absolute");
+    QTest::newRow("drive letter") << QStringLiteral("drive-letter");
+    QTest::newRow("backslashes") << QStringLiteral("backslashes");
 }
 
 void TestUnar::entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked()
 {
     QFETCH(QString, name);
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-z = zipfile.ZipFile(sys.argv[1], 'w')
-z.writestr('before.txt', b'1')
-z.writestr('%1', b'evil')
-z.writestr('after.txt', b'2')
-z.close())")
-                                       .arg(name)));
+    QVERIFY(takeArchive(name));
     QVERIFY(unpack() > 0);
     QCOMPARE(unpacked(), (QStringList{QStringLiteral("after.txt"), QStringLiteral("before.txt")}));
     QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/corvin-unar-evil")));
@@ -169,15 +142,7 @@ z.close())")
 
 void TestUnar::linksAreRefused()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-t = tarfile.open(sys.argv[1], 'w')
-link = tarfile.TarInfo('way'); link.type = tarfile.SYMTYPE; link.linkname = '..'
-t.addfile(link)
-info = tarfile.TarInfo('way/evil'); info.size = 4
-t.addfile(info, io.BytesIO(b'evil'))
-hard = tarfile.TarInfo('hard'); hard.type = tarfile.LNKTYPE; hard.linkname = '/etc/hostname'
-t.addfile(hard)
-t.close())")));
+    QVERIFY(takeArchive(QStringLiteral("links")));
     QVERIFY(unpack() > 0);
     QVERIFY(!QFileInfo(target(QStringLiteral("way"))).isSymLink());
     QVERIFY(!QFileInfo::exists(m_dir->filePath(QStringLiteral("deep/evil"))));
@@ -186,24 +151,14 @@ t.close())")));
 
 void TestUnar::cutArchiveFailsAndLeavesNoHalfFile()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-import os
-z = zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED)
-z.writestr('big.bin', os.urandom(200000))
-z.close()
-open(sys.argv[1], 'r+b').truncate(100000))")));
+    QVERIFY(takeArchive(QStringLiteral("cut")));
     QVERIFY(unpack() > 0);
     QVERIFY(!QFileInfo::exists(target(QStringLiteral("big.bin"))));
 }
 
 void TestUnar::wrongChecksumFails()
 {
-    QVERIFY(makeArchive(m_archive, QStringLiteral(R"(
-z = zipfile.ZipFile(sys.argv[1], 'w')
-z.writestr('a.txt', b'AAAAAAAAAAAAAAAA')
-z.close()
-data = open(sys.argv[1], 'rb').read().replace(b'AAAAAAAAAAAAAAAA', b'AAAAAAAABAAAAAAA')
-open(sys.argv[1], 'wb').write(data))")));
+    QVERIFY(takeArchive(QStringLiteral("checksum")));
     QVERIFY(unpack() > 0);
 }
 
