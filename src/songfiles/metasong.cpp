@@ -25,6 +25,13 @@ bool startsLikeMp3(const QByteArray &bytes)
     return bytes.at(0) == '\xFF' && static_cast<signed char>(bytes.at(1)) >= kLeastSecondByte;
 }
 
+/// The next @p most bytes of a file, or as many as it still has. QFile alone would take memory for all of them first,
+/// which for thousands of small songs takes longer than to read them.
+QByteArray readAtMost(QFile &file, qint64 most)
+{
+    return file.read(qBound(qint64(0), file.size() - file.pos(), most));
+}
+
 const char *yesNo(bool value)
 {
     return value ? "true" : "false";
@@ -80,7 +87,7 @@ bool MetaSong::importMfx(QFile &file, int version)
 {
     if (!m_header.setHeader(file.read(MfxHeader::sizeOfVersion(version))))
         return false;
-    const QByteArray compressed = file.read(kMostCompressedBytes);
+    const QByteArray compressed = readAtMost(file, kMostCompressedBytes);
     file.close();
     QByteArray stream;
     LzHuff codec;
@@ -114,7 +121,7 @@ bool MetaSong::importMp3(QFile &file)
 {
     // The player's disk is slow and there are many songs: only the tag is read.
     const int needed = Id3Tag::bytesNeeded(file.peek(Id3Tag::kHeaderSize));
-    if (!m_tag.load(file.read(needed)))
+    if (!m_tag.load(readAtMost(file, needed)))
         return false;
     m_format = m_tag.formatCode();
     return true;

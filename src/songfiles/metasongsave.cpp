@@ -118,7 +118,8 @@ bool MetaSong::saveMp3(const QString &path)
         qDebug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write protected? Aborting!";
         return false;
     }
-    temporary.setPermissions(song.permissions());
+    // The open file would answer with what held before it was made writable.
+    temporary.setPermissions(QFile::permissions(path));
     const bool written = writeMp3(song, temporary);
     song.close();
     temporary.close();
