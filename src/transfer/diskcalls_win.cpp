@@ -28,7 +28,13 @@ bool moveOver(const QString &from, const QString &to)
 {
     const QString source = QDir::toNativeSeparators(from);
     const QString target = QDir::toNativeSeparators(to);
-    return MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+    if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
+        return true;
+    // Elsewhere a file that is marked read-only is replaced like any other; here the mark has to go first.
+    const DWORD attributes = GetFileAttributesW(wide(target));
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) &&
+           SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)) &&
+           MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING);
 }
 
 bool createLike(const QFile &model, QFile &file)

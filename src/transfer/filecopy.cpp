@@ -31,6 +31,13 @@ CopyResult copyContent(QFile &from, QFile &to, const std::function<void()> &betw
     }
 }
 
+/// A copy of a read-only file is read-only as well, and Windows removes none of those.
+void removeCopy(const QString &path)
+{
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    QFile::remove(path);
+}
+
 CopyResult existsOr(const QString &destination, CopyResult other)
 {
     return QFileInfo::exists(destination) ? CopyResult::DestinationExists : other;
@@ -90,7 +97,7 @@ CopyResult copyFile(const QString &source, const QString &destination, const std
     if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
         result = CopyResult::NotWritten;
     if (result != CopyResult::Copied)
-        QFile::remove(destination);
+        removeCopy(destination);
     return result;
 }
 
@@ -103,7 +110,7 @@ CopyResult replaceFile(const QString &source, const QString &destination, const 
     if (result == CopyResult::Copied) {
         if (moveOver(temporary, destination))
             return CopyResult::Copied;
-        QFile::remove(temporary);
+        removeCopy(temporary);
         return CopyResult::NotWritten;
     }
     if (result != CopyResult::NotWritten || !fitsInPlaceOf(source, destination) || mayBeSameFile(source, destination) ||

@@ -45,6 +45,7 @@ private slots:
     void missingFolderCannotTakeAFile();
     void fullDiskLeavesNothingHalfWritten();
     void replacedFileHasTheNewContent();
+    void readOnlyFileIsReplaced();
     void replacingLeavesNoOtherFile();
     void replacingPassesByNamesThatAreTaken();
     void longestNameCanBeReplaced();
@@ -209,6 +210,15 @@ void TestFileCopy::replacedFileHasTheNewContent()
     QCOMPARE(replaceFile(source, old), CopyResult::Copied);
     QCOMPARE(read(QStringLiteral("old")), pattern(2 * kBlock));
     QCOMPARE(read(QStringLiteral("source")), pattern(2 * kBlock));
+}
+
+void TestFileCopy::readOnlyFileIsReplaced()
+{
+    const QString source = write(QStringLiteral("source"), "new");
+    const QString old = write(QStringLiteral("old"), "old");
+    QVERIFY(QFile::setPermissions(old, QFileDevice::ReadOwner | QFileDevice::ReadUser));
+    QCOMPARE(replaceFile(source, old), CopyResult::Copied);
+    QCOMPARE(read(QStringLiteral("old")), QByteArray("new"));
 }
 
 void TestFileCopy::replacingLeavesNoOtherFile()
