@@ -9,11 +9,25 @@
 
 namespace {
 
+/// Opens a file or a volume so that it can be flushed. A virus scanner or a viewer may keep a new file to itself for a
+/// moment: that is waited for.
+HANDLE openToFlush(const QString &nativePath)
+{
+    constexpr int kMostAttempts = 20;
+    constexpr DWORD kPauseMs = 100;
+    for (int attempt = 1;; ++attempt) {
+        const HANDLE file =
+            ::CreateFileW(reinterpret_cast<const wchar_t *>(nativePath.utf16()), GENERIC_READ | GENERIC_WRITE,
+                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+        if (file != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_SHARING_VIOLATION || attempt == kMostAttempts)
+            return file;
+        ::Sleep(kPauseMs);
+    }
+}
+
 bool flushFile(const QString &nativePath)
 {
-    const HANDLE file =
-        ::CreateFileW(reinterpret_cast<const wchar_t *>(nativePath.utf16()), GENERIC_READ | GENERIC_WRITE,
-                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE file = openToFlush(nativePath);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     const bool flushed = ::FlushFileBuffers(file) != 0;

@@ -1,8 +1,16 @@
 #include "app/volumeflush.h"
 
+#include "support/simulatedplayer.h"
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#include <thread>
+#endif
 
 class TestVolumeFlush : public QObject
 {
@@ -14,6 +22,10 @@ private slots:
     void nameBeyondAsciiIsFlushed();
     void vanishedVolumeIsReported();
     void emptyPathIsReported();
+    void playerIsFlushed();
+    void pulledPlayerIsReported();
+    void fileHeldForAMomentIsWaitedFor();
+    void fileHeldForGoodIsReported();
 };
 
 void TestVolumeFlush::folderOfAVolumeIsFlushed()
@@ -51,6 +63,71 @@ void TestVolumeFlush::emptyPathIsReported()
 {
     QVERIFY(!flushVolume(QString()));
 }
+
+void TestVolumeFlush::playerIsFlushed()
+{
+    SimulatedPlayer player;
+    player.addFile(QStringLiteral("My Songs/Perché.mid"), "song");
+    QVERIFY(flushVolume(player.root()));
+}
+
+void TestVolumeFlush::pulledPlayerIsReported()
+{
+    const SimulatedPlayer player;
+    SimulatedPlayer::disconnect();
+    if (QDir(player.root()).exists())
+        QSKIP("The folder of a pulled player stays here");
+    QVERIFY(!flushVolume(player.root()));
+}
+
+#ifdef Q_OS_WIN
+namespace {
+
+/// A song just written that another program keeps to itself; closed by CloseHandle().
+HANDLE holdNewSong(const QTemporaryDir &folder)
+{
+    const QString path = QDir::toNativeSeparators(folder.filePath(QStringLiteral("song.mid")));
+    return ::CreateFileW(reinterpret_cast<const wchar_t *>(path.utf16()), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                         CREATE_NEW, 0, nullptr);
+}
+
+} // namespace
+
+void TestVolumeFlush::fileHeldForAMomentIsWaitedFor()
+{
+    constexpr DWORD kMomentMs = 300;
+    const QTemporaryDir folder;
+    const HANDLE held = holdNewSong(folder);
+    QVERIFY(held != INVALID_HANDLE_VALUE);
+    std::thread other([held] {
+        ::Sleep(kMomentMs);
+        ::CloseHandle(held);
+    });
+    const bool flushed = flushVolume(folder.path());
+    other.join();
+    QVERIFY(flushed);
+}
+
+void TestVolumeFlush::fileHeldForGoodIsReported()
+{
+    const QTemporaryDir folder;
+    const HANDLE held = holdNewSong(folder);
+    QVERIFY(held != INVALID_HANDLE_VALUE);
+    const bool flushed = flushVolume(folder.path());
+    ::CloseHandle(held);
+    QVERIFY(!flushed);
+}
+#else
+void TestVolumeFlush::fileHeldForAMomentIsWaitedFor()
+{
+    QSKIP("No file is kept from others here");
+}
+
+void TestVolumeFlush::fileHeldForGoodIsReported()
+{
+    QSKIP("No file is kept from others here");
+}
+#endif
 
 QTEST_MAIN(TestVolumeFlush)
 #include "tst_volumeflush.moc"
