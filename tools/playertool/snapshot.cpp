@@ -19,7 +19,7 @@ const QString kBroken = QStringLiteral("broken");
 const QString kContent = QStringLiteral("content");
 const QString kPlaylistFolder = QStringLiteral("System/Playlist");
 
-constexpr int kReadBytes = 1000000;
+constexpr qint64 kHeadBytes = 1000000; // what decides whether a song is broken
 constexpr auto kEverything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoSymLinks | QDir::NoDotAndDotDot;
 
 Snapshot::File readFile(const QString &root, const QString &path)
@@ -29,13 +29,12 @@ Snapshot::File readFile(const QString &root, const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return found;
     found.size = file.size();
-    const QByteArray head = file.read(kReadBytes);
+    const QByteArray head = file.read(qMin(found.size, kHeadBytes));
     if (PlayerPaths::kindOf(path) == PlayerPaths::Kind::Song)
         found.looksBroken = looksLikeABrokenSong(path, head);
     QCryptographicHash hash(QCryptographicHash::Sha1);
     hash.addData(head);
-    for (QByteArray more = file.read(kReadBytes); !more.isEmpty(); more = file.read(kReadBytes))
-        hash.addData(more);
+    hash.addData(&file);
     found.sha1 = hash.result();
     return found;
 }

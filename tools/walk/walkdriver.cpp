@@ -215,8 +215,22 @@ bool WalkDriver::language(const WalkStep &step)
     return false;
 }
 
+/// Another program's window, like that of the file manager, may lie above.
+void WalkDriver::raiseWindows()
+{
+    QWidget *question = QApplication::activeModalWidget();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window->isVisible() && window != question)
+            window->raise();
+    }
+    if (question)
+        question->raise();
+}
+
 bool WalkDriver::shot(const WalkStep &step)
 {
+    raiseWindows();
     if (step.line > 0 && (m_sinceStep.elapsed() < kSettleMs || m_sinceClick.elapsed() < kSettleMs))
         return false;
     const QDir folder(qEnvironmentVariable("CORVIN_WALK_SHOTS"));

@@ -49,6 +49,7 @@ private:
     void giveUp(const QString &why);
 
     QWidget *find(const QString &name) const;
+    static void raiseWindows();
     void clickLater(QWidget *widget, const QPoint &where);
 
     bool wait(const WalkStep &step);
