@@ -9,3 +9,8 @@ corvin_test(tst_sqlline USES corvin_optimizer corvin_songfactory Qt5::Sql)
 corvin_test(tst_fastdb USES corvin_optimizer)
 corvin_test(tst_pathset USES corvin_optimizer)
 corvin_test(tst_titlereader USES corvin_optimizer corvin_songfactory)
+if(WIN32)
+  corvin_test(tst_codepage USES corvin_optimizer corvin_songfactory)
+  # A language with the code page of Western Europe (see packaging/windows/run-under-wine).
+  set_property(TEST tst_codepage APPEND PROPERTY ENVIRONMENT CORVIN_WINE_LOCALE=it_IT.UTF-8)
+endif()

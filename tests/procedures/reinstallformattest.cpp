@@ -18,7 +18,7 @@ Entries ReinstallFormatTest::systemEntries()
 void ReinstallFormatTest::initTestCase()
 {
     QString why;
-    if (!ExFatVolume::isPossible(&why))
+    if (!PlayerDisk::isPossible(&why))
         QSKIP(qPrintable(QStringLiteral("SKIPPED WHOLE: ") + why));
 }
 
@@ -31,17 +31,17 @@ void ReinstallFormatTest::init()
     m_server->serve(kSystemArchivePath, zipOf(systemEntries(), QStringLiteral("System/"), kLeast));
     m_server->serve(kUpdateArchivePath,
                     zipOf({{QStringLiteral("CorvinUpdate/u.exe"), "update"}}, QStringLiteral("CorvinUpdate/"), kLeast));
-    m_player.reset(new MountedPlayer(16));
-    QVERIFY2(m_player->isMounted(), qPrintable(m_player->volume->error()));
+    m_player.reset(new PlayerDisk);
+    QVERIFY2(m_player->isThere(), qPrintable(m_player->error()));
     putFile(m_player->path(QStringLiteral("AUTOEXEC.BAT")), "old");
     putFile(m_player->path(QStringLiteral("System/old.exe")), "old");
     putFile(m_player->path(QStringLiteral("System/Playlist/mine.pls")), "list");
     for (int i = 0; i < kManyFiles; ++i)
         putFile(m_player->path(QStringLiteral("My Songs/%1.mid").arg(i)), QByteArray::number(i));
     m_programs.reset(new ProgramFolder);
-    m_programs->addUnar();
+    addUnar(*m_programs);
     m_formatRecord = m_pc->path(QStringLiteral("format.txt"));
-    m_programs->addScript(QStringLiteral("cmd.exe"), m_player->formatScript(m_formatRecord));
+    m_player->addFormatCommand(*m_programs, m_formatRecord);
     m_window.reset(new ProcedureWindow);
 }
 
@@ -58,16 +58,16 @@ void ReinstallFormatTest::cleanup()
 void ReinstallFormatTest::expectOldDisk() const
 {
     QVERIFY(!QFile::exists(m_formatRecord));
-    QCOMPARE(contentOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))), QByteArray("old"));
-    QCOMPARE(contentOf(m_player->path(QStringLiteral("System/old.exe"))), QByteArray("old"));
+    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("old"));
+    QCOMPARE(m_player->content(QStringLiteral("System/old.exe")), QByteArray("old"));
     QCOMPARE(m_player->files().size(), kManyFiles + 3);
     QVERIFY(m_window->isAtRest());
 }
 
 void ReinstallFormatTest::expectNewSystem() const
 {
-    QCOMPARE(contentOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))), QByteArray("new"));
-    QCOMPARE(contentOf(m_player->path(QStringLiteral("System/Corvin/Corvin.exe"))), QByteArray("new"));
+    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("new"));
+    QCOMPARE(m_player->content(QStringLiteral("System/Corvin/Corvin.exe")), QByteArray("new"));
     QVERIFY(!QFile::exists(m_player->path(QStringLiteral("System/old.exe"))));
     QCOMPARE(filesBelow(m_player->path(QStringLiteral("System/many"))).size(), kManyFiles);
     QVERIFY(!QFile::exists(m_pc->downloads()));
@@ -76,8 +76,7 @@ void ReinstallFormatTest::expectNewSystem() const
 
 void ReinstallFormatTest::useSlowTool()
 {
-    QFile::remove(m_programs->path(QStringLiteral("unar")));
-    m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
 }
 
 QStringList ReinstallFormatTest::statusTexts(const LogCapture &log)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "playerdisk.h"
 #include "systemfixture.h"
 
 #include "support/httpserver.h"
 
+#include <QDir>
 #include <QObject>
 #include <QScopedPointer>
 #include <QString>
@@ -40,8 +42,8 @@ inline constexpr int kManyFiles = 60;
 inline constexpr char kClean[] = "reinstallOpSysAndCleanSongs";
 inline constexpr char kRestore[] = "reinstallOpSysAndRestoreSongs";
 
-/// What the tests of the two procedures with format share: a player with songs on a real exFAT volume, an update server
-/// with both archives, and a stand-in for the format command that formats the volume for real. Made anew for each test.
+/// What the tests of the two procedures with format share: a player with songs on a disk of its own, an update server
+/// with both archives, and a format command for that disk. Made anew for each test.
 class ReinstallFormatTest : public QObject
 {
     Q_OBJECT
@@ -61,12 +63,14 @@ protected:
     void useSlowTool();
     /// An empty folder of the PC.
     QString backup() const { return m_pc->path(QStringLiteral("backup")); }
+    /// How the user is told of it.
+    QString shownBackup() const { return QDir::toNativeSeparators(backup()); }
     static QStringList statusTexts(const LogCapture &log);
 
     QScopedPointer<TemporaryPc> m_pc;
     QScopedPointer<ProgramFolder> m_programs;
     QScopedPointer<HttpServer> m_server;
-    QScopedPointer<MountedPlayer> m_player;
+    QScopedPointer<PlayerDisk> m_player;
     QScopedPointer<ProcedureWindow> m_window;
     QString m_formatRecord;
 };

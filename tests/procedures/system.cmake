@@ -1,6 +1,11 @@
 # What brings a system to the player. All of them run it through the program's own window.
-add_library(corvin_systemfixture STATIC systemfixture.cpp systemfixture.h reinstallformattest.cpp
+add_library(corvin_systemfixture STATIC systemfixture.cpp systemfixture.h playerdisk.h reinstallformattest.cpp
                                         reinstallformattest.h)
+if(WIN32)
+  target_sources(corvin_systemfixture PRIVATE playerdisk_win.cpp)
+else()
+  target_sources(corvin_systemfixture PRIVATE playerdisk_unix.cpp)
+endif()
 target_link_libraries(corvin_systemfixture PUBLIC corvin_app corvin_testsupport
                                             PRIVATE corvin_flags LibArchive::LibArchive)
 target_compile_definitions(corvin_systemfixture PUBLIC UNAR_PROGRAM="$<TARGET_FILE:corvin_unar>")
@@ -16,6 +21,9 @@ corvin_test(tst_extraction USES corvin_systemfixture)
 corvin_test(tst_systemupdate USES corvin_systemfixture)
 corvin_test(tst_unplugtexts USES corvin_systemfixture)
 corvin_test(tst_systemtransfer USES corvin_systemfixture)
+if(WIN32)
+  corvin_test(tst_windowsattributes USES corvin_systemfixture)
+endif()
 corvin_test(tst_reinstall USES corvin_systemfixture)
 corvin_test(tst_reinstallformat USES corvin_systemfixture TIMEOUT 300)
 corvin_test(tst_reinstallformatstops USES corvin_systemfixture TIMEOUT 300)

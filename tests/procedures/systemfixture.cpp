@@ -48,9 +48,9 @@ QByteArray noise(int size)
 {
     QByteArray bytes(size, '\0');
     quint32 state = 12345;
-    for (char &byte : bytes) {
+    for (char &one : bytes) {
         state = state * 1664525U + 1013904223U;
-        byte = static_cast<char>(state >> 24U);
+        one = static_cast<char>(state >> 24U);
     }
     return bytes;
 }
@@ -69,7 +69,9 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
     archive_write_set_format_zip(writer);
     archive_write_zip_set_compression_store(writer);
     archive_write_set_bytes_per_block(writer, 1); // no padding at the end
-    bool good = archive_write_open_memory(writer, zip.data(), room, &used) == ARCHIVE_OK;
+    // Windows has a code page for names that do not tell theirs.
+    bool good = archive_write_set_format_option(writer, "zip", "hdrcharset", "UTF-8") == ARCHIVE_OK &&
+                archive_write_open_memory(writer, zip.data(), room, &used) == ARCHIVE_OK;
     for (auto entry = all.begin(); good && entry != all.end(); ++entry) {
         struct archive_entry *head = archive_entry_new();
         const bool isFolder = entry.key().endsWith(QLatin1Char('/'));
@@ -145,38 +147,9 @@ TemporaryPc::~TemporaryPc()
     qputenv(kTemporaryFolder, m_before);
 }
 
-ProgramFolder::ProgramFolder() : m_before(qgetenv("PATH"))
+void addUnar(ProgramFolder &programs, const QString &program)
 {
-    qputenv("PATH", QFile::encodeName(m_dir.path()) + QDir::listSeparator().toLatin1() + m_before);
-}
-
-ProgramFolder::~ProgramFolder()
-{
-    qputenv("PATH", m_before);
-}
-
-void ProgramFolder::addScript(const QString &name, const QByteArray &lines)
-{
-    putFile(path(name), "#!/bin/sh\n" + lines);
-    QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
-
-#ifdef Q_OS_WIN
-// It is looked for beside the program, which is the test itself here.
-void ProgramFolder::addUnar(const QString &program)
-{
-    QFile::copy(program, QCoreApplication::applicationDirPath() + QStringLiteral("/unar.exe"));
-}
-#else
-void ProgramFolder::addUnar(const QString &program)
-{
-    addScript(QStringLiteral("unar"), "exec '" + QFile::encodeName(program) + "' \"$@\"\n");
-}
-#endif
-
-void ProgramFolder::hideOthers()
-{
-    qputenv("PATH", QFile::encodeName(m_dir.path()));
+    programs.addCopy(QStringLiteral("unar"), program);
 }
 
 MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes))
@@ -190,16 +163,6 @@ MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolum
 MountedPlayer::~MountedPlayer()
 {
     SimulatedPlayer::disconnect();
-}
-
-QByteArray MountedPlayer::formatScript(const QString &recordTo) const
-{
-    const QString lines = QStringLiteral("PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
-                                         "printf '%s\\n' \"$@\" > '%1'\n"
-                                         "umount \"$3\" && mkfs.exfat -L CORVIN4 %2 &&\n"
-                                         "mount.exfat-fuse %2 \"$3\" && echo CORVIN4 > \"$3/%3\"\n")
-                              .arg(recordTo, volume->device(), kLabelFile);
-    return lines.toUtf8();
 }
 
 Mount::Mount(const QString &folder, int kilobytes)

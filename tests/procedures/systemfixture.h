@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/exfatvolume.h"
+#include "support/programfolder.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -53,24 +54,8 @@ private:
     QByteArray m_before;
 };
 
-/// A folder with programs of the test's own that comes first in the PATH while it lives.
-class ProgramFolder
-{
-public:
-    ProgramFolder();
-    ~ProgramFolder();
-    /// Makes a shell script with these lines.
-    void addScript(const QString &name, const QByteArray &lines);
-    /// Makes the project's own extraction tool, or the one at @p program, available as "unar".
-    void addUnar(const QString &program = QStringLiteral(UNAR_PROGRAM));
-    /// From now on the PATH holds this folder and nothing else.
-    void hideOthers();
-    QString path(const QString &name) const { return m_dir.filePath(name); }
-
-private:
-    QTemporaryDir m_dir;
-    QByteArray m_before;
-};
+/// Makes the project's own extraction tool, or the one at @p program, the one that the program finds.
+void addUnar(ProgramFolder &programs, const QString &program = QStringLiteral(UNAR_PROGRAM));
 
 /// The player on a real exFAT volume, found by the program as a volume with the player's label.
 class MountedPlayer
@@ -82,8 +67,6 @@ public:
     QString root() const { return volume->root(); }
     QString path(const QString &relative) const { return volume->path(relative); }
     QStringList files() const { return filesBelow(root()); }
-    /// The lines of a stand-in for the format command: formats the volume for real, and mounts it again.
-    QByteArray formatScript(const QString &recordTo) const;
 
     std::unique_ptr<ExFatVolume> volume;
 };

@@ -105,7 +105,9 @@ void TestDownloadManager::lastPartOfThePathIsTheName_data()
     QTest::newRow("no path") << QStringLiteral("http://h") << other;
     QTest::newRow("parent folder") << QStringLiteral("http://h/a/..") << other;
     QTest::newRow("this folder") << QStringLiteral("http://h/a/.") << other;
-    QTest::newRow("backslashes") << QStringLiteral("http://h/..%5C..%5Cevil.exe") << other;
+    // Where a backslash separates folders, it separates them here too.
+    QTest::newRow("backslashes") << QStringLiteral("http://h/..%5C..%5Cevil.exe")
+                                 << (QDir::separator() == QLatin1Char('/') ? other : QStringLiteral("evil.exe"));
     QTest::newRow("drive or stream") << QStringLiteral("http://h/c:evil.exe") << other;
 }
 
@@ -147,11 +149,14 @@ void TestDownloadManager::fileThatCannotBeOpenedIsNotDownloaded()
 {
     QVERIFY(QDir().rmdir(m_pc->downloads()));
     const QString url = m_server->url(QStringLiteral("/a%20b.zip"));
+    // Each system has its own words for it.
+    QFile same(saved(QStringLiteral("a b.zip")));
+    QVERIFY(!same.open(QIODevice::WriteOnly));
     DownloadManager manager;
     ConsoleCapture err(stderr);
     QVERIFY(!manager.download(url));
-    QCOMPARE(err.text(), "Problem opening save file '" + saved(QStringLiteral("a b.zip")).toLocal8Bit() +
-                             "' for download '" + url.toLatin1() + "': No such file or directory\n");
+    QCOMPARE(err.text(), "Problem opening save file '" + same.fileName().toLocal8Bit() + "' for download '" +
+                             url.toLatin1() + "': " + same.errorString().toLocal8Bit() + '\n');
     QVERIFY(m_server->requests().isEmpty());
 }
 

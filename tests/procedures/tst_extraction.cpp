@@ -25,6 +25,7 @@ private slots:
     void cleanup();
 
     void toolInTheProgramsFolderComesFirst();
+    void systemsToolIsFound();
     void toolGetsFourArgumentsAndItsOwnFolder();
     void archiveIsDeletedWhateverTheToolMadeOfIt_data();
     void archiveIsDeletedWhateverTheToolMadeOfIt();
@@ -34,6 +35,7 @@ private slots:
     void realZipIsUnpacked();
     void nothingLandsOutsideTheFolder_data();
     void nothingLandsOutsideTheFolder();
+    void linksOfAToolGoAndWhatTheyPointToStays();
     void barIsBusyWhileTheToolRuns();
     void toolThatAsksIsNotWaitedForForEver();
     void stopEndsTheTool();
@@ -70,62 +72,66 @@ void TestExtraction::cleanup()
 void TestExtraction::useTool(const QString &tool)
 {
     if (tool == QStringLiteral("own"))
-        m_programs->addUnar();
+        addUnar(*m_programs);
     else if (!QFile::exists(QStringLiteral("/usr/bin/unar")))
         QSKIP("unar is not installed");
     else
-        m_programs->addUnar(QStringLiteral("/usr/bin/unar"));
+        addUnar(*m_programs, QStringLiteral("/usr/bin/unar"));
 }
 
 void TestExtraction::toolInTheProgramsFolderComesFirst()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
     const QTemporaryDir folder;
-    m_programs->addScript(QStringLiteral("unar"), "exit 0\n");
-    QCOMPARE(archiveTool(folder.path()), m_programs->path(QStringLiteral("unar")));
+    m_programs->addStandIn(QStringLiteral("unar"));
     putFile(folder.filePath(QStringLiteral("unar.exe")), "MZ");
     QCOMPARE(archiveTool(folder.path()), folder.filePath(QStringLiteral("unar.exe")));
     // Without any, the one that should be there is named.
     const QTemporaryDir empty;
     m_programs->hideOthers();
-    QFile::remove(m_programs->path(QStringLiteral("unar")));
+    m_programs->remove(QStringLiteral("unar"));
     QCOMPARE(archiveTool(empty.path()), empty.filePath(QStringLiteral("unar.exe")));
+}
+
+void TestExtraction::systemsToolIsFound()
+{
+    SKIP_ON_WINDOWS("the system has no such tool");
+    const QTemporaryDir empty;
+    m_programs->addStandIn(QStringLiteral("unar"));
+    QCOMPARE(archiveTool(empty.path()), m_programs->path(QStringLiteral("unar")));
 }
 
 void TestExtraction::toolGetsFourArgumentsAndItsOwnFolder()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    const QString record = m_pc->path(QStringLiteral("record"));
-    m_programs->addScript(QStringLiteral("unar"),
-                          "printf '%s\\n' \"$@\" \"$(pwd -P)\" > '" + record.toLocal8Bit() + "'\n");
+    const QString arguments = m_pc->path(QStringLiteral("arguments"));
+    const QString folder = m_pc->path(QStringLiteral("folder"));
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::record(arguments), Does::recordFolder(folder)});
     QVERIFY(unpack());
-    const QString programs = QFileInfo(m_programs->path(QStringLiteral("unar"))).dir().canonicalPath();
     const QStringList expected = {m_archive, QStringLiteral("-o"), QFileInfo(m_archive).absolutePath(),
-                                  QStringLiteral("-no-directory"), programs};
-    QCOMPARE(QString::fromLocal8Bit(contentOf(record)), expected.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+                                  QStringLiteral("-no-directory"), QString()};
+    QCOMPARE(QString::fromUtf8(contentOf(arguments)).split(QLatin1Char('\n')), expected);
+    const QString programs = QFileInfo(m_programs->path(QStringLiteral("unar"))).dir().canonicalPath();
+    QCOMPARE(QString::fromUtf8(contentOf(folder)), programs + QLatin1Char('\n'));
 }
 
 void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt_data()
 {
-    QTest::addColumn<QByteArray>("script");
-    QTest::newRow("well") << QByteArray("exit 0\n");
+    QTest::addColumn<QString>("ending");
+    QTest::newRow("well") << Does::exitWith(0);
     // Deliberate: neither its exit code nor its death is looked at.
-    QTest::newRow("failed") << QByteArray("exit 3\n");
-    QTest::newRow("killed") << QByteArray("kill -9 $$\n");
+    QTest::newRow("failed") << Does::exitWith(3);
+    QTest::newRow("killed") << Does::die();
 }
 
 void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    QFETCH(QByteArray, script);
-    m_programs->addScript(QStringLiteral("unar"), script);
+    QFETCH(QString, ending);
+    m_programs->addStandIn(QStringLiteral("unar"), {ending});
     QVERIFY(unpack());
     QVERIFY(!QFile::exists(m_archive));
 }
 
 void TestExtraction::withoutAToolNothingIsUnpacked()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
     m_programs->hideOthers();
     QVERIFY(!unpack());
     QVERIFY(QFile::exists(m_archive));
@@ -133,9 +139,7 @@ void TestExtraction::withoutAToolNothingIsUnpacked()
 
 void TestExtraction::toolThatCannotBeStartedIsAFailure()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    m_programs->addScript(QStringLiteral("unar"), "exit 0\n");
-    putFile(m_programs->path(QStringLiteral("unar")), "#!/no/such/interpreter\n");
+    m_programs->addBroken(QStringLiteral("unar"));
     QVERIFY(!unpack());
     QVERIFY(QFile::exists(m_archive));
 }
@@ -188,12 +192,15 @@ void TestExtraction::nothingLandsOutsideTheFolder()
     QCOMPARE(filesBelow(outside), QStringList{QStringLiteral("kept.txt")});
     QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("evil.txt"))));
     QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("deep/evil.txt"))));
+}
 
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    // A tool that makes links: they go, what they point to stays.
+void TestExtraction::linksOfAToolGoAndWhatTheyPointToStays()
+{
+    SKIP_ON_WINDOWS("the tool that is shipped makes no links, and there is no other");
+    const QString outside = m_pc->path(QStringLiteral("outside"));
+    putFile(outside + QStringLiteral("/kept.txt"), "kept");
     m_programs->addScript(QStringLiteral("unar"), "ln -s '" + outside.toLocal8Bit() + "' \"$3/CorvinUpdate.d\"\n" +
                                                       "ln -s nowhere \"$3/dangling\"\n");
-    putFile(m_archive, "again");
     QVERIFY(unpack());
     const QString folder = QFileInfo(m_archive).absolutePath();
     QVERIFY(!QFileInfo(folder + QStringLiteral("/CorvinUpdate.d")).isSymLink());
@@ -203,9 +210,8 @@ void TestExtraction::nothingLandsOutsideTheFolder()
 
 void TestExtraction::barIsBusyWhileTheToolRuns()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
     const QString go = m_pc->path(QStringLiteral("go"));
-    m_programs->addScript(QStringLiteral("unar"), "until [ -e '" + go.toLocal8Bit() + "' ]; do sleep 0.05; done\n");
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitFor(go)});
     QProgressBar *bar = m_window->bar();
     bar->setRange(0, 100);
     bar->setValue(100);
@@ -222,18 +228,15 @@ void TestExtraction::barIsBusyWhileTheToolRuns()
 
 void TestExtraction::toolThatAsksIsNotWaitedForForEver()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    const QString record = m_pc->path(QStringLiteral("record"));
-    m_programs->addScript(QStringLiteral("unar"),
-                          "read answer && exit 1\necho ended > '" + record.toLocal8Bit() + "'\n");
+    const QString ended = m_pc->path(QStringLiteral("ended"));
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::readInput(), Does::make(ended)});
     QVERIFY(unpack());
-    QCOMPARE(contentOf(record), QByteArray("ended\n"));
+    QVERIFY(QFile::exists(ended));
 }
 
 void TestExtraction::stopEndsTheTool()
 {
-    SKIP_ON_WINDOWS("the stand-in program is a shell script");
-    m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
     BoxAnswerer answers;
     answers.answer(QStringLiteral("Interrompi Operazione"), QStringLiteral("Si"));
     StopPresser stop(*m_window, QString(), [this] { return m_window->bar()->maximum() == 0; });

@@ -1,12 +1,14 @@
 #include "procedures/foldertools.h"
 
+#include "support/platform.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
-#ifdef Q_OS_LINUX
+#ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
 
@@ -35,6 +37,44 @@ QStringList below(const QStringList &paths, const QString &root)
     return names;
 }
 
+/// A file that cannot be deleted while this lives.
+class KeptFile
+{
+public:
+    explicit KeptFile(const QString &path);
+    ~KeptFile();
+    KeptFile(const KeptFile &) = delete;
+    KeptFile &operator=(const KeptFile &) = delete;
+    bool isKept() const { return m_kept; }
+
+private:
+    QFile m_file;
+    bool m_kept;
+};
+
+#ifdef Q_OS_WIN
+// There a file that is in use stays.
+KeptFile::KeptFile(const QString &path) : m_file(path), m_kept(m_file.open(QIODevice::ReadOnly)) {}
+
+KeptFile::~KeptFile() = default;
+#else
+// Root may delete what is merely write-protected; an immutable file not even root.
+bool setKept(const QString &path, bool kept)
+{
+    if (::geteuid() == 0)
+        return QProcess::execute(QStringLiteral("chattr"), {QLatin1String(kept ? "+i" : "-i"), path}) == 0;
+    const QFile::Permissions readable = QFile::ReadOwner | QFile::ExeOwner;
+    return QFile::setPermissions(QFileInfo(path).path(), kept ? readable : readable | QFile::WriteOwner);
+}
+
+KeptFile::KeptFile(const QString &path) : m_file(path), m_kept(setKept(path, true)) {}
+
+KeptFile::~KeptFile()
+{
+    setKept(m_file.fileName(), false);
+}
+#endif
+
 } // namespace
 
 class TestFolderTools : public QObject
@@ -59,6 +99,7 @@ private slots:
     void emptyingFailsWithoutAParent();
     void emptyingAFileFailsAndLeavesIt();
     void nameFilterPassesOnlyNamesWithADotButWalksAllFolders();
+    void nameThatEndsInADotHasADot();
     void hiddenEntriesNeedTheirFilter();
     void pathsStartWithTheRootAsItWasGiven();
     void linksToFoldersAreNotEntered();
@@ -149,6 +190,7 @@ void TestFolderTools::folderThatIsALinkLosesTheLinkAlone_data()
 
 void TestFolderTools::folderThatIsALinkLosesTheLinkAlone()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     QFETCH(QString, suffix);
     const QString song = write(m_root + QStringLiteral("/elsewhere/song.mid"));
     const QString link = m_root + QStringLiteral("/link");
@@ -168,30 +210,21 @@ void TestFolderTools::writeProtectedFileGoesToo()
 
 void TestFolderTools::entryThatCannotBeRemovedIsReported()
 {
-#ifdef Q_OS_LINUX
     const QString kept = write(m_root + QStringLiteral("/f/sub/kept.mid"));
     const QString other = write(m_root + QStringLiteral("/f/z.mid"));
-    // Root may delete what is merely write-protected; an immutable file not even root.
-    const bool root = ::geteuid() == 0;
-    const QString folder = QFileInfo(kept).path();
-    if (root && QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), kept}) != 0)
-        QSKIP("This file system has no immutable files");
-    if (!root)
-        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
-    const bool removed = removeFolder(m_root + QStringLiteral("/f"));
-    const bool emptied = emptyFolder(m_root + QStringLiteral("/f"));
-    const bool keptIsThere = QFileInfo::exists(kept);
-    if (root)
-        QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), kept});
-    else
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    bool removed = true;
+    bool emptied = true;
+    {
+        const KeptFile file(kept);
+        if (!file.isKept())
+            QSKIP("This file system has no immutable files");
+        removed = removeFolder(m_root + QStringLiteral("/f"));
+        emptied = emptyFolder(m_root + QStringLiteral("/f"));
+    }
     QVERIFY(!removed);
     QVERIFY(!emptied);
-    QVERIFY(keptIsThere);
+    QVERIFY(QFileInfo::exists(kept));
     QVERIFY(!QFileInfo::exists(other));
-#else
-    QSKIP("Needs files that cannot be deleted");
-#endif
 }
 
 void TestFolderTools::manyFilesAreRemovedWhileEventsAreProcessed()
@@ -241,10 +274,17 @@ void TestFolderTools::nameFilterPassesOnlyNamesWithADotButWalksAllFolders()
     write(m_root + QStringLiteral("/no dot"));
     write(m_root + QStringLiteral("/My Songs/b.mid"));
     write(m_root + QStringLiteral("/My Songs/nodot"));
-    write(m_root + QStringLiteral("/Vol.1/inner/c."));
+    write(m_root + QStringLiteral("/Vol.1/inner/c.mid"));
     const QStringList expected = {QStringLiteral("/My Songs/b.mid"), QStringLiteral("/Vol.1"),
-                                  QStringLiteral("/Vol.1/inner/c."), QStringLiteral("/a.mid")};
+                                  QStringLiteral("/Vol.1/inner/c.mid"), QStringLiteral("/a.mid")};
     QCOMPARE(below(listTree(m_root, kAll, {QStringLiteral("*.*")}), m_root), expected);
+}
+
+void TestFolderTools::nameThatEndsInADotHasADot()
+{
+    SKIP_ON_WINDOWS("no name ends in a dot here");
+    write(m_root + QStringLiteral("/c."));
+    QCOMPARE(below(listTree(m_root, kAll, {QStringLiteral("*.*")}), m_root), QStringList{QStringLiteral("/c.")});
 }
 
 void TestFolderTools::hiddenEntriesNeedTheirFilter()

@@ -2,6 +2,7 @@
 #include "procedures/updateserver.h"
 
 #include "pages/avanzate.h"
+#include "playerdisk.h"
 #include "support/boxanswerer.h"
 #include "support/httpserver.h"
 #include "support/logcapture.h"
@@ -85,7 +86,7 @@ void TestReinstall::init()
 {
     m_pc.reset(new TemporaryPc);
     m_programs.reset(new ProgramFolder);
-    m_programs->addUnar();
+    addUnar(*m_programs);
     m_server.reset(new HttpServer);
     qputenv("CORVIN_UPDATE_SERVER", m_server->address().toLatin1());
     m_player.reset(new SimulatedPlayer);
@@ -199,7 +200,7 @@ void TestReinstall::failedDownloadLeavesThePlayerAlone()
 void TestReinstall::missingToolLeavesThePlayerAlone()
 {
     serve();
-    QFile::remove(m_programs->path(QStringLiteral("unar")));
+    m_programs->remove(QStringLiteral("unar"));
     m_programs->hideOthers();
     BoxAnswerer answers;
     answers.answer(kErrorTitle, kOk);
@@ -328,20 +329,18 @@ void TestReinstall::stopEndsSilentlyAtEachStep()
     QFETCH(QString, step);
     QFETCH(bool, systemTouched);
     QString why;
-    if (!ExFatVolume::isPossible(&why))
+    if (!PlayerDisk::isPossible(&why))
         QSKIP(qPrintable(why));
-    const MountedPlayer player(16);
-    QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
+    const PlayerDisk player;
+    QVERIFY2(player.isThere(), qPrintable(player.error()));
     putFile(player.path(QStringLiteral("System/old.exe")), "old");
     putFile(player.path(QStringLiteral("My Songs/a.mid")), "MThd");
     Entries entries = systemEntries();
     for (int i = 0; i < kManyFiles; ++i)
         entries.insert(QStringLiteral("System/%1.dat").arg(i), "x");
     m_server->serve(kSystemArchivePath, zipOf(entries, QStringLiteral("System/"), kLeast));
-    if (step == kUnpacking) {
-        QFile::remove(m_programs->path(QStringLiteral("unar")));
-        m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
-    }
+    if (step == kUnpacking)
+        m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
 
     BoxAnswerer answers;
     answers.answer(kStopTitle, kYes);
@@ -377,7 +376,7 @@ void TestReinstall::stopDuringTheUpdateEndsWithoutTheClosingBox()
         status = kDownloading;
         connect(m_server.data(), &HttpServer::answered, this, [this](const QString &path) {
             if (path == kUpdateArchivePath)
-                m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+                m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
         });
     } else {
         answers.answer(QStringLiteral("Download Error , Cod 3"), kOk);

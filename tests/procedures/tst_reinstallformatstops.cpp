@@ -94,7 +94,7 @@ void TestReinstallFormatStops::stopAfterTheFormatTellsWhereTheSongsAre()
     const StopPresser stop(*m_window, step);
     m_window->run(kRestore);
     QVERIFY(stop.pressed);
-    QVERIFY(answers.seen().last().informativeText.contains(backup()));
+    QVERIFY(answers.seen().last().informativeText.contains(shownBackup()));
     QCOMPARE(filesBelow(backup()).size(), kManyFiles + 1);
     QVERIFY(m_window->isAtRest());
 }

@@ -2,6 +2,7 @@
 #include "procedures/systemattributes.h"
 
 #include "support/boxanswerer.h"
+#include "support/platform.h"
 #include "support/simulatedplayer.h"
 #include "systemfixture.h"
 
@@ -89,7 +90,8 @@ void TestSystemTransfer::systemPartsAreFoundWhateverTheirCase()
     QCOMPARE(m_player->files(),
              (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("Bridges/b.dat"),
                           QStringLiteral("Effects/e.dat"), QStringLiteral("System/Corvin/Corvin.exe")}));
-    QVERIFY(!m_player->exists(QStringLiteral("SYSTEM")));
+    QCOMPARE(m_player->folders(),
+             (QStringList{QStringLiteral("Bridges"), QStringLiteral("Effects"), QStringLiteral("System")}));
 }
 
 void TestSystemTransfer::transferOnARealVolume()
@@ -111,6 +113,7 @@ void TestSystemTransfer::transferOnARealVolume()
 
 void TestSystemTransfer::linksOnThePlayerAreRemovedNotFollowed()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     putFile(m_pc->path(QStringLiteral("home/letter.txt")), "mine");
     m_player->addFile(QStringLiteral("bridges/old.dat"));
     QVERIFY(QFile::link(m_pc->path(QStringLiteral("home")), m_player->path(QStringLiteral("effects"))));
@@ -191,6 +194,7 @@ void TestSystemTransfer::batchFileThatCannotBeWrittenIsAFailure()
 
 void TestSystemTransfer::volumeWithoutAttributesIsLeftAsItIs()
 {
+    SKIP_ON_WINDOWS("every volume has attributes");
     m_player->addFile(QStringLiteral("System/a.exe"), "a");
     m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "b");
     QVERIFY(runAttributeBatch(m_unpacked + QStringLiteral("/MATTRB.BAT"), m_player->root()));

@@ -84,7 +84,7 @@ void TestSystemUpdate::init()
 {
     m_pc.reset(new TemporaryPc);
     m_programs.reset(new ProgramFolder);
-    m_programs->addUnar();
+    addUnar(*m_programs);
     m_server.reset(new HttpServer);
     qputenv("CORVIN_UPDATE_SERVER", m_server->address().toLatin1());
     m_player.reset(new SimulatedPlayer);
@@ -218,7 +218,7 @@ void TestSystemUpdate::failedDownloadIsCodeOne()
 void TestSystemUpdate::missingToolIsCodeTwo()
 {
     serveUpdate();
-    QFile::remove(m_programs->path(QStringLiteral("unar")));
+    m_programs->remove(QStringLiteral("unar"));
     m_programs->hideOthers();
     BoxAnswerer answers;
     expectError(answers, 2);
@@ -360,7 +360,7 @@ void TestSystemUpdate::oldUpdateIsFoundWhateverItsCase()
     m_player->addFile(QStringLiteral("CORVINUPDATE/old.exe"), "old");
     serveUpdate();
     QVERIFY(update());
-    QVERIFY(!m_player->exists(QStringLiteral("CORVINUPDATE")));
+    QCOMPARE(m_player->folders(), (QStringList{QStringLiteral("CorvinUpdate"), QStringLiteral("My Songs")}));
     QVERIFY(m_player->exists(QStringLiteral("CorvinUpdate/sub/a.exe")));
 }
 
@@ -393,8 +393,7 @@ void TestSystemUpdate::stopInTheDownloadIsSilent()
 void TestSystemUpdate::stopInTheUnpackingIsSilent()
 {
     serveUpdate();
-    QFile::remove(m_programs->path(QStringLiteral("unar")));
-    m_programs->addScript(QStringLiteral("unar"), "exec sleep 600\n");
+    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
     BoxAnswerer answers;
     answers.answer(kStopTitle, kYes);
     const StopPresser stop(*m_window, kDownloading, [this] { return m_window->bar()->maximum() == 0; });

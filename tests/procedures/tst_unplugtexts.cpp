@@ -85,7 +85,7 @@ void TestUnplugTexts::init()
     record = {};
     m_pc.reset(new TemporaryPc);
     m_programs.reset(new ProgramFolder);
-    m_programs->addUnar();
+    addUnar(*m_programs);
     m_server.reset(new HttpServer);
     qputenv("CORVIN_UPDATE_SERVER", m_server->address().toLatin1());
     m_server->serve(kSystemArchivePath,

@@ -11,27 +11,36 @@
 #include <QTest>
 #include <QTreeView>
 
-FakeFileManager::FakeFileManager() : m_path(qgetenv("PATH"))
-{
-    QFile script(m_dir.filePath(QStringLiteral("xdg-open")));
-    if (!script.open(QIODevice::WriteOnly))
-        QTest::qFail("no room for a script", __FILE__, __LINE__);
-    const QByteArray answer = QFile::encodeName(m_dir.filePath(QStringLiteral("opened")));
-    script.write("#!/bin/sh\nprintf '%s' \"$1\" >'" + answer + ".part' && mv '" + answer + ".part' '" + answer + "'\n");
-    script.close();
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("PATH", QFile::encodeName(m_dir.path()) + ':' + m_path);
-}
+namespace {
 
-FakeFileManager::~FakeFileManager()
+/// One for each system; the program starts its own.
+const QStringList kFileManagers = {QStringLiteral("xdg-open"), QStringLiteral("explorer")};
+
+const QString kOpened = QStringLiteral("opened");
+
+} // namespace
+
+FakeFileManager::FakeFileManager()
 {
-    qputenv("PATH", m_path);
+    for (const QString &name : kFileManagers)
+        m_programs.addStandIn(name, {Does::record(m_dir.filePath(kOpened))});
 }
 
 QString FakeFileManager::opened() const
 {
-    QFile answer(m_dir.filePath(QStringLiteral("opened")));
-    return answer.open(QIODevice::ReadOnly) ? QFile::decodeName(answer.readAll()) : QString();
+    QFile answer(m_dir.filePath(kOpened));
+    if (!answer.open(QIODevice::ReadOnly))
+        return {};
+    QString arguments = QString::fromUtf8(answer.readAll()).chopped(1);
+    // A folder with blanks in its name reaches the file manager of Windows in pieces, as it wants them.
+    return arguments.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
+BrokenFileManager::BrokenFileManager()
+{
+    m_programs.hideOthers();
+    for (const QString &name : kFileManagers)
+        m_programs.addBroken(name);
 }
 
 QString PcFolder::addFile(const QString &relative, const QByteArray &content)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/logcapture.h"
+#include "support/programfolder.h"
 #include "transfer/transfer.h"
 
 #include <QMimeData>
@@ -13,18 +14,27 @@
 class QTableView;
 class QTreeView;
 
-/// A file manager that only writes down which folder it was asked to open, found first on the path while it lives.
+/// A file manager that only writes down which folder it was asked to open, found before the system's while it lives.
 class FakeFileManager
 {
 public:
     FakeFileManager();
-    ~FakeFileManager();
-    /// What it was asked to open, once it has been started; empty before.
+    /// What it was asked to open, as it was given, once it has been started; empty before.
     QString opened() const;
 
 private:
     QTemporaryDir m_dir;
-    QByteArray m_path;
+    ProgramFolder m_programs;
+};
+
+/// A file manager that cannot be started, found before the system's while it lives.
+class BrokenFileManager
+{
+public:
+    BrokenFileManager();
+
+private:
+    ProgramFolder m_programs;
 };
 
 /// A folder of the PC with files to be dropped.

@@ -195,11 +195,14 @@ void TestTransferConflicts::conflictWithAFolderLeavesTheFolder()
 void TestTransferConflicts::folderDroppedOverAFileOfItsNameLeavesTheFile()
 {
     m_player->addFile(QStringLiteral("album"), "player");
-    const QString song = m_pc->addFile(QStringLiteral("album/song.mid"));
+    m_pc->addFile(QStringLiteral("album/song.mid"));
+    const QString song = m_pc->path(QStringLiteral("album")) + QDir::separator() + QStringLiteral("song.mid");
     TransferRecorder recorder(m_open->page);
     m_open->drop({m_pc->path(QStringLiteral("album"))});
     QCOMPARE(m_player->content(QStringLiteral("album")), QByteArrayLiteral("player"));
-    QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("!QFile::copy - src : \"%1\"").arg(song)));
+    QString logged;
+    QDebug(&logged) << "!QFile::copy - src :" << song;
+    QVERIFY(recorder.log().contains(QtDebugMsg, logged.trimmed()));
 }
 
 void TestTransferConflicts::existingFoldersAreJoined()

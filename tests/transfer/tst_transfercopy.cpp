@@ -1,4 +1,5 @@
 #include "opentransfer.h"
+#include "support/platform.h"
 #include "support/simulatedplayer.h"
 
 #include <QLabel>
@@ -269,7 +270,9 @@ void TestTransferCopy::countOfAPath_data()
     QTest::addColumn<int>("files");
     QTest::newRow("missing") << QStringLiteral("nothing") << 0;
     QTest::newRow("file") << QStringLiteral("tree/a.mid") << 1;
+#ifdef Q_OS_UNIX
     QTest::newRow("link to a file") << QStringLiteral("link") << 1;
+#endif
     QTest::newRow("empty folder") << QStringLiteral("tree/empty") << 0;
     QTest::newRow("tree without its links and hidden files") << QStringLiteral("tree") << 3;
 }
@@ -283,9 +286,13 @@ void TestTransferCopy::countOfAPath()
     m_pc->addFile(QStringLiteral("tree/b/c/c.mid"));
     m_pc->addFile(QStringLiteral("tree/.hidden"));
     m_pc->addFolder(QStringLiteral("tree/empty"));
+#ifdef Q_OS_UNIX // elsewhere a link is a file
     QVERIFY(QFile::link(file, m_pc->path(QStringLiteral("link"))));
     QVERIFY(QFile::link(file, m_pc->path(QStringLiteral("tree/link to a file"))));
     QVERIFY(QFile::link(m_pc->path(QStringLiteral("tree/b")), m_pc->path(QStringLiteral("tree/link to a folder"))));
+#else
+    Q_UNUSED(file)
+#endif
     QCOMPARE(m_open->page.countFiles(m_pc->path(path)), files);
 }
 
@@ -467,6 +474,7 @@ void TestTransferCopy::windowAnswersDuringOneLargeFile()
 
 void TestTransferCopy::linksInAFolderAreCopiedThoughNotCounted()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     const QString target = m_pc->addFile(QStringLiteral("elsewhere/linked.mid"), "linked");
     m_pc->addFile(QStringLiteral("album/one.mid"));
     QVERIFY(QFile::link(target, m_pc->path(QStringLiteral("album/two.mid"))));

@@ -1,6 +1,7 @@
 #include "opentransfer.h"
 #include "support/boxanswerer.h"
 #include "support/exfatvolume.h"
+#include "support/platform.h"
 #include "support/simulatedplayer.h"
 
 #include <QDirIterator>
@@ -433,6 +434,7 @@ void TestTransferFaults::linkToAFolderAroundItIsNotEntered_data()
 
 void TestTransferFaults::linkToAFolderAroundItIsNotEntered()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     QFETCH(QString, target);
     m_pc->addFile(QStringLiteral("album/deep/a.mid"));
     m_pc->addFile(QStringLiteral("beside.mid"));
@@ -447,6 +449,7 @@ void TestTransferFaults::linkToAFolderAroundItIsNotEntered()
 
 void TestTransferFaults::linkToThePlayerIsNotCopiedIntoIt()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     m_player->addFile(QStringLiteral("a.mid"));
     m_pc->addFile(QStringLiteral("album/b.mid"));
     QVERIFY(QFile::link(m_player->root(), m_pc->path(QStringLiteral("album/player"))));
@@ -456,6 +459,7 @@ void TestTransferFaults::linkToThePlayerIsNotCopiedIntoIt()
 
 void TestTransferFaults::droppedLinkToAFolderIsCopied()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     m_pc->addFile(QStringLiteral("album/b.mid"), "b");
     QVERIFY(QFile::link(m_pc->path(QStringLiteral("album")), m_pc->path(QStringLiteral("link"))));
     m_open->drop({m_pc->path(QStringLiteral("link"))});
@@ -464,6 +468,7 @@ void TestTransferFaults::droppedLinkToAFolderIsCopied()
 
 void TestTransferFaults::linkThatPointsToItselfIsSkipped()
 {
+    SKIP_ON_WINDOWS("links are files of another kind here");
     m_pc->addFile(QStringLiteral("album/b.mid"));
     const QString link = m_pc->path(QStringLiteral("album/circle"));
     QVERIFY(QFile::link(link, link));
@@ -487,7 +492,8 @@ void TestTransferFaults::vanishedCurrentFolderIsSurvived()
 {
     m_player->addFile(QStringLiteral("album/a.mid"));
     m_open->page.on_tableView_doubleClicked(m_open->row(QStringLiteral("album")));
-    QVERIFY(QDir(m_player->path(QStringLiteral("album"))).removeRecursively());
+    if (!QDir(m_player->path(QStringLiteral("album"))).removeRecursively())
+        QSKIP("A folder that a window shows cannot be removed here");
     TransferRecorder recorder(m_open->page);
     m_open->drop({m_pc->addFile(QStringLiteral("b.mid"))});
     QCOMPARE(recorder.log().textsStartingWith(QStringLiteral("!QFile::copy - src :")).size(), 1);
