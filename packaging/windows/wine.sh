@@ -30,7 +30,6 @@ windows_path() { "$wine" winepath -w "$1" | tr -d '\r'; }
 # outside: Wine keeps them for programs of this machine.
 windows_variable() {
   "$wine" reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null
-  wineserver -w
 }
 
 # Letters as smooth as on a PC of today.
@@ -38,5 +37,4 @@ smooth_fonts() {
   local desktop='HKCU\Control Panel\Desktop'
   "$wine" reg add "$desktop" /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null
   "$wine" reg add "$desktop" /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null
-  wineserver -w
 }
