@@ -18,6 +18,7 @@ ManifestSupportedOS all
 !define EXIT_RUNNING 2
 
 Name "${TITLE}"
+BrandingText "${TITLE} ${VERSION}"
 OutFile "${SETUP}"
 InstallDir "$LOCALAPPDATA\Programs\Corvin4Manager"
 InstallDirRegKey HKCU "${REGISTRATION}" "InstallLocation"

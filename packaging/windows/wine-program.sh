@@ -7,10 +7,9 @@
 walk=$windows_build/walk
 # A PC whose code page is UTF-8: names are as long as on Linux, where this decides which of them are too long.
 # (One of the languages without a code page of its own does it; texts and order are not that language's.)
-mkdir -p "$windows_build/locale"
-localedef -i hi_IN -f UTF-8 "$windows_build/locale/hi_IN.UTF-8"
+make_locales "$windows_build/locale" hi_IN
 unset LC_ALL
-export LOCPATH=$windows_build/locale LANG=C
+export LANG=C
 export LC_CTYPE=hi_IN.UTF-8 2>/dev/null # the shell itself does not look there
 
 program_path() { printf 'Z:%s\n' "$1"; }
@@ -26,7 +25,7 @@ install_program() {
   cp "$CORVIN_QT_MINGW/bin/Qt5Test.dll" "$walk/driver/"
   windows_variable QT_PLUGIN_PATH "$(program_path "$walk/driver")"
   windows_variable QT_QPA_GENERIC_PLUGINS corvinwalk
-  smooth_fonts
+  windows_fonts
 }
 
 # A folder will do: under Wine its names ignore case as well, and Wine takes the label of a mounted volume from the

@@ -1,5 +1,5 @@
 # Sourced: Windows programs under Wine, in a prefix of their own, without a word from Wine itself.
-# Functions: new_prefix, end_prefix, windows_path, windows_variable, smooth_fonts.
+# Functions: new_prefix, end_prefix, windows_path, windows_variable, windows_fonts, make_locales.
 
 export WINEDEBUG=-all WINEARCH=win64
 # Neither does Wine ask for components to be fetched, nor does it add its programs to the menus of this machine.
@@ -32,9 +32,23 @@ windows_variable() {
   "$wine" reg add 'HKCU\Environment' /v "$1" /t REG_SZ /d "$2" /f >/dev/null
 }
 
-# Letters as smooth as on a PC of today.
-smooth_fonts() {
+# The letters of a PC: as smooth as those of today, and with the font of the message boxes, which Wine has but does not
+# find where Debian puts it.
+windows_fonts() {
   local desktop='HKCU\Control Panel\Desktop'
+  cp /usr/share/wine/fonts/tahoma*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
   "$wine" reg add "$desktop" /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null
   "$wine" reg add "$desktop" /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null
+  wineserver -w
+}
+
+# make_locales FOLDER NAME...: languages that a Windows can have, whichever this machine has; LOCPATH leads to them.
+make_locales() {
+  local folder=$1 name
+  shift
+  mkdir -p "$folder"
+  for name in "$@"; do
+    [ -d "$folder/$name.UTF-8" ] || localedef -i "$name" -f UTF-8 "$folder/$name.UTF-8"
+  done
+  export LOCPATH=$folder
 }
