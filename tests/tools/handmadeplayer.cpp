@@ -32,6 +32,11 @@ QString bigPlace(int number)
     return QStringLiteral("My Songs/Big/%1/Song %2").arg(folder).arg(number);
 }
 
+QString folderOf(const QString &path)
+{
+    return path.left(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
+}
+
 QString overlongName()
 {
     return QString(116, QLatin1Char('l'));
@@ -60,27 +65,29 @@ HandmadePlayer::HandmadePlayer(State state) : m_root(m_dir.path() + QLatin1Char(
     m_made = Snapshot::take(m_root);
     for (auto it = m_made.files.cbegin(); it != m_made.files.cend(); ++it)
         m_contents.insert(it.key(), read(it.key()));
+    m_touched.clear();
 }
 
 void HandmadePlayer::restore() const
 {
-    const Snapshot now = Snapshot::take(m_root);
-    for (auto it = now.files.cbegin(); it != now.files.cend(); ++it) {
-        if (!m_contents.contains(it.key()))
-            remove(it.key());
+    const QSet<QString> touched = m_touched;
+    for (const QString &path : touched) {
+        if (m_contents.contains(path))
+            write(path, m_contents.value(path));
+        else if (QFileInfo::exists(m_root + path))
+            remove(path);
     }
-    for (auto it = m_made.files.cbegin(); it != m_made.files.cend(); ++it) {
-        if (now.files.value(it.key()).sha1 != it->sha1)
-            write(it.key(), m_contents.value(it.key()));
-    }
-    for (const QString &folder : now.folders) {
-        if (!m_made.folders.contains(folder))
+    for (const QString &path : touched) {
+        for (QString folder = folderOf(path); !folder.isEmpty() && !m_made.folders.contains(folder);
+             folder = folderOf(folder))
             QDir(m_root).rmdir(folder);
     }
+    m_touched.clear();
 }
 
 void HandmadePlayer::write(const QString &path, const QByteArray &bytes) const
 {
+    m_touched.insert(path);
     QDir().mkpath(QFileInfo(m_root + path).absolutePath());
     QFile file(m_root + path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
@@ -95,12 +102,15 @@ QByteArray HandmadePlayer::read(const QString &path) const
 
 void HandmadePlayer::remove(const QString &path) const
 {
+    m_touched.insert(path);
     if (!QFile::remove(m_root + path))
         QTest::qFail(qPrintable(QStringLiteral("Cannot remove ") + path), __FILE__, __LINE__);
 }
 
 void HandmadePlayer::move(const QString &from, const QString &to) const
 {
+    m_touched.insert(from);
+    m_touched.insert(to);
     QDir().mkpath(QFileInfo(m_root + to).absolutePath());
     if (!QFile::rename(m_root + from, m_root + to))
         QTest::qFail(qPrintable(QStringLiteral("Cannot move ") + from), __FILE__, __LINE__);

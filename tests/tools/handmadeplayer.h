@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -51,4 +52,5 @@ private:
     QByteArray m_inserts;
     Snapshot m_made;
     QHash<QString, QByteArray> m_contents;
+    mutable QSet<QString> m_touched; ///< paths of files that were changed since the disk was made
 };

@@ -175,6 +175,7 @@ private slots:
     void emptyListNeedsEmptiedTables();
     void agreeingDiskNeedsNoImportFile();
     void verdictNamesRulesAndPaths();
+    void allThatWasSpoiledWasPutRightAgain();
 
 private:
     const HandmadePlayer m_player;
@@ -301,6 +302,12 @@ void TestJudge::verdictNamesRulesAndPaths()
     QVERIFY(text.contains(Rules::kSongKept));
     QVERIFY(text.contains(path("My Songs/Known.mid")));
     QVERIFY(text.contains(path("\nWRONG: ")));
+}
+
+void TestJudge::allThatWasSpoiledWasPutRightAgain()
+{
+    const Verdict verdict = m_player.judge();
+    QVERIFY2(verdict.isRight(), qPrintable(verdictText(verdict)));
 }
 
 QTEST_GUILESS_MAIN(TestJudge)
