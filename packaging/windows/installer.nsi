@@ -1,5 +1,5 @@
 ; The installer and the uninstaller: for one user, without administrator rights, in English, Italian and German.
-; Given on the command line: VERSION, LISTS (folder of install.nsh and uninstall.nsh), SETUP (what is made), ICON.
+; Given on the command line: VERSION, LISTS (folder of install.nsh and uninstall.nsh), SETUP (what is made), ICON, PICTURE.
 ; The exit code is 0 when all went well, 2 when the program was running.
 
 Unicode true
@@ -25,6 +25,7 @@ InstallDirRegKey HKCU "${REGISTRATION}" "InstallLocation"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\${PROGRAM}"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
