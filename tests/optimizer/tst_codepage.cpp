@@ -21,6 +21,7 @@ private slots:
     void everyCharacterCountsOnce();
     void namesBeyondTheCodePageStayAndAreListed();
     void overLongNameBeyondTheCodePageIsShortened();
+    void pathLongerThanOldProgramsKnowIsShortened();
 
 private:
     static QByteArray optimise(const SimulatedPlayer &player);
@@ -100,6 +101,25 @@ void TestCodePage::overLongNameBeyondTheCodePageIsShortened()
     const QString shorter = longName.chopped(14) + QStringLiteral("(0).mid");
     QCOMPARE(player.files(QStringLiteral("My Songs")), QStringList{shorter});
     QVERIFY2(import.contains(shorter.section(QLatin1Char('/'), 1).toUtf8()), import.constData());
+}
+
+void TestCodePage::pathLongerThanOldProgramsKnowIsShortened()
+{
+    SimulatedPlayer player;
+    QString folder = QStringLiteral("My Songs");
+    for (int level = 0; level < 4; ++level)
+        folder += QLatin1Char('/') + QString(44, QLatin1Char('d'));
+    const QString name(90, QLatin1Char('n'));
+    const QString song = folder + QLatin1Char('/') + name;
+    player.addFile(song + QStringLiteral(".mid"), SongFactory::midi(titled(QStringLiteral("Deep"))));
+    player.addFile(song + QStringLiteral(".cdg"), "companion");
+    QVERIFY(player.path(song).size() > MAX_PATH);
+    const QByteArray import = optimise(player);
+    // "E:/", 188 characters of folders, a slash and 94 of the name are 46 more than 240.
+    const QString shorter = folder + QLatin1Char('/') + name.chopped(46) + QStringLiteral("(0)");
+    QCOMPARE(player.files(QStringLiteral("My Songs")),
+             (QStringList{shorter + QStringLiteral(".cdg"), shorter + QStringLiteral(".mid")}));
+    QVERIFY2(import.contains(shorter.section(QLatin1Char('/'), -1).toLatin1() + ".mid"), import.constData());
 }
 
 QTEST_MAIN(TestCodePage)
