@@ -1,5 +1,6 @@
-// pressbutton TITLE BUTTON: waits until a window whose title contains TITLE has a button BUTTON that can be pressed, and
-// presses it. The exit code is 0 when that came true within half a minute. UTF-8; the marks of access keys do not count.
+// pressbutton TITLE BUTTON: waits until a window whose title contains TITLE has a button BUTTON that can be pressed,
+// and presses it. The exit code is 0 when that came true within half a minute. UTF-8; the marks of access keys do not
+// count.
 #include <windows.h>
 
 #include <algorithm>
