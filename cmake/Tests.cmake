@@ -11,6 +11,8 @@ function(corvin_test name)
   target_link_libraries(${name} PRIVATE corvin_flags ${ARG_USES} corvin_testsupport Qt5::Test)
   set(folder ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
+    # Under Wine files and the first window take longer.
+    math(EXPR ARG_TIMEOUT "3 * ${ARG_TIMEOUT}")
     # Programs are looked for in the folder of the program that starts them: there each test puts its own.
     string(APPEND folder /${name})
   endif()
