@@ -16,7 +16,14 @@ run_program() {
     export -f run_here
     export walk build bin player short_root
     export CORVIN_VOLUMES=$short_root PRELOADED=$windows_build/sortedfolders.so
-    unshare --mount bash -c 'mount --bind "$player" "$short_root" && LD_PRELOAD=$PRELOADED run_here'
+    # In a chroot the root is no mount that could be made private; what is mounted is taken away again in any case.
+    unshare --mount --propagation unchanged bash -c '
+      mount --make-rprivate / 2>/dev/null || true
+      mount --bind "$player" "$short_root" || exit 1
+      code=0
+      LD_PRELOAD=$PRELOADED run_here || code=$?
+      umount "$short_root"
+      exit $code'
   ) || code=$?
   rmdir "$short_root"
   return $code
