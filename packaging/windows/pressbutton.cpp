@@ -1,5 +1,5 @@
 // pressbutton TITLE BUTTON: waits until a window whose title contains TITLE has a button BUTTON that can be pressed,
-// and presses it. The exit code is 0 when that came true within half a minute. UTF-8; the marks of access keys do not
+// and presses it. The exit code is 0 when that came true within two minutes. UTF-8; the marks of access keys do not
 // count.
 #include <windows.h>
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kMostAttempts = 300;
+constexpr int kMostAttempts = 1200;
 constexpr DWORD kPauseMs = 100;
 constexpr int kLongestText = 512;
 
