@@ -3,7 +3,7 @@
 #include "app/language.h"
 #include "app/mainwindow.h"
 #include "app/sessionlog.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "optimizer/ottimizza.h"
 #include "pages/check.h"
 #include "pages/firstmenu.h"

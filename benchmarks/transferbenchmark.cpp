@@ -2,7 +2,7 @@
 // volume, in turns. Ends with 0 when the median of the transfer is within the limit, with 1 when it is not, and with 2
 // when nothing could be measured.
 #include "app/mainwindow.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "pages/check.h"
 #include "resources/resources.h"
 #include "support/exfatvolume.h"

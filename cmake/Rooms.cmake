@@ -2,6 +2,7 @@
 #
 # A room is one static library. Its headers are reached as "<folder>/<header>" through a folder of links made in the
 # build tree, and only by targets that name the room in USES: an include of a room that is not named does not compile.
+# Of what USES names only Qt is handed on to those who use the room.
 # HEADERS are the headers that others may include; headers that stand in SOURCES are the room's own.
 function(corvin_room target)
   cmake_parse_arguments(ARG "" "ROOM" "SOURCES;HEADERS;FORMS;USES" ${ARGN})
@@ -13,5 +14,8 @@ function(corvin_room target)
   endforeach()
   add_library(${target} STATIC ${ARG_SOURCES} ${ARG_HEADERS} ${ARG_FORMS})
   target_include_directories(${target} PUBLIC ${root})
-  target_link_libraries(${target} PUBLIC ${ARG_USES} PRIVATE corvin_flags)
+  set(qt ${ARG_USES})
+  list(FILTER qt INCLUDE REGEX "^Qt5::")
+  list(FILTER ARG_USES EXCLUDE REGEX "^Qt5::")
+  target_link_libraries(${target} PUBLIC ${qt} PRIVATE ${ARG_USES} corvin_flags)
 endfunction()

@@ -1,3 +1,13 @@
+# Qt's headers are compiled once for all of them. The program that they belong to is never run: what is compiled ahead
+# must be compiled as the tests are, and they are programs.
+file(WRITE ${CMAKE_BINARY_DIR}/headers/main.cpp "int main() { return 0; }\n")
+add_executable(corvin_testheaders ${CMAKE_BINARY_DIR}/headers/main.cpp)
+set_target_properties(corvin_testheaders PROPERTIES AUTOMOC OFF AUTOUIC OFF
+                                                    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
+target_compile_options(corvin_testheaders PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+target_link_libraries(corvin_testheaders PRIVATE corvin_flags Qt5::Widgets Qt5::Network Qt5::Test)
+target_precompile_headers(corvin_testheaders PRIVATE <QtTest> <QtWidgets>)
+
 # corvin_test(<name> [SOURCES <file>...] [USES <target>...] [LABELS <label>...] [TIMEOUT <seconds>] [RUN_SERIAL])
 #
 # One QtTest executable, <name>.cpp, registered with CTest. It runs without a display, in a UTF-8 locale, and with
@@ -9,6 +19,8 @@ function(corvin_test name)
   endif()
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE corvin_flags ${ARG_USES} corvin_testsupport Qt5::Test)
+  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+  target_precompile_headers(${name} REUSE_FROM corvin_testheaders)
   set(folder ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
     # Under Wine files and the first window take longer.

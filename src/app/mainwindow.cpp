@@ -8,8 +8,8 @@
 #include "pages/check.h"
 #include "pages/connect.h"
 #include "pages/firstmenu.h"
-#include "sharedfonts.h"
-#include "styles.h"
+#include "app/shared/sharedfonts.h"
+#include "app/shared/styles.h"
 #include "transfer/transfer.h"
 #include "ui_mainwindow.h"
 

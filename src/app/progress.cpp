@@ -1,7 +1,7 @@
 // The main window's chapter that shows what long work reports, and lets the user stop it.
 #include "mainwindow.h"
 
-#include "questionbox.h"
+#include "app/shared/questionbox.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>

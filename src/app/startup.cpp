@@ -5,7 +5,7 @@
 #include "mainwindow.h"
 #include "resources/resources.h"
 #include "sessionlog.h"
-#include "sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 
 #include <QApplication>
 #include <QDebug>

@@ -2,8 +2,8 @@
 
 #include "ui_endottimizza.h"
 
-#include "app/sharedfonts.h"
-#include "app/styles.h"
+#include "app/shared/sharedfonts.h"
+#include "app/shared/styles.h"
 
 EndOttimizza::EndOttimizza(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::EndOttimizza>())
 {

@@ -5,7 +5,7 @@
 #include "titleinitial.h"
 #include "titlereader.h"
 
-#include "app/aside.h"
+#include "disk/aside.h"
 
 #include <QCoreApplication>
 #include <QDebug>

@@ -2,9 +2,9 @@
 
 #include "ui_ottimizza.h"
 
-#include "app/aside.h"
-#include "app/sharedfonts.h"
-#include "app/styles.h"
+#include "disk/aside.h"
+#include "app/shared/sharedfonts.h"
+#include "app/shared/styles.h"
 #include "device/devicelocator.h"
 
 #include <QDebug>

@@ -2,7 +2,7 @@
 
 #include "ui_avanzate.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "devicepresent.h"
 
 #include <QDebug>

@@ -2,8 +2,8 @@
 
 #include "ui_check.h"
 
-#include "app/sharedfonts.h"
-#include "app/waitms.h"
+#include "app/shared/sharedfonts.h"
+#include "disk/waitms.h"
 
 #include <QEvent>
 #include <QFile>

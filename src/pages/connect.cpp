@@ -2,7 +2,7 @@
 
 #include "ui_connect.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 
 #include <QEvent>
 

@@ -2,7 +2,7 @@
 
 #include "ui_firstmenu.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "devicepresent.h"
 
 #include <QEvent>

@@ -2,7 +2,7 @@
 
 #include "backupchoice.h"
 #include "device/devicecase.h"
-#include "foldertools.h"
+#include "disk/tree.h"
 
 #include <QFileInfo>
 

@@ -1,8 +1,8 @@
 // The main window's chapter that erases the player's disk with the system's own format command.
 #include "app/mainwindow.h"
 
-#include "app/questionbox.h"
-#include "app/waitms.h"
+#include "app/shared/questionbox.h"
+#include "disk/waitms.h"
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // The main window's chapter that unpacks a downloaded archive.
 #include "app/mainwindow.h"
 
-#include "app/waitms.h"
+#include "disk/waitms.h"
 #include "archivetool.h"
 #include "ui_mainwindow.h"
 

@@ -1,9 +1,9 @@
 // The main window's chapter that downloads one file and waits for it.
 #include "app/mainwindow.h"
 
-#include "app/waitms.h"
+#include "disk/waitms.h"
 #include "downloadmanager.h"
-#include "foldertools.h"
+#include "disk/tree.h"
 #include "ui_mainwindow.h"
 
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // The main window's chapter that copies files one by one and asks what to do with conflicts.
 #include "app/mainwindow.h"
 
-#include "app/questionbox.h"
+#include "app/shared/questionbox.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 // with STOP looked at after every one of them. The steps themselves are in reinstallsteps.cpp.
 #include "app/mainwindow.h"
 
-#include "app/questionbox.h"
+#include "app/shared/questionbox.h"
 
 void MainWindow::reinstallOpSysOnly()
 {

@@ -2,10 +2,10 @@
 // wrong with it, and returns whether to go on; a step that STOP ended says nothing.
 #include "app/mainwindow.h"
 
-#include "app/aside.h"
+#include "disk/aside.h"
 #include "backupcheck.h"
 #include "downloadmanager.h"
-#include "foldertools.h"
+#include "disk/tree.h"
 #include "unpackedfolder.h"
 #include "updateserver.h"
 

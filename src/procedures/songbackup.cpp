@@ -1,10 +1,10 @@
 // The main window's chapter that copies the songs to a folder of the PC and back.
 #include "app/mainwindow.h"
 
-#include "app/aside.h"
+#include "disk/aside.h"
 #include "backupchoice.h"
 #include "device/devicecase.h"
-#include "foldertools.h"
+#include "disk/tree.h"
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>

@@ -22,8 +22,6 @@ set(PROCEDURE_SOURCES
     unpackedfolder.cpp
     updateserver.h
     updateserver.cpp
-    foldertools.h
-    foldertools.cpp
     operationwidgets.cpp)
 
 if(WIN32)

@@ -1,6 +1,6 @@
 #include "systemattributes.h"
 
-#include "app/waitms.h"
+#include "disk/waitms.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // The main window's chapter that replaces the system parts of the player.
 #include "app/mainwindow.h"
 
-#include "foldertools.h"
+#include "disk/tree.h"
 #include "systemattributes.h"
 #include "ui_mainwindow.h"
 

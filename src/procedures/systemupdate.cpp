@@ -1,10 +1,10 @@
 // The main window's chapter that brings the player the latest release.
 #include "app/mainwindow.h"
 
-#include "app/aside.h"
+#include "disk/aside.h"
 #include "device/devicecase.h"
 #include "downloadmanager.h"
-#include "foldertools.h"
+#include "disk/tree.h"
 #include "ui_mainwindow.h"
 #include "updateserver.h"
 

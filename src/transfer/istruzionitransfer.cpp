@@ -1,6 +1,6 @@
 #include "istruzionitransfer.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "ui_istruzionitransfer.h"
 
 #include <QEvent>

@@ -1,7 +1,7 @@
 #include "transfer.h"
 
-#include "app/sharedfonts.h"
-#include "diskcalls.h"
+#include "app/shared/sharedfonts.h"
+#include "disk/diskcalls.h"
 #include "filemanager.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"

@@ -1,8 +1,8 @@
 // The transfer page's chapter of the copy that a drop starts.
 #include "transfer.h"
 
-#include "app/questionbox.h"
-#include "filecopy.h"
+#include "app/shared/questionbox.h"
+#include "disk/filecopy.h"
 #include "ui_transfer.h"
 
 #include <QCoreApplication>

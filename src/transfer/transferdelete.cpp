@@ -1,7 +1,7 @@
 // The transfer page's chapter of the deletion.
 #include "transfer.h"
 
-#include "app/waitms.h"
+#include "disk/waitms.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 

@@ -1,9 +1,9 @@
 // The transfer page's chapter of what its two views stand on, and of the state in which they must keep still.
 #include "transfer.h"
 
-#include "app/aside.h"
+#include "disk/aside.h"
 #include "device/devicelocator.h"
-#include "diskcalls.h"
+#include "disk/diskcalls.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 

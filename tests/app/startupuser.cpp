@@ -1,7 +1,7 @@
 #include "startupuser.h"
 
 #include "app/sessionlog.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "app/startup.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "app/mainwindow.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "pages/avanzate.h"
 #include "pages/check.h"
 #include "procedures/systemfixture.h"

@@ -1,6 +1,6 @@
 #include "app/mainwindow.h"
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/logcapture.h"
 #include "support/simulatedplayer.h"

@@ -1,6 +1,6 @@
 #include "app/sessionlog.h"
 
-#include "app/waitms.h"
+#include "disk/waitms.h"
 #include "support/platform.h"
 
 #include <QCoreApplication>

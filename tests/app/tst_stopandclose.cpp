@@ -1,7 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/appsettings.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "optimizer/ottimizza.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"

@@ -1,5 +1,5 @@
 #include "runrecorder.h"
-#include "sqldatabase.h"
+#include "support/playerdatabase.h"
 #include "support/exfatvolume.h"
 
 #include "optimizer/endottimizza.h"

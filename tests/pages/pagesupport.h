@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
 
 #include <QCoreApplication>

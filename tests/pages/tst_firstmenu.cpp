@@ -1,6 +1,6 @@
 #include "pages/firstmenu.h"
 
-#include "app/styles.h"
+#include "app/shared/styles.h"
 #include "pagesupport.h"
 #include "support/boxanswerer.h"
 #include "support/simulatedplayer.h"

@@ -19,7 +19,6 @@
 
 namespace {
 
-const QString kLabelFile = QStringLiteral(".windows-label");
 constexpr int kLookIntervalMs = 1;
 constexpr size_t kZipEnd = 1000;
 constexpr size_t kZipEntryOverhead = 2000; ///< both heads of it, with any name of the tests
@@ -92,51 +91,6 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
     return zip;
 }
 
-QStringList filesBelow(const QString &folder)
-{
-    QStringList found;
-    QDirIterator files(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString relative = QDir(folder).relativeFilePath(files.next());
-        if (relative != kLabelFile)
-            found.append(relative);
-    }
-    found.sort();
-    return found;
-}
-
-bool runProgram(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
-
-QStringList entriesBelow(const QString &folder)
-{
-    QStringList found;
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext())
-        found.append(QDir(folder).relativeFilePath(entries.next()));
-    found.sort();
-    return found;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void putFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        fail(QStringLiteral("Cannot write ") + path);
-}
-
 TemporaryPc::TemporaryPc() : m_before(qgetenv(kTemporaryFolder))
 {
     qputenv(kTemporaryFolder, QFile::encodeName(QDir::toNativeSeparators(m_dir.path())));
@@ -150,40 +104,6 @@ TemporaryPc::~TemporaryPc()
 void addUnar(ProgramFolder &programs, const QString &program)
 {
     programs.addCopy(QStringLiteral("unar"), program);
-}
-
-MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes))
-{
-    if (!isMounted())
-        return;
-    putFile(path(kLabelFile), "CORVIN4\n");
-    qputenv("CORVIN_VOLUMES", QFile::encodeName(QDir::cleanPath(root())));
-}
-
-MountedPlayer::~MountedPlayer()
-{
-    SimulatedPlayer::disconnect();
-}
-
-Mount::Mount(const QString &folder, int kilobytes)
-    : m_folder(folder),
-      m_mounted(runProgram(QStringLiteral("mount"),
-                           {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-                            QStringLiteral("size=%1k").arg(kilobytes), QStringLiteral("none"), folder}))
-{
-}
-
-Mount::Mount(const QString &folder)
-    : m_folder(folder), m_mounted(runProgram(QStringLiteral("mount"), {QStringLiteral("--bind"), folder, folder}))
-{
-    m_good = m_mounted &&
-             runProgram(QStringLiteral("mount"), {QStringLiteral("-o"), QStringLiteral("remount,bind,ro"), folder});
-}
-
-Mount::~Mount()
-{
-    if (m_mounted)
-        runProgram(QStringLiteral("umount"), {m_folder});
 }
 
 ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "support/exfatvolume.h"
+#include "support/files.h"
+#include "support/mountedplayer.h"
 #include "support/programfolder.h"
 
 #include <QByteArray>
@@ -28,17 +29,6 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn = QString(), in
 /// Bytes that do not repeat, the same in every run.
 QByteArray noise(int size);
 
-/// All files below @p folder, hidden ones too, sorted, relative to it. The volume's stand-in label file is left out.
-QStringList filesBelow(const QString &folder);
-QByteArray contentOf(const QString &path);
-/// Runs a program to its end. Returns whether it ended well.
-bool runProgram(const QString &program, const QStringList &arguments);
-
-/// Every file and folder below @p folder, hidden ones too, relative to it and sorted.
-QStringList entriesBelow(const QString &folder);
-/// Writes a file and its folders; fails the running test when it cannot.
-void putFile(const QString &path, const QByteArray &content = QByteArrayLiteral("x"));
-
 /// A temporary folder of its own for the PC: while it lives, everything temporary lands below it, and so does the
 /// download folder.
 class TemporaryPc
@@ -56,39 +46,6 @@ private:
 
 /// Makes the project's own extraction tool, or the one at @p program, the one that the program finds.
 void addUnar(ProgramFolder &programs, const QString &program = QStringLiteral(UNAR_PROGRAM));
-
-/// The player on a real exFAT volume, found by the program as a volume with the player's label.
-class MountedPlayer
-{
-public:
-    explicit MountedPlayer(int megabytes = 64);
-    ~MountedPlayer();
-    bool isMounted() const { return volume->isMounted(); }
-    QString root() const { return volume->root(); }
-    QString path(const QString &relative) const { return volume->path(relative); }
-    QStringList files() const { return filesBelow(root()); }
-
-    std::unique_ptr<ExFatVolume> volume;
-};
-
-/// Something mounted on a folder for as long as this lives. Needs root: test isGood().
-class Mount
-{
-public:
-    /// A memory disk of this many kilobytes.
-    Mount(const QString &folder, int kilobytes);
-    /// The folder itself, from now on read-only.
-    explicit Mount(const QString &folder);
-    ~Mount();
-    Mount(const Mount &) = delete;
-    Mount &operator=(const Mount &) = delete;
-    bool isGood() const { return m_mounted && m_good; }
-
-private:
-    QString m_folder;
-    bool m_mounted;
-    bool m_good = true;
-};
 
 /// The main window as the procedures need it, without its watch for the player.
 class ProcedureWindow

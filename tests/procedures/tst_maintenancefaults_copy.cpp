@@ -2,7 +2,7 @@
 #include "systemfixture.h"
 
 #include "app/mainwindow.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"
 #include "support/exfatvolume.h"

@@ -1,7 +1,7 @@
 #include "systemfixture.h"
 
 #include "app/mainwindow.h"
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 #include "pages/avanzate.h"
 #include "resources/resources.h"
 #include "support/boxanswerer.h"

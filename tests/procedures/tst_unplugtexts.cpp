@@ -2,7 +2,7 @@
 #include "systemfixture.h"
 
 #include "app/mainwindow.h"
-#include "app/volumeflush.h"
+#include "disk/volumeflush.h"
 #include "procedures/updateserver.h"
 #include "support/boxanswerer.h"
 #include "support/httpserver.h"

@@ -43,28 +43,6 @@ BrokenFileManager::BrokenFileManager()
         m_programs.addBroken(name);
 }
 
-QString PcFolder::addFile(const QString &relative, const QByteArray &content)
-{
-    QString full = path(relative);
-    QDir().mkpath(QFileInfo(full).absolutePath());
-    QFile file(full);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        QTest::qFail(qPrintable(QStringLiteral("Cannot write ") + full), __FILE__, __LINE__);
-    return full;
-}
-
-QString PcFolder::addFolder(const QString &relative)
-{
-    QDir().mkpath(path(relative));
-    return path(relative);
-}
-
-QByteArray PcFolder::content(const QString &relative) const
-{
-    QFile file(path(relative));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 OpenTransfer::OpenTransfer(const QString &deviceRoot)
 {
     page.resize(1100, 640);

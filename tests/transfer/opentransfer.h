@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/files.h"
 #include "support/logcapture.h"
 #include "support/programfolder.h"
 #include "transfer/transfer.h"
@@ -35,20 +36,6 @@ public:
 
 private:
     ProgramFolder m_programs;
-};
-
-/// A folder of the PC with files to be dropped.
-class PcFolder
-{
-public:
-    QString path(const QString &relative) const { return m_dir.filePath(relative); }
-    /// Writes a file, making its folders; returns its full path.
-    QString addFile(const QString &relative, const QByteArray &content = QByteArrayLiteral("pc"));
-    QString addFolder(const QString &relative);
-    QByteArray content(const QString &relative) const;
-
-private:
-    QTemporaryDir m_dir;
 };
 
 /// The transfer page in the state in which a user drops: shown, prepared for a player, and "ESPLORA PC" pressed.

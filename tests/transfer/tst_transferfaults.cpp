@@ -54,7 +54,7 @@ public:
     ExFatVolume volume;
 };
 
-QStringList filesBelow(const QString &folder)
+QStringList everyFileBelow(const QString &folder)
 {
     QStringList found;
     QDirIterator entries(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
@@ -183,12 +183,12 @@ void TestTransferFaults::playerPulledInTheMiddle()
     QVERIFY(recorder.lines().contains(kEnd));
     QVERIFY(!m_open->page.busy);
     // Where the volume was is a folder of the PC: nothing was written there, and no source is gone.
-    QCOMPARE(filesBelow(m_mounted->volume.root()), QStringList());
-    QCOMPARE(filesBelow(m_pc->path(QStringLiteral("album"))).size(), 30);
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()), QStringList());
+    QCOMPARE(everyFileBelow(m_pc->path(QStringLiteral("album"))).size(), 30);
     m_open->page.on_pushBtnBack_clicked();
     m_open.reset();
     QVERIFY(m_mounted->volume.mount());
-    QCOMPARE(filesBelow(m_mounted->volume.path(QStringLiteral("album"))).size(), 9);
+    QCOMPARE(everyFileBelow(m_mounted->volume.path(QStringLiteral("album"))).size(), 9);
 }
 
 void TestTransferFaults::playerPulledBeforeTheDrop()
@@ -211,7 +211,7 @@ void TestTransferFaults::playerPluggedInAgainTakesTheNextDrop()
     const ExFatVolume other(16, QStringLiteral("OTHER"));
     QVERIFY(m_mounted->volume.mount());
     m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(filesBelow(m_mounted->volume.path(QStringLiteral("album"))).size(), 2);
+    QCOMPARE(everyFileBelow(m_mounted->volume.path(QStringLiteral("album"))).size(), 2);
 }
 
 void TestTransferFaults::playerPulledDuringTheQuestion()
@@ -224,7 +224,7 @@ void TestTransferFaults::playerPulledDuringTheQuestion()
     TransferRecorder recorder(m_open->page);
     m_open->drop({m_pc->addFile(QStringLiteral("a.mid"))});
     QVERIFY(recorder.lines().contains(kEnd));
-    QCOMPARE(filesBelow(m_mounted->volume.root()), QStringList());
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()), QStringList());
     m_open.reset();
     QVERIFY(m_mounted->volume.mount());
     QCOMPARE(m_mounted->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
@@ -258,7 +258,7 @@ void TestTransferFaults::fullVolumeHasNoHalfFile()
     m_open->drop({m_pc->path(QStringLiteral("album"))});
     QCOMPARE(recorder.count(QStringLiteral("increase")), 12);
     QVERIFY(recorder.lines().contains(kEnd));
-    const QStringList arrived = filesBelow(m_mounted->volume.path(QStringLiteral("album")));
+    const QStringList arrived = everyFileBelow(m_mounted->volume.path(QStringLiteral("album")));
     QVERIFY(!arrived.isEmpty() && arrived.size() < 12);
     for (const QString &name : arrived) {
         QCOMPARE(QFileInfo(m_mounted->volume.path(QStringLiteral("album/") + name)).size(), qint64(2 * kMegabyte));
@@ -279,7 +279,7 @@ void TestTransferFaults::fullVolumeKeepsTheOldFileOfAnOverwrite()
     m_open->drop({m_pc->addFile(QStringLiteral("a.mid"), QByteArray(8 * kMegabyte, 'n'))});
     QVERIFY(recorder.lines().contains(kEnd));
     QCOMPARE(m_mounted->content(QStringLiteral("a.mid")), old);
-    QCOMPARE(filesBelow(m_mounted->volume.root()),
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()),
              (QStringList{QStringLiteral(".windows-label"), QStringLiteral("a.mid"), QStringLiteral("filling.bin")}));
 }
 
@@ -293,7 +293,7 @@ void TestTransferFaults::overwriteThatFitsOnlyInPlaceOfTheOldFile()
     const QByteArray fresh(6 * kMegabyte, 'n');
     m_open->drop({m_pc->addFile(QStringLiteral("a.mid"), fresh)});
     QCOMPARE(m_mounted->content(QStringLiteral("a.mid")), fresh);
-    QCOMPARE(filesBelow(m_mounted->volume.root()).size(), 3);
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()).size(), 3);
 }
 
 void TestTransferFaults::namesThatTheVolumeRefusesAreSkipped_data()
@@ -314,7 +314,7 @@ void TestTransferFaults::namesThatTheVolumeRefusesAreSkipped()
     m_pc->addFile(QStringLiteral("album/") + name + QStringLiteral(" folder/song.mid"));
     TransferRecorder recorder(m_open->page);
     m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(filesBelow(m_mounted->volume.path(QStringLiteral("album"))), QStringList{QStringLiteral("good.mid")});
+    QCOMPARE(everyFileBelow(m_mounted->volume.path(QStringLiteral("album"))), QStringList{QStringLiteral("good.mid")});
     QCOMPARE(recorder.count(QStringLiteral("increase")), 3);
     QCOMPARE(recorder.log().textsStartingWith(QStringLiteral("!QFile::copy - src :")).size(), 2);
     QVERIFY(recorder.lines().contains(kEnd));
@@ -329,7 +329,7 @@ void TestTransferFaults::otherCaseOfANameIsTheSameFileOnTheVolume()
     answerer.answer(kExists, QStringLiteral("Si"));
     m_open->drop({m_pc->addFile(QStringLiteral("song.mid"), "pc")});
     QCOMPARE(m_mounted->content(QStringLiteral("song.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(filesBelow(m_mounted->volume.root()).size(), 2); // it and the label
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()).size(), 2); // it and the label
 }
 
 void TestTransferFaults::ownFileInAnotherCaseIsNotLost()
@@ -340,7 +340,7 @@ void TestTransferFaults::ownFileInAnotherCaseIsNotLost()
     answerer.answerAlways(kExists, QStringLiteral("Si,Tutti"));
     m_open->drop({m_mounted->volume.path(QStringLiteral("SONG.MID"))});
     QCOMPARE(m_mounted->content(QStringLiteral("song.mid")), QByteArrayLiteral("only one"));
-    QCOMPARE(filesBelow(m_mounted->volume.root()).size(), 2);
+    QCOMPARE(everyFileBelow(m_mounted->volume.root()).size(), 2);
 }
 
 void TestTransferFaults::unreadableFileIsCountedAndSkipped()

@@ -1,4 +1,4 @@
-#include "app/volumeflush.h"
+#include "disk/volumeflush.h"
 
 #include "support/simulatedplayer.h"
 

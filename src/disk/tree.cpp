@@ -1,4 +1,4 @@
-#include "foldertools.h"
+#include "tree.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>

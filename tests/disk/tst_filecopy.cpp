@@ -1,4 +1,4 @@
-#include "transfer/filecopy.h"
+#include "disk/filecopy.h"
 
 #include "support/platform.h"
 

@@ -1,4 +1,4 @@
-#include "procedures/foldertools.h"
+#include "disk/tree.h"
 
 #include "support/platform.h"
 
@@ -351,4 +351,4 @@ void TestFolderTools::listingProcessesEvents()
 }
 
 QTEST_GUILESS_MAIN(TestFolderTools)
-#include "tst_foldertools.moc"
+#include "tst_tree.moc"

@@ -1,4 +1,4 @@
-#include "app/waitms.h"
+#include "disk/waitms.h"
 
 #include <QElapsedTimer>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "app/sharedfonts.h"
+#include "app/shared/sharedfonts.h"
 
 #include "resources/resources.h"
 

@@ -1,4 +1,4 @@
-#include "app/questionbox.h"
+#include "app/shared/questionbox.h"
 
 #include "support/boxanswerer.h"
 

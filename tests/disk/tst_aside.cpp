@@ -1,4 +1,4 @@
-#include "app/aside.h"
+#include "disk/aside.h"
 
 #include <QSemaphore>
 #include <QTest>

@@ -1,8 +1,0 @@
-corvin_test(tst_foldertools USES corvin_app)
-corvin_test(tst_backupchoice USES corvin_app)
-corvin_test(tst_operationwidgets USES corvin_systemfixture)
-corvin_test(tst_foldercopy USES corvin_systemfixture)
-corvin_test(tst_songbackup USES corvin_systemfixture)
-corvin_test(tst_diskformat USES corvin_systemfixture)
-set_tests_properties(tst_diskformat PROPERTIES RESOURCE_LOCK corvin-volume-label)
-corvin_test(tst_maintenancefaults_copy USES corvin_systemfixture)
