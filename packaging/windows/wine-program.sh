@@ -1,10 +1,13 @@
+# shellcheck shell=bash disable=SC2154 # what scripts/walk and walk-wine have set
 # Sourced by scripts/walk: the program is the packaged one, unpacked into an empty Windows (Wine), and the player is its
-# removable drive E:. Needs a display,
-# windows_build, the folder with the package and the driver, and CORVIN_QT_MINGW.
+# removable drive E:. Needs a display, windows_build (the folder with the package and the driver) and CORVIN_QT_MINGW.
 
 # shellcheck source=packaging/windows/wine.sh
 . "$root/packaging/windows/wine.sh"
 walk=$windows_build/walk
+# Wine gives drives to the volumes of this machine that the system's message bus tells it of. It hears of none: the only
+# player in sight is the simulated one.
+export DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent
 # A PC whose code page is UTF-8: names are as long as on Linux, where this decides which of them are too long.
 # (One of the languages without a code page of its own does it; texts and order are not that language's.)
 make_locales "$windows_build/locale" hi_IN
