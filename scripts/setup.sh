@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034 # the lists of packages are for those who source it
 # Sourced by run, test and .ci/run: what the machine needs, and one line a step on the terminal.
 # Sets $root (the checkout). Functions: step, fail, need_packages, utf8_locale, build_preset.
 
@@ -17,7 +18,8 @@ fail() {
 
 build_packages="g++ ccache cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
   libqt5sql5-sqlite libarchive-dev fonts-bebas-neue fonts-liberation"
-walk_packages="xvfb xauth unar exfatprogs exfat-fuse fuse3 python3-minimal"
+# Without DejaVu Sans what asks for any sans-serif font, like Qt's message boxes, gets Liberation's fixed-width one.
+walk_packages="xvfb xauth unar exfatprogs exfat-fuse fuse3 python3-minimal fonts-dejavu-core"
 test_packages="$walk_packages lhasa midicsv python3 python3-mido python3-mutagen id3v2 mpg123 ffmpeg zip"
 ci_packages="clang-format clang-tidy"
 
@@ -57,11 +59,12 @@ utf8_locale() {
 
 # build_preset PRESET [TARGET...]: configures and builds; the output is shown only when something is wrong.
 build_preset() {
-  local preset=$1 log
+  local preset=$1 log targets=()
   shift
+  [ $# -eq 0 ] || targets=(--target "$@")
   log=$(mktemp)
   step "Building ($preset)"
-  if ! (cd "$root" && cmake --preset "$preset" && cmake --build "build/$preset" ${*:+--target "$@"}) >"$log" 2>&1; then
+  if ! (cd "$root" && cmake --preset "$preset" && cmake --build "build/$preset" "${targets[@]}") >"$log" 2>&1; then
     grep -nE 'error|FAILED|CMake Error' "$log" | head -n 20 >&2
     tail -n 40 "$log" >&2
     fail "The build failed; its whole output is in $log"
