@@ -2,20 +2,21 @@
 
 #include "appsettings.h"
 #include "language.h"
+
+#include "app/shared/questionbox.h"
+#include "app/shared/sharedfonts.h"
+#include "app/shared/styles.h"
 #include "optimizer/endottimizza.h"
 #include "optimizer/ottimizza.h"
 #include "pages/avanzate.h"
 #include "pages/check.h"
 #include "pages/connect.h"
 #include "pages/firstmenu.h"
-#include "app/shared/sharedfonts.h"
-#include "app/shared/styles.h"
 #include "transfer/transfer.h"
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
 
@@ -63,15 +64,16 @@ void MainWindow::fitIntoScreen()
 
 void MainWindow::createPages()
 {
-    connectPage = new Connect(ui->framePage);
-    check = new Check(ui->framePage);
-    firstMenu = new FirstMenu(ui->framePage);
-    transfer = new Transfer(ui->framePage);
-    avanzate = new Avanzate(ui->framePage);
-    ottimizza = new Ottimizza(ui->framePage);
-    endOttimizza = new EndOttimizza(ui->framePage);
+    m_connectPage = new Connect(ui->framePage);
+    m_check = new Check(ui->framePage);
+    m_firstMenu = new FirstMenu(ui->framePage);
+    m_transfer = new Transfer(ui->framePage);
+    m_avanzate = new Avanzate(ui->framePage);
+    m_ottimizza = new Ottimizza(ui->framePage);
+    m_endOttimizza = new EndOttimizza(ui->framePage);
     // A layout gives no room to a hidden page, so all pages share the place and the shown one fills it.
-    const QList<QWidget *> pages = {connectPage, check, firstMenu, transfer, avanzate, ottimizza, endOttimizza};
+    const QList<QWidget *> pages = {m_connectPage, m_check,     m_firstMenu,   m_transfer,
+                                    m_avanzate,    m_ottimizza, m_endOttimizza};
     for (QWidget *page : pages)
         ui->framePage->layout()->addWidget(page);
 }
@@ -99,26 +101,31 @@ void MainWindow::applyStyle()
     ui->pushButtonAboutQT->setFont(fonts.fontText10);
 }
 
+QString MainWindow::langDbInfo(LANGUAGE_STRING_CODE code)
+{
+    return operationText(code);
+}
+
 void MainWindow::start_check_connection()
 {
-    connectionTimer = new QTimer(this);
-    connect(connectionTimer, &QTimer::timeout, this, &MainWindow::check_connection);
-    connectionTimer->start(kConnectionIntervalMs);
+    m_connectionTimer = new QTimer(this);
+    connect(m_connectionTimer, &QTimer::timeout, this, &MainWindow::check_connection);
+    m_connectionTimer->start(kConnectionIntervalMs);
 }
 
 void MainWindow::check_connection()
 {
-    const QString root = deviceLocator.findDeviceRoot();
+    const QString root = m_deviceLocator.findDeviceRoot();
     if (root.isEmpty()) {
-        if (!connectPage->isVisible())
-            connectPage->show();
+        if (!m_connectPage->isVisible())
+            m_connectPage->show();
         return;
     }
     // Stopped for good: a player unplugged later is the business of whoever needs it next.
-    connectionTimer->stop();
-    connectPage->hide();
-    check->show();
-    check->runCheck(root);
+    m_connectionTimer->stop();
+    m_connectPage->hide();
+    m_check->show();
+    m_check->runCheck(root);
 }
 
 void MainWindow::on_pButLang_clicked()
@@ -131,14 +138,13 @@ void MainWindow::on_pButLang_clicked()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!transfer->isFinishPending()) {
+    if (!m_transfer->isFinishPending()) {
         QMainWindow::closeEvent(event);
         return;
     }
-    QMessageBox::information(this, tr("Trasferimento non completato"),
-                             tr("Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione "
-                                "cliccando sul tasto \"FINE\"."),
-                             QMessageBox::Ok);
+    tellUser(this, QMessageBox::Information, tr("Trasferimento non completato"),
+             tr("Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione cliccando sul tasto "
+                "\"FINE\"."));
     event->ignore();
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "device/devicelocator.h"
+#include "procedures/operationtexts.h"
 
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QString>
 #include <memory>
 
@@ -12,50 +12,20 @@ class Check;
 class Connect;
 class EndOttimizza;
 class FirstMenu;
+class MaintenanceJob;
 class Ottimizza;
 class QProgressBar;
 class QTimer;
 class Transfer;
+struct JobEnd;
 
 namespace Ui {
 class MainWindow;
 }
 
-/// The numbered texts of the maintenance procedures, see MainWindow::langDbInfo(). Any int may be cast to it.
-enum LANGUAGE_STRING_CODE : int
-{
-    TEXT_FORMAT_TITLE = 0,
-    TEXT_FORMAT_QUESTION = 1,
-    TEXT_LOOKING_FOR_DEVICE = 2,
-    TEXT_DOWNLOADING_RELEASE = 3,
-    TEXT_COPYING_UPDATE = 4,
-    TEXT_BACKING_UP = 5,
-    TEXT_COPYING_SYSTEM_TO_PC = 6,
-    TEXT_FORMATTING = 7,
-    TEXT_TRANSFERRING_SYSTEM = 8,
-    TEXT_RESTORING_BACKUP = 9,
-    TEXT_READING_DEVICE = 10,
-    TEXT_SYSTEM_FILES_TITLE = 11,
-    TEXT_SYSTEM_FILES_QUESTION = 12,
-    TEXT_DEVICE_NOT_FOUND_TITLE = 13,
-    TEXT_DEVICE_NOT_FOUND = 14,
-    TEXT_FORMAT_ERROR_TITLE = 15,
-    TEXT_FORMAT_ERROR = 16,
-    TEXT_BACKUP_ERROR_TITLE = 17,
-    TEXT_BACKUP_ERROR = 18,
-    TEXT_RESTORE_ERROR_TITLE = 19,
-    TEXT_RESTORE_ERROR = 20,
-    TEXT_INSTALLED_TITLE = 21,
-    TEXT_INSTALLED = 22,
-    TEXT_DOWNLOAD_ERROR_TITLE = 23,
-    TEXT_DOWNLOAD_ERROR = 24,
-    TEXT_UPDATED_TITLE = 25,
-    TEXT_UPDATED = 26
-};
-
 /// The program's only top-level window. It owns every page and moves between them, carries the progress bar, the status
 /// line and the STOP button that all long work drives through signals, watches for the player until it is connected,
-/// and runs the maintenance procedures in its own slots.
+/// and starts the maintenance procedures, which are jobs of their own.
 ///
 /// Long work runs inside a slot on the GUI thread and keeps the window alive by processing events; that is how STOP is
 /// pressed meanwhile. The class is defined in chapters, named above each group of declarations.
@@ -73,12 +43,13 @@ public:
     /// pixels high: as it is, or 50 pixels less than the work area when it is higher than that.
     static int openingHeight(int wanted, int available);
 
-    /// STOP was pressed and confirmed. Every procedure clears it when it starts and polls it between its steps.
+    /// STOP was pressed and confirmed. Cleared when a maintenance job starts, which polls it between its steps.
     bool abortRequested = false;
-    /// The running procedure has had no failure so far. Set when a procedure starts, cleared by a failing step.
+    /// Set when a maintenance job starts; cleared at the end of one that could not make a folder, or whose new system
+    /// is not whole. For outsiders: the jobs themselves never read it.
     bool procedureOk = true;
 
-    // procedures/foldercopy.cpp
+    // maintenance.cpp. Each of these runs one job of the maintenance procedures alone, as they do, and returns at its end.
     /// Copies files one by one: each of @p sources (absolute paths, forward slashes) goes to @p destinationRoot followed
     /// by what is left of the source path behind as many characters as @p sourceRoot has. Missing folders are made. Asks
     /// before replacing and after a failed copy, drives @p bar and processes events after every file.
@@ -86,58 +57,22 @@ public:
     /// made; the latter also clears procedureOk.
     bool copyFileList(const QStringList &sources, const QString &destinationRoot, const QString &sourceRoot,
                       QProgressBar *bar);
-
-    // procedures/songbackup.cpp
-    /// Empties the PC folder @p destination (asking first when it holds anything) and copies the player's content at
-    /// @p deviceRoot into it, without its system parts. Returns false when refused, stopped or failed.
-    bool backupSongs(const QString &deviceRoot, const QString &destination);
-    /// Copies everything in the PC folder @p source onto the player and flushes it. Returns false when stopped or failed,
-    /// also when the player is gone at the end.
-    bool restoreSongs(const QString &source, const QString &deviceRoot);
-
-    // procedures/diskformat.cpp
-    /// What the user and the system made of a format.
-    enum class FormatOutcome
-    {
-        Done,
-        Refused,
-        Failed
-    };
-    /// Asks, formats the volume at @p drive (the player's root path, with its closing slash) as exFAT labelled CORVIN4 and
-    /// waits, without limit, until the player is found again. Returns whether the format command ran to its end;
-    /// lastFormatOutcome tells a refusal from a failure.
+    /// Asks, formats the volume at @p drive (the player's root path, with its closing slash) as exFAT with the player's
+    /// label and waits, without limit, until the player is found again. Returns whether the format command ran to its
+    /// end.
     bool FormatCorvinDisk(const QString &drive);
-    FormatOutcome lastFormatOutcome = FormatOutcome::Done;
-
-    // procedures/filedownload.cpp
     /// Downloads @p url into the temporary "Corvin" folder while driving the window's bar; @p makeFolder empties that
     /// folder first. Returns the saved file's path, or an empty text when it has fewer than 10000 bytes.
     QString downloadFile(const QString &url, bool makeFolder);
-
-    // procedures/extraction.cpp
-    /// Unpacks @p archivePath into the folder it lies in and deletes it. Returns whether the tool could be started.
-    bool unpackArchive(const QString &archivePath);
-
-    // procedures/systemupdate.cpp
-    /// Downloads the latest release and copies it onto the player; reports each failure by its numbered box. Returns true
-    /// when the files were copied.
-    bool updateSystem(bool showFinalMessage);
-
-    // procedures/systemtransfer.cpp
-    /// Replaces the system parts of the player at @p deviceRoot by those in @p unpackedFolder. Returns true once the batch
-    /// file that hides them has been run.
-    bool transferSystem(const QString &deviceRoot, const QString &unpackedFolder);
 
 signals:
     /// STOP was pressed and confirmed: the pages that work on their own stop at their next test.
     void stopActionPressed();
 
 public slots:
-    // operationtexts.cpp
+    // mainwindow.cpp
     /// The translated text of @p code, or "???" for a number that is none of the enumeration's.
     QString langDbInfo(LANGUAGE_STRING_CODE code);
-
-    // mainwindow.cpp
     /// Makes the timer that looks for the player every 500 ms and starts it.
     void start_check_connection();
 
@@ -186,13 +121,11 @@ private slots:
     /// One look for the player: shows the connection page, or stops the watch for good and starts the check.
     void check_connection();
 
-    // The next six each run a whole maintenance procedure and return when it has ended.
-    // procedures/systemupdate.cpp
+    // maintenance.cpp: the next six each run a whole maintenance procedure and return when it has ended. While one runs,
+    // another does not start.
     void updateCorvinWithLastRelease();
-    // procedures/songbackup.cpp
     void makeSecurityCopyOfSongs();
     void restoreSecurityCopyOfSongs();
-    // procedures/reinstall.cpp
     void reinstallOpSysOnly();
     void reinstallOpSysAndCleanSongs();
     void reinstallOpSysAndRestoreSongs();
@@ -212,55 +145,21 @@ private:
     void connectTransfer();
     void connectEndOttimizza();
 
-    // procedures/songbackup.cpp
-    bool emptyBackupFolder(const QString &deviceRoot, const QString &destination);
-    bool listSongs(const QString &deviceRoot, QStringList &files);
-    bool confirmManyFiles(int count);
-    bool isStillConnected(const QString &deviceRoot) const;
-    /// Flushes the player. Returns whether what was copied to @p deviceRoot is on its disk, and the disk still there.
-    bool isOnPlayer(const QString &deviceRoot) const;
-    void tellEndOfSongCopy(bool good);
-
-    // procedures/operationwidgets.cpp
-    void prepareOperation();
-    void resetOperation();
-    void showOperation(LANGUAGE_STRING_CODE code);
-    bool findDeviceForOperation(QString &deviceRoot);
-
-    // procedures/systemupdate.cpp
-    bool copyUpdate(const QString &deviceRoot, const QString &archiveFolder);
-    void finishUpdate(bool showFinalMessage);
-    void tellDownloadError(int code);
-
-    // procedures/reinstall.cpp
-    void replaceSystem();
-    void eraseAndReplaceSystem();
-    void saveSongsAndReplaceSystem();
-    bool confirmErasing();
-
-    // procedures/reinstallsteps.cpp: each returns whether the procedure goes on.
-    bool chooseBackupFolder(QString &backup);
-    bool saveSongs(const QString &deviceRoot, const QString &backup);
-    bool downloadSystem(QString &archive);
-    bool unpackSystem(const QString &archive, QString &unpacked);
-    bool formatDisk(QString &deviceRoot);
-    bool installSystem(QString &deviceRoot, const QString &unpacked);
-    bool bringSongsBack(const QString &backup, const QString &deviceRoot);
-    bool findDeviceAgain(QString &deviceRoot);
-    void finishReinstall(const QString &deviceRoot);
-    void tell(QMessageBox::Icon icon, const QString &title, const QString &text);
+    // maintenance.cpp
+    template <class Job, class... Arguments> void startJob(Arguments... arguments);
+    void runJob(MaintenanceJob &job);
+    bool noteEnd(const JobEnd &end);
 
     std::unique_ptr<Ui::MainWindow> ui;
-    QTimer *connectionTimer = nullptr;
-    DeviceLocator deviceLocator;
-    /// The PC folder with the songs while they may be there alone: the boxes of a reinstall name it.
-    QString keptBackup;
+    QTimer *m_connectionTimer = nullptr;
+    DeviceLocator m_deviceLocator;
+    bool m_jobRunning = false;
     // The pages: children of the form's framePage, alive as long as the window.
-    Check *check = nullptr;
-    Connect *connectPage = nullptr;
-    FirstMenu *firstMenu = nullptr;
-    Avanzate *avanzate = nullptr;
-    Ottimizza *ottimizza = nullptr;
-    EndOttimizza *endOttimizza = nullptr;
-    Transfer *transfer = nullptr;
+    Check *m_check = nullptr;
+    Connect *m_connectPage = nullptr;
+    FirstMenu *m_firstMenu = nullptr;
+    Avanzate *m_avanzate = nullptr;
+    Ottimizza *m_ottimizza = nullptr;
+    EndOttimizza *m_endOttimizza = nullptr;
+    Transfer *m_transfer = nullptr;
 };

@@ -10,65 +10,65 @@
 
 void MainWindow::on_checkDone()
 {
-    check->hide();
-    firstMenu->show();
+    m_check->hide();
+    m_firstMenu->show();
 }
 
 void MainWindow::on_gotoTransfer()
 {
-    firstMenu->hide();
+    m_firstMenu->hide();
     // Looked up again: the player may have come back under another root since the check.
-    transfer->prepare(deviceLocator.findDeviceRoot());
-    transfer->show();
+    m_transfer->prepare(m_deviceLocator.findDeviceRoot());
+    m_transfer->show();
 }
 
 void MainWindow::on_gotoOptimizer()
 {
-    firstMenu->hide();
-    ottimizza->show();
+    m_firstMenu->hide();
+    m_ottimizza->show();
 }
 
 void MainWindow::on_gotoAvanzate()
 {
-    firstMenu->hide();
-    avanzate->show();
+    m_firstMenu->hide();
+    m_avanzate->show();
 }
 
 void MainWindow::on_backFromOttimizzaToFirstMenu()
 {
-    ottimizza->hide();
-    transfer->hide();
-    firstMenu->show();
+    m_ottimizza->hide();
+    m_transfer->hide();
+    m_firstMenu->show();
 }
 
 void MainWindow::on_backFromAvanzateToFirstMenu()
 {
-    avanzate->hide();
-    firstMenu->show();
+    m_avanzate->hide();
+    m_firstMenu->show();
 }
 
 void MainWindow::on_backFromTransferToFirstMenu()
 {
-    transfer->hide();
-    firstMenu->show();
+    m_transfer->hide();
+    m_firstMenu->show();
 }
 
 void MainWindow::on_backFromTransferToOttimizza()
 {
-    transfer->hide();
-    ottimizza->show();
+    m_transfer->hide();
+    m_ottimizza->show();
 }
 
 void MainWindow::on_backFromOttimizzaToEndOttimizza(int code)
 {
-    ottimizza->hide();
-    transfer->hide();
-    firstMenu->hide();
-    endOttimizza->setFailCodeAndShow(code);
+    m_ottimizza->hide();
+    m_transfer->hide();
+    m_firstMenu->hide();
+    m_endOttimizza->setFailCodeAndShow(code);
 }
 
 void MainWindow::on_backFromEndOttimizzaToFirstMenu()
 {
-    endOttimizza->hide();
-    firstMenu->show();
+    m_endOttimizza->hide();
+    m_firstMenu->show();
 }

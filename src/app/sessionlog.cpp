@@ -11,7 +11,7 @@
 
 namespace {
 
-// Asked for during static initialisation: nobody has installed a handler yet, so this is Qt's own.
+/// Asked for during static initialisation: nobody has installed a handler yet, so this is Qt's own.
 const QtMessageHandler previousHandler = qInstallMessageHandler(nullptr);
 
 /// Owns the log file until the static objects go. Other static objects may still speak after this one is gone, so the

@@ -1,11 +1,11 @@
 #include "startup.h"
 
+#include "app/shared/sharedfonts.h"
 #include "appsettings.h"
 #include "language.h"
 #include "mainwindow.h"
 #include "resources/resources.h"
 #include "sessionlog.h"
-#include "app/shared/sharedfonts.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Qt reads these when the application object is made; later they are without effect.
+/// Qt reads these when the application object is made; later they are without effect.
 void prepareHighDpi()
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);

@@ -1,10 +1,8 @@
 #include "devicefilters.h"
 
-namespace {
+#include "playernames.h"
 
-const QString kDriveName = QStringLiteral("CORVIN4");
-const QString kUpdateFolder = QStringLiteral("CorvinUpdate");
-const QString kSystemFolder = QStringLiteral("System");
+namespace {
 
 QString displayName(const QModelIndex &index)
 {
@@ -20,7 +18,8 @@ QString topLevelName(QModelIndex index)
 
 bool isPlayersOwnFolder(const QString &name, const QModelIndex &parent)
 {
-    return (name == kUpdateFolder || name == kSystemFolder) && displayName(parent).contains(kDriveName);
+    return (name == PlayerNames::kUpdate || name == PlayerNames::kSystem) &&
+           displayName(parent).contains(PlayerNames::kLabel);
 }
 
 } // namespace
@@ -37,5 +36,5 @@ bool Corvin4DriveFilter::filterAcceptsRow(int sourceRow, const QModelIndex &sour
     const QString name = displayName(row);
     if (isPlayersOwnFolder(name, sourceParent))
         return false;
-    return name.contains(kDriveName) || topLevelName(row).contains(kDriveName);
+    return name.contains(PlayerNames::kLabel) || topLevelName(row).contains(PlayerNames::kLabel);
 }

@@ -1,5 +1,7 @@
 #include "listedvolumes.h"
 
+#include "playernames.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -8,7 +10,6 @@ namespace {
 
 const char kVariable[] = "CORVIN_VOLUMES";
 const QString kLabelFile = QStringLiteral(".windows-label");
-const QString kPlayerLabel = QStringLiteral("corvin4");
 /// Far more than a label can be long: a huge file without a line end is not read whole.
 constexpr qint64 kLongestLabelLine = 1024;
 
@@ -16,7 +17,7 @@ constexpr qint64 kLongestLabelLine = 1024;
 
 bool isPlayerLabel(const QString &label)
 {
-    return label.trimmed().toLower() == kPlayerLabel;
+    return label.trimmed().compare(PlayerNames::kLabel, Qt::CaseInsensitive) == 0;
 }
 
 QString withClosingSlash(const QString &path)

@@ -6,7 +6,7 @@ VolumeModel::VolumeModel(QObject *parent) : QObject(parent), m_files(new QFileSy
 
 VolumeModel::~VolumeModel() = default;
 
-// The drive's node takes its label from the system.
+/// The drive's node takes its label from the system.
 void VolumeModel::open(const QString &deviceRoot, const QString &label)
 {
     Q_UNUSED(label)

@@ -16,3 +16,7 @@ bool moveOver(const QString &from, const QString &to);
 /// Makes the file that @p file names and opens it for unbuffered writing, with the permissions that the open file
 /// @p model has, where the disk knows any. False when the name is taken or refused.
 bool createLike(const QFile &model, QFile &file);
+
+/// Gives the file @p file, open for writing, the date of the open file @p model where copies keep it, as they do on
+/// Windows. Does nothing elsewhere, and nothing when the disk refuses.
+void dateLike(const QFile &model, QFile &file);

@@ -1,5 +1,6 @@
 #include "diskcalls.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 
@@ -43,4 +44,9 @@ bool createLike(const QFile &model, QFile &file)
         return false;
     file.setPermissions(model.permissions());
     return true;
+}
+
+void dateLike(const QFile &model, QFile &file)
+{
+    file.setFileTime(model.fileTime(QFileDevice::FileModificationTime), QFileDevice::FileModificationTime);
 }

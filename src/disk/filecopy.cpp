@@ -13,7 +13,7 @@ constexpr qint64 kBlockSize = 1048576;
 constexpr int kMostTemporaryNames = 100;
 
 /// Writes everything that @p from still holds to @p to.
-CopyResult copyContent(QFile &from, QFile &to, const std::function<void()> &betweenBlocks)
+CopyResult copyContent(QFile &from, QFile &to, const BetweenBlocks &betweenBlocks)
 {
     // A size of 0 may only mean that the size is not known.
     const qint64 size = from.size();
@@ -24,8 +24,8 @@ CopyResult copyContent(QFile &from, QFile &to, const std::function<void()> &betw
             return CopyResult::SourceUnreadable;
         if (got == 0)
             return CopyResult::Copied;
-        if (!first && betweenBlocks)
-            betweenBlocks();
+        if (!first && betweenBlocks && !betweenBlocks())
+            return CopyResult::Stopped;
         if (to.write(block.constData(), got) != got)
             return CopyResult::NotWritten;
     }
@@ -45,7 +45,7 @@ CopyResult existsOr(const QString &destination, CopyResult other)
 
 /// Copies @p source to a name of its own in the folder of @p destination, and gives that name.
 CopyResult copyBeside(const QString &source, const QString &destination, QString &temporary,
-                      const std::function<void()> &betweenBlocks)
+                      const BetweenBlocks &betweenBlocks)
 {
     // A short name: one made from the destination's could be too long for the disk.
     const QString stem = QFileInfo(destination).absolutePath() + QStringLiteral("/corvin4-copy%1.tmp");
@@ -82,7 +82,7 @@ bool isSameFile(const QString &first, const QString &second)
     return !path.isEmpty() && path == QFileInfo(second).canonicalFilePath();
 }
 
-CopyResult copyFile(const QString &source, const QString &destination, const std::function<void()> &betweenBlocks)
+CopyResult copyFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
 {
     QFile from(source);
     // Opening a pipe would wait for its other end for ever.
@@ -93,6 +93,8 @@ CopyResult copyFile(const QString &source, const QString &destination, const std
         return existsOr(destination, CopyResult::NotCreated);
 
     CopyResult result = copyContent(from, to, betweenBlocks);
+    if (result == CopyResult::Copied)
+        dateLike(from, to);
     to.close();
     if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
         result = CopyResult::NotWritten;
@@ -101,7 +103,7 @@ CopyResult copyFile(const QString &source, const QString &destination, const std
     return result;
 }
 
-CopyResult replaceFile(const QString &source, const QString &destination, const std::function<void()> &betweenBlocks)
+CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
 {
     if (QFileInfo(destination).isDir() || isSameFile(source, destination))
         return CopyResult::DestinationExists;

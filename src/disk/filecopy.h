@@ -11,22 +11,24 @@ enum class CopyResult
     DestinationExists, ///< something stands under the destination's name; it was not touched
     SourceUnreadable,  ///< the source is missing, no regular file, or could not be read to its end
     NotCreated,        ///< the destination could not be made: refused name, missing folder, write protection
-    NotWritten         ///< the destination could not be written to its end: no room, or the disk is gone
+    NotWritten,        ///< the destination could not be written to its end: no room, or the disk is gone
+    Stopped            ///< the caller did not want to go on
 };
 
+/// Called between two blocks of a large file, never for a small one; returns whether to go on.
+using BetweenBlocks = std::function<bool()>;
+
 /// Copies the regular file @p source to the new file @p destination (both absolute, forward slashes) in large writes,
-/// with its permissions where the disk knows any. An existing destination is never touched. When the copy fails,
-/// nothing is left under the destination's name, as far as the disk still answers.
-/// @p betweenBlocks is called between two blocks of a large file, never for a small one.
-CopyResult copyFile(const QString &source, const QString &destination,
-                    const std::function<void()> &betweenBlocks = nullptr);
+/// with its permissions where the disk knows any, and on Windows with its date. An existing destination is never
+/// touched. When the copy fails or is stopped, nothing is left under the destination's name, as far as the disk still
+/// answers.
+CopyResult copyFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks = nullptr);
 
 /// Copies @p source over the existing file @p destination. The new content is written beside the old file and takes
-/// its place when it is complete, so that a copy that fails keeps the old file. Only where the disk has no room for
+/// its place when it is complete, so that a copy that fails or is stopped keeps the old file. Only where the disk has no room for
 /// both and would have it for one, the old file goes first.
 /// A folder is never replaced, nor is a file by itself: the result is then DestinationExists.
-CopyResult replaceFile(const QString &source, const QString &destination,
-                       const std::function<void()> &betweenBlocks = nullptr);
+CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks = nullptr);
 
 /// Whether both paths lead to the same existing file, through links or not.
 bool isSameFile(const QString &first, const QString &second);

@@ -1,55 +1,88 @@
 #include "tree.h"
 
+#include "aside.h"
+
 #include <QCoreApplication>
 #include <QDirIterator>
 #include <QFile>
-#include <QFileInfo>
 
 namespace {
 
-constexpr QDir::Filters kEverything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
-bool isLink(const QFileInfo &info)
+bool removeContent(const QString &path)
 {
-    return info.isSymLink() || info.isJunction();
+    bool good = true;
+    // Listed before anything is deleted: a listing that goes on while its folder shrinks may skip entries.
+    QFileInfoList entries;
+    walkTree({path, kAllEntries, {}, false, 0}, [&entries](const QFileInfo &entry) {
+        entries.append(entry);
+        return true;
+    });
+    for (const QFileInfo &entry : qAsConst(entries)) {
+        const bool folder = entry.isDir() && !isLink(entry);
+        good &= folder ? removeTree(entry.filePath()) : removeFile(entry.filePath());
+        QCoreApplication::processEvents();
+    }
+    return good;
 }
 
-bool removeLink(const QString &path)
+/// Some file systems take long to give back a folder that was big, even when it is empty.
+bool removeEmptyFolder(const QString &path)
 {
-    // Where links to folders are folders themselves, only rmdir takes them away; it leaves their target alone too.
-    return QFile::remove(path) || QDir().rmdir(path);
+    bool removed = false;
+    doAside([&removed, path] { removed = QDir().rmdir(path); });
+    return removed;
+}
+
+} // namespace
+
+bool isLink(const QFileInfo &entry)
+{
+    return entry.isSymLink() || entry.isJunction();
+}
+
+bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)> &visit)
+{
+    // An empty path would mean the current folder.
+    if (walk.root.isEmpty())
+        return true;
+    const auto depth = walk.below ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags;
+    QDirIterator entries(walk.root, walk.names, walk.filters, depth);
+    int visited = 0;
+    while (entries.hasNext()) {
+        entries.next();
+        if (!visit(entries.fileInfo()))
+            return false;
+        if (walk.breath > 0 && ++visited % walk.breath == 0)
+            QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+QStringList listTree(const Walk &walk, const std::function<bool()> &goOn)
+{
+    QStringList found;
+    walkTree(walk, [&found, &goOn](const QFileInfo &entry) {
+        if (goOn && !goOn())
+            return false;
+        found.append(entry.filePath());
+        return true;
+    });
+    return found;
 }
 
 bool removeFile(const QString &path)
 {
     if (QFile::remove(path))
         return true;
+    // Where links to folders are folders themselves, only rmdir takes them away; it leaves their target alone too.
+    if (isLink(QFileInfo(path)))
+        return QDir().rmdir(path);
     // Windows refuses to delete what is write-protected, as system files are.
     QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOwner | QFile::WriteUser);
     return QFile::remove(path);
 }
 
-bool removeContent(const QString &path)
-{
-    bool good = true;
-    // Listed before anything is deleted: a listing that goes on while its folder shrinks may skip entries.
-    const QFileInfoList entries = QDir(path).entryInfoList(kEverything, QDir::NoSort);
-    for (const QFileInfo &entry : entries) {
-        const QString entryPath = entry.filePath();
-        if (isLink(entry))
-            good &= removeLink(entryPath);
-        else if (entry.isDir())
-            good &= removeContent(entryPath) && QDir().rmdir(entryPath);
-        else
-            good &= removeFile(entryPath);
-        QCoreApplication::processEvents();
-    }
-    return good;
-}
-
-} // namespace
-
-bool removeFolder(const QString &path)
+bool removeTree(const QString &path)
 {
     if (path.isEmpty())
         return false;
@@ -57,40 +90,13 @@ bool removeFolder(const QString &path)
     const QString clean = QDir::cleanPath(path);
     const QFileInfo info(clean);
     if (isLink(info))
-        return removeLink(clean);
+        return removeFile(clean);
     if (!info.exists())
         return true;
-    return info.isDir() && removeContent(clean) && QDir().rmdir(clean);
+    return info.isDir() && removeContent(clean) && removeEmptyFolder(clean);
 }
 
 bool emptyFolder(const QString &path)
 {
-    return removeFolder(path) && QDir().mkdir(QDir::cleanPath(path));
-}
-
-bool visitTree(const QString &root, QDir::Filters filters, const QStringList &nameFilters,
-               const std::function<bool(const QString &path)> &visit)
-{
-    // An empty path would mean the current folder.
-    if (root.isEmpty())
-        return true;
-    QDirIterator entries(root, nameFilters, filters, QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        if (!visit(entries.next()))
-            return false;
-        QCoreApplication::processEvents();
-    }
-    return true;
-}
-
-QStringList listTree(const QString &root, QDir::Filters filters, const QStringList &nameFilters, const bool *abort)
-{
-    QStringList found;
-    visitTree(root, filters, nameFilters, [&found, abort](const QString &path) {
-        if (abort && *abort)
-            return false;
-        found.append(path);
-        return true;
-    });
-    return found;
+    return removeTree(path) && QDir().mkdir(QDir::cleanPath(path));
 }

@@ -1,8 +1,9 @@
 #include "volumeflush.h"
 
+#include "tree.h"
+
 #include <QDateTime>
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
 
 #include <qt_windows.h>
@@ -55,15 +56,15 @@ bool flushOwnFiles(const QFileInfo &place)
     if (place.isFile())
         return flushFile(QDir::toNativeSeparators(place.absoluteFilePath()));
     bool flushed = true;
-    QDirIterator files(place.absoluteFilePath(), QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString path = QDir::toNativeSeparators(files.next());
-        const QFileInfo info = files.fileInfo();
+    // Aside of the window's thread: there no events are processed.
+    const Walk walk = {
+        place.absoluteFilePath(), QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks, {}, true, 0};
+    walkTree(walk, [&flushed, &since](const QFileInfo &info) {
         // A read-only file cannot be opened for that, and nothing of ours is.
         if (info.isWritable() && qMax(info.lastModified(), info.birthTime()) >= since)
-            flushed = flushFile(QLatin1String("\\\\?\\") + path) && flushed;
-    }
+            flushed = flushFile(QLatin1String("\\\\?\\") + QDir::toNativeSeparators(info.filePath())) && flushed;
+        return true;
+    });
     // A drive that went away meanwhile ended the loop early.
     return flushed && place.exists();
 }

@@ -1,14 +1,13 @@
 #include "devicepath.h"
 
 namespace {
-const QString kDeviceRoot = QStringLiteral("\\sdmemory\\");
 constexpr QLatin1Char kPcSeparator('/');
 constexpr QLatin1Char kDeviceSeparator('\\');
 } // namespace
 
 QString devicePathToPc(QString text, const QString &rootPath)
 {
-    text.replace(kDeviceRoot, rootPath, Qt::CaseInsensitive);
+    text.replace(kDevicePathStart, rootPath, Qt::CaseInsensitive);
     return text.replace(kDeviceSeparator, kPcSeparator);
 }
 
@@ -16,6 +15,6 @@ QString pcPathToDevicePath(QString path, const QString &rootPath)
 {
     // Replacing an empty text would put the player's root between any two characters.
     if (!rootPath.isEmpty())
-        path.replace(rootPath, kDeviceRoot);
+        path.replace(rootPath, kDevicePathStart);
     return path.replace(kPcSeparator, kDeviceSeparator);
 }

@@ -5,18 +5,17 @@
 #include "freename.h"
 #include "playlist.h"
 
-#include "device/devicecase.h"
+#include "device/player.h"
+#include "disk/tree.h"
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QDirIterator>
 #include <QHash>
 
 #include <algorithm>
 
 namespace {
 
-const QString kMySongs = QStringLiteral("My Songs");
 constexpr QDir::Filters kVisibleFiles = QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot;
 constexpr int kFilesPerLabel = 250;
 constexpr int kCountWidth = 6;
@@ -64,7 +63,7 @@ void Ottimizza::scan_directories()
 
 void Ottimizza::mapPlaylists()
 {
-    workDir.setPath(resolveDevicePath(rootPath, QStringLiteral("System/Playlist")));
+    workDir.setPath(Player(rootPath).path(PlayerNames::kPlaylists));
     workDir.setNameFilters({QStringLiteral("*.pls")});
     workDir.setFilter(QDir::Files);
     qInfo() << "scan_directories :"
@@ -83,10 +82,10 @@ void Ottimizza::mapPlaylists()
             << "N. FileInPlayList :" << playlistIndex.size();
 }
 
-// Returns false after a stop.
+/// Returns false after a stop.
 bool Ottimizza::moveRootFiles()
 {
-    const QString mySongs = resolveDevicePath(rootPath, kMySongs);
+    const QString mySongs = Player(rootPath).path(PlayerNames::kMySongs);
     QDir().mkdir(mySongs);
     qInfo() << "scan_directories :"
             << "Scan Root Dir : move to "
@@ -116,60 +115,47 @@ bool Ottimizza::moveRootFiles()
     return true;
 }
 
-// The list is whole before the first file moves: an iterator over a folder that changes may leave files out.
+/// The list is whole before the first file moves: an iterator over a folder that changes may leave files out.
 bool Ottimizza::collectRootFiles(QStringList &paths) const
 {
-    QDirIterator files(rootPath, kVisibleFiles);
-    while (files.hasNext()) {
-        if (abortRequested)
-            return false;
-        paths.append(rootPath + QFileInfo(files.next()).fileName());
-        if (paths.size() % kListingRound == 0)
-            QCoreApplication::processEvents();
-    }
-    return true;
+    return walkTree({rootPath, kVisibleFiles, {}, false, kListingRound}, [this, &paths](const QFileInfo &file) {
+        paths.append(rootPath + file.fileName());
+        return !abortRequested;
+    });
 }
 
-// The player's own files in the root, which stay there.
+/// The player's own files in the root, which stay there.
 bool Ottimizza::belongsInRoot(const QString &path) const
 {
-    for (const QLatin1String name :
-         {QLatin1String("q-artedev"), QLatin1String("CorvinImportDB.sql"), QLatin1String("AUTOEXEC.BAT")}) {
+    for (const QLatin1String name : {QLatin1String("q-artedev"), PlayerNames::kImportFile, PlayerNames::kStartScript}) {
         if (path.compare(rootPath + name, Qt::CaseInsensitive) == 0)
             return true;
     }
     return false;
 }
 
-// Returns false after a stop.
+/// Returns false after a stop.
 bool Ottimizza::classifyFiles(QMap<QString, int> &folderFileCount)
 {
     qInfo() << "scan_directories :"
             << "Scan All Corvin Dirs : START";
     QHash<QString, FolderPlace> places;
     int counter = 0;
-    QDirIterator files(rootPath, kVisibleFiles, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
+    return walkTree({rootPath, kVisibleFiles}, [&](const QFileInfo &file) {
         if (abortRequested)
             return false;
-        files.next();
-        QCoreApplication::processEvents();
-        const QFileInfo file = files.fileInfo();
         auto place = places.find(file.path());
         if (place == places.end())
             place = places.insert(file.path(), placeOf(file.path()));
-        if (!classifyFile(file, *place, folderFileCount))
-            continue;
-        ++counter;
-        if (counter % kFilesPerLabel == 0) {
+        if (classifyFile(file, *place, folderFileCount) && ++counter % kFilesPerLabel == 0) {
             emit updateLabelAction(tr("Scansione cartelle in corso...") +
                                    QStringLiteral(" [%1]").arg(QString::number(counter)));
         }
-    }
-    return true;
+        return true;
+    });
 }
 
-// Prefix tests without a closing slash: a folder "SystemOld" is left alone like "System" itself.
+/// Prefix tests without a closing slash: a folder "SystemOld" is left alone like "System" itself.
 Ottimizza::FolderPlace Ottimizza::placeOf(const QString &folder) const
 {
     FolderPlace place;
@@ -177,14 +163,14 @@ Ottimizza::FolderPlace Ottimizza::placeOf(const QString &folder) const
     const auto startsWith = [this, &place](QLatin1String name) {
         return place.path.startsWith(rootPath + name, Qt::CaseInsensitive);
     };
-    place.isSystem = startsWith(QLatin1String("System")) || startsWith(QLatin1String("CorvinUpdate"));
-    place.isEffect = startsWith(QLatin1String("Bridges")) || startsWith(QLatin1String("Effects"));
-    place.isImages = startsWith(QLatin1String("Images"));
-    place.isVideos = startsWith(QLatin1String("Videos"));
+    place.isSystem = startsWith(PlayerNames::kSystem) || startsWith(PlayerNames::kUpdate);
+    place.isEffect = startsWith(PlayerNames::kBridges) || startsWith(PlayerNames::kEffects);
+    place.isImages = startsWith(PlayerNames::kImages);
+    place.isVideos = startsWith(PlayerNames::kVideos);
     return place;
 }
 
-// Returns false for a file that is passed over and not counted for the status line.
+/// Returns false for a file that is passed over and not counted for the status line.
 bool Ottimizza::classifyFile(const QFileInfo &file, const FolderPlace &place, QMap<QString, int> &folderFileCount)
 {
     if (place.isSystem)

@@ -1,11 +1,9 @@
 #include "fastdb.h"
 
-namespace {
-const QString kDeviceRoot = QStringLiteral("\\sdmemory\\");
-} // namespace
+#include "devicepath.h"
 
 FastDbReader::FastDbReader(const QByteArray &data, const QString &rootPath)
-    : m_data(data), m_rootPath(rootPath), m_start(kDeviceRoot.toLatin1())
+    : m_data(data), m_rootPath(rootPath), m_start(kDevicePathStart.toLatin1())
 {
 }
 
@@ -19,7 +17,7 @@ bool FastDbReader::next(QString &pcPath)
         return false;
     QString path = QString::fromUtf8(m_data.constData() + start, end - start);
     // Unlike a playlist's, these paths are the player's own: its root comes in exactly this case.
-    path.replace(kDeviceRoot, m_rootPath);
+    path.replace(kDevicePathStart, m_rootPath);
     path.replace(QLatin1Char('\\'), QLatin1Char('/'));
     pcPath = path;
     m_position = end;

@@ -5,11 +5,10 @@
 #include "titleinitial.h"
 #include "titlereader.h"
 
-#include "disk/aside.h"
+#include "disk/tree.h"
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QDirIterator>
 #include <QVector>
 
 #include <algorithm>
@@ -28,54 +27,12 @@ struct TitledEntry
     QFileInfo entry;
 };
 
-bool isRealFolder(const QFileInfo &info)
-{
-    return info.isDir() && !info.isSymLink();
-}
-
-void removeEntry(const QString &path)
-{
-    if (QFile::remove(path))
-        return;
-    // Some systems refuse to delete what is write-protected.
-    QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::WriteUser);
-    QFile::remove(path);
-}
-
-// Deletes a folder with all it holds, as QDir::removeRecursively does, but with the window alive meanwhile.
-void removeFolder(const QString &folder)
-{
-    QStringList folders(folder);
-    QStringList files;
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    int listed = 0;
-    while (entries.hasNext()) {
-        const QString path = entries.next();
-        (isRealFolder(entries.fileInfo()) ? folders : files).append(path);
-        if (++listed % kListingRound == 0)
-            QCoreApplication::processEvents();
-    }
-    for (const QString &file : qAsConst(files)) {
-        QCoreApplication::processEvents();
-        removeEntry(file);
-    }
-    // The iterator names a folder before what lies in it.
-    for (auto path = folders.crbegin(); path != folders.crend(); ++path) {
-        // Some file systems take long to give back a folder that was big, even when it is empty.
-        doAside([folderPath = *path] { QDir().rmdir(folderPath); });
-    }
-}
-
-// The number of files directly in @p folder, counted no further than @p limit.
+/// The number of files directly in @p folder, counted no further than @p limit.
 int countFiles(const QString &folder, int limit)
 {
-    QDirIterator files(folder, QDir::Files);
     int count = 0;
-    while (count < limit && files.hasNext()) {
-        files.next();
-        ++count;
-    }
+    if (limit > 0)
+        walkTree({folder, QDir::Files, {}, false, 0}, [&count, limit](const QFileInfo &) { return ++count < limit; });
     return count;
 }
 
@@ -136,7 +93,7 @@ void Ottimizza::splitFolder(const QString &folder, const QString &header)
     moveIntoSubfolders(run);
     keepHiddenFolders(run);
     // Deliberate: whatever is still there goes with it: files that are no songs, and what could not be moved.
-    removeFolder(run.oldFolder);
+    removeTree(run.oldFolder);
     emit updateProgressBarVal(run.entries.size());
 }
 
@@ -150,15 +107,12 @@ void Ottimizza::setAside(SplitRun &run)
 
 void Ottimizza::listEntries(SplitRun &run) const
 {
-    QDirIterator entries(run.oldFolder, QDir::NoDotAndDotDot | QDir::AllDirs | QDir::Files);
-    int listed = 0;
-    while (entries.hasNext()) {
-        entries.next();
-        if (entries.fileInfo().isDir() || matchesSongFilter(entries.fileName()))
-            run.entries.append(entries.fileInfo());
-        if (++listed % kListingRound == 0)
-            QCoreApplication::processEvents();
-    }
+    const Walk walk = {run.oldFolder, QDir::NoDotAndDotDot | QDir::AllDirs | QDir::Files, {}, false, kListingRound};
+    walkTree(walk, [this, &run](const QFileInfo &entry) {
+        if (entry.isDir() || matchesSongFilter(entry.fileName()))
+            run.entries.append(entry);
+        return true;
+    });
 }
 
 void Ottimizza::readTitles(SplitRun &run)
@@ -199,7 +153,7 @@ void Ottimizza::moveIntoSubfolders(SplitRun &run)
     }
 }
 
-// The listing shows no hidden folders; what lies in them is the folder's own all the same and goes back where it was.
+/// The listing shows no hidden folders; what lies in them is the folder's own all the same and goes back where it was.
 void Ottimizza::keepHiddenFolders(const SplitRun &run) const
 {
     const QDir old(run.oldFolder);
@@ -230,8 +184,8 @@ void Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &s
         run.count = 0;
 }
 
-// A full folder's count stays when a new folder is made after it: its first song then reaches the limit, and the choice
-// that this forces settles on the new folder with its true count.
+/// A full folder's count stays when a new folder is made after it: its first song then reaches the limit, and the choice
+/// that this forces settles on the new folder with its true count.
 void Ottimizza::chooseSubfolder(SplitRun &run, QChar initial) const
 {
     run.count = 0;

@@ -1,6 +1,6 @@
 #include "longname.h"
 
-#include "cuttext.h"
+#include "songfiles/cuttext.h"
 
 #include <QFileInfo>
 

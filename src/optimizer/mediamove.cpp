@@ -3,7 +3,7 @@
 
 #include "freename.h"
 
-#include "device/devicecase.h"
+#include "device/player.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -27,13 +27,13 @@ struct Ottimizza::MediaMove
 
 void Ottimizza::move_images()
 {
-    moveMedia({imageFiles, QStringLiteral("Images"), tr("Spostamento immagini..."), "move_images : START",
+    moveMedia({imageFiles, PlayerNames::kImages, tr("Spostamento immagini..."), "move_images : START",
                "move_images : N. files "});
 }
 
 void Ottimizza::move_videos()
 {
-    moveMedia({videoFiles, QStringLiteral("Videos"), tr("Spostamento video..."), "move_videos : START",
+    moveMedia({videoFiles, PlayerNames::kVideos, tr("Spostamento video..."), "move_videos : START",
                "move_videos : N. files "});
 }
 
@@ -47,7 +47,7 @@ void Ottimizza::moveMedia(const MediaMove &step)
         return;
     }
     qInfo() << step.startLine;
-    const QString targetFolder = resolveDevicePath(rootPath, step.folder);
+    const QString targetFolder = Player(rootPath).path(step.folder);
     QDir().mkdir(targetFolder);
     const int total = step.files.size();
     emit setProgressBarMinVal(0);

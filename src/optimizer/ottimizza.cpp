@@ -2,10 +2,11 @@
 
 #include "ui_ottimizza.h"
 
-#include "disk/aside.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
-#include "device/devicelocator.h"
+#include "device/player.h"
+#include "disk/aside.h"
+#include "songfiles/songkind.h"
 
 #include <QDebug>
 #include <QScopedValueRollback>
@@ -30,26 +31,11 @@ QMap<QString, int> positionsOf(const QStringList &suffixes)
     return positions;
 }
 
-QStringList filtersOf(const QStringList &suffixes)
-{
-    QStringList filters;
-    for (const QString &suffix : suffixes)
-        filters.append(QStringLiteral("*.") + suffix);
-    return filters;
-}
-
-QStringList songSuffixList()
-{
-    return {QStringLiteral("mp3"), QStringLiteral("midi"), QStringLiteral("mid"),
-            QStringLiteral("mf3"), QStringLiteral("mf4"),  QStringLiteral("mf5"),
-            QStringLiteral("kar"), QStringLiteral("xmp3"), QStringLiteral("xmid")};
-}
-
 } // namespace
 
 Ottimizza::Ottimizza(QWidget *parent)
     : QWidget(parent),
-      songNameFilters(filtersOf(songSuffixList())),
+      songNameFilters(songNameFilterList()),
       songSuffixes(songSuffixList()),
       suffixFormatIndex(positionsOf(songSuffixes)),
       imageSuffixes({QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png"), QStringLiteral("bmp")}),
@@ -165,7 +151,7 @@ void Ottimizza::on_pushBtnBack_clicked()
     emit backFromOttimizzaToFirstMenu();
 }
 
-// The controls are disabled here and not in the slot of the button, since the transfer page starts a run as well.
+/// The controls are disabled here and not in the slot of the button, since the transfer page starts a run as well.
 void Ottimizza::startAllOptimization()
 {
     if (m_running)
@@ -174,7 +160,7 @@ void Ottimizza::startAllOptimization()
     setControlsEnabled(false);
 
     failCode = Success;
-    rootPath = DeviceLocator().findDeviceRoot();
+    rootPath = Player::find().root();
     if (rootPath.isEmpty()) {
         abortRequested = true;
         failCode = DeviceNotFound;
@@ -209,15 +195,15 @@ void Ottimizza::runChosenSteps()
         createDiffDatabaseImportFile();
 }
 
-// Writing out the caches of a slow stick takes seconds; the window answers meanwhile.
+/// Writing out the caches of a slow stick takes seconds; the window answers meanwhile.
 void Ottimizza::flushPlayer() const
 {
     if (!flushVolumeAside(rootPath))
         qWarning() << "Ottimizza : flush failed :" << rootPath;
 }
 
-// Exactly what the wildcard filters let through, but tested by us: a directory iterator that filters passes over
-// thousands of other files in one call, and no event is processed meanwhile.
+/// Exactly what the wildcard filters let through, but tested by us: a directory iterator that filters passes over
+/// thousands of other files in one call, and no event is processed meanwhile.
 bool Ottimizza::matchesSongFilter(const QString &fileName) const
 {
     return std::any_of(songNameFilters.cbegin(), songNameFilters.cend(), [&fileName](const QString &filter) {

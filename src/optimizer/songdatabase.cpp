@@ -6,19 +6,16 @@
 #include "pathset.h"
 #include "sqlline.h"
 
-#include "device/devicecase.h"
-#include "device/devicelocator.h"
+#include "app/shared/questionbox.h"
+#include "device/player.h"
+#include "disk/tree.h"
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QDirIterator>
-#include <QMessageBox>
 #include <QTextStream>
 
 namespace {
 
-const QString kFastDatabase = QStringLiteral("System/Corvin/data.fastDB");
-const QString kImportFile = QStringLiteral("CorvinImportDB.sql");
 constexpr int kBusyBar = 0;
 constexpr qint64 kReadBlock = 1 << 20;
 /// Far more than a million songs need: what is larger is damaged, and would not fit into memory.
@@ -26,8 +23,8 @@ constexpr qint64 kMostDatabaseBytes = 512 * kReadBlock;
 /// After how many entries of a mere listing events are processed.
 constexpr int kListingRound = 64;
 
-// The whole file, read in blocks with the window alive. Nothing when it cannot be opened, cannot be read to its end or
-// is no export of songs: with half of it, the songs of the other half would be inserted a second time.
+/// The whole file, read in blocks with the window alive. Nothing when it cannot be opened, cannot be read to its end or
+/// is no export of songs: with half of it, the songs of the other half would be inserted a second time.
 QByteArray readFile(const QString &path)
 {
     QFile file(path);
@@ -55,7 +52,7 @@ PathSet setOf(const QStringList &paths)
     return set;
 }
 
-// The path under which the song is known from here on, whether the file could be renamed or not.
+/// The path under which the song is known from here on, whether the file could be renamed or not.
 QString withPlayerSuffix(const QString &path)
 {
     QString renamed = withoutMidiSuffixEnd(path);
@@ -93,7 +90,7 @@ QString withPlayerLength(const QString &path)
     return *shortened;
 }
 
-// Deliberate: a song that cannot be read is deleted.
+/// Deliberate: a song that cannot be read is deleted.
 void removeInvalidSong(const QString &path)
 {
     qInfo() << "File non valido, rimuovo :" << path;
@@ -107,7 +104,7 @@ void Ottimizza::createDiffDatabaseImportFile()
 {
     // Deliberate: a stop pressed before this step is forgotten.
     abortRequested = false;
-    rootPath = DeviceLocator().findDeviceRoot();
+    rootPath = Player::find().root();
     // Paths made from an empty root would lie in the PC's own root or current folder.
     if (rootPath.isEmpty()) {
         failCode = DeviceNotFound;
@@ -134,7 +131,7 @@ void Ottimizza::createDiffDatabaseImportFile()
 QStringList Ottimizza::readDatabaseSongs() const
 {
     QStringList songs;
-    FastDbReader reader(readFile(resolveDevicePath(rootPath, kFastDatabase)), rootPath);
+    FastDbReader reader(readFile(Player(rootPath).path(PlayerNames::kDatabaseExport)), rootPath);
     QString path;
     while (reader.next(path)) {
         songs.append(path);
@@ -143,7 +140,7 @@ QStringList Ottimizza::readDatabaseSongs() const
     return songs;
 }
 
-// Returns false after a stop.
+/// Returns false after a stop.
 bool Ottimizza::collectDiskSongs(QStringList &diskSongs) const
 {
     QStringList paths;
@@ -160,21 +157,15 @@ bool Ottimizza::collectDiskSongs(QStringList &diskSongs) const
     return true;
 }
 
-// The list is whole before the first file is renamed: a walk over a folder that changes may give a file twice.
+/// The list is whole before the first file is renamed: a walk over a folder that changes may give a file twice.
 bool Ottimizza::listSongFiles(QStringList &paths) const
 {
-    QDirIterator files(rootPath, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    int listed = 0;
-    while (files.hasNext()) {
-        if (abortRequested)
-            return false;
-        const QString path = files.next();
-        if (matchesSongFilter(files.fileName()))
-            paths.append(path);
-        if (++listed % kListingRound == 0)
-            QCoreApplication::processEvents();
-    }
-    return true;
+    const Walk walk = {rootPath, QDir::Files | QDir::NoSymLinks, {}, true, kListingRound};
+    return walkTree(walk, [this, &paths](const QFileInfo &file) {
+        if (matchesSongFilter(file.fileName()))
+            paths.append(file.filePath());
+        return !abortRequested;
+    });
 }
 
 bool Ottimizza::isOutsideDatabase(const QString &path) const
@@ -186,10 +177,10 @@ bool Ottimizza::isOutsideDatabase(const QString &path) const
 
 void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &diskSongs)
 {
-    const QString path = rootPath + kImportFile;
+    const QString path = rootPath + PlayerNames::kImportFile;
     QFile::remove(path);
     // The player takes a file of another case for the same one: none may stay beside the new one.
-    QFile::remove(resolveDevicePath(rootPath, kImportFile));
+    QFile::remove(Player(rootPath).path(PlayerNames::kImportFile));
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
         reportImportFileNotCreated();
@@ -217,7 +208,7 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
     emit setProgressBarVisible(false);
 }
 
-// Returns false after a stop.
+/// Returns false after a stop.
 bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs, const QStringList &diskSongs)
 {
     emit updateLabelAction(tr("Creazione database in corso..."));
@@ -253,5 +244,5 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
 void Ottimizza::reportImportFileNotCreated()
 {
     failCode = ImportFileNotCreated;
-    QMessageBox::critical(this, tr("Errore"), tr("Database non creato"), QMessageBox::Ok);
+    tellUser(this, QMessageBox::Critical, tr("Errore"), tr("Database non creato"));
 }

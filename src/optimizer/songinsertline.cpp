@@ -9,6 +9,5 @@ QString insertLineForSong(const QString &path, const QString &rootPath)
         return QString();
     SongInfo info;
     song.getSongInfo(info);
-    info.filename = path;
     return insertLine(info, path, rootPath);
 }

@@ -1,7 +1,8 @@
 #include "sqlline.h"
 
-#include "cuttext.h"
 #include "devicepath.h"
+
+#include "songfiles/cuttext.h"
 
 #include <QStringList>
 

@@ -7,8 +7,7 @@
 /// first 512 bytes (MFx), its first 4096 bytes (MIDI) or its tag up to the title, within the first 1,000,000 bytes
 /// (MP3), are read.
 ///
-/// @p formatIndex is the position of the file's lower-case suffix in the list mp3, midi, mid, mf3, mf4, mf5, kar, xmp3,
-/// xmid. In a MIDI file a karaoke title (text event beginning with "@T") wins over a track name, since karaoke files
+/// @p formatIndex is the place of the file's lower-case suffix in kSongSuffixes. In a MIDI file a karaoke title (text event beginning with "@T") wins over a track name, since karaoke files
 /// call their first track after the program that made it; of each kind the first counts.
 ///
 /// Returns the file's complete base name when the file cannot be opened, holds no title or an empty one (white space

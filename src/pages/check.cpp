@@ -2,13 +2,13 @@
 
 #include "ui_check.h"
 
+#include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
+#include "device/player.h"
 #include "disk/waitms.h"
 
 #include <QEvent>
-#include <QFile>
 #include <QIcon>
-#include <QMessageBox>
 #include <QPixmap>
 
 namespace {
@@ -17,15 +17,6 @@ constexpr int kProgressMin = 0;
 constexpr int kProgressMax = 100;
 constexpr int kProgressStepMs = 10;
 constexpr QSize kPictureSize(160, 160);
-
-/// All of them are looked for, even when the first is missing already.
-bool areSystemFilesPresent(const QString &deviceRoot)
-{
-    const bool startScript = QFile::exists(deviceRoot + QLatin1String("AUTOEXEC.BAT"));
-    const bool mainProgram = QFile::exists(deviceRoot + QLatin1String("System/Corvin/Corvin.exe"));
-    const bool interfaceProcess = QFile::exists(deviceRoot + QLatin1String("System/GuiProc/GuiProc.exe"));
-    return startScript && mainProgram && interfaceProcess;
-}
 
 } // namespace
 
@@ -59,7 +50,7 @@ void Check::runCheck(const QString &deviceRoot)
     sweepProgressBar();
     emit setProgressBarVisible(false);
 
-    if (areSystemFilesPresent(deviceRoot)) {
+    if (Player(deviceRoot).hasSystemFiles()) {
         enter(Stage::Intact);
         ui->label_descr->show();
         ui->pushButton->show();
@@ -83,11 +74,9 @@ void Check::sweepProgressBar()
 void Check::offerReinstallation()
 {
     // Over the window and not over this page, whose style sheet would reach into the box.
-    const auto answer =
-        QMessageBox::question(window(), tr("File di sistema mancanti"),
-                              tr("ATTENZIONE: file di sistema danneggiati o mancanti,\n\ntentare il ripristino ?"),
-                              QMessageBox::Yes | QMessageBox::No);
-    if (answer != QMessageBox::Yes)
+    if (!askYesOrNo(window(), tr("File di sistema mancanti"),
+                    tr("ATTENZIONE: file di sistema danneggiati o mancanti,\n\ntentare il ripristino ?"),
+                    QMessageBox::Yes))
         return;
     enter(Stage::Restoring);
     emit reinstallOpSysOnly();

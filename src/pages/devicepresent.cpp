@@ -1,13 +1,12 @@
 #include "devicepresent.h"
 
+#include "app/shared/questionbox.h"
 #include "device/devicelocator.h"
-
-#include <QMessageBox>
 
 bool checkDevicePresent(const DeviceLocator &locator, QWidget *page, const QString &title, const QString &text)
 {
     if (!locator.findDeviceRoot().isEmpty())
         return true;
-    QMessageBox::information(page, title, text, QMessageBox::Ok);
+    tellUser(page, QMessageBox::Information, title, text);
     return false;
 }

@@ -1,6 +1,7 @@
 #include "archivetool.h"
 
-#include <QDirIterator>
+#include "disk/tree.h"
+
 #include <QFile>
 #include <QStandardPaths>
 
@@ -15,11 +16,9 @@ QString archiveTool(const QString &programFolder)
 
 void removeUnpackedLinks(const QString &folder)
 {
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QString path = entries.next();
-        if (entries.fileInfo().isSymLink())
-            QFile::remove(path);
-    }
+    walkTree({folder}, [](const QFileInfo &entry) {
+        if (entry.isSymLink())
+            QFile::remove(entry.filePath());
+        return true;
+    });
 }

@@ -21,19 +21,6 @@ bool isOnVolume(const QString &folder, const QString &volumeRoot)
 
 } // namespace
 
-bool isSystemPart(const QString &path, const QString &deviceRoot)
-{
-    // Only what lies below the root counts, the root's own slash included: the player may be mounted anywhere.
-    const QString below = path.mid(deviceRoot.size() - 1);
-    const QStringList parts = {QStringLiteral("/BRIDGES/"), QStringLiteral("/EFFECTS/"), QStringLiteral("/System/"),
-                               QStringLiteral("autoexec.bat")};
-    for (const QString &part : parts) {
-        if (below.contains(part, Qt::CaseInsensitive))
-            return true;
-    }
-    return false;
-}
-
 bool holdsFolder(const QString &outer, const QString &inner)
 {
     // Compared as the system compares paths, with or without regard to case.

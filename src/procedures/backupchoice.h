@@ -5,15 +5,10 @@
 
 // What a backup of the songs decides before it touches anything. Paths have forward slashes.
 
-/// Whether the entry @p path, found below the player's root @p deviceRoot (with its closing slash), belongs to the
-/// player's system and stays out of a backup: case ignored, it lies in a folder "bridges", "effects" or "system" at any
-/// depth, or has "autoexec.bat" anywhere in its path. What leads to the root itself does not count.
-bool isSystemPart(const QString &path, const QString &deviceRoot);
-
 /// Whether @p outer (an existing folder) is @p inner or one of the folders that lead to it. Links are resolved first.
 bool holdsFolder(const QString &outer, const QString &inner);
 
-/// Whether @p folder, chosen for a backup of the player at @p deviceRoot, may be emptied: not when it lies on the
+/// Whether @p folder, chosen for a backup of the player whose root is @p deviceRoot, may be emptied: not when it lies on the
 /// player's own disk, holds that disk, or holds one of the folders @p keep (the program's, the user's).
 bool mayBeEmptied(const QString &folder, const QString &deviceRoot, const QStringList &keep);
 

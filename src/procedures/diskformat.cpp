@@ -1,11 +1,11 @@
-// The main window's chapter that erases the player's disk with the system's own format command.
-#include "app/mainwindow.h"
+#include "diskformat.h"
 
-#include "app/shared/questionbox.h"
+#include "jobnotices.h"
+#include "operationtexts.h"
+
+#include "device/player.h"
 #include "disk/waitms.h"
-#include "ui_mainwindow.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QProcess>
 
@@ -16,25 +16,18 @@ constexpr int kLookIntervalMs = 500;
 constexpr int kSettleMs = 1000;
 constexpr int kMaximumAfterFormat = 10;
 
-bool confirmFormat(const QString &drive)
-{
-    Question question;
-    question.title = MainWindow::tr("Cancellazione Drive");
-    question.text =
-        MainWindow::tr("ATTENZIONE: Il drive ") + drive + MainWindow::tr(" verrà cancellato.\nVuoi continuare?");
-    question.buttons = {{QMessageBox::Yes, MainWindow::tr("Si")}, {QMessageBox::No, MainWindow::tr("No")}};
-    question.defaultButton = QMessageBox::Yes;
-    question.escapeButton = QMessageBox::No;
-    return askQuestion(nullptr, question) == QMessageBox::Yes;
-}
-
 /// Runs the format command on @p drive ("E:"); the window stands still meanwhile. Returns whether it ran to its end.
 bool runFormat(const QString &drive)
 {
     const QString program = QStringLiteral("cmd.exe");
-    const QStringList arguments = {QStringLiteral("/C"),        QStringLiteral("format"),     drive,
-                                   QStringLiteral("/FS:exFAT"), QStringLiteral("/V:CORVIN4"), QStringLiteral("/Q"),
-                                   QStringLiteral("/X"),        QStringLiteral("/Y")};
+    const QStringList arguments = {QStringLiteral("/C"),
+                                   QStringLiteral("format"),
+                                   drive,
+                                   QStringLiteral("/FS:exFAT"),
+                                   QStringLiteral("/V:") + PlayerNames::kLabel,
+                                   QStringLiteral("/Q"),
+                                   QStringLiteral("/X"),
+                                   QStringLiteral("/Y")};
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments, QIODevice::ReadWrite);
@@ -46,25 +39,52 @@ bool runFormat(const QString &drive)
 
 } // namespace
 
-bool MainWindow::FormatCorvinDisk(const QString &drive)
-{
-    lastFormatOutcome = FormatOutcome::Refused;
-    if (!confirmFormat(drive))
-        return false;
-    qInfo() << "FormatCorvinDisk : Inizio";
-    showOperation(TEXT_FORMATTING);
-    ui->progressBar->setMaximum(0);
-    ui->progressBar->setValue(0);
-    lastFormatOutcome = runFormat(drive.chopped(qMin(1, drive.size()))) ? FormatOutcome::Done : FormatOutcome::Failed;
+DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_drive(drive) {}
 
+JobEnd DiskFormat::run()
+{
+    // Deliberate: STOP does not count here. A disk being formatted is not to be left alone.
+    return runSteps("DiskFormat", m_view,
+                    {{"confirm", &DiskFormat::confirm},
+                     {"erase", &DiskFormat::erase},
+                     {"waitForPlayer", &DiskFormat::waitForPlayer},
+                     {"judge", &DiskFormat::judge}},
+                    Stop::IsLeftToTheSteps);
+}
+
+JobEnd DiskFormat::confirm()
+{
+    JobQuestion question = siOrNo(tr("Cancellazione Drive"),
+                                  tr("ATTENZIONE: Il drive ") + m_drive + tr(" verrà cancellato.\nVuoi continuare?"));
+    question.standsAlone = true;
+    return {m_view.ask(question) == JobAnswer::Yes ? JobEnd::Done : JobEnd::Refused};
+}
+
+JobEnd DiskFormat::erase()
+{
+    qInfo() << "FormatCorvinDisk : Inizio";
+    m_view.showStatus(operationText(TEXT_FORMATTING));
+    m_view.setBarRange(0, 0);
+    m_view.setBarValue(0);
+    m_ranToItsEnd = runFormat(m_drive.chopped(qMin(1, m_drive.size())));
+    return {};
+}
+
+/// Deliberate: without limit.
+JobEnd DiskFormat::waitForPlayer()
+{
     waitMs(kLookIntervalMs);
-    // Deliberate: waits without limit, STOP or not. A disk being formatted is not to be left alone.
-    while (deviceLocator.findDeviceRoot().isEmpty()) {
+    while (!Player::find().isFound()) {
         QCoreApplication::processEvents();
         waitMs(kLookIntervalMs);
     }
     waitMs(kSettleMs);
-    ui->progressBar->setMaximum(kMaximumAfterFormat);
+    m_view.setBarRange(0, kMaximumAfterFormat);
     qInfo() << "FormatCorvinDisk : Fine";
-    return lastFormatOutcome == FormatOutcome::Done;
+    return {};
+}
+
+JobEnd DiskFormat::judge()
+{
+    return {m_ranToItsEnd ? JobEnd::Done : JobEnd::Failed};
 }

@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 kFullPercent = 100;
 
-// The console lines are read while the program runs, also through a pipe.
+/// The console lines are read while the program runs, also through a pipe.
 template <typename... Values> void print(std::FILE *stream, const char *format, Values... values)
 {
     std::fprintf(stream, format, values...);

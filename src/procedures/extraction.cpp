@@ -1,12 +1,10 @@
-// The main window's chapter that unpacks a downloaded archive.
-#include "app/mainwindow.h"
+#include "extraction.h"
+
+#include "archivetool.h"
 
 #include "disk/waitms.h"
-#include "archivetool.h"
-#include "ui_mainwindow.h"
 
 #include <QCoreApplication>
-#include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -15,15 +13,25 @@ namespace {
 constexpr int kWaitMs = 200;
 }
 
-bool MainWindow::unpackArchive(const QString &archivePath)
+Extraction::Extraction(JobView &view, const QString &archive)
+    : m_view(view), m_archive(archive), m_folder(QFileInfo(archive).absolutePath())
 {
-    const QString folder = QFileInfo(archivePath).absolutePath();
+}
+
+JobEnd Extraction::run()
+{
+    return runSteps("Extraction", m_view, {{"runTool", &Extraction::runTool}, {"removeRest", &Extraction::removeRest}},
+                    Stop::IsLeftToTheSteps);
+}
+
+JobEnd Extraction::runTool()
+{
     const QString program = archiveTool(QCoreApplication::applicationDirPath());
-    const QStringList arguments = {archivePath, QStringLiteral("-o"), folder, QStringLiteral("-no-directory")};
+    const QStringList arguments = {m_archive, QStringLiteral("-o"), m_folder, QStringLiteral("-no-directory")};
 
     QProcess tool;
     bool ended = false;
-    connect(&tool, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [&ended] { ended = true; });
+    QObject::connect(&tool, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), [&ended] { ended = true; });
     tool.setWorkingDirectory(QFileInfo(program).absolutePath());
     tool.setProcessChannelMode(QProcess::MergedChannels);
     // A tool that asks (for a password, or whether to overwrite) must not wait for an answer that never comes.
@@ -31,20 +39,23 @@ bool MainWindow::unpackArchive(const QString &archivePath)
     tool.start(program, arguments);
     const bool started = tool.waitForStarted(-1);
     waitMs(kWaitMs);
-    ui->progressBar->setMaximum(0);
-    ui->progressBar->setValue(0);
+    m_view.setBarRange(0, 0);
+    m_view.setBarValue(0);
     while (started && !ended) {
-        if (abortRequested)
+        if (m_view.isStopped())
             tool.kill();
-        ui->progressBar->repaint();
+        m_view.paintBar();
         waitMs(kWaitMs);
     }
     qDebug() << "unpackArchive :" << program << arguments.join(QStringLiteral(", ")) << tool.exitCode()
              << QString::fromLocal8Bit(tool.readAll());
-    if (!started)
-        return false;
     // Deliberate: the exit code is not looked at; what the archive brought shows in the folder.
-    QFile::remove(archivePath);
-    removeUnpackedLinks(folder);
-    return true;
+    return {started ? JobEnd::Done : JobEnd::Failed};
+}
+
+JobEnd Extraction::removeRest()
+{
+    QFile::remove(m_archive);
+    removeUnpackedLinks(m_folder);
+    return {};
 }

@@ -1,10 +1,9 @@
-// The main window's chapter that downloads one file and waits for it.
-#include "app/mainwindow.h"
+#include "filedownload.h"
 
-#include "disk/waitms.h"
 #include "downloadmanager.h"
+
 #include "disk/tree.h"
-#include "ui_mainwindow.h"
+#include "disk/waitms.h"
 
 #include <QFileInfo>
 
@@ -15,27 +14,57 @@ constexpr int kFullPercent = 100;
 constexpr qint64 kSmallestRelease = 10000;
 } // namespace
 
-QString MainWindow::downloadFile(const QString &url, bool makeFolder)
+FileDownload::FileDownload(JobView &view, const QString &url, bool makeFolder)
+    : m_view(view), m_url(url), m_makeFolder(makeFolder), m_manager(std::make_unique<DownloadManager>())
 {
-    DownloadManager manager;
-    if (makeFolder)
-        emptyFolder(DownloadManager::downloadFolder());
-    if (!manager.download(url))
-        return QString();
+}
 
-    ui->progressBar->setRange(0, kFullPercent);
-    ui->progressBar->setValue(0);
-    while (!manager.done) {
-        ui->progressBar->setValue(manager.percent);
-        if (abortRequested)
+FileDownload::~FileDownload() = default;
+
+JobEnd FileDownload::run()
+{
+    return runSteps("FileDownload", m_view,
+                    {{"emptyItsFolder", &FileDownload::emptyItsFolder},
+                     {"start", &FileDownload::start},
+                     {"waitForEnd", &FileDownload::waitForEnd},
+                     {"judgeSize", &FileDownload::judgeSize}},
+                    Stop::IsLeftToTheSteps);
+}
+
+JobEnd FileDownload::emptyItsFolder()
+{
+    if (m_makeFolder)
+        emptyFolder(DownloadManager::downloadFolder());
+    return {};
+}
+
+JobEnd FileDownload::start()
+{
+    return {m_manager->download(m_url) ? JobEnd::Done : JobEnd::Failed};
+}
+
+JobEnd FileDownload::waitForEnd()
+{
+    m_view.setBarRange(0, kFullPercent);
+    m_view.setBarValue(0);
+    while (!m_manager->done) {
+        m_view.setBarValue(m_manager->percent);
+        if (m_view.isStopped())
             break;
         waitMs(kWaitMs);
     }
-    ui->progressBar->setValue(kFullPercent);
-    ui->progressBar->repaint();
-    manager.disconnect();
+    m_view.setBarValue(kFullPercent);
+    m_view.paintBar();
+    m_manager->disconnect();
     waitMs(kWaitMs);
+    return {};
+}
 
-    const QFileInfo saved(manager.savePath);
-    return saved.size() >= kSmallestRelease ? saved.filePath() : QString();
+JobEnd FileDownload::judgeSize()
+{
+    const QFileInfo saved(m_manager->savePath);
+    if (saved.size() < kSmallestRelease)
+        return {JobEnd::Failed};
+    m_path = saved.filePath();
+    return {};
 }

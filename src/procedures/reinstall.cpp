@@ -1,103 +1,240 @@
-// The main window's chapter with the three procedures that rebuild the player's system: each lists its steps in order,
-// with STOP looked at after every one of them. The steps themselves are in reinstallsteps.cpp.
-#include "app/mainwindow.h"
+#include "reinstall.h"
 
-#include "app/shared/questionbox.h"
+#include "diskformat.h"
+#include "downloadmanager.h"
+#include "extraction.h"
+#include "filedownload.h"
+#include "jobnotices.h"
+#include "operationtexts.h"
+#include "songbackup.h"
+#include "songlist.h"
+#include "songrestore.h"
+#include "systemtransfer.h"
+#include "systemupdate.h"
+#include "unpackedfolder.h"
+#include "updateserver.h"
 
-void MainWindow::reinstallOpSysOnly()
+#include "disk/aside.h"
+#include "disk/tree.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+constexpr int kCodeDownload = 1;
+
+/// Whether one of the folders lies in the other, or they are the same.
+bool overlap(const QString &one, const QString &other)
 {
-    prepareOperation();
-    replaceSystem();
-    resetOperation();
+    const QString first = QFileInfo(one).canonicalFilePath() + QLatin1Char('/');
+    const QString second = QFileInfo(other).canonicalFilePath() + QLatin1Char('/');
+    return first.startsWith(second, Qt::CaseInsensitive) || second.startsWith(first, Qt::CaseInsensitive);
 }
 
-void MainWindow::reinstallOpSysAndCleanSongs()
+} // namespace
+
+Reinstall::Reinstall(JobView &view, Songs songs) : m_view(view), m_songs(songs) {}
+
+bool Reinstall::confirm()
 {
-    if (!confirmErasing())
-        return;
-    prepareOperation();
-    eraseAndReplaceSystem();
-    resetOperation();
+    if (m_songs != Songs::AreErased)
+        return true;
+    JobQuestion question = siOrNo(operationText(TEXT_FORMAT_TITLE), operationText(TEXT_FORMAT_QUESTION));
+    question.preferred = JobAnswer::No;
+    return m_view.ask(question) == JobAnswer::Yes;
 }
 
-void MainWindow::reinstallOpSysAndRestoreSongs()
+JobEnd Reinstall::run()
 {
-    prepareOperation();
-    saveSongsAndReplaceSystem();
+    const JobEnd end = runStepsForSongs();
     // Silence would leave the user with an empty player and no idea where the songs are.
-    if (abortRequested && !keptBackup.isEmpty())
-        tell(QMessageBox::Information, langDbInfo(TEXT_RESTORE_ERROR_TITLE), langDbInfo(TEXT_RESTORE_ERROR));
-    keptBackup.clear();
-    resetOperation();
+    if (m_view.isStopped() && m_songsOnPcAlone)
+        tell({Notice::Information, operationText(TEXT_RESTORE_ERROR_TITLE), operationText(TEXT_RESTORE_ERROR)});
+    return end;
 }
 
-void MainWindow::replaceSystem()
+JobEnd Reinstall::runStepsForSongs()
 {
-    QString deviceRoot;
-    QString archive;
-    QString unpacked;
-    if (!findDeviceForOperation(deviceRoot) || abortRequested)
-        return;
-    if (!downloadSystem(archive) || abortRequested)
-        return;
-    if (!unpackSystem(archive, unpacked) || abortRequested)
-        return;
-    if (!installSystem(deviceRoot, unpacked) || abortRequested)
-        return;
-    finishReinstall(deviceRoot);
+    switch (m_songs) {
+    case Songs::Stay:
+        return runSteps("Reinstall", m_view,
+                        {{"findPlayer", &Reinstall::findPlayer},
+                         {"download", &Reinstall::download},
+                         {"unpack", &Reinstall::unpack},
+                         {"install", &Reinstall::install},
+                         {kFinishing.data(), &Reinstall::finish}});
+    case Songs::AreErased:
+        return runSteps("Reinstall", m_view,
+                        {{"findPlayer", &Reinstall::findPlayer},
+                         {"download", &Reinstall::download},
+                         {"unpack", &Reinstall::unpack},
+                         {"format", &Reinstall::format},
+                         {"install", &Reinstall::install},
+                         {kFinishing.data(), &Reinstall::finish}});
+    case Songs::ComeBack:
+        return runSteps("Reinstall", m_view,
+                        {{"findPlayer", &Reinstall::findPlayer},
+                         {"chooseBackupFolder", &Reinstall::chooseBackupFolder},
+                         {"saveSongs", &Reinstall::saveSongs},
+                         {"download", &Reinstall::download},
+                         {"unpack", &Reinstall::unpack},
+                         {"format", &Reinstall::format},
+                         {"install", &Reinstall::install},
+                         {"bringSongsBack", &Reinstall::bringSongsBack},
+                         {kFinishing.data(), &Reinstall::finish}});
+    }
+    return {};
 }
 
-void MainWindow::eraseAndReplaceSystem()
+JobEnd Reinstall::findPlayer()
 {
-    QString deviceRoot;
-    QString archive;
-    QString unpacked;
-    if (!findDeviceForOperation(deviceRoot) || abortRequested)
-        return;
-    if (!downloadSystem(archive) || abortRequested)
-        return;
-    if (!unpackSystem(archive, unpacked) || abortRequested)
-        return;
-    if (!formatDisk(deviceRoot) || abortRequested)
-        return;
-    if (!installSystem(deviceRoot, unpacked) || abortRequested)
-        return;
-    finishReinstall(deviceRoot);
+    m_player = lookForPlayer(m_view);
+    return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
 }
 
-void MainWindow::saveSongsAndReplaceSystem()
+JobEnd Reinstall::chooseBackupFolder()
 {
-    QString deviceRoot;
-    QString backup;
-    QString archive;
-    QString unpacked;
-    if (!findDeviceForOperation(deviceRoot) || abortRequested)
-        return;
-    if (!chooseBackupFolder(backup) || abortRequested)
-        return;
-    if (!saveSongs(deviceRoot, backup) || abortRequested)
-        return;
-    if (!downloadSystem(archive) || abortRequested)
-        return;
-    if (!unpackSystem(archive, unpacked) || abortRequested)
-        return;
-    keptBackup = backup;
-    if (!formatDisk(deviceRoot) || abortRequested)
-        return;
-    if (!installSystem(deviceRoot, unpacked) || abortRequested)
-        return;
-    if (!bringSongsBack(backup, deviceRoot) || abortRequested)
-        return;
-    finishReinstall(deviceRoot);
+    m_backup = m_view.chooseFolder(tr("Scegli una cartella per il salvataggio dei files"));
+    if (m_backup.isEmpty())
+        return {JobEnd::Refused};
+    // The download empties its folder: a backup in or around it would be gone before it is needed.
+    QDir().mkpath(DownloadManager::downloadFolder());
+    if (!overlap(m_backup, DownloadManager::downloadFolder()))
+        return {};
+    tellError(m_view);
+    return {JobEnd::Failed};
 }
 
-bool MainWindow::confirmErasing()
+JobEnd Reinstall::saveSongs()
 {
-    Question question;
-    question.title = langDbInfo(TEXT_FORMAT_TITLE);
-    question.text = langDbInfo(TEXT_FORMAT_QUESTION);
-    question.buttons = {{QMessageBox::Yes, tr("Si")}, {QMessageBox::No, tr("No")}};
-    question.defaultButton = QMessageBox::No;
-    question.escapeButton = QMessageBox::No;
-    return askQuestion(this, question) == QMessageBox::Yes;
+    const auto goOn = [this] { return !m_view.isStopped(); };
+    // The copy's own outcome is that of its last file; nothing is erased unless all of them are on the PC.
+    if (SongBackup(m_view).save(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
+        flushVolumeAside(m_backup))
+        return {};
+    return failed({Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)});
+}
+
+JobEnd Reinstall::download()
+{
+    m_view.showStatus(operationText(TEXT_DOWNLOADING_RELEASE));
+    FileDownload job(m_view, updateServerUrl(kSystemArchivePath), true);
+    const JobEnd end = job.run();
+    m_archive = job.path();
+    if (end.isDone())
+        return {};
+    if (m_view.isStopped())
+        return {JobEnd::Stopped};
+    tellDownloadError(m_view, kCodeDownload);
+    return end;
+}
+
+JobEnd Reinstall::unpack()
+{
+    m_view.showStatus(operationText(TEXT_COPYING_SYSTEM_TO_PC));
+    const QString archiveFolder = QFileInfo(m_archive).absolutePath();
+    const bool started = Extraction(m_view, m_archive).run().isDone();
+    m_unpackedFolder = unpackedFolder(archiveFolder);
+    if (started && m_view.isStopped())
+        return {JobEnd::Stopped};
+    // The player is only touched for a system that is really there, not for a page that came in place of the archive.
+    if (started && holdsSystemFiles(m_unpackedFolder))
+        return {};
+    tellError(m_view);
+    return {JobEnd::Failed};
+}
+
+JobEnd Reinstall::format()
+{
+    m_songsOnPcAlone = m_songs == Songs::ComeBack;
+    // Much time has passed since the player was found, and its drive may be another one by now.
+    const JobEnd found = findPlayerAgain();
+    if (!found.isDone())
+        return found;
+    const JobEnd end = DiskFormat(m_view, m_player.root()).run();
+    if (end.isDone())
+        return findPlayerAgain();
+    if (end.kind == JobEnd::Failed)
+        tell({Notice::Information, operationText(TEXT_FORMAT_ERROR_TITLE), operationText(TEXT_FORMAT_ERROR)});
+    m_songsOnPcAlone = false;
+    return end;
+}
+
+JobEnd Reinstall::install()
+{
+    const JobEnd found = findPlayerAgain();
+    if (!found.isDone())
+        return found;
+    m_view.showStatus(operationText(TEXT_TRANSFERRING_SYSTEM));
+    SystemTransfer transfer(m_view, m_player, m_unpackedFolder);
+    const JobEnd end = transfer.run();
+    m_whole = transfer.isWhole();
+    if (!end.isDone())
+        return failed({Notice::Information, tr("ERRORE"), tr("ERRORE")});
+    removeTree(DownloadManager::downloadFolder());
+    return {};
+}
+
+JobEnd Reinstall::bringSongsBack()
+{
+    // The transfer could not make a folder: the procedure ends with its own words, the songs wait on the PC.
+    if (!m_whole)
+        return {};
+    m_view.showStatus(operationText(TEXT_RESTORING_BACKUP));
+    const JobEnd end = SongRestore(m_view).bringBack(m_backup, m_player);
+    if (end.isDone())
+        return {};
+    m_whole = !end.failedAt(kMakingFolders);
+    return failed({Notice::Information, operationText(TEXT_RESTORE_ERROR_TITLE), operationText(TEXT_RESTORE_ERROR)});
+}
+
+JobEnd Reinstall::finish()
+{
+    // What never reached the disk of a player that was pulled out must not be called installed.
+    m_whole = m_player.flush() && m_whole;
+    if (!m_whole)
+        return failed({Notice::Critical, tr("ERRORE"),
+                       tr("Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo.")});
+    const bool stopped = m_view.isStopped();
+    // From here on the songs are on the player; only a failed update is a reason to name the backup still.
+    // The system is installed whether or not the update comes: its failure has its own box, and the closing one follows.
+    if (stopped || SystemUpdate(m_view, false).run().isDone() || m_view.isStopped())
+        m_songsOnPcAlone = false;
+    removeTree(DownloadManager::downloadFolder());
+    m_player.flush();
+    if (stopped || m_view.isStopped())
+        return {JobEnd::Stopped};
+    tell({Notice::Information, operationText(TEXT_INSTALLED_TITLE), operationText(TEXT_INSTALLED)});
+    return {};
+}
+
+/// The player as it is now; tells the user when it is gone.
+JobEnd Reinstall::findPlayerAgain()
+{
+    const Player player = Player::find();
+    if (player.isFound()) {
+        m_player = player;
+        return {};
+    }
+    tell({Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
+    return {JobEnd::Failed};
+}
+
+/// The end of a step that went wrong: told, unless it was STOP that ended it.
+JobEnd Reinstall::failed(const Notice &notice)
+{
+    if (m_view.isStopped())
+        return {JobEnd::Stopped};
+    tell(notice);
+    return {JobEnd::Failed};
+}
+
+/// Also says where the songs are when they may be on the PC alone.
+void Reinstall::tell(Notice notice)
+{
+    if (m_songsOnPcAlone)
+        notice.informativeText =
+            tr("La copia di sicurezza delle basi si trova in:\n%1").arg(QDir::toNativeSeparators(m_backup));
+    m_view.tell(notice);
 }

@@ -1,29 +1,20 @@
-// The main window's chapter that copies the songs to a folder of the PC and back.
-#include "app/mainwindow.h"
+#include "songbackup.h"
+
+#include "backupchoice.h"
+#include "filelistcopy.h"
+#include "jobnotices.h"
+#include "operationtexts.h"
+#include "songlist.h"
 
 #include "disk/aside.h"
-#include "backupchoice.h"
-#include "device/devicecase.h"
 #include "disk/tree.h"
-#include "ui_mainwindow.h"
 
-#include <QCoreApplication>
-#include <QFileDialog>
-#include <QMessageBox>
+#include <QDir>
 
 namespace {
 
 /// Up to here a backup starts without a question about the number of files.
 constexpr int kFilesWithoutQuestion = 1000;
-
-constexpr QDir::Filters kVisibleEntries = QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot;
-constexpr QDir::Filters kAllEntries = kVisibleEntries | QDir::Hidden | QDir::System;
-
-/// Deliberate: passes only names with a dot, folders' names too. A file without one is neither saved nor restored.
-QStringList namesWithADot()
-{
-    return {QStringLiteral("*.*")};
-}
 
 bool holdsAnything(const QString &folder)
 {
@@ -33,124 +24,109 @@ bool holdsAnything(const QString &folder)
 
 } // namespace
 
-void MainWindow::makeSecurityCopyOfSongs()
+SongBackup::SongBackup(JobView &view) : m_view(view) {}
+
+JobEnd SongBackup::run()
 {
-    prepareOperation();
-    QString deviceRoot;
-    if (findDeviceForOperation(deviceRoot)) {
-        const QString destination =
-            QFileDialog::getExistingDirectory(this, tr("Scegli una cartella per il salvataggio dei files"), QString(),
-                                              QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
-        if (!destination.isEmpty())
-            tellEndOfSongCopy(backupSongs(deviceRoot, destination) && flushVolumeAside(destination));
-    }
-    resetOperation();
+    const JobEnd chosen = runSteps(
+        "SongBackup", m_view, {{"findPlayer", &SongBackup::findPlayer}, {"chooseFolder", &SongBackup::chooseFolder}},
+        Stop::IsLeftToTheSteps);
+    if (!chosen.isDone())
+        return chosen;
+    const JobEnd end = runSteps(
+        "SongBackup", m_view, {{"copyToFolder", &SongBackup::copyToFolder}, {"flushFolder", &SongBackup::flushFolder}},
+        Stop::IsLeftToTheSteps);
+    tellEndOfSongCopy(m_view, end);
+    return end;
 }
 
-void MainWindow::restoreSecurityCopyOfSongs()
+JobEnd SongBackup::save(const Player &player, const QString &destination)
 {
-    prepareOperation();
-    QString deviceRoot;
-    if (findDeviceForOperation(deviceRoot)) {
-        if (!abortRequested)
-            showOperation(TEXT_RESTORING_BACKUP);
-        const QString source =
-            QFileDialog::getExistingDirectory(this, tr("Scegli cartella da cui prendere i files salvati"), QString(),
-                                              QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
-        if (!source.isEmpty())
-            tellEndOfSongCopy(restoreSongs(source, deviceRoot));
-    }
-    resetOperation();
+    m_player = player;
+    m_destination = destination;
+    return copyToFolder();
 }
 
-void MainWindow::tellEndOfSongCopy(bool good)
+JobEnd SongBackup::findPlayer()
 {
-    // Deliberate: a failed restore has the texts of a failed backup.
-    if (!good)
-        QMessageBox::information(this, langDbInfo(TEXT_BACKUP_ERROR_TITLE), langDbInfo(TEXT_BACKUP_ERROR),
-                                 QMessageBox::Ok);
-    else if (!abortRequested)
-        QMessageBox::information(this, tr("Fatto"), tr("Fatto"), QMessageBox::Ok);
+    m_player = lookForPlayer(m_view);
+    return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
 }
 
-bool MainWindow::backupSongs(const QString &deviceRoot, const QString &destination)
+JobEnd SongBackup::chooseFolder()
 {
-    showOperation(TEXT_LOOKING_FOR_DEVICE);
-    ui->progressBar->setFormat(QStringLiteral("%v"));
-    if (!emptyBackupFolder(deviceRoot, destination))
-        return false;
-
-    showOperation(TEXT_READING_DEVICE);
-    ui->progressBar->setMaximum(0);
-    ui->progressBar->setValue(0);
-    QStringList files;
-    if (!listSongs(deviceRoot, files) || !confirmManyFiles(files.size()))
-        return false;
-    if (abortRequested)
-        return false;
-    showOperation(TEXT_BACKING_UP);
-    return copyFileList(files, destination + QDir::separator(), deviceRoot, ui->progressBar);
+    m_destination = m_view.chooseFolder(tr("Scegli una cartella per il salvataggio dei files"));
+    return {m_destination.isEmpty() ? JobEnd::Refused : JobEnd::Done};
 }
 
-bool MainWindow::emptyBackupFolder(const QString &deviceRoot, const QString &destination)
+JobEnd SongBackup::copyToFolder()
+{
+    return runSteps("SongBackup", m_view,
+                    {{"beginCopy", &SongBackup::beginCopy},
+                     {"emptyDestination", &SongBackup::emptyDestination},
+                     {"listSongs", &SongBackup::listSongs},
+                     {"confirmManyFiles", &SongBackup::confirmManyFiles},
+                     {"copySongs", &SongBackup::copySongs}});
+}
+
+JobEnd SongBackup::flushFolder()
+{
+    return {flushVolumeAside(m_destination) ? JobEnd::Done : JobEnd::Failed};
+}
+
+JobEnd SongBackup::beginCopy()
+{
+    m_view.showStatus(operationText(TEXT_LOOKING_FOR_DEVICE));
+    m_view.setBarFormat(QStringLiteral("%v"));
+    return {};
+}
+
+JobEnd SongBackup::emptyDestination()
 {
     const QStringList keep = {QCoreApplication::applicationDirPath(), QDir::homePath()};
-    if (mayBeEmptied(destination, deviceRoot, keep)) {
-        if (holdsAnything(destination) &&
-            QMessageBox::question(this, tr("Trovati alcuni files"),
-                                  tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
-                                     "Vuoi continuare ?"),
-                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
-            return false;
+    if (mayBeEmptied(m_destination, m_player.root(), keep)) {
+        const JobQuestion question = {tr("Trovati alcuni files"),
+                                      tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
+                                         "Vuoi continuare ?"),
+                                      {{JobAnswer::Yes}, {JobAnswer::No}},
+                                      JobAnswer::No};
+        if (holdsAnything(m_destination) && m_view.ask(question) != JobAnswer::Yes)
+            return {JobEnd::Refused};
         // The root of a volume cannot be removed, so its content is not sacrificed to the attempt.
-        if (!isVolumeRoot(destination) && emptyFolder(destination))
-            return true;
+        if (!isVolumeRoot(m_destination) && emptyFolder(m_destination))
+            return {};
     }
-    QMessageBox::question(this, tr("ERRORE"), tr("ERRORE"), QMessageBox::Yes);
-    return false;
+    m_view.ask({tr("ERRORE"), tr("ERRORE"), {{JobAnswer::Yes}}, JobAnswer::Yes, JobAnswer::Yes});
+    return {JobEnd::Failed};
 }
 
-bool MainWindow::listSongs(const QString &deviceRoot, QStringList &files)
+JobEnd SongBackup::listSongs()
 {
-    const bool complete = visitTree(deviceRoot, kVisibleEntries, namesWithADot(), [&](const QString &path) {
-        if (abortRequested)
-            return false;
-        if (!isSystemPart(path, deviceRoot)) {
-            files.append(path);
-            ui->progressBar->repaint();
-        }
-        return true;
-    });
-    // Of the player's system its playlists alone are the user's.
-    const QString playlists = resolveDevicePath(deviceRoot, QStringLiteral("System/playlist"));
-    files += listTree(playlists, kAllEntries, {}, &abortRequested);
+    m_view.showStatus(operationText(TEXT_READING_DEVICE));
+    m_view.setBarRange(0, 0);
+    m_view.setBarValue(0);
+    const bool complete = visitSongs(
+        m_player, [this] { return !m_view.isStopped(); },
+        [this](const QFileInfo &entry) {
+            m_files.append(entry.filePath());
+            m_view.paintBar();
+            return true;
+        });
     // The listing of a player that was pulled out just ends early, and would pass for all there is.
-    return complete && isStillConnected(deviceRoot);
+    return {complete && m_player.isThere() ? JobEnd::Done : JobEnd::Failed};
 }
 
-bool MainWindow::confirmManyFiles(int count)
+JobEnd SongBackup::confirmManyFiles()
 {
-    if (count <= kFilesWithoutQuestion)
-        return true;
-    return QMessageBox::question(this, tr("BackUp"), tr("Saranno copiati %1 files\n\nVuoi continuare ?").arg(count),
-                                 QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    const JobQuestion question = {tr("BackUp"),
+                                  tr("Saranno copiati %1 files\n\nVuoi continuare ?").arg(m_files.size()),
+                                  {{JobAnswer::Yes}, {JobAnswer::No}}};
+    const bool go = m_files.size() <= kFilesWithoutQuestion || m_view.ask(question) == JobAnswer::Yes;
+    return {go ? JobEnd::Done : JobEnd::Refused};
 }
 
-bool MainWindow::restoreSongs(const QString &source, const QString &deviceRoot)
+JobEnd SongBackup::copySongs()
 {
-    const QStringList files = listTree(source, kVisibleEntries, namesWithADot(), &abortRequested);
-    if (abortRequested)
-        return false;
-    return copyFileList(files, deviceRoot, source, ui->progressBar) && isOnPlayer(deviceRoot);
-}
-
-bool MainWindow::isStillConnected(const QString &deviceRoot) const
-{
-    return deviceLocator.volumeLabel(deviceRoot).compare(QLatin1String("CORVIN4"), Qt::CaseInsensitive) == 0;
-}
-
-bool MainWindow::isOnPlayer(const QString &deviceRoot) const
-{
-    // Without the player its mount point may be left, an ordinary folder of the PC that takes the files as well.
-    return flushVolumeAside(deviceRoot) && isStillConnected(deviceRoot);
+    m_view.showStatus(operationText(TEXT_BACKING_UP));
+    return FileListCopy(m_view, m_files, m_destination + QDir::separator(), m_player.root()).run();
 }

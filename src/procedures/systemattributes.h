@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/player.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,8 +9,8 @@
 /// each ended by a line feed alone, with the root's slashes turned into backslashes, in the system's 8-bit encoding.
 QByteArray attributeBatch(const QString &deviceRoot);
 
-/// Does what the batch file @p batchPath says for the player at @p deviceRoot, and waits until it is done. On Windows the
+/// Does what the batch file @p batchPath says for @p player, and waits until it is done. On Windows the
 /// file itself is run, detached, in its own folder. Elsewhere both entries get the attributes "hidden" and "system" by
 /// the system's own means where the volume has such attributes, and are left alone where it has not.
 /// Returns false only when the batch file could not be run.
-bool runAttributeBatch(const QString &batchPath, const QString &deviceRoot);
+bool runAttributeBatch(const QString &batchPath, const Player &player);

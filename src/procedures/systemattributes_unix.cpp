@@ -1,7 +1,5 @@
 #include "systemattributes.h"
 
-#include "device/devicecase.h"
-
 #include <QFile>
 
 #include <fcntl.h>
@@ -13,7 +11,7 @@
 
 namespace {
 
-// Whatever goes wrong, the entry is left as it is: most volumes simply have no such attributes.
+/// Whatever goes wrong, the entry is left as it is: most volumes simply have no such attributes.
 void hide(const QString &path)
 {
 #ifdef __linux__
@@ -33,9 +31,9 @@ void hide(const QString &path)
 
 } // namespace
 
-bool runAttributeBatch(const QString &, const QString &deviceRoot)
+bool runAttributeBatch(const QString &, const Player &player)
 {
-    hide(resolveDevicePath(deviceRoot, QStringLiteral("System")));
-    hide(resolveDevicePath(deviceRoot, QStringLiteral("AUTOEXEC.BAT")));
+    hide(player.path(PlayerNames::kSystem));
+    hide(player.path(PlayerNames::kStartScript));
     return true;
 }

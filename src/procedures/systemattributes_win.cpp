@@ -14,7 +14,7 @@ constexpr int kStartWaitMs = 200;
 constexpr DWORD kLongestRunMs = 30000;
 } // namespace
 
-bool runAttributeBatch(const QString &batchPath, const QString &)
+bool runAttributeBatch(const QString &batchPath, const Player &)
 {
     qint64 id = 0;
     if (!QProcess::startDetached(QDir::toNativeSeparators(batchPath), QStringList(),

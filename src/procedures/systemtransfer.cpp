@@ -1,42 +1,25 @@
-// The main window's chapter that replaces the system parts of the player.
-#include "app/mainwindow.h"
+#include "systemtransfer.h"
+
+#include "filelistcopy.h"
+#include "systemattributes.h"
 
 #include "disk/tree.h"
-#include "systemattributes.h"
-#include "ui_mainwindow.h"
 
 #include <QDir>
 #include <QFile>
 
 namespace {
 
-constexpr QDir::Filters kEverything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
 /// The entries at the player's root named @p name, however the volume spells it: more than one only where case counts.
-QStringList rootEntries(const QString &deviceRoot, const QString &name)
+QStringList rootEntries(const Player &player, QLatin1String name)
 {
     QStringList found;
-    const QStringList entries = QDir(deviceRoot).entryList(kEverything, QDir::Name);
+    const QStringList entries = QDir(player.root()).entryList(kAllEntries, QDir::Name);
     for (const QString &entry : entries) {
         if (entry.compare(name, Qt::CaseInsensitive) == 0)
-            found.append(deviceRoot + entry);
+            found.append(player.root() + entry);
     }
     return found;
-}
-
-bool removeSystemParts(const QString &deviceRoot)
-{
-    for (const auto &name : {QStringLiteral("system"), QStringLiteral("bridges"), QStringLiteral("effects")}) {
-        const QStringList folders = rootEntries(deviceRoot, name);
-        for (const QString &folder : folders) {
-            if (!removeFolder(folder))
-                return false;
-        }
-    }
-    const QStringList startFiles = rootEntries(deviceRoot, QStringLiteral("AUTOEXEC.BAT"));
-    for (const QString &file : startFiles)
-        QFile::remove(file);
-    return true;
 }
 
 bool writeFile(const QString &path, const QByteArray &content)
@@ -47,22 +30,50 @@ bool writeFile(const QString &path, const QByteArray &content)
 
 } // namespace
 
-bool MainWindow::transferSystem(const QString &deviceRoot, const QString &unpackedFolder)
+SystemTransfer::SystemTransfer(JobView &view, const Player &player, const QString &unpackedFolder)
+    : m_view(view), m_player(player), m_unpackedFolder(unpackedFolder)
 {
-    if (!removeSystemParts(deviceRoot))
-        return false;
+}
 
-    QStringList files =
-        listTree(unpackedFolder, QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                 {QStringLiteral("*.*")});
+JobEnd SystemTransfer::run()
+{
+    return runSteps("SystemTransfer", m_view,
+                    {{"removeOldSystem", &SystemTransfer::removeOldSystem},
+                     {"copyNewSystem", &SystemTransfer::copyNewSystem},
+                     {"hideSystem", &SystemTransfer::hideSystem}},
+                    Stop::IsLeftToTheSteps);
+}
+
+JobEnd SystemTransfer::removeOldSystem()
+{
+    for (const QLatin1String name : {PlayerNames::kSystem, PlayerNames::kBridges, PlayerNames::kEffects}) {
+        const QStringList folders = rootEntries(m_player, name);
+        for (const QString &folder : folders) {
+            if (!removeTree(folder))
+                return {JobEnd::Failed};
+        }
+    }
+    const QStringList startScripts = rootEntries(m_player, PlayerNames::kStartScript);
+    for (const QString &file : startScripts)
+        QFile::remove(file);
+    return {};
+}
+
+JobEnd SystemTransfer::copyNewSystem()
+{
+    QStringList files = listTree({m_unpackedFolder,
+                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  {QStringLiteral("*.*")}});
     files.sort(Qt::CaseSensitive);
     // The root ends in a slash, so the one between the unpacked folder and its content is cut off too.
-    const bool copied = copyFileList(files, deviceRoot, unpackedFolder + QLatin1Char('/'), ui->progressBar);
-    // A folder that could not be made is no failure here: procedureOk tells of it, and the procedure ends with its own
-    // words. Whatever else went wrong ends the procedure now.
-    if (!copied && procedureOk)
-        return false;
+    const JobEnd end = FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/')).run();
+    m_whole = !end.failedAt(kMakingFolders);
+    return m_whole ? end : JobEnd();
+}
 
-    const QString batch = unpackedFolder + QStringLiteral("/MATTRB.BAT");
-    return writeFile(batch, attributeBatch(deviceRoot)) && runAttributeBatch(batch, deviceRoot);
+JobEnd SystemTransfer::hideSystem()
+{
+    const QString batch = m_unpackedFolder + QStringLiteral("/MATTRB.BAT");
+    const bool run = writeFile(batch, attributeBatch(m_player.root())) && runAttributeBatch(batch, m_player);
+    return {run ? JobEnd::Done : JobEnd::Failed};
 }

@@ -1,15 +1,16 @@
-// The main window's chapter that brings the player the latest release.
-#include "app/mainwindow.h"
+#include "systemupdate.h"
 
-#include "disk/aside.h"
-#include "device/devicecase.h"
 #include "downloadmanager.h"
-#include "disk/tree.h"
-#include "ui_mainwindow.h"
+#include "extraction.h"
+#include "filedownload.h"
+#include "filelistcopy.h"
+#include "jobnotices.h"
+#include "operationtexts.h"
 #include "updateserver.h"
 
+#include "disk/tree.h"
+
 #include <QFileInfo>
-#include <QMessageBox>
 
 namespace {
 
@@ -17,88 +18,89 @@ constexpr int kCodeDownload = 1;
 constexpr int kCodeUnpack = 2;
 constexpr int kCodeCopy = 3;
 
-const QString kUpdateFolder = QStringLiteral("CorvinUpdate");
-
 } // namespace
 
-void MainWindow::updateCorvinWithLastRelease()
+SystemUpdate::SystemUpdate(JobView &view, bool showFinalMessage) : m_view(view), m_showFinalMessage(showFinalMessage) {}
+
+JobEnd SystemUpdate::run()
 {
-    prepareOperation();
-    updateSystem(true);
-    resetOperation();
+    m_view.forgetStop();
+    return runSteps("SystemUpdate", m_view,
+                    {{"findPlayer", &SystemUpdate::findPlayer},
+                     {"download", &SystemUpdate::download},
+                     {"unpack", &SystemUpdate::unpack},
+                     {"copy", &SystemUpdate::copy},
+                     {"finish", &SystemUpdate::finish}});
 }
 
-bool MainWindow::updateSystem(bool showFinalMessage)
+JobEnd SystemUpdate::findPlayer()
 {
-    abortRequested = false;
-    QString deviceRoot;
-    if (!findDeviceForOperation(deviceRoot) || abortRequested)
-        return false;
-
-    showOperation(TEXT_DOWNLOADING_RELEASE);
-    const QString archive = downloadFile(updateServerUrl(kUpdateArchivePath), true);
-    if (abortRequested)
-        return false;
-    if (archive.isEmpty()) {
-        tellDownloadError(kCodeDownload);
-        return false;
-    }
-    if (!unpackArchive(archive)) {
-        tellDownloadError(kCodeUnpack);
-        return false;
-    }
-    if (abortRequested)
-        return false;
-
-    showOperation(TEXT_COPYING_UPDATE);
-    const bool copied = copyUpdate(deviceRoot, QFileInfo(archive).absolutePath()) && isOnPlayer(deviceRoot);
-    if (!copied || abortRequested) {
-        // Off the player before the box: whoever reads it may pull the cable at once.
-        removeFolder(resolveDevicePath(deviceRoot, kUpdateFolder));
-        flushVolumeAside(deviceRoot);
-        tellDownloadError(kCodeCopy);
-        removeFolder(DownloadManager::downloadFolder());
-        return false;
-    }
-    finishUpdate(showFinalMessage);
-    removeFolder(DownloadManager::downloadFolder());
-    return true;
+    m_player = lookForPlayer(m_view);
+    return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
 }
 
-/// Replaces the player's "CorvinUpdate" by the one in @p archiveFolder. Returns whether it was copied.
-bool MainWindow::copyUpdate(const QString &deviceRoot, const QString &archiveFolder)
+JobEnd SystemUpdate::download()
 {
-    // Looked up again: the path of a player that was pulled meanwhile may by now be a folder of the PC.
-    if (deviceLocator.findDeviceRoot() != deviceRoot)
+    m_view.showStatus(operationText(TEXT_DOWNLOADING_RELEASE));
+    FileDownload job(m_view, updateServerUrl(kUpdateArchivePath), true);
+    const JobEnd end = job.run();
+    m_archive = job.path();
+    // Deliberate: after a STOP nothing is said, whatever has arrived.
+    if (m_view.isStopped())
+        return {JobEnd::Stopped};
+    if (!end.isDone())
+        tellDownloadError(m_view, kCodeDownload);
+    return end;
+}
+
+JobEnd SystemUpdate::unpack()
+{
+    const JobEnd end = Extraction(m_view, m_archive).run();
+    if (!end.isDone())
+        tellDownloadError(m_view, kCodeUnpack);
+    return end;
+}
+
+JobEnd SystemUpdate::copy()
+{
+    m_view.showStatus(operationText(TEXT_COPYING_UPDATE));
+    if (copyToPlayer() && m_player.flush() && !m_view.isStopped())
+        return {};
+    // Off the player before the box: whoever reads it may pull the cable at once.
+    removeTree(m_player.path(PlayerNames::kUpdate));
+    m_player.flush();
+    tellDownloadError(m_view, kCodeCopy);
+    removeTree(DownloadManager::downloadFolder());
+    return {JobEnd::Failed};
+}
+
+/// Replaces the player's "CorvinUpdate" by the unpacked one. Returns whether it was copied.
+bool SystemUpdate::copyToPlayer()
+{
+    // The path of a player that was pulled meanwhile may by now be a folder of the PC.
+    if (!m_player.isThere())
         return false;
-    if (!removeFolder(resolveDevicePath(deviceRoot, kUpdateFolder))) {
-        QMessageBox::information(this, tr("ERRORE"), tr("ERRORE"), QMessageBox::Ok);
+    if (!removeTree(m_player.path(PlayerNames::kUpdate))) {
+        tellError(m_view);
         return false;
     }
-    const QString source = archiveFolder + QLatin1Char('/') + kUpdateFolder;
-    QStringList files = listTree(source, QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                 {QStringLiteral("*.*")});
+    const QString source = QFileInfo(m_archive).absolutePath() + QLatin1Char('/') + PlayerNames::kUpdate;
+    QStringList files = listTree({source,
+                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  {QStringLiteral("*.*")}});
     // An archive that brought no update must not end with the words that one was copied.
     if (files.isEmpty())
         return false;
     files.sort(Qt::CaseSensitive);
-    return copyFileList(files, deviceRoot + kUpdateFolder, source, ui->progressBar);
+    return FileListCopy(m_view, files, m_player.root() + PlayerNames::kUpdate, source).run().isDone();
 }
 
-void MainWindow::finishUpdate(bool showFinalMessage)
+JobEnd SystemUpdate::finish()
 {
-    ui->labelAction->clear();
-    ui->labelAction->hide();
-    ui->progressBar->hide();
-    // Alone it would fill the whole line, and there is nothing left to stop.
-    ui->pushButtonStop->hide();
-    if (showFinalMessage)
-        QMessageBox::information(this, langDbInfo(TEXT_UPDATED_TITLE), langDbInfo(TEXT_UPDATED), QMessageBox::Ok);
-}
-
-/// Deliberate: the same text whatever the code, and a blank before the comma of the title.
-void MainWindow::tellDownloadError(int code)
-{
-    QMessageBox::critical(this, langDbInfo(TEXT_DOWNLOAD_ERROR_TITLE) + tr(", Cod %1").arg(code),
-                          langDbInfo(TEXT_DOWNLOAD_ERROR), QMessageBox::Ok);
+    // Alone STOP would fill the whole line, and there is nothing left to stop.
+    m_view.hideProgress();
+    if (m_showFinalMessage)
+        m_view.tell({Notice::Information, operationText(TEXT_UPDATED_TITLE), operationText(TEXT_UPDATED)});
+    removeTree(DownloadManager::downloadFolder());
+    return {};
 }

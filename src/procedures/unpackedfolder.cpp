@@ -1,38 +1,25 @@
 #include "unpackedfolder.h"
 
+#include "device/player.h"
+#include "disk/tree.h"
+
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
-#include <QStringList>
-
-namespace {
-
-constexpr QDir::Filters kEverything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
-bool isPlayersOwn(const QString &name)
-{
-    const QStringList own = {QStringLiteral("System"),  QStringLiteral("CorvinUpdate"), QStringLiteral("Bridges"),
-                             QStringLiteral("Effects"), QStringLiteral("My Songs"),     QStringLiteral("Images"),
-                             QStringLiteral("Videos")};
-    return own.contains(name, Qt::CaseInsensitive);
-}
-
-} // namespace
 
 QString unpackedFolder(const QString &archiveFolder)
 {
-    const QFileInfoList entries = QDir(archiveFolder).entryInfoList(kEverything);
+    const QFileInfoList entries = QDir(archiveFolder).entryInfoList(kAllEntries);
     if (entries.size() != 1)
         return archiveFolder;
     const QFileInfo &only = entries.first();
-    if (!only.isDir() || only.isSymLink() || isPlayersOwn(only.fileName()))
+    if (!only.isDir() || only.isSymLink() || Player::isOwnFolder(only.fileName()))
         return archiveFolder;
     return only.filePath();
 }
 
 bool holdsSystemFiles(const QString &folder)
 {
-    return QDirIterator(folder, {QStringLiteral("*.*")}, QDir::Files | QDir::Hidden | QDir::System,
-                        QDirIterator::Subdirectories)
-        .hasNext();
+    // The walk ends at the first one.
+    return !walkTree({folder, QDir::Files | QDir::Hidden | QDir::System, {QStringLiteral("*.*")}},
+                     [](const QFileInfo &) { return false; });
 }

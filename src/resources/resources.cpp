@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-// Outside any namespace and linkage of ours: Q_INIT_RESOURCE declares the generated function where it stands.
+/// Outside any namespace and linkage of ours: Q_INIT_RESOURCE declares the generated function where it stands.
 void loadResources()
 {
     Q_INIT_RESOURCE(corvin);

@@ -22,13 +22,3 @@ QString ByteView::textAt(const QByteArray &bytes, qint64 offset, qint64 count)
         stored.truncate(end);
     return QString::fromLatin1(stored).trimmed();
 }
-
-QString ByteView::cutText(const QString &text, int count)
-{
-    if (count <= 0)
-        return QString();
-    QString cut = text.left(count);
-    if (cut.size() < text.size() && cut.at(cut.size() - 1).isHighSurrogate())
-        cut.chop(1);
-    return cut;
-}

@@ -17,7 +17,4 @@ quint8 byteAt(const QByteArray &bytes, qint64 offset);
 /// A stored text: the bytes of bytesAt up to the first zero byte, read as Latin-1, without white space at both ends.
 QString textAt(const QByteArray &bytes, qint64 offset, qint64 count);
 
-/// The first @p count UTF-16 characters of @p text, one fewer where the cut would leave half a surrogate pair.
-QString cutText(const QString &text, int count);
-
 } // namespace ByteView

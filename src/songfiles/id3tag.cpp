@@ -7,7 +7,6 @@ namespace {
 
 constexpr int kTagSizeOffset = 6;
 constexpr int kSizeBytes = 4;
-constexpr int kFrameHeaderSize = 10;
 constexpr int kFrameSizeOffset = 4;
 constexpr int kFrameFlagBytes = 2;
 constexpr int kBitsOfSizeByte = 7;
@@ -129,11 +128,11 @@ int Id3Tag::find(const QByteArray &id) const
     return m_bytes.indexOf(id, kHeaderSize);
 }
 
-quint32 Id3Tag::payloadSize(int frame) const
+quint32 Id3Tag::payloadSize(const QByteArray &bytes, int frame)
 {
     quint32 size = 0;
     for (int i = 0; i < kSizeBytes; ++i)
-        size = (size << kBitsOfSizeByte) | (ByteView::byteAt(m_bytes, frame + kFrameSizeOffset + i) & kSizeByteMask);
+        size = (size << kBitsOfSizeByte) | (ByteView::byteAt(bytes, frame + kFrameSizeOffset + i) & kSizeByteMask);
     return size;
 }
 
@@ -143,7 +142,7 @@ int Id3Tag::frameText(const QByteArray &id, QString &text) const
     const int frame = find(id);
     if (frame < 0)
         return -1;
-    text = decodedText(ByteView::bytesAt(m_bytes, frame + kFrameHeaderSize, payloadSize(frame))).trimmed();
+    text = decodedText(ByteView::bytesAt(m_bytes, frame + kFrameHeaderSize, payloadSize(m_bytes, frame))).trimmed();
     const int end = text.indexOf(QChar(u'\0'));
     if (end >= 0)
         text.truncate(end);
@@ -160,7 +159,7 @@ int Id3Tag::removeFrame(const QByteArray &id)
     const int frame = find(id);
     if (frame < 0 || frame >= qint64(m_tagSize) + kHeaderSize)
         return 0;
-    const qint64 claimed = qint64(payloadSize(frame)) + kFrameHeaderSize;
+    const qint64 claimed = qint64(payloadSize(m_bytes, frame)) + kFrameHeaderSize;
     const int count = static_cast<int>(qMin(claimed, qint64(m_bytes.size() - frame)));
     m_bytes.remove(frame, count);
     m_tagSize -= qMin(m_tagSize, static_cast<quint32>(count));
@@ -180,6 +179,16 @@ int Id3Tag::addFrame(const QByteArray &id, const QByteArray &payload, int offset
     m_tagSize += static_cast<quint32>(frame.size());
     writeTagSize();
     return frame.size();
+}
+
+/// A tag with the first bytes of @p header that holds nothing but @p frames.
+QByteArray Id3Tag::tagAround(const QByteArray &header, const QByteArray &frames)
+{
+    Id3Tag tag;
+    tag.m_bytes = header.left(kTagSizeOffset) + QByteArray(kSizeBytes, '\0') + frames;
+    tag.m_tagSize = static_cast<quint32>(frames.size());
+    tag.writeTagSize();
+    return tag.m_bytes;
 }
 
 void Id3Tag::writeTagSize()

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+class QFile;
+
 /// The ID3v2 tag at the start of an MP3 song, held in memory: reads and rewrites the text frames that describe a song.
 ///
 /// | offset | bytes | tag header                                     |
@@ -24,8 +26,9 @@
 class Id3Tag
 {
 public:
-    static constexpr int kHeaderSize = 10;     ///< bytes of the tag's header; frames start here
-    static constexpr int kMostBytes = 1000000; ///< no more than this is ever taken from the start of a file
+    static constexpr int kHeaderSize = 10;      ///< bytes of the tag's header; frames start here
+    static constexpr int kFrameHeaderSize = 10; ///< bytes of a frame's header; its content follows
+    static constexpr int kMostBytes = 1000000;  ///< no more than this is ever taken from the start of a file
 
     /// How many bytes from the start of a file load() needs, given the file's first @p header bytes (10, or all there
     /// are): more change nothing. Never more than kMostBytes.
@@ -52,6 +55,10 @@ public:
     /// Inserts a frame @p id with @p payload (without its encoding byte) at @p offset of the tag. Returns the number of
     /// bytes inserted; 0 when the payload is empty or the offset lies outside the tag.
     int addFrame(const QByteArray &id, const QByteArray &payload, int offset);
+
+    /// Reads the title of the song @p song, open for reading at its start, at little cost: the tag up to the end of its
+    /// first title frame, within the first kMostBytes bytes. Empty when there is no title or the tag is refused.
+    static QString readTitle(QFile &song);
 
     // The fields: id3tagfields.cpp
 
@@ -95,7 +102,9 @@ public:
 private:
     static quint32 headerSizeField(const QByteArray &bytes);
     int find(const QByteArray &id) const;
-    quint32 payloadSize(int frame) const;
+    static quint32 payloadSize(const QByteArray &bytes, int frame);
+    static QByteArray titleFrameId();
+    static QByteArray tagAround(const QByteArray &header, const QByteArray &frames);
     QString text(const char *id) const;
     qint64 number(const char *id) const;
     void replaceFrame(const char *id, const QByteArray &payload);

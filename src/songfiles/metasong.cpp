@@ -8,7 +8,7 @@
 
 namespace {
 
-// A larger file is no song; it is left alone instead of being taken into memory.
+/// A larger file is no song; it is left alone instead of being taken into memory.
 constexpr qint64 kMostMidiBytes = qint64(256) * 1024 * 1024;
 // More than a stream of the largest song can need: what lies behind it is never decoded.
 constexpr qint64 kMostCompressedBytes = qint64(16) * 1024 * 1024;

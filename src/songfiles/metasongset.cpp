@@ -45,7 +45,7 @@ void MetaSong::setMp3Info(const SongInfo &info, bool manual)
         m_tag.setMedt();
 }
 
-// Deliberate: here as in the other formats the artist is never filled in automatically.
+/// Deliberate: here as in the other formats the artist is never filled in automatically.
 void MetaSong::fillMp3Info(const SongInfo &info)
 {
     if (!m_tag.hasTitle())

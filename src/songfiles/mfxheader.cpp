@@ -1,6 +1,7 @@
 #include "mfxheader.h"
 
 #include "byteview.h"
+#include "cuttext.h"
 
 namespace {
 
@@ -29,6 +30,12 @@ int MfxHeader::versionOf(const QByteArray &bytes)
     if (bytes.startsWith("_MF4"))
         return 4;
     return bytes.startsWith("_MF5") ? 5 : 0;
+}
+
+/// Deliberate: a file that names no version has a title all the same, so that songs are filed by it without being read.
+QString MfxHeader::titleIn(const QByteArray &start)
+{
+    return start.size() < kSmallSize ? QString() : ByteView::textAt(start, kTitleOffset, kTextWidth);
 }
 
 int MfxHeader::sizeOfVersion(int version)
@@ -146,7 +153,7 @@ void MfxHeader::extendTo(int size)
 
 void MfxHeader::putText(int offset, const QString &text)
 {
-    const QString field = ByteView::cutText(text, kTextWidth).leftJustified(kTextWidth, QChar(u'\0'));
+    const QString field = cutText(text, kTextWidth).leftJustified(kTextWidth, QChar(u'\0'));
     extendTo(offset + kTextWidth);
     // Deliberate: the field is counted in characters but stored as UTF-8, so a text with characters outside ASCII takes
     // more bytes than the field has and moves every later field; such a block has the wrong size and is never saved.

@@ -33,6 +33,9 @@ public:
     /// Bytes that a header block of @p version has; 0 for a version that does not exist.
     static int sizeOfVersion(int version);
 
+    /// The title in the first kSmallSize bytes of a file, whatever version they name; empty when there are fewer.
+    static QString titleIn(const QByteArray &start);
+
     /// Drops the stored block and takes @p block as it stands. Returns false, with nothing stored and the version 0,
     /// when it names no version or is shorter than that version's block.
     bool setHeader(const QByteArray &block);

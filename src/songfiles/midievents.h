@@ -9,6 +9,7 @@ constexpr quint8 kDeltaZero = 0x00;
 constexpr quint8 kMeta = 0xFF;
 
 // Types of meta events.
+constexpr quint8 kText = 0x01;
 constexpr quint8 kCopyright = 0x02;
 constexpr quint8 kTrackName = 0x03;
 constexpr quint8 kMarker = 0x06;

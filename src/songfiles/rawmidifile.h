@@ -32,6 +32,10 @@ public:
     /// bytes, when they do not begin with "MThd", or when no "MTrk" follows; nothing else is checked.
     bool load(const QByteArray &bytes);
 
+    /// The title by which a song is filed, in the first bytes of a file, which need not be a whole one: the first
+    /// karaoke title that is not empty, else the first track name, which may be empty.
+    static QString titleIn(const QByteArray &start);
+
     /// The file as it stands after all edits; empty before the first load.
     const QByteArray &bytes() const { return m_data; }
     /// Midi0Format when the format word of the file is 0, else Midi1Format; UnknownFormat before the first load.

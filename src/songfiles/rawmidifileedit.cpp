@@ -1,6 +1,7 @@
 #include "rawmidifile.h"
 
 #include "byteview.h"
+#include "cuttext.h"
 #include "midievents.h"
 
 #include <QDebug>
@@ -16,7 +17,7 @@ const int kEventFrameBytes = kDeltaBytes + kContentOffset; ///< delta time, FF, 
 
 QByteArray encodedText(const QString &text)
 {
-    return ByteView::cutText(text, kMostCharacters).toUtf8();
+    return cutText(text, kMostCharacters).toUtf8();
 }
 
 /// An event with delta time 0. Deliberate: of the content's size only the low 8 bits are stored.
@@ -86,7 +87,7 @@ void RawMidiFile::setMarkers(const QList<SongMarker> &list)
     // Deliberate: the author goes, though it is no marker; the markers there already were stay.
     removeOwnEvents(kAuthorTag, false);
     for (int i = list.size() - 1; i >= 0; --i)
-        addMarker(ByteView::cutText(list.at(i).text, kMostCharacters), list.at(i).bar);
+        addMarker(cutText(list.at(i).text, kMostCharacters), list.at(i).bar);
 }
 
 qint32 RawMidiFile::addMarker(const QString &text, quint16 bar)

@@ -46,9 +46,11 @@ QString canonicalPlace(const QString &path)
     return canonicalPlace(parent) + QLatin1Char('/') + QFileInfo(path).fileName();
 }
 
-void processEvents()
+/// Deliberate: STOP is looked at between files, so that a file that has been begun is finished.
+bool processEvents()
 {
     QCoreApplication::processEvents();
+    return true;
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // The transfer page's chapter of the deletion.
 #include "transfer.h"
 
+#include "app/shared/questionbox.h"
+#include "disk/tree.h"
 #include "disk/waitms.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
@@ -8,7 +10,6 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QItemSelectionModel>
-#include <QMessageBox>
 
 namespace {
 
@@ -17,8 +18,7 @@ constexpr int kPauseBetweenAttemptsMs = 250;
 
 void removeFolder(const QString &path)
 {
-    QDir folder(path);
-    for (int attempt = 1; !folder.removeRecursively() && attempt < kFolderAttempts; ++attempt)
+    for (int attempt = 1; !removeTree(path) && attempt < kFolderAttempts; ++attempt)
         waitMs(kPauseBetweenAttemptsMs);
 }
 
@@ -45,8 +45,7 @@ void Transfer::on_actionDeleteSelectedItems_triggered()
         return;
     const QStringList paths = selectedPaths();
     // What is deleted does not come back: Enter must not do it.
-    if (QMessageBox::question(this, tr("Cancella file"), tr("Cancellare gli elementi selezionati ?"),
-                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+    if (!askYesOrNo(this, tr("Cancella file"), tr("Cancellare gli elementi selezionati ?"), QMessageBox::No))
         return;
     enterBusy();
     deleteAll(paths);
@@ -81,7 +80,7 @@ void Transfer::deleteEntry(const QString &path)
         return;
     const QFileInfo info(path);
     // Of a link only the link goes, never what it points to.
-    if (info.isDir() && !info.isSymLink())
+    if (info.isDir() && !isLink(info))
         removeFolder(path);
     else
         QFile::remove(path);

@@ -1,8 +1,8 @@
 // The transfer page's chapter of what its two views stand on, and of the state in which they must keep still.
 #include "transfer.h"
 
-#include "disk/aside.h"
 #include "device/devicelocator.h"
+#include "disk/aside.h"
 #include "disk/diskcalls.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"

@@ -1,6 +1,10 @@
 #include "systemfixture.h"
 
 #include "app/mainwindow.h"
+#include "app/windowjobview.h"
+#include "procedures/extraction.h"
+#include "procedures/systemtransfer.h"
+#include "procedures/systemupdate.h"
 #include "support/simulatedplayer.h"
 
 #include <QApplication>
@@ -147,6 +151,36 @@ bool ProcedureWindow::isAtRest() const
 {
     return label()->isHidden() && bar()->isHidden() && stop()->isHidden() && bar()->value() == 0 &&
            bar()->maximum() == 100 && bar()->format() == QStringLiteral("%p%");
+}
+
+namespace {
+
+WindowJobView viewOf(const ProcedureWindow &window)
+{
+    return {*window.window, *window.label(), *window.bar(), *window.stop()};
+}
+
+} // namespace
+
+bool transferSystem(const ProcedureWindow &window, const QString &root, const QString &unpacked)
+{
+    WindowJobView view = viewOf(window);
+    SystemTransfer job(view, Player(root), unpacked);
+    const bool done = job.run().isDone();
+    window->procedureOk = window->procedureOk && job.isWhole();
+    return done;
+}
+
+bool unpackArchive(const ProcedureWindow &window, const QString &archive)
+{
+    WindowJobView view = viewOf(window);
+    return Extraction(view, archive).run().isDone();
+}
+
+bool updateSystem(const ProcedureWindow &window, bool showFinalMessage)
+{
+    WindowJobView view = viewOf(window);
+    return SystemUpdate(view, showFinalMessage).run().isDone();
 }
 
 StopPresser::StopPresser(const ProcedureWindow &window, const std::function<bool()> &moment)

@@ -65,6 +65,11 @@ public:
     std::unique_ptr<MainWindow> window;
 };
 
+/// One job in the window's own widgets, as the procedures run it.
+bool transferSystem(const ProcedureWindow &window, const QString &root, const QString &unpacked);
+bool unpackArchive(const ProcedureWindow &window, const QString &archive);
+bool updateSystem(const ProcedureWindow &window, bool showFinalMessage);
+
 /// Presses STOP once, as soon as the procedure processes events while a moment holds.
 class StopPresser : public QObject
 {

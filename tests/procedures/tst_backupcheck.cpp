@@ -1,4 +1,4 @@
-#include "procedures/backupcheck.h"
+#include "procedures/songlist.h"
 
 #include "support/simulatedplayer.h"
 #include "systemfixture.h"
@@ -21,7 +21,7 @@ private slots:
 
 private:
     void addBoth(const QString &relative, const QByteArray &content);
-    bool isComplete(bool abort = false) const { return isBackupComplete(m_backup->path(), m_player->root(), abort); }
+    bool isComplete(bool abort = false) const { return isBackupComplete(m_backup->path(), Player(m_player->root()), [abort] { return !abort; }); }
 
     QScopedPointer<SimulatedPlayer> m_player;
     QScopedPointer<QTemporaryDir> m_backup;

@@ -1,4 +1,5 @@
 #include "procedures/backupchoice.h"
+#include "procedures/songlist.h"
 
 #include "support/platform.h"
 
@@ -47,14 +48,14 @@ void TestBackupChoice::systemPartsStayOut()
 {
     QFETCH(QString, path);
     const QString root = QStringLiteral("E:/");
-    QTEST(isSystemPart(root + path, root), "system");
+    QTEST(isSystemPart(root + path, Player(root)), "system");
 }
 
 void TestBackupChoice::wayToTheRootDoesNotCount()
 {
     const QString root = QStringLiteral("/media/system/effects/CORVIN4/");
-    QVERIFY(!isSystemPart(root + QStringLiteral("song.mid"), root));
-    QVERIFY(isSystemPart(root + QStringLiteral("system/song.mid"), root));
+    QVERIFY(!isSystemPart(root + QStringLiteral("song.mid"), Player(root)));
+    QVERIFY(isSystemPart(root + QStringLiteral("system/song.mid"), Player(root)));
 }
 
 void TestBackupChoice::folderHoldsItselfAndWhatIsBelow()

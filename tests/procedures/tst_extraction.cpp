@@ -41,7 +41,7 @@ private slots:
     void stopEndsTheTool();
 
 private:
-    bool unpack() { return (*m_window)->unpackArchive(m_archive); }
+    bool unpack() { return unpackArchive(*m_window, m_archive); }
     QStringList unpacked() const { return filesBelow(m_pc->path(QStringLiteral("deep/Corvin"))); }
     void useTool(const QString &tool);
 

@@ -36,7 +36,7 @@ private:
     {
         putFile(m_unpacked + QLatin1Char('/') + relative, content);
     }
-    bool transfer() { return (*m_window)->transferSystem(m_player->root(), m_unpacked); }
+    bool transfer() { return transferSystem(*m_window, m_player->root(), m_unpacked); }
 
     QScopedPointer<TemporaryPc> m_pc;
     QScopedPointer<SimulatedPlayer> m_player;
@@ -104,7 +104,7 @@ void TestSystemTransfer::transferOnARealVolume()
     for (const auto *old : {"SYSTEM/a.exe", "bridges/old.dat", "autoexec.bat", "My Songs/a.mid"})
         putFile(player.path(QLatin1String(old)), "old");
     const BoxAnswerer answers;
-    QVERIFY((*m_window)->transferSystem(player.root(), m_unpacked));
+    QVERIFY(transferSystem(*m_window, player.root(), m_unpacked));
     QCOMPARE(player.files(), (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("Bridges/b.dat"),
                                           QStringLiteral("Effects/e.dat"), QStringLiteral("My Songs/a.mid"),
                                           QStringLiteral("System/Corvin/Corvin.exe")}));
@@ -197,10 +197,10 @@ void TestSystemTransfer::volumeWithoutAttributesIsLeftAsItIs()
     SKIP_ON_WINDOWS("every volume has attributes");
     m_player->addFile(QStringLiteral("System/a.exe"), "a");
     m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "b");
-    QVERIFY(runAttributeBatch(m_unpacked + QStringLiteral("/MATTRB.BAT"), m_player->root()));
+    QVERIFY(runAttributeBatch(m_unpacked + QStringLiteral("/MATTRB.BAT"), Player(m_player->root())));
     QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("b"));
     // Nothing there to hide is no failure either.
-    QVERIFY(runAttributeBatch(QString(), m_pc->path(QStringLiteral("nowhere/"))));
+    QVERIFY(runAttributeBatch(QString(), Player(m_pc->path(QStringLiteral("nowhere/")))));
 }
 
 QTEST_MAIN(TestSystemTransfer)

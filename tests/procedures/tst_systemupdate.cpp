@@ -69,7 +69,7 @@ private:
     {
         m_server->serve(kUpdateArchivePath, zipOf(entries, QStringLiteral("CorvinUpdate/"), kLeast));
     }
-    bool update(bool showFinalMessage = false) { return (*m_window)->updateSystem(showFinalMessage); }
+    bool update(bool showFinalMessage = false) { return updateSystem(*m_window, showFinalMessage); }
     void expectError(BoxAnswerer &answers, int code) { answers.answer(errorTitle(code), kOk); }
     void checkErrorBox(const BoxAnswerer &answers) const;
 

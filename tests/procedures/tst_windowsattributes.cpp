@@ -48,7 +48,7 @@ private slots:
     void missingBatchFileIsAFailure();
 
 private:
-    bool transfer() { return (*m_window)->transferSystem(m_player->root(), m_pc->downloads()); }
+    bool transfer() { return transferSystem(*m_window, m_player->root(), m_pc->downloads()); }
 
     QScopedPointer<TemporaryPc> m_pc;
     QScopedPointer<SimulatedPlayer> m_player;

@@ -11,10 +11,28 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
     box.setText(question.text);
     // The texts hold file names: a name with angle brackets must not be taken for markup.
     box.setTextFormat(Qt::PlainText);
-    for (const QuestionButton &entry : question.buttons)
-        box.addButton(entry.button)->setText(entry.text);
+    for (const QuestionButton &entry : question.buttons) {
+        QPushButton *button = box.addButton(entry.button);
+        if (!entry.text.isEmpty())
+            button->setText(entry.text);
+    }
     box.setDefaultButton(question.defaultButton);
     if (question.escapeButton != QMessageBox::NoButton)
         box.setEscapeButton(question.escapeButton);
     return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton defaultButton)
+{
+    const Question question = {title, text, {{QMessageBox::Yes}, {QMessageBox::No}}, defaultButton, QMessageBox::No};
+    return askQuestion(parent, question) == QMessageBox::Yes;
+}
+
+void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
+              const QString &informativeText)
+{
+    QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(informativeText);
+    box.exec();
 }

@@ -10,7 +10,7 @@ class QWidget;
 struct QuestionButton
 {
     QMessageBox::StandardButton button;
-    QString text;
+    QString text = {}; ///< the system's own when empty
 };
 
 /// What a question box shows and how it may be answered.
@@ -27,3 +27,10 @@ struct Question
 /// Asks a modal question with relabelled buttons and returns the standard button that was pressed.
 /// @p parent may be null: the box is then a top-level dialog. Events are processed while the box is open.
 QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question);
+
+/// The same with the system's own buttons "Yes" and "No". Returns whether it was "Yes"; Escape means "No".
+bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton defaultButton);
+
+/// Tells the user something in a modal box with the button "Ok"; @p informativeText stands below, smaller.
+void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
+              const QString &informativeText = QString());

@@ -1,5 +1,6 @@
-// The main window's chapter that holds the texts of the maintenance procedures.
-#include "mainwindow.h"
+#include "operationtexts.h"
+
+#include <QCoreApplication>
 
 #include <array>
 #include <iterator>
@@ -57,10 +58,10 @@ static_assert(std::size(kTexts) == TEXT_UPDATED + 1, "one text for each number")
 
 } // namespace
 
-QString MainWindow::langDbInfo(LANGUAGE_STRING_CODE code)
+QString operationText(LANGUAGE_STRING_CODE code)
 {
     const int number = code;
-    if (number < 0 || number >= static_cast<int>(kTexts.size()))
-        return tr("???");
-    return tr(kTexts.at(static_cast<std::size_t>(number)));
+    const bool known = number >= 0 && number < static_cast<int>(kTexts.size());
+    const char *const unknown = QT_TRANSLATE_NOOP("MainWindow", "???");
+    return QCoreApplication::translate("MainWindow", known ? kTexts.at(static_cast<std::size_t>(number)) : unknown);
 }

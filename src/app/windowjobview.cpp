@@ -1,0 +1,107 @@
+#include "windowjobview.h"
+
+#include "mainwindow.h"
+
+#include "app/shared/questionbox.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace {
+
+QMessageBox::StandardButton standardButton(JobAnswer answer)
+{
+    switch (answer) {
+    case JobAnswer::Yes:
+        return QMessageBox::Yes;
+    case JobAnswer::YesToAll:
+        return QMessageBox::YesToAll;
+    case JobAnswer::No:
+        return QMessageBox::No;
+    case JobAnswer::Cancel:
+        break;
+    }
+    return QMessageBox::Cancel;
+}
+
+} // namespace
+
+WindowJobView::WindowJobView(MainWindow &window, QLabel &statusLine, QProgressBar &bar, QPushButton &stopButton)
+    : m_window(window), m_statusLine(statusLine), m_bar(bar), m_stopButton(stopButton)
+{
+}
+
+void WindowJobView::showStatus(const QString &text)
+{
+    m_window.on_updateLabelAction(text);
+    m_statusLine.repaint();
+}
+
+void WindowJobView::hideProgress()
+{
+    m_statusLine.clear();
+    m_statusLine.hide();
+    m_bar.hide();
+    m_stopButton.hide();
+}
+
+void WindowJobView::setBarRange(int minimum, int maximum)
+{
+    m_bar.setRange(minimum, maximum);
+}
+
+void WindowJobView::setBarValue(int value)
+{
+    m_bar.setValue(value);
+}
+
+void WindowJobView::setBarFormat(const QString &format)
+{
+    m_bar.setFormat(format);
+}
+
+void WindowJobView::paintBar()
+{
+    m_bar.repaint();
+}
+
+bool WindowJobView::isStopped() const
+{
+    return m_window.abortRequested;
+}
+
+void WindowJobView::forgetStop()
+{
+    m_window.abortRequested = false;
+}
+
+void WindowJobView::tell(const Notice &notice)
+{
+    const auto icon = notice.kind == Notice::Critical ? QMessageBox::Critical : QMessageBox::Information;
+    tellUser(&m_window, icon, notice.title, notice.text, notice.informativeText);
+}
+
+JobAnswer WindowJobView::ask(const JobQuestion &question)
+{
+    Question box;
+    box.title = question.title;
+    box.text = question.text;
+    for (const JobQuestion::Choice &choice : question.choices)
+        box.buttons.append({standardButton(choice.answer), choice.text});
+    box.defaultButton = standardButton(question.preferred);
+    box.escapeButton = standardButton(question.onEscape);
+    const QMessageBox::StandardButton pressed = askQuestion(question.standsAlone ? nullptr : &m_window, box);
+    for (const JobQuestion::Choice &choice : question.choices) {
+        if (standardButton(choice.answer) == pressed)
+            return choice.answer;
+    }
+    return question.onEscape;
+}
+
+QString WindowJobView::chooseFolder(const QString &caption)
+{
+    return QFileDialog::getExistingDirectory(&m_window, caption, QString(),
+                                             QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+}

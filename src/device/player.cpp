@@ -1,0 +1,47 @@
+#include "player.h"
+
+#include "devicecase.h"
+#include "listedvolumes.h"
+
+#include "disk/aside.h"
+#include "disk/diskcalls.h"
+
+#include <QFile>
+
+Player::Player(const QString &root) : m_root(root), m_volume(volumeId(root)) {}
+
+QString Player::path(const QString &relative) const
+{
+    return resolveDevicePath(m_root, relative);
+}
+
+bool Player::isThere() const
+{
+    // A folder that plays the volume stays what it is when it is no longer listed.
+    return m_volume != 0 && volumeId(m_root) == m_volume &&
+           (!ListedVolumes::areInForce() || isPlayerLabel(ListedVolumes::label(m_root)));
+}
+
+bool Player::flush() const
+{
+    return flushVolumeAside(m_root) && isThere();
+}
+
+bool Player::isOwnFolder(const QString &name)
+{
+    using namespace PlayerNames;
+    for (const QLatin1String own : {kSystem, kUpdate, kBridges, kEffects, kMySongs, kImages, kVideos}) {
+        if (name.compare(own, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+bool Player::hasSystemFiles() const
+{
+    using namespace PlayerNames;
+    bool all = true;
+    for (const QLatin1String file : {kStartScript, kMainProgram, kInterfaceProcess})
+        all = QFile::exists(m_root + file) && all;
+    return all;
+}

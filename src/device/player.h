@@ -1,0 +1,46 @@
+#pragma once
+
+#include "devicelocator.h"
+#include "playernames.h"
+
+#include <QString>
+
+/// The player as one job found it: the root of its volume, and which volume that was. A small value; never kept beyond
+/// one job, since the player may come back under another root.
+class Player
+{
+public:
+    /// No player.
+    Player() = default;
+    /// The volume whose root is @p root, in the form that DeviceLocator::findDeviceRoot() gives: canonical, forward
+    /// slashes, a closing slash; empty for none. Whether it really is the player is not looked at.
+    explicit Player(const QString &root);
+    /// The player as it is connected now; isFound() tells whether it is.
+    static Player find() { return Player(DeviceLocator().findDeviceRoot()); }
+
+    bool isFound() const { return !m_root.isEmpty(); }
+    /// With a closing slash; empty when there is none.
+    const QString &root() const { return m_root; }
+
+    /// The path of @p relative (parts separated by forward slashes), spelled as it is found on the disk whatever its
+    /// case, see resolveDevicePath().
+    QString path(const QString &relative) const;
+    /// What is left of @p path, which lies on the player, behind the root.
+    QString relativePath(const QString &path) const { return path.mid(m_root.size()); }
+
+    /// Whether the volume that was found is still there. Where a volume was mounted stays a folder of the PC when the
+    /// player is pulled: under the root nothing may be written, replaced or deleted then. Cheap enough for every file.
+    bool isThere() const;
+    /// Writes everything to the disk, see flushVolume(), with the window alive. Returns whether it is there, and the
+    /// player too: before any text that says that something is done.
+    bool flush() const;
+
+    /// Whether @p name is that of a folder at the root that the player makes itself, in any case.
+    static bool isOwnFolder(const QString &name);
+    /// Whether the three files without which the player does not start are there. All of them are looked for.
+    bool hasSystemFiles() const;
+
+private:
+    QString m_root;
+    quint64 m_volume = 0; ///< see volumeId(); 0 when there was none
+};

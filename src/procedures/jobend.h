@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLatin1String>
+
+/// How a job, or one step of it, ended: one value, which nothing else repeats.
+struct JobEnd
+{
+    enum Kind
+    {
+        Done,    ///< all of it
+        Refused, ///< the user did not want it, or there was no player: whatever there is to say has been said
+        Stopped, ///< STOP
+        Failed,  ///< the step has told the user so, unless whoever runs the job tells it
+    };
+
+    Kind kind = Done;
+    /// The step that was not done; empty after Done. Names are for the log and for telling apart.
+    QLatin1String step = {};
+
+    bool isDone() const { return kind == Done; }
+    /// Whether the job failed at the step of this name.
+    bool failedAt(QLatin1String name) const { return kind == Failed && step == name; }
+};
+
+/// The step at which a copy fails when one of the folders it needs cannot be made.
+inline constexpr QLatin1String kMakingFolders("makeFolders");
+/// The last step of a reinstallation: it fails when something of the new system is missing on the player.
+inline constexpr QLatin1String kFinishing("finish");

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "job.h"
+
+#include "device/player.h"
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+/// Copies everything in a folder of the PC onto the player, and flushes it.
+class SongRestore : public MaintenanceJob, private Steps<SongRestore>
+{
+    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+
+public:
+    explicit SongRestore(JobView &view);
+
+    /// The whole procedure: looks for the player, lets the user choose the folder, copies, and tells how it ended.
+    JobEnd run() override;
+
+    /// The copy alone, from @p source (absolute) to @p player. Failed also when the player is gone at the end. Its end
+    /// is not told.
+    JobEnd bringBack(const QString &source, const Player &player);
+
+private:
+    friend class Steps<SongRestore>;
+    JobEnd findPlayer();
+    JobEnd chooseFolder();
+    JobEnd copyFromFolder();
+
+    JobEnd listSongs();
+    JobEnd copySongs();
+    JobEnd flushPlayer();
+
+    JobView &m_view;
+    Player m_player;
+    QString m_source;
+    QStringList m_files;
+};

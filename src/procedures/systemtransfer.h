@@ -1,0 +1,33 @@
+#pragma once
+
+#include "job.h"
+
+#include "device/player.h"
+
+#include <QString>
+
+/// Replaces the system parts of the player by those of an unpacked archive, and hides them.
+class SystemTransfer : private Steps<SystemTransfer>
+{
+public:
+    /// @p unpackedFolder: absolute, without a closing slash.
+    SystemTransfer(JobView &view, const Player &player, const QString &unpackedFolder);
+
+    /// Done once the batch file that hides the system has been run. Nothing is told, save the copy's own boxes.
+    JobEnd run();
+
+    /// After run(): whether every folder could be made. Where one could not, the transfer goes on without its files:
+    /// the procedure ends with words of its own.
+    bool isWhole() const { return m_whole; }
+
+private:
+    friend class Steps<SystemTransfer>;
+    JobEnd removeOldSystem();
+    JobEnd copyNewSystem();
+    JobEnd hideSystem();
+
+    JobView &m_view;
+    Player m_player;
+    QString m_unpackedFolder;
+    bool m_whole = true;
+};
