@@ -77,7 +77,7 @@ class TestTitleReader : public QObject
     {
         // A new file each time: some disks write out at once what replaces the content of an old one.
         QFile::remove(path(formatIndex));
-        const QString title = readSongTitle(formatIndex, QFileInfo(putFile(path(formatIndex), content)));
+        QString title = readSongTitle(formatIndex, QFileInfo(putFile(path(formatIndex), content)));
         if (formatIndex == kMp3 && title != titleOfWholeTag(content))
             failTest("The whole tag has another title than "_s + title);
         return title;
