@@ -1,11 +1,11 @@
-#include "runrecorder.h"
-#include "songfactory/songfactory.h"
-#include "support/simulatedplayer.h"
-
 #include "optimizer/longname.h"
+#include "optimizer/ottimizza.h"
 
-#include <QPushButton>
-#include <QTest>
+#include "songfactory/songfactory.h"
+#include "support/given.h"
+#include "support/signalrecorder.h"
+#include "support/simulatedplayer.h"
+#include "support/widgets.h"
 
 #include <qt_windows.h>
 
@@ -15,112 +15,83 @@ class TestCodePage : public QObject
 {
     Q_OBJECT
 
+    const QChar kAccented = QChar(0xE8);
+    const QChar kBeyond = QChar(0x416); // Cyrillic
+
+    static QByteArray song(const QString &title)
+    {
+        SongInfo info;
+        info.title = title;
+        return SongFactory::midi(info);
+    }
+    /// Runs the optimisation and returns the import file.
+    static QByteArray optimise(const SimulatedPlayer &player)
+    {
+        Ottimizza page;
+        page.show();
+        SignalRecorder recorder(page);
+        click(page, "Btn_Opt_Ok");
+        if (recorder.lines().last() != "backFromOttimizzaToEndOttimizza 0"_s)
+            failTest("The run did not end well"_s);
+        return player.content("CorvinImportDB.sql"_s);
+    }
+
 private slots:
-    void initTestCase();
-    void everyCharacterCountsOnce_data();
-    void everyCharacterCountsOnce();
-    void namesBeyondTheCodePageStayAndAreListed();
-    void overLongNameBeyondTheCodePageIsShortened();
-    void pathLongerThanOldProgramsKnowIsShortened();
+    void initTestCase() { QCOMPARE(::GetACP(), UINT(1252)); } // Western Europe
 
-private:
-    static QByteArray optimise(const SimulatedPlayer &player);
+    void everyCharacterCountsOnce_data()
+    {
+        columns<QString, bool>("base", "tooLong");
+        row("95 letters with accents", QString(91, kAccented), false);
+        row("96 letters with accents", QString(92, kAccented), true);
+        row("95 characters it does not know", QString(91, kBeyond), false);
+        row("96 characters it does not know", QString(92, kBeyond), true);
+    }
+    void everyCharacterCountsOnce()
+    {
+        QTEST(isPathTooLong("E:/My Songs/"_s + given<QString>("base") + ".mid"_s), "tooLong");
+    }
+
+    void namesBeyondTheCodePageStayAndAreListed()
+    {
+        SimulatedPlayer player;
+        const QStringList names = {"日本の歌.mid"_s, "🎤 Perché.mid"_s};
+        for (const QString &name : names)
+            player.addFile("My Songs/"_s + name, song("One of two"_s));
+        const QByteArray import = optimise(player);
+        for (const QString &name : names) {
+            QVERIFY(player.exists("My Songs/"_s + name));
+            QVERIFY2(import.contains(name.toUtf8()), import.constData());
+        }
+        QVERIFY(!import.contains('\r'));
+    }
+
+    void overLongNameBeyondTheCodePageIsShortened()
+    {
+        SimulatedPlayer player;
+        player.addFile("My Songs/"_s + QString(100, kBeyond) + ".mid"_s, song("Long"_s));
+        const QByteArray import = optimise(player);
+        // 104 bytes of such a code page are 14 too many.
+        const QString shorter = QString(86, kBeyond) + "(0).mid"_s;
+        QCOMPARE(player.files("My Songs"_s), QStringList("My Songs/"_s + shorter));
+        QVERIFY2(import.contains(shorter.toUtf8()), import.constData());
+    }
+
+    void pathLongerThanOldProgramsKnowIsShortened()
+    {
+        SimulatedPlayer player;
+        const QString folder = "My Songs"_s + ("/"_s + "d"_s.repeated(44)).repeated(4) + "/"_s;
+        const QString name = "n"_s.repeated(90);
+        player.addFile(folder + name + ".cdg"_s, "companion");
+        QVERIFY(player.addFile(folder + name + ".mid"_s, song("Deep"_s)).size() > MAX_PATH);
+        const QByteArray import = optimise(player);
+        // "E:/", 188 characters of folders, a slash and 94 of the name are 46 more than 240.
+        const QString shorter = name.chopped(46) + "(0)"_s;
+        const QStringList files = {folder + shorter + ".cdg"_s, folder + shorter + ".mid"_s};
+        QCOMPARE(player.files("My Songs"_s), files);
+        QVERIFY2(import.contains(shorter.toLatin1() + ".mid"), import.constData());
+    }
 };
-
-namespace {
-
-constexpr UINT kWesternEurope = 1252;
-const QString kImport = QStringLiteral("CorvinImportDB.sql");
-const QChar kAccented(0xE8);
-const QChar kBeyond(0x416); // Cyrillic
-
-SongInfo titled(const QString &title)
-{
-    SongInfo info;
-    info.title = title;
-    return info;
-}
-
-} // namespace
-
-void TestCodePage::initTestCase()
-{
-    QCOMPARE(::GetACP(), kWesternEurope);
-}
-
-void TestCodePage::everyCharacterCountsOnce_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("tooLong");
-    const QString suffix = QStringLiteral(".mid");
-    QTest::newRow("95 letters with accents") << QString(91, kAccented) + suffix << false;
-    QTest::newRow("96 letters with accents") << QString(92, kAccented) + suffix << true;
-    QTest::newRow("95 characters it does not know") << QString(91, kBeyond) + suffix << false;
-    QTest::newRow("96 characters it does not know") << QString(92, kBeyond) + suffix << true;
-}
-
-void TestCodePage::everyCharacterCountsOnce()
-{
-    QFETCH(QString, name);
-    QTEST(isPathTooLong(QStringLiteral("E:/My Songs/") + name), "tooLong");
-}
-
-QByteArray TestCodePage::optimise(const SimulatedPlayer &player)
-{
-    Ottimizza page;
-    page.show();
-    RunRecorder recorder(page);
-    QTest::mouseClick(page.findChild<QPushButton *>(QStringLiteral("Btn_Opt_Ok")), Qt::LeftButton);
-    if (recorder.lines().last() != QLatin1String("end 0"))
-        QTest::qFail("The run did not end well", __FILE__, __LINE__);
-    return player.content(kImport);
-}
-
-void TestCodePage::namesBeyondTheCodePageStayAndAreListed()
-{
-    SimulatedPlayer player;
-    const QString japanese = QString::fromUtf8("My Songs/日本の歌.mid");
-    const QString microphone = QString::fromUtf8("My Songs/🎤 Perché.mid");
-    player.addFile(japanese, SongFactory::midi(titled(QStringLiteral("One"))));
-    player.addFile(microphone, SongFactory::midi(titled(QStringLiteral("Two"))));
-    const QByteArray import = optimise(player);
-    QVERIFY(player.exists(japanese));
-    QVERIFY(player.exists(microphone));
-    QVERIFY2(import.contains("日本の歌.mid"), import.constData());
-    QVERIFY2(import.contains("🎤 Perché.mid"), import.constData());
-    QVERIFY(!import.contains('\r'));
-}
-
-void TestCodePage::overLongNameBeyondTheCodePageIsShortened()
-{
-    SimulatedPlayer player;
-    const QString longName = QStringLiteral("My Songs/") + QString(100, kBeyond);
-    player.addFile(longName + QStringLiteral(".mid"), SongFactory::midi(titled(QStringLiteral("Long"))));
-    const QByteArray import = optimise(player);
-    // 104 bytes of such a code page are 14 too many.
-    const QString shorter = longName.chopped(14) + QStringLiteral("(0).mid");
-    QCOMPARE(player.files(QStringLiteral("My Songs")), QStringList{shorter});
-    QVERIFY2(import.contains(shorter.section(QLatin1Char('/'), 1).toUtf8()), import.constData());
-}
-
-void TestCodePage::pathLongerThanOldProgramsKnowIsShortened()
-{
-    SimulatedPlayer player;
-    QString folder = QStringLiteral("My Songs");
-    for (int level = 0; level < 4; ++level)
-        folder += QLatin1Char('/') + QString(44, QLatin1Char('d'));
-    const QString name(90, QLatin1Char('n'));
-    const QString song = folder + QLatin1Char('/') + name;
-    player.addFile(song + QStringLiteral(".mid"), SongFactory::midi(titled(QStringLiteral("Deep"))));
-    player.addFile(song + QStringLiteral(".cdg"), "companion");
-    QVERIFY(player.path(song).size() > MAX_PATH);
-    const QByteArray import = optimise(player);
-    // "E:/", 188 characters of folders, a slash and 94 of the name are 46 more than 240.
-    const QString shorter = folder + QLatin1Char('/') + name.chopped(46) + QStringLiteral("(0)");
-    QCOMPARE(player.files(QStringLiteral("My Songs")),
-             (QStringList{shorter + QStringLiteral(".cdg"), shorter + QStringLiteral(".mid")}));
-    QVERIFY2(import.contains(shorter.section(QLatin1Char('/'), -1).toLatin1() + ".mid"), import.constData());
-}
 
 QTEST_MAIN(TestCodePage)
 #include "tst_codepage.moc"

@@ -1,235 +1,135 @@
 #include "optimizer/freename.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-#include <initializer_list>
-
-namespace {
-
-QStringList names(std::initializer_list<const char *> texts)
-{
-    QStringList list;
-    for (const char *text : texts)
-        list.append(QString::fromUtf8(text));
-    return list;
-}
-
-} // namespace
+#include "support/files.h"
+#include "support/given.h"
 
 class TestFreeName : public QObject
 {
     Q_OBJECT
 
+    static QString freeSong(const QString &folder, const QString &name)
+    {
+        return freeSplitBase(folder, name.section(QLatin1Char('.'), 0, -2), name.section(QLatin1Char('.'), -1));
+    }
+    static QString freeOldFolder(const QString &folder, const QString &name)
+    {
+        return freeOldFolderName(folder + "/"_s + name);
+    }
+    /// Runs a row of the table: what @p search finds for its name in a folder with its taken names.
+    static void finds(QString (*search)(const QString &folder, const QString &name))
+    {
+        QFETCH(QStringList, taken);
+        PcFolder files;
+        PcFolder folders; // a folder takes a name as well as a file does
+        for (const QString &name : qAsConst(taken)) {
+            files.addFile(name);
+            folders.addFolder(name);
+        }
+        for (const PcFolder *folder : {&files, &folders})
+            QCOMPARE(search(folder->path(), given<QString>("name")), folder->path(given<QString>("target")));
+    }
+    static QStringList hundred(const QString &first, const QString &others)
+    {
+        QStringList names(first);
+        for (int i = 1; i <= 100; ++i)
+            names.append(others.arg(i));
+        return names;
+    }
+
 private slots:
-    void init();
-
-    void rootFileGetsFreeName_data();
-    void rootFileGetsFreeName();
-    void imageOrVideoGetsFreeName_data();
-    void imageOrVideoGetsFreeName();
-    void songGetsFreeBase_data();
-    void songGetsFreeBase();
-    void oldFolderGetsFreeName_data();
-    void oldFolderGetsFreeName();
-    void folderOfTheNameAlsoTakesIt();
-    void missingFolderHasEveryNameFree();
-    void hundredTakenNamesArePassed();
-    void nameTooLongForTheDiskEndsTheSearch();
-
-private:
-    void take(const QStringList &taken);
-    QString folder() const { return m_dir->path(); }
-    QString in(const QString &name) const { return folder() + QLatin1Char('/') + name; }
-
-    QScopedPointer<QTemporaryDir> m_dir;
-};
-
-void TestFreeName::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    QVERIFY(m_dir->isValid());
-}
-
-void TestFreeName::take(const QStringList &taken)
-{
-    for (const QString &name : taken)
-        QVERIFY(QFile(in(name)).open(QIODevice::WriteOnly));
-}
-
-void TestFreeName::rootFileGetsFreeName_data()
-{
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("target");
-    QTest::newRow("free") << QStringList() << "a.mid"
-                          << "a.mid";
-    QTest::newRow("taken") << names({"a.mid"}) << "a.mid"
-                           << "a_1.mid";
-    QTest::newRow("taken with 1") << names({"a.mid", "a_1.mid"}) << "a.mid"
-                                  << "a_2.mid";
-    QTest::newRow("gap is used") << names({"a.mid", "a_2.mid"}) << "a.mid"
-                                 << "a_1.mid";
-    QTest::newRow("number alone is taken") << names({"a_1.mid"}) << "a.mid"
-                                           << "a.mid";
-    QTest::newRow("other suffix does not matter") << names({"a.mp3"}) << "a.mid"
-                                                  << "a.mid";
-    QTest::newRow("several dots: the last parts") << names({"a.b.mid"}) << "a.b.mid"
-                                                  << "a.b_1.mid";
-    QTest::newRow("no suffix, free") << QStringList() << "readme"
-                                     << "readme";
-    QTest::newRow("no suffix gets a dot") << names({"readme"}) << "readme"
-                                          << "readme_1.";
-    QTest::newRow("no suffix, dot taken") << names({"readme", "readme_1."}) << "readme"
-                                          << "readme_2.";
-    QTest::newRow("percent signs") << names({"100%1.mid"}) << "100%1.mid"
-                                   << "100%1_1.mid";
+    void rootFileGetsFreeName_data()
+    {
+        columns<QStringList, QString, QString>("taken", "name", "target");
+        row("free", QStringList(), "a.mid"_s, "a.mid"_s);
+        row("taken", words("a.mid"), "a.mid"_s, "a_1.mid"_s);
+        row("taken with 1", words("a.mid a_1.mid"), "a.mid"_s, "a_2.mid"_s);
+        row("taken with 100 numbers", hundred("a.mid"_s, "a_%1.mid"_s), "a.mid"_s, "a_101.mid"_s);
+        row("gap is used", words("a.mid a_2.mid"), "a.mid"_s, "a_1.mid"_s);
+        row("number alone is taken", words("a_1.mid"), "a.mid"_s, "a.mid"_s);
+        row("other suffix does not matter", words("a.mp3"), "a.mid"_s, "a.mid"_s);
+        row("several dots: the last parts", words("a.b.mid"), "a.b.mid"_s, "a.b_1.mid"_s);
+        row("no suffix, free", QStringList(), "readme"_s, "readme"_s);
+        row("no suffix gets a dot", words("readme"), "readme"_s, "readme_1."_s);
+        row("no suffix, dot taken", words("readme readme_1."), "readme"_s, "readme_2."_s);
+        row("percent signs", words("100%1.mid"), "100%1.mid"_s, "100%1_1.mid"_s);
 #ifdef Q_OS_UNIX
-    QTest::newRow("blanks and quotes") << names({"it's \"a\".mid"}) << "it's \"a\".mid"
-                                       << "it's \"a\"_1.mid";
+        row("blanks and quotes", QStringList("it's \"a\".mid"_s), "it's \"a\".mid"_s, "it's \"a\"_1.mid"_s);
 #endif
-    QTest::newRow("nothing before the dot") << names({".mid"}) << ".mid"
-                                            << "_1.mid";
-}
+        row("nothing before the dot", words(".mid"), ".mid"_s, "_1.mid"_s);
+    }
+    void rootFileGetsFreeName()
+    {
+        finds(freeRootFileTarget);
+    }
 
-void TestFreeName::rootFileGetsFreeName()
-{
-    QFETCH(QStringList, taken);
-    QFETCH(QString, name);
-    QFETCH(QString, target);
-    take(taken);
-    QCOMPARE(freeRootFileTarget(folder(), name), in(target));
-}
+    void imageOrVideoGetsFreeName_data()
+    {
+        columns<QStringList, QString, QString>("taken", "name", "target");
+        row("free", QStringList(), "cover.jpg"_s, "cover.jpg"_s);
+        row("taken", words("cover.jpg"), "cover.jpg"_s, "cover_1.jpg"_s);
+        row("taken with 1", words("cover.jpg cover_1.jpg"), "cover.jpg"_s, "cover_2.jpg"_s);
+        row("taken with 100 numbers", hundred("a.jpg"_s, "a_%1.jpg"_s), "a.jpg"_s, "a_101.jpg"_s);
+        row("several dots: the first parts", words("photo.2019.jpg"), "photo.2019.jpg"_s, "photo_1.2019.jpg"_s);
+        row("percent signs", words("%1.%2.avi"), "%1.%2.avi"_s, "%1_1.%2.avi"_s);
+    }
+    void imageOrVideoGetsFreeName()
+    {
+        finds(freeMediaTarget);
+    }
 
-void TestFreeName::imageOrVideoGetsFreeName_data()
-{
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("target");
-    QTest::newRow("free") << QStringList() << "cover.jpg"
-                          << "cover.jpg";
-    QTest::newRow("taken") << names({"cover.jpg"}) << "cover.jpg"
-                           << "cover_1.jpg";
-    QTest::newRow("taken with 1") << names({"cover.jpg", "cover_1.jpg"}) << "cover.jpg"
-                                  << "cover_2.jpg";
-    QTest::newRow("several dots: the first parts") << names({"photo.2019.jpg"}) << "photo.2019.jpg"
-                                                   << "photo_1.2019.jpg";
-    QTest::newRow("percent signs") << names({"%1.%2.avi"}) << "%1.%2.avi"
-                                   << "%1_1.%2.avi";
-}
+    void songGetsFreeBase_data()
+    {
+        columns<QStringList, QString, QString>("taken", "name", "target");
+        row("free", QStringList(), "Song.mid"_s, "Song"_s);
+        row("taken", words("Song.mid"), "Song.mid"_s, "Song(1)"_s);
+        row("taken with 1", words("Song.mid Song(1).mid"), "Song.mid"_s, "Song(2)"_s);
+        row("taken with 100 numbers", hundred("a.mid"_s, "a(%1).mid"_s), "a.mid"_s, "a(101)"_s);
+        row("companion alone does not take it", words("Song.dat"), "Song.mid"_s, "Song"_s);
+        row("base with dots", words("a.b.mp3"), "a.b.mp3"_s, "a.b(1)"_s);
+        row("base with a number", words("Song(1).mid"), "Song(1).mid"_s, "Song(1)(1)"_s);
+        row("percent signs", words("%1.mid"), "%1.mid"_s, "%1(1)"_s);
+    }
+    void songGetsFreeBase()
+    {
+        finds(freeSong);
+    }
 
-void TestFreeName::imageOrVideoGetsFreeName()
-{
-    QFETCH(QStringList, taken);
-    QFETCH(QString, name);
-    QFETCH(QString, target);
-    take(taken);
-    QCOMPARE(freeMediaTarget(folder(), name), in(target));
-}
+    void oldFolderGetsFreeName_data()
+    {
+        columns<QStringList, QString, QString>("taken", "name", "target");
+        row("free", QStringList(), "X"_s, "X.old"_s);
+        row("one taken", words("X.old"), "X"_s, "X.old1"_s);
+        row("two taken", words("X.old X.old1"), "X"_s, "X.old12"_s);
+        row("three taken", words("X.old X.old1 X.old12"), "X"_s, "X.old123"_s);
+        row("a number that is not tried", words("X.old X.old2"), "X"_s, "X.old1"_s);
+        row("only a later one taken", words("X.old1"), "X"_s, "X.old"_s);
+    }
+    void oldFolderGetsFreeName()
+    {
+        finds(freeOldFolder);
+    }
 
-void TestFreeName::songGetsFreeBase_data()
-{
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("base");
-    QTest::addColumn<QString>("suffix");
-    QTest::addColumn<QString>("target");
-    QTest::newRow("free") << QStringList() << "Song"
-                          << "mid"
-                          << "Song";
-    QTest::newRow("taken") << names({"Song.mid"}) << "Song"
-                           << "mid"
-                           << "Song(1)";
-    QTest::newRow("taken with 1") << names({"Song.mid", "Song(1).mid"}) << "Song"
-                                  << "mid"
-                                  << "Song(2)";
-    QTest::newRow("companion alone does not take it") << names({"Song.dat"}) << "Song"
-                                                      << "mid"
-                                                      << "Song";
-    QTest::newRow("base with dots") << names({"a.b.mp3"}) << "a.b"
-                                    << "mp3"
-                                    << "a.b(1)";
-    QTest::newRow("base with a number") << names({"Song(1).mid"}) << "Song(1)"
-                                        << "mid"
-                                        << "Song(1)(1)";
-    QTest::newRow("percent signs") << names({"%1.mid"}) << "%1"
-                                   << "mid"
-                                   << "%1(1)";
-}
+    void missingFolderHasEveryNameFree()
+    {
+        const PcFolder folder;
+        const QString missing = folder.path("missing"_s);
+        QCOMPARE(freeRootFileTarget(missing, "a.mid"_s), missing + "/a.mid"_s);
+        QCOMPARE(freeMediaTarget(missing, "a.jpg"_s), missing + "/a.jpg"_s);
+        QCOMPARE(freeSong(missing, "a.mid"_s), missing + "/a"_s);
+    }
 
-void TestFreeName::songGetsFreeBase()
-{
-    QFETCH(QStringList, taken);
-    QFETCH(QString, base);
-    QFETCH(QString, suffix);
-    QFETCH(QString, target);
-    take(taken);
-    QCOMPARE(freeSplitBase(folder(), base, suffix), in(target));
-}
-
-void TestFreeName::oldFolderGetsFreeName_data()
-{
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("target");
-    QTest::newRow("free") << QStringList() << "X.old";
-    QTest::newRow("one taken") << names({"X.old"}) << "X.old1";
-    QTest::newRow("two taken") << names({"X.old", "X.old1"}) << "X.old12";
-    QTest::newRow("three taken") << names({"X.old", "X.old1", "X.old12"}) << "X.old123";
-    QTest::newRow("a number that is not tried") << names({"X.old", "X.old2"}) << "X.old1";
-    QTest::newRow("only a later one taken") << names({"X.old1"}) << "X.old";
-}
-
-void TestFreeName::oldFolderGetsFreeName()
-{
-    QFETCH(QStringList, taken);
-    QFETCH(QString, target);
-    for (const QString &name : taken)
-        QVERIFY(QDir().mkdir(in(name)));
-    QCOMPARE(freeOldFolderName(in(QStringLiteral("X"))), in(target));
-    // A file takes a name as well as a folder does.
-    for (const QString &name : taken)
-        QVERIFY(QDir().rmdir(in(name)));
-    take(taken);
-    QCOMPARE(freeOldFolderName(in(QStringLiteral("X"))), in(target));
-}
-
-void TestFreeName::folderOfTheNameAlsoTakesIt()
-{
-    QVERIFY(QDir().mkdir(in(QStringLiteral("a.mid"))));
-    QCOMPARE(freeRootFileTarget(folder(), QStringLiteral("a.mid")), in(QStringLiteral("a_1.mid")));
-    QCOMPARE(freeMediaTarget(folder(), QStringLiteral("a.mid")), in(QStringLiteral("a_1.mid")));
-    QCOMPARE(freeSplitBase(folder(), QStringLiteral("a"), QStringLiteral("mid")), in(QStringLiteral("a(1)")));
-}
-
-void TestFreeName::missingFolderHasEveryNameFree()
-{
-    const QString missing = in(QStringLiteral("missing"));
-    QCOMPARE(freeRootFileTarget(missing, QStringLiteral("a.mid")), missing + QStringLiteral("/a.mid"));
-    QCOMPARE(freeMediaTarget(missing, QStringLiteral("a.jpg")), missing + QStringLiteral("/a.jpg"));
-    QCOMPARE(freeSplitBase(missing, QStringLiteral("a"), QStringLiteral("mid")), missing + QStringLiteral("/a"));
-}
-
-void TestFreeName::hundredTakenNamesArePassed()
-{
-    QStringList taken{QStringLiteral("a.mid")};
-    for (int i = 1; i <= 100; ++i)
-        taken << QStringLiteral("a_%1.mid").arg(i) << QStringLiteral("a(%1).mid").arg(i);
-    take(taken);
-    QCOMPARE(freeRootFileTarget(folder(), QStringLiteral("a.mid")), in(QStringLiteral("a_101.mid")));
-    QCOMPARE(freeMediaTarget(folder(), QStringLiteral("a.mid")), in(QStringLiteral("a_101.mid")));
-    QCOMPARE(freeSplitBase(folder(), QStringLiteral("a"), QStringLiteral("mid")), in(QStringLiteral("a(101)")));
-}
-
-void TestFreeName::nameTooLongForTheDiskEndsTheSearch()
-{
-    constexpr int kLongestName = 255;
-    const QString longest = QString(kLongestName - 4, QLatin1Char('a')) + QStringLiteral(".mid");
-    take({longest});
-    QVERIFY(freeRootFileTarget(folder(), longest).endsWith(QStringLiteral("a_1.mid")));
-    const QString folderName(kLongestName - 4, QLatin1Char('b'));
-    QVERIFY(QDir().mkdir(in(folderName + QStringLiteral(".old"))));
-    QVERIFY(freeOldFolderName(in(folderName)).endsWith(QStringLiteral("b.old1")));
-}
+    void nameTooLongForTheDiskEndsTheSearch()
+    {
+        constexpr int kLongestName = 255;
+        PcFolder folder;
+        const QString longest = QString(kLongestName - 4, QLatin1Char('a')) + ".mid"_s;
+        folder.addFile(longest);
+        QVERIFY(freeRootFileTarget(folder.path(), longest).endsWith("a_1.mid"_s));
+        const QString folderName(kLongestName - 4, QLatin1Char('b'));
+        folder.addFolder(folderName + ".old"_s);
+        QVERIFY(freeOldFolder(folder.path(), folderName).endsWith("b.old1"_s));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestFreeName)
 #include "tst_freename.moc"

@@ -1,442 +1,236 @@
 #include "optimizer/sqlline.h"
 
 #include "songfactory/songfactory.h"
-
-#include <QDir>
-#include <QFile>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/files.h"
+#include "support/given.h"
+#include "support/playerdatabase.h"
 
 Q_DECLARE_METATYPE(SongInfo)
-
-namespace {
-
-const QString kRoot = QStringLiteral("E:/");
-const QString kPath = QStringLiteral("E:/My Songs/song.mid");
-const QString kStart = QStringLiteral(
-    "INSERT INTO songs (filename,onlyFilename,title,artist,genre,DriveName,format,author,bpm,[key],marker) VALUES (");
-const QString kNote = QStringLiteral("\U0001F3B5");
-
-QString text(int count, char c = 'a')
-{
-    return QString(count, QLatin1Char(c));
-}
-
-SongInfo fullInfo()
-{
-    SongInfo info;
-    info.title = QStringLiteral("Night and Day");
-    info.genre = QStringLiteral("Jazz");
-    info.userBpm = 120;
-    info.key = QStringLiteral("C");
-    info.format = QStringLiteral("MIDI");
-    info.markers.append(SongMarker{4, QStringLiteral("Intro")});
-    return info;
-}
-
-/// A database as the player has it, in memory.
-class PlayerDatabase
-{
-public:
-    PlayerDatabase()
-    {
-        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
-        m_database.setDatabaseName(QStringLiteral(":memory:"));
-        m_open = m_database.open() &&
-                 run(QStringLiteral("CREATE TABLE songs (filename TEXT, onlyFilename TEXT, title TEXT, artist TEXT, "
-                                    "genre TEXT, DriveName TEXT, format TEXT, author TEXT, bpm TEXT, [key] TEXT, "
-                                    "marker TEXT)"));
-    }
-    ~PlayerDatabase()
-    {
-        const QString name = m_database.connectionName();
-        m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(name);
-    }
-    PlayerDatabase(const PlayerDatabase &) = delete;
-    PlayerDatabase &operator=(const PlayerDatabase &) = delete;
-
-    bool isOpen() const { return m_open; }
-    bool run(const QString &statement)
-    {
-        QSqlQuery query(m_database);
-        const bool done = query.exec(statement);
-        if (!done)
-            qWarning() << query.lastError().text() << statement;
-        return done;
-    }
-    /// All rows, each as its columns in order.
-    QList<QStringList> songs()
-    {
-        QList<QStringList> rows;
-        QSqlQuery query(QStringLiteral("SELECT * FROM songs ORDER BY rowid"), m_database);
-        while (query.next()) {
-            QStringList row;
-            for (int column = 0; column < 11; ++column)
-                row.append(query.value(column).toString());
-            rows.append(row);
-        }
-        return rows;
-    }
-
-private:
-    QSqlDatabase m_database;
-    bool m_open = false;
-};
-
-} // namespace
 
 class TestSqlLine : public QObject
 {
     Q_OBJECT
 
+    static inline const QString kRoot = "E:/"_s;
+    static inline const QString kPath = "E:/My Songs/song.mid"_s;
+    static inline const QString kStart =
+        "INSERT INTO songs (filename,onlyFilename,title,artist,genre,DriveName,format,author,bpm,[key],marker) VALUES ("_s;
+    static inline const QString kNote = "🎵"_s;
+
+    static QString text(int count, char c = 'a') { return QString(count, QLatin1Char(c)); }
+    /// A song with these texts, 120 beats a minute and a marker.
+    static SongInfo song(const QString &title, const QString &artist, const QString &genre, const QString &author,
+                         const QString &key)
+    {
+        return {title, artist, genre, author, 0, 120, key, {}, false, {{4, "Intro"_s}}, "MIDI"_s, {}, 0};
+    }
+    /// The row of such a song in the player's database.
+    static QStringList storedRow(const QString &name, const SongInfo &info, const QString &format,
+                                 const QString &marker)
+    {
+        return R"(\sdmemory\My Songs\%1|%1|%2|%3|%4||%5|%6|%7|%8|%9)"_s
+            .arg(name, info.title, info.artist, info.genre, format, info.author, QString::number(info.userBpm),
+                 info.key, marker)
+            .split(QLatin1Char('|'));
+    }
+
 private slots:
-    void textIsEscaped_data();
-    void textIsEscaped();
-    void everyLengthAroundTheLimitIsCut();
-    void songIsInserted();
-    void emptyFieldsGetTheirStandIns();
-    void fieldsAreWritten_data();
-    void fieldsAreWritten();
-    void mountedVolumeIsNotInThePath();
-    void vanishedSongIsDeleted_data();
-    void vanishedSongIsDeleted();
-    void longPathIsCutTheSameInBothStatements();
+    void textIsEscaped_data()
+    {
+        columns<QString, int, QString>("value", "limit", "escaped");
+        row("empty", QString(), 100, QString());
+        row("plain", "Azzurro"_s, 100, "Azzurro"_s);
+        row("single quotes", "Rock 'n' Roll"_s, 100, "Rock ''n'' Roll"_s);
+        row("quotes one behind the other", "''"_s, 100, "''''"_s);
+        row("double quotes stay", "\"heroes\""_s, 100, "\"heroes\""_s);
+        row("backslashes stay", "\\a\\"_s, 100, "\\a\\"_s);
+        row("Windows line end is one blank", "a\r\nb"_s, 100, "a b"_s);
+        row("Unix line end", "a\nb"_s, 100, "a b"_s);
+        row("old line end", "a\rb"_s, 100, "a b"_s);
+        row("line ends the wrong way round", "a\n\rb"_s, 100, "a  b"_s);
+        row("two returns and a feed", "a\r\r\nb"_s, 100, "a  b"_s);
+        row("line end is replaced before the cut", "a\r\nbc"_s, 3, "a b"_s);
+        row("limit 0", "abc"_s, 0, QString());
+        row("limit 1", "abc"_s, 1, "a"_s);
+        for (const int length : {99, 100, 101, 200})
+            row(qPrintable("%1 characters for 100"_s.arg(length)), text(length), 100, text(qMin(length, 100)));
+        row("quotes are doubled after the cut", text(100, '\''), 100, text(200, '\''));
+        row("quote as the last character", text(99) + "'b"_s, 100, text(99) + "''"_s);
+        row("quote behind the cut", text(100) + "'"_s, 100, text(100));
+        row("emoji that fits", text(98) + kNote, 100, text(98) + kNote);
+        row("emoji that fits with text behind", text(98) + kNote + text(5), 100, text(98) + kNote);
+        row("emoji at the cut", text(99) + kNote, 100, text(99));
+        row("emoji behind the cut", text(100) + kNote, 100, text(100));
+        row("emoji and limit 1", kNote, 1, QString());
+        row("emoji and limit 2", kNote, 2, kNote);
+    }
+    void textIsEscaped() { QTEST(sqlEscaped(given<QString>("value"), given<int>("limit")), "escaped"); }
 
-    void insertedRowHoldsTheValues_data();
-    void insertedRowHoldsTheValues();
-    void deletionTakesOutWhatInsertionPutIn();
-    void songFileIsInserted_data();
-    void songFileIsInserted();
-    void fileThatIsNoSongGivesNoLine_data();
-    void fileThatIsNoSongGivesNoLine();
-};
-
-void TestSqlLine::textIsEscaped_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<QString>("escaped");
-    const auto row = [](const char *name, const QString &value, int limit, const QString &escaped) {
-        QTest::newRow(name) << value << limit << escaped;
-    };
-    row("empty", QString(), 100, QString());
-    row("plain", QStringLiteral("Azzurro"), 100, QStringLiteral("Azzurro"));
-    row("single quotes", QStringLiteral("Rock 'n' Roll"), 100, QStringLiteral("Rock ''n'' Roll"));
-    row("quotes one behind the other", QStringLiteral("''"), 100, QStringLiteral("''''"));
-    row("double quotes stay", QStringLiteral("\"heroes\""), 100, QStringLiteral("\"heroes\""));
-    row("backslashes stay", QStringLiteral("\\a\\"), 100, QStringLiteral("\\a\\"));
-    row("Windows line end is one blank", QStringLiteral("a\r\nb"), 100, QStringLiteral("a b"));
-    row("Unix line end", QStringLiteral("a\nb"), 100, QStringLiteral("a b"));
-    row("old line end", QStringLiteral("a\rb"), 100, QStringLiteral("a b"));
-    row("line ends the wrong way round", QStringLiteral("a\n\rb"), 100, QStringLiteral("a  b"));
-    row("two returns and a feed", QStringLiteral("a\r\r\nb"), 100, QStringLiteral("a  b"));
-    row("line end is replaced before the cut", QStringLiteral("a\r\nbc"), 3, QStringLiteral("a b"));
-    row("limit 0", QStringLiteral("abc"), 0, QString());
-    row("limit 1", QStringLiteral("abc"), 1, QStringLiteral("a"));
-    row("one below the limit", text(99), 100, text(99));
-    row("as long as the limit", text(100), 100, text(100));
-    row("one over the limit", text(101), 100, text(100));
-    row("twice the limit", text(200), 100, text(100));
-    row("quotes are doubled after the cut", text(100, '\''), 100, text(200, '\''));
-    row("quote as the last character", text(99) + QStringLiteral("'b"), 100, text(99) + QStringLiteral("''"));
-    row("quote behind the cut", text(100) + QStringLiteral("'"), 100, text(100));
-    row("emoji that fits", text(98) + kNote, 100, text(98) + kNote);
-    row("emoji that fits with text behind", text(98) + kNote + text(5), 100, text(98) + kNote);
-    row("emoji at the cut", text(99) + kNote, 100, text(99));
-    row("emoji behind the cut", text(100) + kNote, 100, text(100));
-    row("emoji and limit 1", kNote, 1, QString());
-    row("emoji and limit 2", kNote, 2, kNote);
-}
-
-void TestSqlLine::textIsEscaped()
-{
-    QFETCH(QString, value);
-    QFETCH(int, limit);
-    QTEST(sqlEscaped(value, limit), "escaped");
-}
-
-void TestSqlLine::everyLengthAroundTheLimitIsCut()
-{
-    for (const int limit : {0, 1, 2, 50, 100, 250}) {
-        for (int notes = 0; notes <= limit; ++notes) {
-            const QString cut = sqlEscaped(kNote.repeated(notes), limit);
-            QCOMPARE(cut, kNote.repeated(qMin(notes, limit / 2)));
+    void everyLengthAroundTheLimitIsCut()
+    {
+        for (const int limit : {0, 1, 2, 50, 100, 250}) {
+            for (int notes = 0; notes <= limit; ++notes)
+                QCOMPARE(sqlEscaped(kNote.repeated(notes), limit), kNote.repeated(qMin(notes, limit / 2)));
         }
     }
-}
 
-void TestSqlLine::songIsInserted()
-{
-    QCOMPARE(insertLine(fullInfo(), kPath, kRoot),
-             kStart +
-                 QStringLiteral("'\\sdmemory\\My Songs\\song.mid','song.mid','Night and Day','<unknown>','Jazz','',"
-                                "'0','<unknown>','120','C','1')\n"));
-}
-
-void TestSqlLine::emptyFieldsGetTheirStandIns()
-{
-    QCOMPARE(insertLine(SongInfo(), kPath, kRoot),
-             kStart +
-                 QStringLiteral("'\\sdmemory\\My Songs\\song.mid','song.mid','song.mid','<unknown>','<unknown>','',"
-                                "'0','<unknown>','0','','0')\n"));
-}
-
-void TestSqlLine::fieldsAreWritten_data()
-{
-    QTest::addColumn<SongInfo>("info");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("values");
-    const QString front = QStringLiteral("'\\sdmemory\\a.mp3','a.mp3',");
-    const QString path = QStringLiteral("E:/a.mp3");
-    const auto row = [&](const char *name, const SongInfo &info, const QString &values) {
-        QTest::newRow(name) << info << path << front + values;
-    };
-    SongInfo info;
-    info.format = QStringLiteral("MP3");
-    row("MP3", info, QStringLiteral("'a.mp3','<unknown>','<unknown>','','1','<unknown>','0','','0'"));
-    info.format = QStringLiteral("mp3");
-    row("format in small letters", info,
-        QStringLiteral("'a.mp3','<unknown>','<unknown>','','0','<unknown>','0','','0'"));
-    info.format = QStringLiteral("MP34");
-    row("longer format", info, QStringLiteral("'a.mp3','<unknown>','<unknown>','','0','<unknown>','0','','0'"));
-    info = SongInfo();
-    info.title = info.artist = info.genre = info.author = text(101);
-    info.key = text(51);
-    row("texts over their limits", info,
-        QStringLiteral("'%1','%1','%1','','0','%1','0','%2','0'").arg(text(100), text(50)));
-    info.title = info.artist = info.genre = info.author = text(100);
-    info.key = text(50);
-    row("texts at their limits", info,
-        QStringLiteral("'%1','%1','%1','','0','%1','0','%2','0'").arg(text(100), text(50)));
-    info = SongInfo();
-    info.title = text(99) + QLatin1Char('\'');
-    row("title of 100 characters with a quote", info,
-        QStringLiteral("'") + text(99) + QStringLiteral("''','<unknown>','<unknown>','','0','<unknown>','0','','0'"));
-    info = SongInfo();
-    info.title = QStringLiteral(" ");
-    info.userBpm = -1;
-    info.key = QStringLiteral("F#-");
-    row("blank title is a title, tempo as it is", info,
-        QStringLiteral("' ','<unknown>','<unknown>','','0','<unknown>','-1','F#-','0'"));
-    info = SongInfo();
-    info.title = QStringLiteral("100%1 %2");
-    row("percent signs", info, QStringLiteral("'100%1 %2','<unknown>','<unknown>','','0','<unknown>','0','','0'"));
-}
-
-void TestSqlLine::fieldsAreWritten()
-{
-    QFETCH(SongInfo, info);
-    QFETCH(QString, path);
-    QFETCH(QString, values);
-    QCOMPARE(insertLine(info, path, kRoot), kStart + values + QStringLiteral(")\n"));
-}
-
-void TestSqlLine::mountedVolumeIsNotInThePath()
-{
-    const QString root = QStringLiteral("/media/u/CORVIN4/");
-    QVERIFY(insertLine(SongInfo(), root + QStringLiteral("a/b.mid"), root)
-                .contains(QStringLiteral("('\\sdmemory\\a\\b.mid',")));
-    QCOMPARE(deleteLine(root + QStringLiteral("a/b.mid"), root),
-             QStringLiteral("DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"));
-}
-
-void TestSqlLine::vanishedSongIsDeleted_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("song") << kPath << R"(\sdmemory\My Songs\song.mid)";
-    QTest::newRow("apostrophe") << "E:/L'altra/it's.mid"
-                                << R"(\sdmemory\L''altra\it''s.mid)";
-    QTest::newRow("accents") << QStringLiteral("E:/Perch\u00E9.mid") << QStringLiteral("\\sdmemory\\Perch\u00E9.mid");
-    QTest::newRow("root alone") << "E:/"
-                                << R"(\sdmemory\)";
-}
-
-void TestSqlLine::vanishedSongIsDeleted()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, value);
-    QCOMPARE(deleteLine(path, kRoot),
-             QStringLiteral("DELETE FROM songs WHERE filename='") + value + QStringLiteral("'\n"));
-}
-
-void TestSqlLine::longPathIsCutTheSameInBothStatements()
-{
-    const QString device = QStringLiteral("\\sdmemory\\");
-    for (const int length : {249, 250, 251, 500}) {
-        const QString name = text(length - device.size());
-        const QString value = QLatin1Char('\'') + (device + name).left(250) + QLatin1Char('\'');
-        QVERIFY(insertLine(SongInfo(), kRoot + name, kRoot).startsWith(kStart + value + QLatin1Char(',')));
-        QCOMPARE(deleteLine(kRoot + name, kRoot),
-                 QStringLiteral("DELETE FROM songs WHERE filename=") + value + QLatin1Char('\n'));
+    void fieldsAreWritten_data()
+    {
+        columns<QString, SongInfo, QString>("path", "info", "values");
+        const QString front = R"('\sdmemory\My Songs\song.mid','song.mid',)"_s;
+        const QString rest = ",'<unknown>','<unknown>','','0','<unknown>','0','','0'"_s;
+        row("song", kPath, song("Night and Day"_s, QString(), "Jazz"_s, QString(), "C"_s),
+            front + "'Night and Day','<unknown>','Jazz','','0','<unknown>','120','C','1'"_s);
+        row("empty fields get their stand-ins", kPath, SongInfo(), front + "'song.mid'"_s + rest);
+        SongInfo info;
+        info.title = text(99) + "'"_s;
+        row("title of 100 characters with a quote", kPath, info, front + "'"_s + text(99) + "'''"_s + rest);
+        info.title = "100%1 %2"_s;
+        row("percent signs", kPath, info, front + "'100%1 %2'"_s + rest);
+        info.title = " "_s;
+        info.userBpm = -1;
+        info.key = "F#-"_s;
+        row("blank title is a title, tempo as it is", kPath, info,
+            front + "' ','<unknown>','<unknown>','','0','<unknown>','-1','F#-','0'"_s);
+        const QString limits = "'%1','%1','%1','','0','%1','120','%2','1'"_s.arg(text(100), text(50));
+        row("texts at their limits", kPath, song(text(100), text(100), text(100), text(100), text(50)), front + limits);
+        row("texts over their limits", kPath, song(text(101), text(101), text(101), text(101), text(51)),
+            front + limits);
+        for (const QString &format : words("MP3 mp3 MP34")) {
+            info = SongInfo();
+            info.format = format;
+            row(qPrintable("format "_s + format), "E:/a.mp3"_s, info,
+                R"('\sdmemory\a.mp3','a.mp3','a.mp3','<unknown>','<unknown>','','%1','<unknown>','0','','0')"_s.arg(
+                    int(format == "MP3"_s)));
+        }
     }
-}
-
-void TestSqlLine::insertedRowHoldsTheValues_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("stored");
-    const auto row = [](const char *name, const QString &value, const QString &stored) {
-        QTest::newRow(name) << value << stored;
-    };
-    row("plain", QStringLiteral("Azzurro"), QStringLiteral("Azzurro"));
-    row("quotes", QStringLiteral("Rock 'n' \"Roll\""), QStringLiteral("Rock 'n' \"Roll\""));
-    row("quotes alone", QStringLiteral("'''"), QStringLiteral("'''"));
-    row("statement inside", QStringLiteral("'); DROP TABLE songs; --"), QStringLiteral("'); DROP TABLE songs; --"));
-    row("accents", QStringLiteral("Perch\u00E9 \u00F9 \u4F60"), QStringLiteral("Perch\u00E9 \u00F9 \u4F60"));
-    row("line ends", QStringLiteral("a\r\nb\nc\rd"), QStringLiteral("a b c d"));
-    row("emoji at the cut", text(99) + kNote, text(99));
-    row("emoji that fits", text(98) + kNote, text(98) + kNote);
-    row("quotes at the cut", text(99) + QStringLiteral("''"), text(99) + QLatin1Char('\''));
-}
-
-void TestSqlLine::insertedRowHoldsTheValues()
-{
-    QFETCH(QString, value);
-    QFETCH(QString, stored);
-    SongInfo info = fullInfo();
-    info.title = info.artist = info.genre = info.author = value;
-    PlayerDatabase database;
-    QVERIFY(database.isOpen());
-    const QString line = insertLine(info, kPath, kRoot);
-    QCOMPARE(line.count(QLatin1Char('\n')), 1);
-    QVERIFY(line.endsWith(QLatin1Char('\n')));
-    QVERIFY(database.run(line));
-    const QStringList row = {QStringLiteral("\\sdmemory\\My Songs\\song.mid"),
-                             QStringLiteral("song.mid"),
-                             stored,
-                             stored,
-                             stored,
-                             QString(),
-                             QStringLiteral("0"),
-                             stored,
-                             QStringLiteral("120"),
-                             QStringLiteral("C"),
-                             QStringLiteral("1")};
-    QCOMPARE(database.songs(), QList<QStringList>{row});
-}
-
-void TestSqlLine::deletionTakesOutWhatInsertionPutIn()
-{
-    PlayerDatabase database;
-    QVERIFY(database.isOpen());
-    const QStringList paths = {QStringLiteral("E:/L'altra/Perch\u00E9.mid"), QStringLiteral("E:/a.mid"),
-                               kRoot + text(400), QStringLiteral("E:/line\nend.mid")};
-    for (const QString &path : paths)
-        QVERIFY(database.run(insertLine(SongInfo(), path, kRoot)));
-    QCOMPARE(database.songs().size(), paths.size());
-    for (int i = 0; i < paths.size(); ++i) {
-        QVERIFY(database.run(deleteLine(paths.at(i), kRoot)));
-        QCOMPARE(database.songs().size(), paths.size() - 1 - i);
+    void fieldsAreWritten()
+    {
+        QCOMPARE(insertLine(given<SongInfo>("info"), given<QString>("path"), kRoot),
+                 kStart + given<QString>("values") + ")\n"_s);
     }
-}
 
-void TestSqlLine::songFileIsInserted_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("song");
-    QTest::addColumn<QStringList>("row");
-    SongInfo info;
-    info.title = QStringLiteral("L'amica \u00E8 \"qui\"");
-    info.artist = QStringLiteral("D'Angel\u00F2");
-    info.genre = QStringLiteral("Rock 'n' Roll");
-    info.author = QStringLiteral("O'Neill");
-    info.userBpm = 128;
-    info.key = QStringLiteral("F#-");
-    info.markers.append(SongMarker{1, QStringLiteral("Intro")});
-    const auto row = [&](const QString &name, const QByteArray &song, bool isMp3, bool hasMarkers) {
-        const QStringList columns = {QStringLiteral("\\sdmemory\\My Songs\\") + name,
-                                     name,
-                                     info.title,
-                                     info.artist,
-                                     info.genre,
-                                     QString(),
-                                     isMp3 ? QStringLiteral("1") : QStringLiteral("0"),
-                                     info.author,
-                                     QStringLiteral("128"),
-                                     QStringLiteral("F#-"),
-                                     hasMarkers ? QStringLiteral("1") : QStringLiteral("0")};
-        QTest::newRow(qPrintable(name)) << name << song << columns;
-    };
-    row(QStringLiteral("smf0.mid"), SongFactory::midi(info, 0), false, true);
-    row(QStringLiteral("smf1.mid"), SongFactory::midi(info, 1), false, true);
-    row(QStringLiteral("standard markers.kar"), SongFactory::midi(info, 0, SongFactory::Markers::Standard), false,
-        true);
-    row(QStringLiteral("it's an mf3.mf3"), SongFactory::mfx(3, info), false, true);
-    row(QStringLiteral("mf4.mf4"), SongFactory::mfx(4, info), false, true);
-    row(QStringLiteral("mf5.mf5"), SongFactory::mfx(5, info), false, true);
-    row(QStringLiteral("v23.mp3"), SongFactory::mp3(3, info, 1), true, false);
-    row(QStringLiteral("v24.mp3"), SongFactory::mp3(4, info, 3), true, false);
-    info = SongInfo();
-    info.title = QStringLiteral("notag.mp3");
-    info.artist = info.genre = info.author = QStringLiteral("<unknown>");
-    QTest::newRow("no tag") << QStringLiteral("notag.mp3") << SongFactory::mp3(3, SongInfo())
-                            << QStringList{QStringLiteral("\\sdmemory\\My Songs\\notag.mp3"),
-                                           QStringLiteral("notag.mp3"),
-                                           QStringLiteral("notag.mp3"),
-                                           info.artist,
-                                           info.genre,
-                                           QString(),
-                                           QStringLiteral("1"),
-                                           info.author,
-                                           QStringLiteral("0"),
-                                           QString(),
-                                           QStringLiteral("0")};
-}
+    void mountedVolumeIsNotInThePath()
+    {
+        const QString root = "/media/u/CORVIN4/"_s;
+        QVERIFY(insertLine(SongInfo(), root + "a/b.mid"_s, root).contains(R"(('\sdmemory\a\b.mid',)"_s));
+        QCOMPARE(deleteLine(root + "a/b.mid"_s, root), "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
+    }
 
-void TestSqlLine::songFileIsInserted()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, song);
-    QFETCH(QStringList, row);
-    const QTemporaryDir dir;
-    const QString root = dir.path() + QLatin1Char('/');
-    QVERIFY(QDir(root).mkdir(QStringLiteral("My Songs")));
-    const QString path = root + QStringLiteral("My Songs/") + name;
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(song);
-    file.close();
+    void vanishedSongIsDeleted_data()
+    {
+        columns<QString, QString>("path", "value");
+        row("song", kPath, R"(\sdmemory\My Songs\song.mid)"_s);
+        row("apostrophe", "E:/L'altra/it's.mid"_s, R"(\sdmemory\L''altra\it''s.mid)"_s);
+        row("accents", "E:/Perché.mid"_s, R"(\sdmemory\Perché.mid)"_s);
+        row("root alone", kRoot, R"(\sdmemory\)"_s);
+    }
+    void vanishedSongIsDeleted()
+    {
+        QCOMPARE(deleteLine(given<QString>("path"), kRoot),
+                 "DELETE FROM songs WHERE filename='"_s + given<QString>("value") + "'\n"_s);
+    }
 
-    PlayerDatabase database;
-    QVERIFY(database.isOpen());
-    const QString line = insertLineForSong(path, root);
-    QVERIFY(!line.isEmpty());
-    QVERIFY(database.run(line));
-    QCOMPARE(database.songs(), QList<QStringList>{row});
-}
+    void longPathIsCutTheSameInBothStatements()
+    {
+        const QString device = R"(\sdmemory\)"_s;
+        for (const int length : {249, 250, 251, 500}) {
+            const QString name = text(length - device.size());
+            const QString value = "'"_s + (device + name).left(250) + "'"_s;
+            QVERIFY(insertLine(SongInfo(), kRoot + name, kRoot).startsWith(kStart + value + ","_s));
+            QCOMPARE(deleteLine(kRoot + name, kRoot), "DELETE FROM songs WHERE filename="_s + value + "\n"_s);
+        }
+    }
 
-void TestSqlLine::fileThatIsNoSongGivesNoLine_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty") << "a.mid" << QByteArray();
-    QTest::newRow("three bytes") << "a.mid" << QByteArray("MTh");
-    QTest::newRow("cut MIDI") << "a.mid" << QByteArray("MThd\0\0\0\6", 8);
-    QTest::newRow("text") << "a.mid" << QByteArray("this is no song at all");
-    QTest::newRow("MFx without its header") << "a.mf5" << QByteArray("_MF5") + QByteArray(600, '\0');
-    QTest::newRow("MP3 by name only") << "a.mp3" << QByteArray("RIFFRIFFRIFF");
-    QTest::newRow("MP3 with another name") << "a.mid" << QByteArray("ID3\3\0\0\0\0\0\0", 10);
-}
+    void insertedRowHoldsTheValues_data()
+    {
+        columns<QString, QString>("value", "stored");
+        row("plain", "Azzurro"_s, "Azzurro"_s);
+        row("quotes", "Rock 'n' \"Roll\""_s, "Rock 'n' \"Roll\""_s);
+        row("quotes alone", "'''"_s, "'''"_s);
+        row("statement inside", "'); DROP TABLE songs; --"_s, "'); DROP TABLE songs; --"_s);
+        row("accents", "Perché ù 你"_s, "Perché ù 你"_s);
+        row("line ends", "a\r\nb\nc\rd"_s, "a b c d"_s);
+        row("emoji at the cut", text(99) + kNote, text(99));
+        row("emoji that fits", text(98) + kNote, text(98) + kNote);
+        row("quotes at the cut", text(99) + "''"_s, text(99) + "'"_s);
+    }
+    void insertedRowHoldsTheValues()
+    {
+        QFETCH(QString, value);
+        QFETCH(QString, stored);
+        const QString line = insertLine(song(value, value, value, value, "C"_s), kPath, kRoot);
+        QCOMPARE(line.indexOf(QLatin1Char('\n')), line.size() - 1);
+        PlayerDatabase database;
+        QCOMPARE(database.run(line), QString());
+        const SongInfo expected = song(stored, stored, stored, stored, "C"_s);
+        QCOMPARE(database.songs(), QList<QStringList>{storedRow("song.mid"_s, expected, "0"_s, "1"_s)});
+    }
 
-void TestSqlLine::fileThatIsNoSongGivesNoLine()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, content);
-    const QTemporaryDir dir;
-    const QString path = dir.filePath(name);
-    QCOMPARE(insertLineForSong(path, dir.path() + QLatin1Char('/')), QString());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    file.close();
-    QCOMPARE(insertLineForSong(path, dir.path() + QLatin1Char('/')), QString());
-    QVERIFY(QFile::exists(path));
-}
+    void deletionTakesOutWhatInsertionPutIn()
+    {
+        PlayerDatabase database;
+        const QStringList paths = {"E:/L'altra/Perché.mid"_s, "E:/a.mid"_s, kRoot + text(400), "E:/line\nend.mid"_s};
+        for (const QString &path : paths)
+            QCOMPARE(database.run(insertLine(SongInfo(), path, kRoot)), QString());
+        for (int left = paths.size(); left > 0; --left) {
+            QCOMPARE(database.songs().size(), left);
+            QCOMPARE(database.run(deleteLine(paths.at(paths.size() - left), kRoot)), QString());
+        }
+        QCOMPARE(database.songs().size(), 0);
+    }
+
+    void songFileIsInserted_data()
+    {
+        columns<QString, QByteArray, QStringList>("name", "content", "stored");
+        const SongInfo info = song("L'amica è \"qui\""_s, "D'Angelò"_s, "Rock 'n' Roll"_s, "O'Neill"_s, "F#-"_s);
+        const auto row = [&](const QString &name, const QByteArray &content) {
+            const bool isMp3 = name.endsWith(".mp3"_s);
+            ::row(qPrintable(name), name, content, storedRow(name, info, isMp3 ? "1"_s : "0"_s, isMp3 ? "0"_s : "1"_s));
+        };
+        row("smf0.mid"_s, SongFactory::midi(info, 0));
+        row("smf1.mid"_s, SongFactory::midi(info, 1));
+        row("standard markers.kar"_s, SongFactory::midi(info, 0, SongFactory::Markers::Standard));
+        row("it's an mf3.mf3"_s, SongFactory::mfx(3, info));
+        row("mf4.mf4"_s, SongFactory::mfx(4, info));
+        row("mf5.mf5"_s, SongFactory::mfx(5, info));
+        row("v23.mp3"_s, SongFactory::mp3(3, info, 1));
+        row("v24.mp3"_s, SongFactory::mp3(4, info, 3));
+        const QString noTag =
+            R"(\sdmemory\My Songs\notag.mp3|notag.mp3|notag.mp3|<unknown>|<unknown>||1|<unknown>|0||0)"_s;
+        ::row("no tag", "notag.mp3"_s, SongFactory::mp3(3, SongInfo()), noTag.split(QLatin1Char('|')));
+    }
+    void songFileIsInserted()
+    {
+        PcFolder folder;
+        const QString path = folder.addFile("My Songs/"_s + given<QString>("name"), given<QByteArray>("content"));
+        PlayerDatabase database;
+        QCOMPARE(database.run(insertLineForSong(path, folder.path() + "/"_s)), QString());
+        QCOMPARE(database.songs(), QList<QStringList>{given<QStringList>("stored")});
+    }
+
+    void fileThatIsNoSongGivesNoLine_data()
+    {
+        columns<QString, QByteArray>("name", "content");
+        row("empty", "a.mid"_s, QByteArray());
+        row("three bytes", "a.mid"_s, QByteArray("MTh"));
+        row("cut MIDI", "a.mid"_s, QByteArray("MThd\0\0\0\6", 8));
+        row("text", "a.mid"_s, QByteArray("this is no song at all"));
+        row("MFx without its header", "a.mf5"_s, QByteArray("_MF5") + QByteArray(600, '\0'));
+        row("MP3 by name only", "a.mp3"_s, QByteArray("RIFFRIFFRIFF"));
+        row("MP3 with another name", "a.mid"_s, QByteArray("ID3\3\0\0\0\0\0\0", 10));
+    }
+    void fileThatIsNoSongGivesNoLine()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        PcFolder folder;
+        QCOMPARE(insertLineForSong(folder.path(name), folder.path() + "/"_s), QString());
+        const QString path = folder.addFile(name, content);
+        QCOMPARE(insertLineForSong(path, folder.path() + "/"_s), QString());
+        QCOMPARE(folder.content(name), content);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSqlLine)
 #include "tst_sqlline.moc"

@@ -1,33 +1,24 @@
 #pragma once
 
-#include <QList>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QString>
-#include <QStringList>
-#include <QUuid>
-#include <QVariant>
+#include "testing.h"
+
+#include <QtSql>
 
 /// A real database with the player's tables, in memory, in which the lines of an import file are executed.
 class PlayerDatabase
 {
 public:
-    PlayerDatabase() : m_name(QUuid::createUuid().toString())
+    PlayerDatabase()
     {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        database.setDatabaseName(QStringLiteral(":memory:"));
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE"_s, m_name);
+        database.setDatabaseName(":memory:"_s);
         database.open();
-        run(QStringLiteral("CREATE TABLE songs (filename TEXT, onlyFilename TEXT, title TEXT, artist TEXT, genre TEXT, "
-                           "DriveName TEXT, format TEXT, author TEXT, bpm TEXT, [key] TEXT, marker TEXT)"));
-        run(QStringLiteral("CREATE TABLE artists (name TEXT)"));
-        run(QStringLiteral("CREATE TABLE genres (name TEXT)"));
+        run("CREATE TABLE songs (filename TEXT, onlyFilename TEXT, title TEXT, artist TEXT, genre TEXT, "
+            "DriveName TEXT, format TEXT, author TEXT, bpm TEXT, [key] TEXT, marker TEXT)"_s);
+        run("CREATE TABLE artists (name TEXT)"_s);
+        run("CREATE TABLE genres (name TEXT)"_s);
     }
-    ~PlayerDatabase()
-    {
-        QSqlDatabase::database(m_name).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
+    ~PlayerDatabase() { QSqlDatabase::removeDatabase(m_name); }
     PlayerDatabase(const PlayerDatabase &) = delete;
     PlayerDatabase &operator=(const PlayerDatabase &) = delete;
 
@@ -35,52 +26,48 @@ public:
     QString run(const QString &statement)
     {
         QSqlQuery query(QSqlDatabase::database(m_name));
-        return query.exec(statement) ? QString() : statement + QStringLiteral(": ") + query.lastError().text();
+        return query.exec(statement) ? QString() : statement + ": "_s + query.lastError().text();
     }
     /// Executes a whole import file line by line; an empty text when each went well, else the first complaint.
     QString runFile(const QByteArray &file)
     {
-        if (file.isEmpty() || !file.endsWith('\n') || file.contains('\r') || file.startsWith("\xEF\xBB\xBF"))
-            return QStringLiteral("not made of lines");
+        if (!file.endsWith('\n') || file.contains('\r') || file.startsWith("\xEF\xBB\xBF"))
+            return "not made of lines"_s;
+        QString complaint;
         const QList<QByteArray> lines = file.chopped(1).split('\n');
-        for (const QByteArray &line : lines) {
-            QString complaint = run(QString::fromUtf8(line));
-            if (!complaint.isEmpty())
-                return complaint;
-        }
-        return QString();
+        for (int i = 0; i < lines.size() && complaint.isEmpty(); ++i)
+            complaint = run(QString::fromUtf8(lines.at(i)));
+        return complaint;
     }
     /// The rows of the songs, each with its columns in the table's order, ordered by path.
-    QList<QStringList> songs() const
-    {
-        QList<QStringList> rows;
-        QSqlQuery query(QSqlDatabase::database(m_name));
-        query.exec(QStringLiteral("SELECT * FROM songs ORDER BY filename"));
-        constexpr int kColumns = 11;
-        while (query.next()) {
-            QStringList row;
-            for (int column = 0; column < kColumns; ++column)
-                row.append(query.value(column).toString());
-            rows.append(row);
-        }
-        return rows;
-    }
+    QList<QStringList> songs() const { return rows("SELECT * FROM songs ORDER BY filename"_s); }
     /// The paths of the songs, ordered.
     QStringList paths() const
     {
         QStringList paths;
-        const QList<QStringList> rows = songs();
-        for (const QStringList &row : rows)
-            paths.append(row.first());
+        const QList<QStringList> all = songs();
+        for (const QStringList &song : all)
+            paths.append(song.first());
         return paths;
     }
+    /// How many rows a table has; -1 when there is no such table.
     int rowCount(const QString &table) const
     {
-        QSqlQuery query(QSqlDatabase::database(m_name));
-        return query.exec(QStringLiteral("SELECT COUNT(*) FROM ") + table) && query.next() ? query.value(0).toInt()
-                                                                                           : -1;
+        return rows("SELECT COUNT(*) FROM "_s + table).value(0).value(0, "-1"_s).toInt();
     }
 
 private:
-    QString m_name;
+    QList<QStringList> rows(const QString &question) const
+    {
+        QList<QStringList> found;
+        QSqlQuery query(question, QSqlDatabase::database(m_name));
+        while (query.next()) {
+            found.append(QStringList());
+            for (int column = 0; column < query.record().count(); ++column)
+                found.last().append(query.value(column).toString());
+        }
+        return found;
+    }
+
+    const QString m_name = QUuid::createUuid().toString();
 };
