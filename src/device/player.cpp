@@ -8,11 +8,30 @@
 
 #include <QFile>
 
+namespace {
+constexpr QLatin1Char kPcSeparator('/');
+constexpr QLatin1Char kDeviceSeparator('\\');
+} // namespace
+
 Player::Player(const QString &root) : m_root(root), m_volume(volumeId(root)) {}
 
 QString Player::path(const QString &relative) const
 {
     return resolveDevicePath(m_root, relative);
+}
+
+QString Player::pcPath(QString text) const
+{
+    text.replace(PlayerNames::kPathStart, m_root, Qt::CaseInsensitive);
+    return text.replace(kDeviceSeparator, kPcSeparator);
+}
+
+QString Player::devicePath(QString path) const
+{
+    // Replacing an empty text would put the player's root between any two characters.
+    if (!m_root.isEmpty())
+        path.replace(m_root, PlayerNames::kPathStart);
+    return path.replace(kPcSeparator, kDeviceSeparator);
 }
 
 bool Player::isThere() const

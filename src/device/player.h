@@ -28,6 +28,18 @@ public:
     /// What is left of @p path, which lies on the player, behind the root.
     QString relativePath(const QString &path) const { return path.mid(m_root.size()); }
 
+    // The player names its files "\sdmemory\" followed by the path below its root, with backslashes. The PC names the same
+    // file by the root followed by the same path with forward slashes.
+
+    /// The PC path of every file named in @p text, a text in device form such as a playlist line: each "\sdmemory\",
+    /// whatever its case, becomes the root, then each backslash a forward slash. Text that names no file keeps the rest
+    /// of its characters.
+    QString pcPath(QString text) const;
+    /// The device path of the file at the PC path @p path: each occurrence of the root, in exactly this case, becomes
+    /// "\sdmemory\", then each forward slash a backslash. A path that does not lie on the player only gets backslashes;
+    /// so does every path while there is no player.
+    QString devicePath(QString path) const;
+
     /// Whether the volume that was found is still there. Where a volume was mounted stays a folder of the PC when the
     /// player is pulled: under the root nothing may be written, replaced or deleted then. Cheap enough for every file.
     bool isThere() const;

@@ -1,7 +1,6 @@
 // Chapter of Ottimizza: the step that reads the playlists, clears the root folder and takes stock of the disk.
 #include "ottimizza.h"
 
-#include "devicepath.h"
 #include "freename.h"
 #include "playlist.h"
 
@@ -63,7 +62,8 @@ void Ottimizza::scan_directories()
 
 void Ottimizza::mapPlaylists()
 {
-    workDir.setPath(Player(rootPath).path(PlayerNames::kPlaylists));
+    const Player player(rootPath);
+    workDir.setPath(player.path(PlayerNames::kPlaylists));
     workDir.setNameFilters({QStringLiteral("*.pls")});
     workDir.setFilter(QDir::Files);
     qInfo() << "scan_directories :"
@@ -74,7 +74,7 @@ void Ottimizza::mapPlaylists()
         const QString path = playlist.absoluteFilePath();
         qInfo() << "scan_directories :"
                 << "Playlist :" << path;
-        const QStringList keys = playlistKeys(path, rootPath);
+        const QStringList keys = playlistKeys(path, player);
         for (const QString &key : keys)
             playlistIndex.insert(key, path);
     }
@@ -221,5 +221,6 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
 
 void Ottimizza::rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const
 {
-    rewritePlaylistFile(playlistPath, pcPathToDevicePath(oldPath, rootPath), pcPathToDevicePath(newPath, rootPath));
+    const Player player(rootPath);
+    rewritePlaylistFile(playlistPath, player.devicePath(oldPath), player.devicePath(newPath));
 }

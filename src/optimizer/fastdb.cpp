@@ -1,9 +1,7 @@
 #include "fastdb.h"
 
-#include "devicepath.h"
-
-FastDbReader::FastDbReader(const QByteArray &data, const QString &rootPath)
-    : m_data(data), m_rootPath(rootPath), m_start(kDevicePathStart.toLatin1())
+FastDbReader::FastDbReader(const QByteArray &data, const Player &player)
+    : m_data(data), m_player(player), m_start(QByteArray(PlayerNames::kPathStart.data(), PlayerNames::kPathStart.size()))
 {
 }
 
@@ -17,7 +15,7 @@ bool FastDbReader::next(QString &pcPath)
         return false;
     QString path = QString::fromUtf8(m_data.constData() + start, end - start);
     // Unlike a playlist's, these paths are the player's own: its root comes in exactly this case.
-    path.replace(kDevicePathStart, m_rootPath);
+    path.replace(PlayerNames::kPathStart, m_player.root());
     path.replace(QLatin1Char('\\'), QLatin1Char('/'));
     pcPath = path;
     m_position = end;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/player.h"
+
 #include <QByteArray>
 #include <QByteArrayMatcher>
 #include <QString>
@@ -15,8 +17,8 @@
 class FastDbReader
 {
 public:
-    /// @p data is the whole export, @p rootPath the player's root (canonical, with closing slash).
-    FastDbReader(const QByteArray &data, const QString &rootPath);
+    /// @p data is the whole export of @p player.
+    FastDbReader(const QByteArray &data, const Player &player);
 
     /// Sets @p pcPath to the PC path of the next song, in the order of the export. False at the end, also when the
     /// last path has no NUL behind it; @p pcPath is then left as it was.
@@ -24,7 +26,7 @@ public:
 
 private:
     QByteArray m_data;
-    QString m_rootPath;
+    Player m_player;
     QByteArrayMatcher m_start;
     int m_position = 0;
 };

@@ -1,7 +1,5 @@
 #include "playlist.h"
 
-#include "devicepath.h"
-
 #include <QFile>
 #include <QRegExp>
 #include <QTextStream>
@@ -16,23 +14,23 @@ QString decodedLine(const QByteArray &rawLine)
 
 } // namespace
 
-QString playlistKey(const QByteArray &rawLine, const QString &rootPath)
+QString playlistKey(const QByteArray &rawLine, const Player &player)
 {
-    const QString line = devicePathToPc(decodedLine(rawLine), rootPath);
+    const QString line = player.pcPath(decodedLine(rawLine));
     const QRegExp numbers(QStringLiteral("(\\^\\d{1,5}){2,2}\\b"));
     const int start = numbers.indexIn(line);
     // Deliberate: a line without its numbers is kept whole, line end included.
     return start < 0 ? line : line.left(start);
 }
 
-QStringList playlistKeys(const QString &playlistPath, const QString &rootPath)
+QStringList playlistKeys(const QString &playlistPath, const Player &player)
 {
     QStringList keys;
     QFile playlist(playlistPath);
     if (!playlist.open(QIODevice::ReadOnly))
         return keys;
     while (!playlist.atEnd())
-        keys.append(playlistKey(playlist.readLine(), rootPath));
+        keys.append(playlistKey(playlist.readLine(), player));
     return keys;
 }
 

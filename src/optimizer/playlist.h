@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/player.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -10,11 +12,11 @@
 /// The PC path of the song that a playlist line names.
 /// @p rawLine is the line as it stands in the file, line end included; it is read as UTF-8 up to its first NUL byte.
 /// A line without the two numbers is returned whole, line end included: it equals no path of a file.
-QString playlistKey(const QByteArray &rawLine, const QString &rootPath);
+QString playlistKey(const QByteArray &rawLine, const Player &player);
 
 /// The keys (see playlistKey) of all lines of a playlist, in file order, a song named twice twice.
 /// A playlist that cannot be opened has none.
-QStringList playlistKeys(const QString &playlistPath, const QString &rootPath);
+QStringList playlistKeys(const QString &playlistPath, const Player &player);
 
 /// Replaces in one playlist every mention of @p oldDevicePath, whatever its case, by @p newDevicePath (both in device
 /// form; nothing is replaced while the old one is empty). Line ends stay as they are; the file is written as UTF-8

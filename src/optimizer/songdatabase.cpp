@@ -131,7 +131,8 @@ void Ottimizza::createDiffDatabaseImportFile()
 QStringList Ottimizza::readDatabaseSongs() const
 {
     QStringList songs;
-    FastDbReader reader(readFile(Player(rootPath).path(PlayerNames::kDatabaseExport)), rootPath);
+    const Player player(rootPath);
+    FastDbReader reader(readFile(player.path(PlayerNames::kDatabaseExport)), player);
     QString path;
     while (reader.next(path)) {
         songs.append(path);
@@ -215,12 +216,13 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
     emit updateProgressBarVal(0);
     emit setProgressBarMaxVal(dbSongs.size() + diskSongs.size());
     int counter = 0;
+    const Player player(rootPath);
     const PathSet known = setOf(dbSongs);
     for (const QString &path : diskSongs) {
         if (abortRequested)
             return false;
         if (!known.contains(path)) {
-            const QString line = insertLineForSong(path, rootPath);
+            const QString line = insertLineForSong(path, player);
             if (line.isEmpty())
                 removeInvalidSong(path);
             else
@@ -234,7 +236,7 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         if (abortRequested)
             return false;
         if (!present.contains(path))
-            stream << deleteLine(path, rootPath);
+            stream << deleteLine(path, player);
         emit updateProgressBarVal(++counter);
         QCoreApplication::processEvents();
     }

@@ -2,12 +2,12 @@
 
 #include "songfiles/metasong.h"
 
-QString insertLineForSong(const QString &path, const QString &rootPath)
+QString insertLineForSong(const QString &path, const Player &player)
 {
     MetaSong song;
     if (!song.importFile(path))
         return QString();
     SongInfo info;
     song.getSongInfo(info);
-    return insertLine(info, path, rootPath);
+    return insertLine(info, path, player);
 }

@@ -1,7 +1,5 @@
 #include "sqlline.h"
 
-#include "devicepath.h"
-
 #include "songfiles/cuttext.h"
 
 #include <QStringList>
@@ -23,9 +21,9 @@ QString flag(bool set)
     return quoted(set ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
-QString pathValue(const QString &path, const QString &rootPath)
+QString pathValue(const QString &path, const Player &player)
 {
-    return quoted(sqlEscaped(pcPathToDevicePath(path, rootPath), kPathLimit));
+    return quoted(sqlEscaped(player.devicePath(path), kPathLimit));
 }
 
 /// A text column, @p fallback standing in for an empty text.
@@ -46,12 +44,12 @@ QString sqlEscaped(QString text, int limit)
     return cutText(text, limit).replace(QLatin1String("'"), QLatin1String("''"));
 }
 
-QString insertLine(const SongInfo &info, const QString &path, const QString &rootPath)
+QString insertLine(const SongInfo &info, const QString &path, const Player &player)
 {
     const QString fileName = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
     const QString unknown = QStringLiteral("<unknown>");
     const QStringList values = {
-        pathValue(path, rootPath),
+        pathValue(path, player),
         textValue(fileName, QString()),
         textValue(info.title, fileName),
         textValue(info.artist, unknown),
@@ -69,7 +67,7 @@ QString insertLine(const SongInfo &info, const QString &path, const QString &roo
            values.join(QLatin1Char(',')) + QLatin1String(")\n");
 }
 
-QString deleteLine(const QString &path, const QString &rootPath)
+QString deleteLine(const QString &path, const Player &player)
 {
-    return QLatin1String("DELETE FROM songs WHERE filename=") + pathValue(path, rootPath) + QLatin1Char('\n');
+    return QLatin1String("DELETE FROM songs WHERE filename=") + pathValue(path, player) + QLatin1Char('\n');
 }

@@ -35,11 +35,11 @@ bool holdsFolder(const QString &outer, const QString &inner)
     return true;
 }
 
-bool mayBeEmptied(const QString &folder, const QString &deviceRoot, const QStringList &keep)
+bool mayBeEmptied(const QString &folder, const Player &player, const QStringList &keep)
 {
-    if (folder.isEmpty() || holdsFolder(deviceRoot, folder) || isOnVolume(folder, deviceRoot))
+    if (folder.isEmpty() || holdsFolder(player.root(), folder) || isOnVolume(folder, player.root()))
         return false;
-    if (holdsFolder(folder, deviceRoot))
+    if (holdsFolder(folder, player.root()))
         return false;
     for (const QString &kept : keep) {
         if (holdsFolder(folder, kept))

@@ -84,7 +84,7 @@ JobEnd SongBackup::beginCopy()
 JobEnd SongBackup::emptyDestination()
 {
     const QStringList keep = {QCoreApplication::applicationDirPath(), QDir::homePath()};
-    if (mayBeEmptied(m_destination, m_player.root(), keep)) {
+    if (mayBeEmptied(m_destination, m_player, keep)) {
         const JobQuestion question = {tr("Trovati alcuni files"),
                                       tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
                                          "Vuoi continuare ?"),

@@ -5,9 +5,9 @@
 #include <QByteArray>
 #include <QString>
 
-/// The batch file that hides the system folder and the start-up file of the player at @p deviceRoot ("E:/"): two lines,
+/// The batch file that hides the system folder and the start-up file of @p player: two lines,
 /// each ended by a line feed alone, with the root's slashes turned into backslashes, in the system's 8-bit encoding.
-QByteArray attributeBatch(const QString &deviceRoot);
+QByteArray attributeBatch(const Player &player);
 
 /// Does what the batch file @p batchPath says for @p player, and waits until it is done. On Windows the
 /// file itself is run, detached, in its own folder. Elsewhere both entries get the attributes "hidden" and "system" by

@@ -74,6 +74,6 @@ JobEnd SystemTransfer::copyNewSystem()
 JobEnd SystemTransfer::hideSystem()
 {
     const QString batch = m_unpackedFolder + QStringLiteral("/MATTRB.BAT");
-    const bool run = writeFile(batch, attributeBatch(m_player.root())) && runAttributeBatch(batch, m_player);
+    const bool run = writeFile(batch, attributeBatch(m_player)) && runAttributeBatch(batch, m_player);
     return {run ? JobEnd::Done : JobEnd::Failed};
 }

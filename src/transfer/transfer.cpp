@@ -1,7 +1,6 @@
 #include "transfer.h"
 
 #include "app/shared/sharedfonts.h"
-#include "disk/diskcalls.h"
 #include "filemanager.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
@@ -59,7 +58,7 @@ void Transfer::prepare(const QString &root)
     deviceRoot = root;
     currentFolder = root;
     dropTarget.clear();
-    m_volumeId = volumeId(root);
+    m_player = Player(root);
     m_folderTextCleared = false;
     m_folderText.clear();
     ui->retranslateUi(this);

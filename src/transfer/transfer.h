@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/player.h"
+
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -115,8 +117,6 @@ private:
     QStringList expandedFolders() const;
     void enterBusy();
     void leaveBusy();
-    bool isPlayerThere() const;
-    void flushPlayer();
     void endWork();
 
     // transferdrag.cpp
@@ -143,6 +143,6 @@ private:
     std::unique_ptr<FilteredVolume> m_entries; ///< behind the table, while the page is open
     bool m_folderTextCleared = false;          ///< the folder label has lost its first text
     QString m_folderText;                      ///< what the folder label shows since
-    quint64 m_volumeId = 0;                    ///< of the player's volume; 0 without a player
+    Player m_player;                           ///< the one that the page is open for
     QStringList m_openFolders;                 ///< canonical paths of the folders being copied, outermost first
 };

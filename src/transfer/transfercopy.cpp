@@ -91,7 +91,7 @@ void Transfer::dropEvent(QDropEvent *event)
     overwriteAnswer = 0;
     copyAll(paths);
     qInfo() << "Transfer : Fine Copia";
-    flushPlayer();
+    m_player.flush();
     ui->pushBtnForward->setEnabled(true);
     endWork();
 }
@@ -164,7 +164,7 @@ void Transfer::copyFolderTo(const QString &source, const QString &destination)
         qInfo() << "Transfer : Cartella non copiata in se stessa :" << source;
         return;
     }
-    if (isPlayerThere())
+    if (m_player.isThere())
         QDir().mkpath(destination);
     processEvents();
     copyFolder(source, destination);
@@ -195,7 +195,7 @@ void Transfer::copyOneFile(const QString &source, const QString &destination)
         return;
     emit increaseProgressBarVal();
     processEvents();
-    const CopyResult result = isPlayerThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
+    const CopyResult result = m_player.isThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
     if (result == CopyResult::Copied)
         return;
     if (result != CopyResult::DestinationExists) {
@@ -206,7 +206,7 @@ void Transfer::copyOneFile(const QString &source, const QString &destination)
         qInfo() << "Transfer : File non copiato su se stesso :" << source;
         return;
     }
-    if (mayOverwrite(destination) && isPlayerThere())
+    if (mayOverwrite(destination) && m_player.isThere())
         replaceFile(source, destination, processEvents);
 }
 

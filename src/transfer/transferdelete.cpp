@@ -70,13 +70,13 @@ void Transfer::deleteAll(const QStringList &paths)
         emit increaseProgressBarVal();
     }
     qInfo() << "Transfer : Fine Cancellazione";
-    flushPlayer();
+    m_player.flush();
     endWork();
 }
 
 void Transfer::deleteEntry(const QString &path)
 {
-    if (!isPlayerThere())
+    if (!m_player.isThere())
         return;
     const QFileInfo info(path);
     // Of a link only the link goes, never what it points to.

@@ -2,8 +2,6 @@
 #include "transfer.h"
 
 #include "device/devicelocator.h"
-#include "disk/aside.h"
-#include "disk/diskcalls.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
@@ -113,9 +111,12 @@ void Transfer::showInTree()
 void Transfer::enterBusy()
 {
     busy = true;
-    // The player may have been unplugged and be back; the number of its volume is then another one.
-    if (!isPlayerThere() && !deviceRoot.isEmpty() && DeviceLocator().findDeviceRoot() == deviceRoot)
-        m_volumeId = volumeId(deviceRoot);
+    // The player may have been unplugged and be back: what is found under its root is then another volume.
+    if (!m_player.isThere()) {
+        const Player found = Player::find();
+        if (found.isFound() && found.root() == deviceRoot)
+            m_player = found;
+    }
     if (m_folders)
         m_folders->freeze();
     if (m_entries)
@@ -132,17 +133,6 @@ void Transfer::leaveBusy()
     ui->treeView->blockSignals(false);
     ui->tableView->blockSignals(false);
     busy = false;
-}
-
-bool Transfer::isPlayerThere() const
-{
-    // Where a volume was mounted stays a folder of the PC when the player is pulled: nothing may be written there.
-    return m_volumeId != 0 && volumeId(deviceRoot) == m_volumeId;
-}
-
-void Transfer::flushPlayer()
-{
-    flushVolumeAside(deviceRoot);
 }
 
 void Transfer::endWork()
