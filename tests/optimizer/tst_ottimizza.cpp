@@ -1,87 +1,73 @@
-#include "pagetranslator.h"
-#include "runrecorder.h"
+#include "optimizerrun.h"
 #include "support/boxanswerer.h"
-#include "support/simulatedplayer.h"
+#include "support/boxtexts.h"
+#include "support/languages.h"
+#include "support/pagepicture.h"
+#include "support/pagetest.h"
 
-#include "optimizer/ottimizza.h"
 #include "songfactory/songfactory.h"
 
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QImage>
-#include <QLabel>
-#include <QPainter>
-#include <QPushButton>
-#include <QShowEvent>
-#include <QSignalSpy>
-#include <QStyleOptionButton>
-#include <QTest>
+namespace {
 
-#include <algorithm>
+const QStringList kOptions = words("Check_Delete Check_Move Check_Split Check_Database");
+const QString kEnd = "backFromOttimizzaToEndOttimizza %1"_s;
 
-class tst_Ottimizza : public QObject
+void clickBox(const Ottimizza &page, const QString &name)
+{
+    QTest::mouseClick(child<QCheckBox>(page, qPrintable(name)), Qt::LeftButton, {}, QPoint(10, 10));
+}
+
+/// Shows the page and ticks these operations alone by clicks, as a user does.
+void choose(Ottimizza &page, const QStringList &options)
+{
+    page.show();
+    clickBox(page, "Check_Optimize"_s);
+    for (const QString &option : kOptions) {
+        if (!options.contains(option))
+            clickBox(page, option);
+    }
+}
+
+bool areEnabled(const Ottimizza &page, const QStringList &names, bool enabled = true)
+{
+    return std::all_of(names.begin(), names.end(), [&](const QString &name) {
+        return child<QAbstractButton>(page, qPrintable(name))->isEnabled() == enabled;
+    });
+}
+bool areTicked(const Ottimizza &page, const QStringList &names, bool ticked = true)
+{
+    return std::all_of(names.begin(), names.end(), [&](const QString &name) {
+        return child<QAbstractButton>(page, qPrintable(name))->isChecked() == ticked;
+    });
+}
+bool allControls(const Ottimizza &page, bool enabled)
+{
+    return areEnabled(page, kOptions + words("Check_Optimize Btn_Opt_Ok pushBtnBack"), enabled);
+}
+
+/// Which of the three flags are set, in the order of the boxes.
+QString flags(const Ottimizza &page)
+{
+    return (page.optDelete ? "delete "_s : QString()) + (page.optMove ? "move "_s : QString()) +
+           (page.optSplit ? "split"_s : QString());
+}
+
+} // namespace
+
+class TestOttimizza : public QObject
 {
     Q_OBJECT
-
-private:
-    static QCheckBox *box(const Ottimizza &page, const char *name)
-    {
-        return page.findChild<QCheckBox *>(QString::fromLatin1(name));
-    }
-    static QList<QCheckBox *> optionBoxes(const Ottimizza &page)
-    {
-        return {box(page, "Check_Delete"), box(page, "Check_Move"), box(page, "Check_Split"),
-                box(page, "Check_Database")};
-    }
-    static QPushButton *button(const Ottimizza &page, const char *name)
-    {
-        return page.findChild<QPushButton *>(QString::fromLatin1(name));
-    }
-    static bool allControls(const Ottimizza &page, bool enabled)
-    {
-        QList<QAbstractButton *> controls = {box(page, "Check_Optimize"), button(page, "Btn_Opt_Ok"),
-                                             button(page, "pushBtnBack")};
-        const QList<QCheckBox *> boxes = optionBoxes(page);
-        for (QCheckBox *option : boxes)
-            controls.append(option);
-        return std::all_of(controls.cbegin(), controls.cend(),
-                           [enabled](const QAbstractButton *control) { return control->isEnabled() == enabled; });
-    }
-    /// Ticks the given operations alone by clicks, as a user does.
-    static void choose(Ottimizza &page, bool remove, bool move, bool split, bool database)
-    {
-        page.show();
-        QTest::mouseClick(box(page, "Check_Optimize"), Qt::LeftButton, {}, QPoint(10, 10));
-        const QList<bool> wanted = {remove, move, split, database};
-        const QList<QCheckBox *> boxes = optionBoxes(page);
-        for (int i = 0; i < boxes.size(); ++i) {
-            if (!wanted.at(i))
-                QTest::mouseClick(boxes.at(i), Qt::LeftButton, {}, QPoint(10, 10));
-        }
-    }
-    static void addBigFolder(SimulatedPlayer &player)
-    {
-        for (int i = 0; i < 1001; ++i)
-            player.addFile(QStringLiteral("Big/b%1.mid").arg(i, 4, 10, QLatin1Char('0')));
-    }
 
 private slots:
     void newPageIsHiddenWithEverythingChosen()
     {
-        Ottimizza page;
+        QWidget window;
+        const Ottimizza page(&window);
         QVERIFY(page.isHidden());
-        QVERIFY(page.optDelete);
-        QVERIFY(page.optMove);
-        QVERIFY(page.optSplit);
+        QCOMPARE(flags(page), "delete move split"_s);
         QVERIFY(!page.abortRequested);
         QCOMPARE(page.failCode, 0);
         QVERIFY(page.rootPath.isEmpty());
-    }
-
-    void childOfAShownWindowStaysHidden()
-    {
-        QWidget window;
-        Ottimizza page(&window);
         window.show();
         QVERIFY(page.isHidden());
     }
@@ -89,12 +75,11 @@ private slots:
     void formatsAndLimitsAreFixed()
     {
         const Ottimizza page;
-        const auto list = [](const char *words) { return QString::fromLatin1(words).split(QLatin1Char(' ')); };
-        QCOMPARE(page.songSuffixes, list("mp3 midi mid mf3 mf4 mf5 kar xmp3 xmid"));
-        QCOMPARE(page.songNameFilters, list("*.mp3 *.midi *.mid *.mf3 *.mf4 *.mf5 *.kar *.xmp3 *.xmid"));
-        QCOMPARE(page.imageSuffixes, list("jpg jpeg png bmp"));
-        QCOMPARE(page.videoSuffixes, list("avi mpg mpeg mp4 wmv mov"));
-        QCOMPARE(page.companionSuffixes, list("cdg dat bak"));
+        QCOMPARE(page.songSuffixes, words("mp3 midi mid mf3 mf4 mf5 kar xmp3 xmid"));
+        QCOMPARE(page.songNameFilters, words("*.mp3 *.midi *.mid *.mf3 *.mf4 *.mf5 *.kar *.xmp3 *.xmid"));
+        QCOMPARE(page.imageSuffixes, words("jpg jpeg png bmp"));
+        QCOMPARE(page.videoSuffixes, words("avi mpg mpeg mp4 wmv mov"));
+        QCOMPARE(page.companionSuffixes, words("cdg dat bak"));
         QCOMPARE(page.suffixFormatIndex.size(), 9);
         for (int i = 0; i < page.songSuffixes.size(); ++i)
             QCOMPARE(page.suffixFormatIndex.value(page.songSuffixes.at(i), -1), i);
@@ -104,56 +89,46 @@ private slots:
 
     void textsStandLetterForLetter_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, const char *text) {
-            QTest::newRow(name) << QString::fromLatin1(name) << QString::fromUtf8(text);
-        };
-        row("labelHeading", "Seleziona le operazioni che desideri effettuare:");
-        row("Check_Optimize", "Ottimizzazione completa");
-        row("labelDescrOptimize", "Esegue tutte le operazioni sotto elencate.");
-        row("Check_Delete", "Cancella file non supportati");
+        columns<QString>("text");
+        row("labelHeading", "Seleziona le operazioni che desideri effettuare:"_s);
+        row("Check_Optimize", "Ottimizzazione completa"_s);
+        row("labelDescrOptimize", "Esegue tutte le operazioni sotto elencate."_s);
+        row("Check_Delete", "Cancella file non supportati"_s);
         row("labelDescrDelete", "Cancella tutti i file non supportati dalla memoria di Corvin4, i formati supportati "
-                                "sono: jpg,png,bmp,mp3,mid,kar,mf3,mf4,mf5.");
-        row("Check_Move", "Sposta immagini e video");
+                                "sono: jpg,png,bmp,mp3,mid,kar,mf3,mf4,mf5."_s);
+        row("Check_Move", "Sposta immagini e video"_s);
         row("labelDescrMove", "Sposta tutti i video e le immagini presenti nella memoria di Corvin4, nelle cartelle "
-                              "\"Videos\" e \"Images\".");
-        row("Check_Split", "Suddividi le basi in cartelle");
-        row("labelDescrSplit",
-            "Le cartelle contenenti più di 1000 basi verranno suddivise in cartelle ordinate secondo "
-            "il titolo delle canzoni.");
-        row("Check_Database", "Crea database");
+                              "\"Videos\" e \"Images\"."_s);
+        row("Check_Split", "Suddividi le basi in cartelle"_s);
+        row("labelDescrSplit", "Le cartelle contenenti più di 1000 basi verranno suddivise in cartelle ordinate "
+                               "secondo il titolo delle canzoni."_s);
+        row("Check_Database", "Crea database"_s);
         row("labelDescrDatabase", "Crea il database delle canzoni prelevando le informazioni dai file, migliora i "
-                                  "risultati delle ricerche");
-        row("Btn_Opt_Ok", "OTTIMIZZA");
-        row("pushBtnBack", "INDIETRO");
+                                  "risultati delle ricerche"_s);
+        row("Btn_Opt_Ok", "OTTIMIZZA"_s);
+        row("pushBtnBack", "INDIETRO"_s);
     }
     void textsStandLetterForLetter()
     {
-        QFETCH(QString, name);
         QFETCH(QString, text);
-        Ottimizza page;
-        QCOMPARE(page.windowTitle(), QStringLiteral("Ottimizza"));
-        const QWidget *widget = page.findChild<QWidget *>(name);
-        QVERIFY(widget);
-        QCOMPARE(widget->property("text").toString(), text);
-        const PageTranslator translator("Ottimizza");
+        const Ottimizza page;
+        QCOMPARE(page.windowTitle(), "Ottimizza"_s);
+        QCOMPARE(textOf(page, QTest::currentDataTag()), text);
+        const MarkedTexts marked("Ottimizza");
         QCoreApplication::processEvents();
-        QCOMPARE(widget->property("text").toString(), QLatin1Char('[') + text + QLatin1Char(']'));
-        QCOMPARE(page.windowTitle(), QStringLiteral("[Ottimizza]"));
+        QCOMPARE(textOf(page, QTest::currentDataTag()), "[%1]"_s.arg(text));
+        QCOMPARE(page.windowTitle(), "[Ottimizza]"_s);
     }
 
     void styleSheetsStandLetterForLetter()
     {
-        Ottimizza page;
-        QCOMPARE(page.styleSheet(),
-                 QStringLiteral("* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
-                                "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"));
+        const Ottimizza page;
+        QCOMPARE(page.styleSheet(), "* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
+                                    "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
         const QList<QCheckBox *> boxes = page.findChildren<QCheckBox *>();
         QCOMPARE(boxes.size(), 5);
-        for (const QCheckBox *check : boxes)
-            QCOMPARE(check->styleSheet(),
-                     QStringLiteral("QCheckBox {color: rgb(0,0,0);}\nQCheckBox:disabled {color: rgb(70,70,70);}"));
+        for (const QCheckBox *box : boxes)
+            QCOMPARE(box->styleSheet(), "QCheckBox {color: rgb(0,0,0);}\nQCheckBox:disabled {color: rgb(70,70,70);}"_s);
         for (const char *name : {"Btn_Opt_Ok", "pushBtnBack"})
             QCOMPARE(button(page, name)->cursor().shape(), Qt::PointingHandCursor);
     }
@@ -161,148 +136,113 @@ private slots:
     // Black text must never stand on the dark ground that the page's sheet gives to its children.
     void textsStandOnTheWindowsPicture()
     {
-        constexpr QRgb kPicture = qRgb(220, 220, 220);
         Ottimizza page;
         page.resize(1000, 640);
         page.show();
-        QImage image(page.size(), QImage::Format_RGB32);
-        image.fill(kPicture);
-        QPainter painter(&image);
-        page.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
-        painter.end();
-        const QString shots = qEnvironmentVariable("CORVIN_SCREENSHOTS");
-        if (!shots.isEmpty())
-            QVERIFY(image.save(shots + QStringLiteral("/ottimizza.png")));
-        QList<QWidget *> onPicture;
-        for (QLabel *label : page.findChildren<QLabel *>())
-            onPicture.append(label);
-        for (QCheckBox *check : page.findChildren<QCheckBox *>())
-            onPicture.append(check);
-        QCOMPARE(onPicture.size(), 11);
-        for (const QWidget *widget : qAsConst(onPicture)) {
-            const QRect place(widget->mapTo(&page, QPoint()), widget->size());
+        const QImage picture = pictureOf(page);
+        int onPicture = 0;
+        for (const QWidget *widget : page.findChildren<QWidget *>()) {
+            if (!qobject_cast<const QLabel *>(widget) && !qobject_cast<const QCheckBox *>(widget))
+                continue;
+            ++onPicture;
+            const QRect place = placeOn(page, *widget);
             QVERIFY(place.isValid());
-            QCOMPARE(image.pixel(place.topRight()), kPicture);
-            QCOMPARE(image.pixel(place.bottomRight()), kPicture);
-            QVERIFY2(place.width() >= widget->minimumSizeHint().width(), qPrintable(widget->objectName()));
-            QVERIFY2(place.height() >= widget->minimumSizeHint().height(), qPrintable(widget->objectName()));
+            QCOMPARE(picture.pixel(place.topRight()), kGround);
+            QCOMPARE(picture.pixel(place.bottomRight()), kGround);
+            const QSize needed = widget->minimumSizeHint();
+            QVERIFY2(needed.boundedTo(place.size()) == needed, qPrintable(widget->objectName()));
         }
-        const QPushButton *start = button(page, "Btn_Opt_Ok");
-        const QColor ground = image.pixel(start->mapTo(&page, QPoint(20, 20)));
+        QCOMPARE(onPicture, 11);
+        const QRect start = placeOn(page, *button(page, "Btn_Opt_Ok"));
         constexpr int kDark = 90;
-        QVERIFY(ground.lightness() < kDark);
+        QVERIFY(QColor(picture.pixel(start.topLeft() + QPoint(20, 20))).lightness() < kDark);
     }
 
     // An unticked box is still a box: it must be seen on the picture.
     void indicatorOfAnUntickedBoxIsSeen()
     {
-        constexpr QRgb kPicture = qRgb(220, 220, 220);
         Ottimizza page;
         page.resize(1000, 640);
-        choose(page, false, false, false, false);
-        QImage image(page.size(), QImage::Format_RGB32);
-        image.fill(kPicture);
-        QPainter painter(&image);
-        page.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
-        painter.end();
-        const QString shots = qEnvironmentVariable("CORVIN_SCREENSHOTS");
-        if (!shots.isEmpty())
-            QVERIFY(image.save(shots + QStringLiteral("/ottimizza_unticked.png")));
-        for (const QCheckBox *option : optionBoxes(page)) {
+        choose(page, {});
+        const QImage picture = pictureOf(page);
+        for (const QString &name : kOptions) {
+            const auto *box = child<QCheckBox>(page, qPrintable(name));
             QStyleOptionButton style;
-            style.initFrom(option);
-            const QRect place = option->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &style, option);
-            QVERIFY2(image.pixel(option->mapTo(&page, place.center())) != kPicture, qPrintable(option->objectName()));
+            style.initFrom(box);
+            const QRect place = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &style, box);
+            QVERIFY2(picture.pixel(box->mapTo(&page, place.center())) != kGround, qPrintable(name));
         }
     }
 
     void shownPageHasEverythingTickedAndTheOptionsFixed()
     {
         Ottimizza page;
-        page.optDelete = false;
-        page.optMove = false;
-        page.optSplit = false;
-        for (QCheckBox *option : optionBoxes(page))
-            option->setChecked(false);
-        box(page, "Check_Optimize")->setChecked(false);
+        page.optDelete = page.optMove = page.optSplit = false;
+        for (QCheckBox *box : page.findChildren<QCheckBox *>())
+            box->setChecked(false);
         button(page, "Btn_Opt_Ok")->setEnabled(false);
         button(page, "pushBtnBack")->setEnabled(false);
         page.abortRequested = true;
         page.show();
-        for (const QCheckBox *option : optionBoxes(page)) {
-            QVERIFY(option->isChecked());
-            QVERIFY(!option->isEnabled());
-        }
-        QVERIFY(box(page, "Check_Optimize")->isChecked());
-        QVERIFY(box(page, "Check_Optimize")->isEnabled());
-        QVERIFY(button(page, "Btn_Opt_Ok")->isEnabled());
-        QVERIFY(button(page, "pushBtnBack")->isEnabled());
+        QVERIFY(areTicked(page, kOptions + words("Check_Optimize")));
+        QVERIFY(areEnabled(page, kOptions, false));
+        QVERIFY(areEnabled(page, words("Check_Optimize Btn_Opt_Ok pushBtnBack")));
         // Only clicks change the flags; the stop of an earlier run is forgotten.
-        QVERIFY(!page.optDelete);
-        QVERIFY(!page.optMove);
-        QVERIFY(!page.optSplit);
+        QCOMPARE(flags(page), QString());
         QVERIFY(!page.abortRequested);
     }
 
     void windowBackFromTheTaskBarKeepsTheChoice()
     {
         Ottimizza page;
-        choose(page, true, false, true, false);
+        choose(page, words("Check_Delete Check_Split"));
         page.abortRequested = true;
         QShowEvent event;
         QSpontaneKeyEvent::setSpontaneous(&event);
         static_cast<QObject &>(page).event(&event);
-        QVERIFY(!box(page, "Check_Move")->isChecked());
-        QVERIFY(!box(page, "Check_Database")->isChecked());
-        QVERIFY(box(page, "Check_Delete")->isEnabled());
+        QVERIFY(areTicked(page, words("Check_Move Check_Database"), false));
+        QVERIFY(areEnabled(page, words("Check_Delete")));
         QVERIFY(page.abortRequested);
     }
 
     void uncheckedCompleteOptionLeavesAllTickedButEditable()
     {
         Ottimizza page;
-        page.show();
-        QTest::mouseClick(box(page, "Check_Optimize"), Qt::LeftButton, {}, QPoint(10, 10));
-        QVERIFY(!box(page, "Check_Optimize")->isChecked());
-        for (const QCheckBox *option : optionBoxes(page)) {
-            QVERIFY(option->isChecked());
-            QVERIFY(option->isEnabled());
-        }
-        QVERIFY(page.optDelete && page.optMove && page.optSplit);
-        for (QCheckBox *option : optionBoxes(page)) {
-            QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(10, 10));
-            QVERIFY(!option->isChecked());
-        }
-        QVERIFY(!page.optDelete && !page.optMove && !page.optSplit);
-        QTest::mouseClick(box(page, "Check_Optimize"), Qt::LeftButton, {}, QPoint(10, 10));
-        QVERIFY(box(page, "Check_Optimize")->isChecked());
-        for (const QCheckBox *option : optionBoxes(page)) {
-            QVERIFY(option->isChecked());
-            QVERIFY(!option->isEnabled());
-        }
-        QVERIFY(page.optDelete && page.optMove && page.optSplit);
+        choose(page, kOptions);
+        QVERIFY(areTicked(page, words("Check_Optimize"), false));
+        QVERIFY(areTicked(page, kOptions));
+        QVERIFY(areEnabled(page, kOptions));
+        QCOMPARE(flags(page), "delete move split"_s);
+        for (const QString &option : kOptions)
+            clickBox(page, option);
+        QVERIFY(areTicked(page, kOptions, false));
+        QCOMPARE(flags(page), QString());
+        clickBox(page, "Check_Optimize"_s);
+        QVERIFY(areTicked(page, kOptions + words("Check_Optimize")));
+        QVERIFY(areEnabled(page, kOptions, false));
+        QCOMPARE(flags(page), "delete move split"_s);
     }
 
     void clicksOnTheOptionsAreKept()
     {
         Ottimizza page;
-        choose(page, false, true, true, true);
-        QVERIFY(!page.optDelete && page.optMove && page.optSplit);
-        QTest::mouseClick(box(page, "Check_Move"), Qt::LeftButton, {}, QPoint(10, 10));
-        QVERIFY(!page.optDelete && !page.optMove && page.optSplit);
-        QTest::mouseClick(box(page, "Check_Split"), Qt::LeftButton, {}, QPoint(10, 10));
-        QVERIFY(!page.optDelete && !page.optMove && !page.optSplit);
-        QTest::mouseClick(box(page, "Check_Delete"), Qt::LeftButton, {}, QPoint(10, 10));
-        QVERIFY(page.optDelete && !page.optMove && !page.optSplit);
+        choose(page, words("Check_Move Check_Split Check_Database"));
+        QCOMPARE(flags(page), "move split"_s);
+        clickBox(page, "Check_Move"_s);
+        QCOMPARE(flags(page), "split"_s);
+        clickBox(page, "Check_Split"_s);
+        QCOMPARE(flags(page), QString());
+        clickBox(page, "Check_Delete"_s);
+        QCOMPARE(flags(page), "delete "_s);
     }
 
     void backButtonEmits()
     {
         Ottimizza page;
         page.show();
-        QSignalSpy spy(&page, &Ottimizza::backFromOttimizzaToFirstMenu);
-        QTest::mouseClick(button(page, "pushBtnBack"), Qt::LeftButton);
-        QCOMPARE(spy.size(), 1);
+        SignalRecorder told(page);
+        click(page, "pushBtnBack");
+        QCOMPARE(told.lines(), words("backFromOttimizzaToFirstMenu"));
     }
 
     void stopSetsTheFlag()
@@ -314,56 +254,45 @@ private slots:
 
     void unpluggedDeviceLeadsToTheFailurePage()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/t.txt"));
+        OptimizerRun run;
+        run.player.addFile("A/t.txt"_s);
         SimulatedPlayer::disconnect();
-        Ottimizza page;
-        page.show();
-        RunRecorder recorder(page);
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.lines(), QStringList({QStringLiteral("visible 1"), QStringLiteral("format %p%"),
-                                                QStringLiteral("visible 0"), QStringLiteral("end 1")}));
-        QCOMPARE(player.files(), QStringList(QStringLiteral("A/t.txt")));
-        QCOMPARE(page.failCode, 1);
-        QVERIFY(allControls(page, true));
+        run.page.show();
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.told.lines(), QStringList({"visible 1"_s, "format %p%"_s, "visible 0"_s, kEnd.arg(1)}));
+        QCOMPARE(run.player.files(), words("A/t.txt"));
+        QCOMPARE(run.page.failCode, 1);
+        QVERIFY(allControls(run.page, true));
         // Plugged in again, the next run works.
-        player.connect();
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.lines().last(), QStringLiteral("end 0"));
-        QVERIFY(!player.exists(QStringLiteral("A/t.txt")));
+        run.player.connect();
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.lastLine(), kEnd.arg(0));
+        QVERIFY(!run.player.exists("A/t.txt"_s));
     }
 
     void completeRunTakesItsStepsInOrder()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.show();
-        RunRecorder recorder(page);
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.labels(),
-                 QStringList({QStringLiteral("Scansione cartelle in corso..."),
-                              QStringLiteral("Cancellazione file non supportati..."),
-                              QStringLiteral("Operazione completata"), QStringLiteral("Spostamento immagini..."),
-                              QStringLiteral("Operazione completata"), QStringLiteral("Spostamento video..."),
-                              QStringLiteral("Operazione completata"), QStringLiteral("Caricamento risorse..."),
-                              QStringLiteral("Operazione completata"), QStringLiteral("Caricamento dati in corso..."),
-                              QStringLiteral("Creazione database in corso...")}));
-        QCOMPARE(recorder.lines().mid(0, 2), QStringList({QStringLiteral("visible 1"), QStringLiteral("format %p%")}));
-        QCOMPARE(recorder.lines().mid(recorder.lines().size() - 2),
-                 QStringList({QStringLiteral("visible 0"), QStringLiteral("end 0")}));
-        QCOMPARE(page.rootPath, player.root());
+        OptimizerRun run;
+        run.page.show();
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.told.labels(),
+                 QStringList({"Scansione cartelle in corso..."_s, "Cancellazione file non supportati..."_s,
+                              "Operazione completata"_s, "Spostamento immagini..."_s, "Operazione completata"_s,
+                              "Spostamento video..."_s, "Operazione completata"_s, "Caricamento risorse..."_s,
+                              "Operazione completata"_s, "Caricamento dati in corso..."_s,
+                              "Creazione database in corso..."_s}));
+        const QStringList lines = run.told.lines();
+        QCOMPARE(lines.mid(0, 2), QStringList({"visible 1"_s, "format %p%"_s}));
+        QCOMPARE(lines.mid(lines.size() - 2), QStringList({"visible 0"_s, kEnd.arg(0)}));
+        QCOMPARE(run.page.rootPath, run.player.root());
     }
 
     void onlyTheTickedStepsRun_data()
     {
-        QTest::addColumn<bool>("remove");
-        QTest::addColumn<bool>("move");
-        QTest::addColumn<bool>("split");
-        QTest::addColumn<bool>("database");
-        for (int choice = 0; choice < 16; ++choice) {
-            QTest::addRow("choice %d", choice)
-                << ((choice & 1) != 0) << ((choice & 2) != 0) << ((choice & 4) != 0) << ((choice & 8) != 0);
-        }
+        columns<bool, bool, bool, bool>("remove", "move", "split", "database");
+        for (int choice = 0; choice < 16; ++choice)
+            row(qPrintable("choice %1"_s.arg(choice)), (choice & 1) != 0, (choice & 2) != 0, (choice & 4) != 0,
+                (choice & 8) != 0);
     }
     void onlyTheTickedStepsRun()
     {
@@ -371,224 +300,191 @@ private slots:
         QFETCH(bool, move);
         QFETCH(bool, split);
         QFETCH(bool, database);
-        SimulatedPlayer player;
-        Ottimizza page;
-        choose(page, remove, move, split, database);
-        RunRecorder recorder(page);
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QStringList labels = recorder.labels();
-        labels.removeAll(QStringLiteral("Operazione completata"));
-        labels.removeAll(QStringLiteral("Creazione database in corso..."));
+        QStringList chosen;
         QStringList expected;
         if (remove || move || split)
-            expected.append(QStringLiteral("Scansione cartelle in corso..."));
-        if (remove)
-            expected.append(QStringLiteral("Cancellazione file non supportati..."));
-        if (move)
-            expected += {QStringLiteral("Spostamento immagini..."), QStringLiteral("Spostamento video...")};
-        if (split)
-            expected.append(QStringLiteral("Caricamento risorse..."));
-        if (database)
-            expected.append(QStringLiteral("Caricamento dati in corso..."));
+            expected.append("Scansione cartelle in corso..."_s);
+        if (remove) {
+            chosen.append("Check_Delete"_s);
+            expected.append("Cancellazione file non supportati..."_s);
+        }
+        if (move) {
+            chosen.append("Check_Move"_s);
+            expected += {"Spostamento immagini..."_s, "Spostamento video..."_s};
+        }
+        if (split) {
+            chosen.append("Check_Split"_s);
+            expected.append("Caricamento risorse..."_s);
+        }
+        if (database) {
+            chosen.append("Check_Database"_s);
+            expected.append("Caricamento dati in corso..."_s);
+        }
+        OptimizerRun run;
+        choose(run.page, chosen);
+        click(run.page, "Btn_Opt_Ok");
+        QStringList labels = run.told.labels();
+        labels.removeAll("Operazione completata"_s);
+        labels.removeAll("Creazione database in corso..."_s);
         QCOMPARE(labels, expected);
-        QCOMPARE(recorder.lines().last(), QStringLiteral("end 0"));
+        QCOMPARE(run.lastLine(), kEnd.arg(0));
         // The database step alone makes no folder and moves nothing.
-        QCOMPARE(player.exists(QStringLiteral("My Songs")), remove || move || split);
+        QCOMPARE(run.player.exists("My Songs"_s), remove || move || split);
     }
 
     void stopDuringTheDeletionEndsWithoutResultPage()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 5; ++i)
-            player.addFile(QStringLiteral("A/%1.txt").arg(i));
-        player.addFile(QStringLiteral("A/p.jpg"));
-        Ottimizza page;
-        choose(page, true, true, false, false);
-        RunRecorder recorder(page);
-        connect(&page, &Ottimizza::updateProgressBarVal, &page, [&page](int value) {
-            if (value == 2)
-                page.on_stopActionPressed();
-        });
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList());
-        QCOMPARE(recorder.lines().last(), QStringLiteral("visible 0"));
-        QCOMPARE(player.files().size(), 4);
-        QVERIFY(!recorder.labels().contains(QStringLiteral("Spostamento immagini...")));
-        QVERIFY(page.isVisible());
-        QVERIFY(allControls(page, true));
+        OptimizerRun run;
+        run.addNumbered("A/"_s, 5, "txt"_s);
+        run.player.addFile("A/p.jpg"_s);
+        choose(run.page, words("Check_Delete Check_Move"));
+        run.stopAtValue(2);
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.ends(), QStringList());
+        QCOMPARE(run.lastLine(), "visible 0"_s);
+        QCOMPARE(run.player.files().size(), 4);
+        QCOMPARE(run.told.count("label Spostamento immagini..."_s), 0);
+        QVERIFY(run.page.isVisible());
+        QVERIFY(allControls(run.page, true));
     }
 
     void stopDuringTheImagesLeavesTheVideos()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/p.jpg"));
-        player.addFile(QStringLiteral("A/v.avi"));
-        Ottimizza page;
-        choose(page, false, true, true, true);
-        RunRecorder recorder(page);
-        connect(&page, &Ottimizza::updateLabelAction, &page, [&page](const QString &text) {
-            if (text.startsWith(QLatin1String("Spostamento immagini")))
-                page.on_stopActionPressed();
-        });
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(player.files(), QStringList({QStringLiteral("A/p.jpg"), QStringLiteral("A/v.avi")}));
-        QCOMPARE(recorder.labels().last(), QStringLiteral("Spostamento immagini..."));
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList());
+        OptimizerRun run;
+        run.addFiles(words("A/p.jpg A/v.avi"));
+        choose(run.page, words("Check_Move Check_Split Check_Database"));
+        run.stopAtLabel("Spostamento immagini"_s);
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.player.files(), words("A/p.jpg A/v.avi"));
+        QCOMPARE(run.told.labels().last(), "Spostamento immagini..."_s);
+        QCOMPARE(run.ends(), QStringList());
     }
 
     void stopDuringTheSplitStillEndsInSuccess_data()
     {
-        QTest::addColumn<bool>("database");
-        QTest::newRow("with the database step") << true;
-        QTest::newRow("without it") << false;
+        columns<bool>("database");
+        row("with the database step", true);
+        row("without it", false);
     }
     void stopDuringTheSplitStillEndsInSuccess()
     {
         QFETCH(bool, database);
-        SimulatedPlayer player;
-        addBigFolder(player);
-        Ottimizza page;
-        choose(page, false, false, true, database);
-        RunRecorder recorder(page);
-        connect(&page, &Ottimizza::updateLabelAction, &page, [&page](const QString &text) {
-            if (text.contains(QLatin1String("Organizzazione in sottocartelle")))
-                page.on_stopActionPressed();
-        });
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(player.folders(QStringLiteral("Big")), QStringList({QStringLiteral("B0"), QStringLiteral("B1")}));
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList(QStringLiteral("0")));
-        QCOMPARE(recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")), database);
-        QVERIFY(!page.abortRequested);
+        OptimizerRun run;
+        run.addNumbered("Big/b"_s, 1001);
+        choose(run.page, words(database ? "Check_Split Check_Database" : "Check_Split"));
+        run.stopAtLabel("Organizzazione in sottocartelle"_s);
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.player.folders("Big"_s), words("B0 B1"));
+        QCOMPARE(run.ends(), words("0"));
+        QCOMPARE(run.told.count("log createDiffDatabaseImportFile : END"_s), database ? 1 : 0);
+        QVERIFY(!run.page.abortRequested);
     }
 
     void stopDuringTheDatabaseStepEndsWithoutResultPage()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 3; ++i)
-            player.addFile(QStringLiteral("A/%1.mid").arg(i), SongFactory::midi(SongInfo()));
-        Ottimizza page;
-        choose(page, false, false, false, true);
-        RunRecorder recorder(page);
-        connect(&page, &Ottimizza::updateProgressBarVal, &page, [&page](int value) {
-            if (value == 1)
-                page.on_stopActionPressed();
-        });
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList());
-        QVERIFY(player.exists(QStringLiteral("CorvinImportDB.sql")));
+        OptimizerRun run;
+        run.addNumbered("A/"_s, 3, "mid"_s, SongFactory::midi(SongInfo()));
+        choose(run.page, words("Check_Database"));
+        run.stopAtValue(1);
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.ends(), QStringList());
+        QVERIFY(run.player.exists("CorvinImportDB.sql"_s));
     }
 
     void playerGoneBeforeTheDatabaseStepIsAFailure()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/broken.mid"));
-        Ottimizza page;
-        page.show();
-        RunRecorder recorder(page);
-        connect(&page, &Ottimizza::updateLabelAction, &page, [](const QString &text) {
-            if (text == QLatin1String("Caricamento risorse..."))
-                SimulatedPlayer::disconnect();
-        });
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList(QStringLiteral("1")));
-        QCOMPARE(player.files(), QStringList(QStringLiteral("A/broken.mid")));
+        OptimizerRun run;
+        run.player.addFile("A/broken.mid"_s);
+        run.page.show();
+        run.atLabel("Caricamento risorse..."_s, &SimulatedPlayer::disconnect);
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.ends(), words("1"));
+        QCOMPARE(run.player.files(), words("A/broken.mid"));
     }
 
     void importFileThatCannotBeMadeIsAFailure()
     {
-        SimulatedPlayer player;
-        player.addFolder(QStringLiteral("CorvinImportDB.sql"));
-        Ottimizza page;
-        page.show();
-        RunRecorder recorder(page);
+        OptimizerRun run;
+        run.player.addFolder("CorvinImportDB.sql"_s);
+        run.page.show();
         BoxAnswerer boxes;
-        boxes.answer(QStringLiteral("Errore"), QStringLiteral("OK"));
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.lines().mid(recorder.lines().size() - 2),
-                 QStringList({QStringLiteral("visible 0"), QStringLiteral("end 2")}));
+        boxes.answer(Titles::kNoDatabase, Buttons::kOk);
+        click(run.page, "Btn_Opt_Ok");
+        const QStringList lines = run.told.lines();
+        QCOMPARE(lines.mid(lines.size() - 2), QStringList({"visible 0"_s, kEnd.arg(2)}));
         // The next run starts afresh.
-        QDir(player.path(QStringLiteral("CorvinImportDB.sql"))).removeRecursively();
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(recorder.lines().last(), QStringLiteral("end 0"));
+        QDir(run.player.path("CorvinImportDB.sql"_s)).removeRecursively();
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.lastLine(), kEnd.arg(0));
     }
 
     void controlsAreDisabledWhileARunWorks_data()
     {
-        QTest::addColumn<bool>("fromTheButton");
-        QTest::newRow("started by OTTIMIZZA") << true;
-        QTest::newRow("started by the transfer page") << false;
+        columns<bool>("fromTheButton");
+        row("started by OTTIMIZZA", true);
+        row("started by the transfer page", false);
     }
     void controlsAreDisabledWhileARunWorks()
     {
         QFETCH(bool, fromTheButton);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.show();
+        OptimizerRun run;
+        run.page.show();
         int tested = 0;
         bool disabled = true;
-        connect(&page, &Ottimizza::updateLabelAction, &page, [&] {
+        run.atLabel(QString(), [&] {
             ++tested;
-            disabled = disabled && allControls(page, false);
+            disabled = disabled && allControls(run.page, false);
         });
         if (fromTheButton)
-            QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
+            click(run.page, "Btn_Opt_Ok");
         else
-            page.startAllOptimization();
+            run.page.startAllOptimization();
         QVERIFY(tested > 5);
         QVERIFY(disabled);
         // Wanted so: the option boxes come back enabled though the complete option is ticked.
-        QVERIFY(allControls(page, true));
-        QVERIFY(box(page, "Check_Optimize")->isChecked());
+        QVERIFY(allControls(run.page, true));
+        QVERIFY(areTicked(run.page, words("Check_Optimize")));
     }
 
     void startButtonForgetsAnEarlierStop()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.show();
-        page.on_stopActionPressed();
-        QSignalSpy ends(&page, &Ottimizza::backFromOttimizzaToEndOttimizza);
-        QTest::mouseClick(button(page, "Btn_Opt_Ok"), Qt::LeftButton);
-        QCOMPARE(ends.size(), 1);
+        OptimizerRun run;
+        run.page.show();
+        run.page.on_stopActionPressed();
+        click(run.page, "Btn_Opt_Ok");
+        QCOMPARE(run.ends(), words("0"));
     }
 
     // FINE shows the page and starts the run: a stop of the transfer before must not end it.
     void runBehindFineStartsWithAClearStopFlag()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.on_stopActionPressed();
-        page.show();
-        QSignalSpy ends(&page, &Ottimizza::backFromOttimizzaToEndOttimizza);
-        page.startAllOptimization();
-        QCOMPARE(ends.size(), 1);
-        QCOMPARE(ends.first().first().toInt(), 0);
+        OptimizerRun run;
+        run.page.on_stopActionPressed();
+        run.page.show();
+        run.page.startAllOptimization();
+        QCOMPARE(run.ends(), words("0"));
     }
 
     void secondStartDuringARunIsRefused()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/t.txt"));
-        Ottimizza page;
-        page.show();
-        RunRecorder recorder(page);
+        OptimizerRun run;
+        run.player.addFile("A/t.txt"_s);
+        run.page.show();
         bool stopKept = false;
-        connect(&page, &Ottimizza::updateLabelAction, &page, [&](const QString &text) {
-            if (!text.startsWith(QLatin1String("Spostamento immagini")))
-                return;
-            page.on_stopActionPressed();
-            page.startAllOptimization();
-            page.on_Btn_Opt_Ok_clicked();
-            page.hide();
-            page.show();
-            stopKept = page.abortRequested && allControls(page, false);
+        run.atLabel("Spostamento immagini"_s, [&] {
+            run.page.on_stopActionPressed();
+            run.page.startAllOptimization();
+            run.page.on_Btn_Opt_Ok_clicked();
+            run.page.hide();
+            run.page.show();
+            stopKept = run.page.abortRequested && allControls(run.page, false);
         });
-        page.startAllOptimization();
+        run.page.startAllOptimization();
         QVERIFY(stopKept);
-        QCOMPARE(recorder.of(QStringLiteral("visible")), QStringList({QStringLiteral("1"), QStringLiteral("0")}));
-        QCOMPARE(recorder.of(QStringLiteral("end")), QStringList());
+        QCOMPARE(run.told.of("visible"_s), words("1 0"));
+        QCOMPARE(run.ends(), QStringList());
     }
 };
 
-QTEST_MAIN(tst_Ottimizza)
+PAGE_TEST_MAIN(TestOttimizza)
 #include "tst_ottimizza.moc"

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "support/signalrecorder.h"
+#include "support/simulatedplayer.h"
+#include "support/testing.h"
+
+#include "optimizer/ottimizza.h"
+
+/// The optimisation page, a player to work on, and all that the page tells the window and the log.
+struct OptimizerRun
+{
+    /// Writes files whose names end in a number of five digits: @p front "A/b" makes "A/b00000.mid" and so on.
+    void addNumbered(const QString &front, int count, const QString &suffix = "mid"_s, const QByteArray &content = "x")
+    {
+        for (int i = 0; i < count; ++i)
+            player.addFile("%1%2.%3"_s.arg(front).arg(i, 5, 10, QLatin1Char('0')).arg(suffix), content);
+    }
+    void addFiles(const QStringList &paths)
+    {
+        for (const QString &path : paths)
+            player.addFile(path);
+    }
+    void scan()
+    {
+        page.rootPath = player.root();
+        page.scan_directories();
+    }
+
+    /// Does something each time the status line gets a text with this in it.
+    template <typename Action> void atLabel(const QString &part, const Action &action)
+    {
+        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [part, action](const QString &text) {
+            if (text.contains(part))
+                action();
+        });
+    }
+    void stopAtLabel(const QString &part)
+    {
+        atLabel(part, [this] { page.on_stopActionPressed(); });
+    }
+    void stopAtValue(int wanted)
+    {
+        QObject::connect(&page, &Ottimizza::updateProgressBarVal, &page, [this, wanted](int value) {
+            if (value == wanted)
+                page.on_stopActionPressed();
+        });
+    }
+    /// Does something when the run processes events for the first time.
+    template <typename Action> void atFirstEvents(const Action &action)
+    {
+        QMetaObject::invokeMethod(&page, action, Qt::QueuedConnection);
+    }
+    void stopAtFirstEvents() { QMetaObject::invokeMethod(&page, "on_stopActionPressed", Qt::QueuedConnection); }
+
+    bool logged(const QString &text, QtMsgType type = QtInfoMsg) const { return told.log().contains(type, text); }
+    bool loggedOnlyInfos() const
+    {
+        const QList<LogCapture::Line> &lines = told.log().lines();
+        return std::all_of(lines.begin(), lines.end(), [](const auto &line) { return line.type == QtInfoMsg; });
+    }
+    QString lastLine() { return told.lines().last(); }
+    /// The codes that the result page got.
+    QStringList ends() { return told.of("backFromOttimizzaToEndOttimizza"_s); }
+
+    SimulatedPlayer player;
+    Ottimizza page;
+    SignalRecorder told{page};
+};
