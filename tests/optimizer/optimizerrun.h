@@ -9,16 +9,31 @@
 /// The optimisation page, a player to work on, and all that the page tells the window and the log.
 struct OptimizerRun
 {
+    /// @p files as put() takes them.
+    explicit OptimizerRun(const QStringList &files = {}) { put(files); }
+    /// Writes files of the player, each "path" or "path=content".
+    void put(const QStringList &files)
+    {
+        for (const QString &file : files)
+            player.addFile(file.section(QLatin1Char('='), 0, 0),
+                           file.contains(QLatin1Char('=')) ? file.section(QLatin1Char('='), 1).toUtf8() : "x");
+    }
     /// Writes files whose names end in a number of five digits: @p front "A/b" makes "A/b00000.mid" and so on.
     void addNumbered(const QString &front, int count, const QString &suffix = "mid"_s, const QByteArray &content = "x")
     {
         for (int i = 0; i < count; ++i)
             player.addFile("%1%2.%3"_s.arg(front).arg(i, 5, 10, QLatin1Char('0')).arg(suffix), content);
     }
-    void addFiles(const QStringList &paths)
+    /// All files of the player as put() takes them, in the order of their paths.
+    QStringList disk() const
     {
-        for (const QString &path : paths)
-            player.addFile(path);
+        QStringList files = player.files();
+        for (QString &file : files) {
+            const QByteArray content = player.content(file);
+            if (content != "x")
+                file += "="_s + QString::fromUtf8(content);
+        }
+        return files;
     }
     void scan()
     {

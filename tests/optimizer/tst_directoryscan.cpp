@@ -18,8 +18,7 @@ class TestDirectoryScan : public QObject
 private slots:
     void stoppedScanTouchesNothing()
     {
-        OptimizerRun run;
-        run.player.addFile("song.mid"_s);
+        OptimizerRun run({"song.mid"_s});
         run.page.playlistIndex.insert("a"_s, "b"_s);
         run.page.abortRequested = true;
         run.scan();
@@ -85,27 +84,19 @@ private slots:
 
     void rootFileWithTakenNameGetsNextFreeNumber()
     {
-        OptimizerRun run;
-        SimulatedPlayer &player = run.player;
-        player.addFile("song.mid"_s, "new");
-        player.addFile("My Songs/song.mid"_s, "first");
-        player.addFile("My Songs/song_1.mid"_s, "second");
-        player.addFile("readme"_s, "r");
-        player.addFile("My Songs/readme"_s, "R");
-        player.addFile("System/Playlist/a.pls"_s, "\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n");
-        player.addFile("System/Playlist/b.pls"_s, "\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4");
-        player.addFile("System/Playlist/other.pls"_s, "\\sdmemory\\x.mid^1^2\n");
+        OptimizerRun run({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "readme=r"_s,
+                          "My Songs/readme=R"_s,
+                          "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                          "System/Playlist/b.pls=\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4"_s,
+                          "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s});
         run.scan();
-        QCOMPARE(player.content("My Songs/song_2.mid"_s), QByteArray("new"));
-        QCOMPARE(player.content("My Songs/song.mid"_s), QByteArray("first"));
-        QCOMPARE(player.content("My Songs/song_1.mid"_s), QByteArray("second"));
-        QCOMPARE(player.content("My Songs/readme_1."_s), QByteArray("r"));
-        QVERIFY(!player.exists("song.mid"_s));
-        QCOMPARE(player.content("System/Playlist/a.pls"_s),
-                 QByteArray("\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"));
-        QCOMPARE(player.content("System/Playlist/b.pls"_s),
-                 QByteArray("\\sdmemory\\My Songs\\song_2.mid^1^2\n\\sdmemory\\My Songs\\song_2.mid^3^4"));
-        QCOMPARE(player.content("System/Playlist/other.pls"_s), QByteArray("\\sdmemory\\x.mid^1^2\n"));
+        QCOMPARE(run.disk(),
+                 QStringList({"My Songs/readme=R"_s, "My Songs/readme_1.=r"_s, "My Songs/song.mid=first"_s,
+                              "My Songs/song_1.mid=second"_s, "My Songs/song_2.mid=new"_s,
+                              "System/Playlist/a.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                              "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
+                              "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
+                              "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}));
         QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
     }
 
@@ -133,8 +124,7 @@ private slots:
     void thePlayersOwnRootFilesStay()
     {
         QFETCH(QString, name);
-        OptimizerRun run;
-        run.addFiles({name, "Songs/"_s + name});
+        OptimizerRun run({name, "Songs/"_s + name});
         run.scan();
         QVERIFY(run.player.exists(name));
         QVERIFY(!run.player.exists("My Songs/"_s + name));
@@ -152,32 +142,26 @@ private slots:
     void fileCalledMySongsKeepsRootAndPlaylistsAsTheyAre()
     {
         QFETCH(QString, name);
-        OptimizerRun run;
-        run.player.addFile(name, "a file");
-        run.player.addFile("song.mid"_s);
-        const QByteArray list("\\sdmemory\\song.mid^1^2\n");
-        run.player.addFile("System/Playlist/a.pls"_s, list);
+        const QStringList files = {name + "=a file"_s, "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\n"_s,
+                                   "song.mid"_s};
+        OptimizerRun run(files);
         run.scan();
-        QCOMPARE(run.player.files(), QStringList({name, "System/Playlist/a.pls"_s, "song.mid"_s}));
+        QCOMPARE(run.disk(), files);
         QCOMPARE(run.player.folders(), words("System"));
-        QCOMPARE(run.player.content(name), QByteArray("a file"));
-        QCOMPARE(run.player.content("System/Playlist/a.pls"_s), list);
     }
 
     // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
     void thePlayersFoldersAreFoundWhateverTheirCase()
     {
         SKIP_ON_WINDOWS("the file system ignores case here");
-        OptimizerRun run;
-        run.player.addFile("Song.mid"_s, "new");
-        run.player.addFile("my songs/Song.mid"_s, "old");
-        const QString list = run.player.addFile("SYSTEM/playlist/Mine.PLS"_s, "\\sdmemory\\Song.mid^12^0\r\n");
+        OptimizerRun run(
+            {"Song.mid=new"_s, "my songs/Song.mid=old"_s, "SYSTEM/playlist/Mine.PLS=\\sdmemory\\Song.mid^12^0\r\n"_s});
         run.scan();
         QCOMPARE(run.player.folders(), QStringList({"SYSTEM"_s, "my songs"_s}));
         QCOMPARE(run.player.folders("SYSTEM"_s), words("playlist"));
-        QCOMPARE(run.player.content("my songs/Song_1.mid"_s), QByteArray("new"));
-        QCOMPARE(run.player.content("my songs/Song.mid"_s), QByteArray("old"));
-        QCOMPARE(contentOf(list), QByteArray("\\sdmemory\\my songs\\Song_1.mid^12^0\r\n"));
+        QCOMPARE(run.disk(), QStringList({"SYSTEM/playlist/Mine.PLS=\\sdmemory\\my songs\\Song_1.mid^12^0\r\n"_s,
+                                          "my songs/Song.mid=old"_s, "my songs/Song_1.mid=new"_s}));
+        const QString list = run.player.path("SYSTEM/playlist/Mine.PLS"_s);
         QCOMPARE(run.page.playlistIndex.values(run.player.path("Song.mid"_s)), QStringList(list));
         QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(list)));
         QVERIFY(run.logged("scan_directories : Scan Root Dir : move to  My Songs"_s));
@@ -185,11 +169,10 @@ private slots:
 
     void everyKindOfFileGoesIntoItsList()
     {
-        OptimizerRun run;
+        OptimizerRun run(words("Songs/readme Songs/.hidden.txt"));
         for (const QString &suffix : words("mp3 midi MID mf3 mf4 mf5 Kar xmp3 xmid cdg DAT bak "
                                            "jpg JPEG png bmp avi mpg mpeg Mp4 wmv mov txt"))
             run.player.addFile("Songs/f."_s + suffix);
-        run.addFiles(words("Songs/readme Songs/.hidden.txt"));
         run.scan();
         QCOMPARE(relative(run, run.page.imageFiles), words("Songs/f.JPEG Songs/f.bmp Songs/f.jpg Songs/f.png"));
         QCOMPARE(relative(run, run.page.videoFiles),
@@ -221,8 +204,7 @@ private slots:
     {
         QFETCH(QString, file);
         QFETCH(bool, listed);
-        OptimizerRun run;
-        run.player.addFile(file);
+        OptimizerRun run({file});
         run.scan();
         const QList<QFileInfo> all = run.page.imageFiles + run.page.videoFiles + run.page.unsupportedFiles;
         QCOMPARE(relative(run, all), listed ? QStringList(file) : QStringList());
@@ -231,10 +213,9 @@ private slots:
     void linksAndHiddenFoldersAreNotFollowed()
     {
         SKIP_ON_WINDOWS("links are files of another kind here");
-        OptimizerRun run;
+        OptimizerRun run({".trash/t.txt"_s});
         PcFolder elsewhere;
         const QString file = elsewhere.addFile("outside.txt"_s);
-        run.player.addFile(".trash/t.txt"_s);
         run.player.addFolder("A"_s);
         QVERIFY(QFile::link(elsewhere.path(), run.player.path("A/folder"_s)));
         QVERIFY(QFile::link(file, run.player.path("A/file.txt"_s)));
@@ -287,8 +268,7 @@ private slots:
 
     void theRootIsNeverABigFolder()
     {
-        OptimizerRun run;
-        run.player.addFile("My Songs"_s);
+        OptimizerRun run({"My Songs"_s});
         run.addNumbered(QString(), 1001);
         run.scan();
         QVERIFY(run.page.bigFolders.isEmpty());
@@ -297,26 +277,24 @@ private slots:
 
     void labelComesEveryTwoHundredAndFiftyFiles()
     {
-        OptimizerRun run;
+        OptimizerRun run({"AUTOEXEC.BAT"_s});
         run.addNumbered("A/"_s, 260);
         run.addNumbered("B/"_s, 239, "txt"_s);
         // Files that are passed over do not count.
         run.addNumbered("System/"_s, 100);
-        run.player.addFile("AUTOEXEC.BAT"_s);
+        const QString label = "Scansione cartelle in corso..."_s;
         run.scan();
-        QCOMPARE(run.told.labels(),
-                 QStringList({"Scansione cartelle in corso..."_s, "Scansione cartelle in corso... [250]"_s}));
+        QCOMPARE(run.told.labels(), QStringList({label, label + " [250]"_s}));
         run.player.addFile("C/one.jpg"_s);
         run.told.clear();
         run.scan();
-        QCOMPARE(run.told.labels().last(), "Scansione cartelle in corso... [500]"_s);
+        QCOMPARE(run.told.labels().last(), label + " [500]"_s);
     }
 
     void stopDuringTheRootCleanUpEndsTheStep()
     {
-        OptimizerRun run;
+        OptimizerRun run({"A/t.txt"_s});
         run.addNumbered(QString(), 5);
-        run.player.addFile("A/t.txt"_s);
         // Posted events are handled with the first root file, which is still moved.
         run.stopAtFirstEvents();
         run.scan();

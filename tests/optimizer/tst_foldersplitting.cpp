@@ -7,6 +7,7 @@
 /// choose.
 struct SplitRun : OptimizerRun
 {
+    using OptimizerRun::OptimizerRun;
     void split(const QStringList &folders = words("X"))
     {
         page.rootPath = player.root();
@@ -63,8 +64,7 @@ class TestFolderSplitting : public QObject
 private slots:
     void withoutBigFoldersNothingHappens()
     {
-        SplitRun run;
-        run.player.addFile("A/a.mid"_s);
+        SplitRun run({"A/a.mid"_s});
         run.split({});
         QCOMPARE(run.told.lines(), QStringList({"label Caricamento risorse..."_s, "label Operazione completata"_s}));
         QCOMPARE(run.player.files(), words("A/a.mid"));
@@ -72,8 +72,7 @@ private slots:
 
     void everyStageIsReportedInOrder()
     {
-        SplitRun run;
-        run.addFiles(words("X/beta.mid X/Alpha.MID Y/1.kar"));
+        SplitRun run(words("X/beta.mid X/Alpha.MID Y/1.kar"));
         run.player.addFolder("X/sub"_s);
         run.split(words("X Y"));
         const QString x = run.player.path("X"_s);
@@ -105,10 +104,9 @@ private slots:
 
     void companionsCountTowardsTheLimit()
     {
-        SplitRun run;
-        run.addNumbered("X/c"_s, 1000);
         // The first song brings two companions (3 files), the 898th three: 902 files before the limit is seen.
-        run.addFiles(words("X/c00000.dat X/c00000.cdg X/c00897.dat X/c00897.cdg X/c00897.bak"));
+        SplitRun run(words("X/c00000.dat X/c00000.cdg X/c00897.dat X/c00897.cdg X/c00897.bak"));
+        run.addNumbered("X/c"_s, 1000);
         run.split();
         // 3 + 896 songs = 899, then the song with its three companions: 903.
         QCOMPARE(run.counts(words("C0 C1")), QList<int>({903, 102}));
@@ -143,25 +141,32 @@ private slots:
         QCOMPARE(run.counts({subfolder}), QList<int>({4}));
     }
 
-    void ellipsisIsFiledUnderTheSharp()
+    void songsMoveAndTheRestOfTheFolderGoes_data()
     {
-        SplitRun run;
-        run.player.addFile("X/…e penso a te.mid"_s);
-        run.split();
-        QCOMPARE(run.player.folders("X"_s), words("#0"));
+        columns<QStringList, QStringList>("before", "after");
+        row("an ellipsis is filed under the sharp", QStringList("X/…e penso a te.mid"_s),
+            QStringList("X/#0/…e penso a te.mid"_s));
+        row("a taken name gets a number and the companion follows",
+            words("X/Song.mid=new X/Song.dat=words X/S0/Song.mid=old"),
+            words("X/S0/Song(1).dat=words X/S0/Song(1).mid=new X/S0/Song.mid=old"));
+        // A split made before left songs in their sub-folders; a folder may have a song's suffix.
+        row("sub-folders keep what they hold, and what is new joins it",
+            words("X/B0/inside.mid=1 X/B0/deep/down.txt=2 X/Zeta.mid/odd.dat=3 X/b0.mid X/b1.mid"),
+            words("X/B0/b0.mid X/B0/b1.mid X/B0/deep/down.txt=2 X/B0/inside.mid=1 X/Zeta.mid/odd.dat=3"));
+        row("what is no song goes with the old folder",
+            words("X/Song.mid X/Song.cdg X/Other.dat X/notes.txt X/.hidden.mid"), words("X/S0/Song.cdg X/S0/Song.mid"));
+        const QString list = "System/Playlist/a.pls=\\sdmemory\\X\\Song.mid^1^2\n"_s;
+        row("playlists are not corrected", QStringList({list, "X/Song.mid"_s}), QStringList({list, "X/S0/Song.mid"_s}));
     }
-
-    void takenNameGetsANumberAndTheCompanionFollows()
+    void songsMoveAndTheRestOfTheFolderGoes()
     {
-        SplitRun run;
-        run.player.addFile("X/Song.mid"_s, "new");
-        run.player.addFile("X/Song.dat"_s, "words");
-        run.player.addFile("X/S0/Song.mid"_s, "old");
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        SplitRun run(before);
+        run.scan();
         run.split();
-        QCOMPARE(run.player.content("X/S0/Song.mid"_s), QByteArray("old"));
-        QCOMPARE(run.player.content("X/S0/Song(1).mid"_s), QByteArray("new"));
-        QCOMPARE(run.player.content("X/S0/Song(1).dat"_s), QByteArray("words"));
-        QCOMPARE(run.player.files().size(), 3);
+        QCOMPARE(run.disk(), after);
+        QVERIFY(!run.player.exists("X.old"_s));
     }
 
     void nearlyFullSubfolderTakesOneMoreSong()
@@ -185,52 +190,28 @@ private slots:
         QCOMPARE(run.counts(words("A0 A1 A2")), QList<int>({900, 900, 50}));
     }
 
-    // A split made before left songs in their sub-folders: what stands there stays, what is new joins it.
-    void subfoldersKeepWhatTheyHold()
-    {
-        SplitRun run;
-        // One folder has a song's suffix.
-        const QStringList held = words("X/B0/deep/down.txt X/B0/inside.mid X/Zeta.mid/odd.dat");
-        run.addFiles(held);
-        run.addNumbered("X/b"_s, 2);
-        run.split();
-        QCOMPARE(run.player.files(), words("X/B0/b00000.mid X/B0/b00001.mid") + held);
-    }
-
     void hiddenSubfolderIsKeptAndNotCounted()
     {
-        SplitRun run;
-        run.addFiles(words("X/Song.mid X/.mine/deep/Inside.mid X/.file.mid"));
+        SplitRun run(words("X/Song.mid X/.mine/deep/Inside.mid=inside X/.file.mid"));
         run.split();
-        QCOMPARE(run.player.files(), words("X/.mine/deep/Inside.mid X/S0/Song.mid"));
+        QCOMPARE(run.disk(), words("X/.mine/deep/Inside.mid=inside X/S0/Song.mid"));
         QVERIFY(run.logged("corvin_optimizer : End Open Dir N. Entry  1"_s));
     }
 
+    // Neither a song nor a folder may take the place of a sub-folder: "B0" is a file in the way.
     void songWhoseNameIsThatOfItsSubfolderFindsAnother()
     {
-        SplitRun run;
-        // Neither a song nor a folder may take the place of a sub-folder: "B0" is a file in the way.
-        run.addNumbered("X/b"_s, 1);
+        SplitRun run(words("X/b.mid"));
         run.block("X/B0"_s);
         run.split();
-        QCOMPARE(run.player.files(), words("X/B0 X/B1/b00000.mid"));
-    }
-
-    void whatIsNoSongGoesWithTheOldFolder()
-    {
-        SplitRun run;
-        run.addFiles(words("X/Song.mid X/Song.cdg X/Other.dat X/notes.txt X/.hidden.mid"));
-        run.split();
-        QCOMPARE(run.player.files(), words("X/S0/Song.cdg X/S0/Song.mid"));
-        QCOMPARE(run.player.folders(), words("X"));
+        QCOMPARE(run.player.files(), words("X/B0 X/B1/b.mid"));
     }
 
     void linkInTheOldFolderDoesNotLeadTheDeletionOutside()
     {
-        SplitRun run;
+        SplitRun run({"X/Song.mid"_s});
         PcFolder elsewhere;
         const QString kept = elsewhere.addFile("kept.txt"_s);
-        run.player.addFile("X/Song.mid"_s);
         run.player.addFolder("X/sub"_s);
         QVERIFY(QFile::link(elsewhere.path(), run.player.path("X/sub/link"_s)));
         QVERIFY(QFile::link(kept, run.player.path("X/link.txt"_s)));
@@ -244,13 +225,11 @@ private slots:
 
     void takenOldNamesPileUpTheirNumbers()
     {
-        SplitRun run;
-        run.addFiles(words("X/Song.mid X.old/kept.txt X.old1/kept.txt"));
-        bool seen = false;
-        run.atLabel("Ricerca"_s,
-                    [&] { seen = run.player.exists("X.old12/Song.mid"_s) && run.player.files("X"_s).isEmpty(); });
+        SplitRun run(words("X/Song.mid X.old/kept.txt X.old1/kept.txt"));
+        QStringList aside;
+        run.atLabel("Ricerca"_s, [&] { aside = run.player.files(); });
         run.split();
-        QVERIFY(seen);
+        QCOMPARE(aside, words("X.old/kept.txt X.old1/kept.txt X.old12/Song.mid"));
         QCOMPARE(run.player.folders(), words("X X.old X.old1"));
         QVERIFY(run.player.exists("X/S0/Song.mid"_s));
     }
@@ -293,18 +272,6 @@ private slots:
         run.split();
         QCOMPARE(run.counts({"A0"_s}), QList<int>({3}));
         QVERIFY(run.endedByStop());
-    }
-
-    void playlistsAreNotCorrected()
-    {
-        SplitRun run;
-        const QByteArray list("\\sdmemory\\X\\Song.mid^1^2\n");
-        run.player.addFile("System/Playlist/a.pls"_s, list);
-        run.player.addFile("X/Song.mid"_s);
-        run.scan();
-        run.split();
-        QVERIFY(run.player.exists("X/S0/Song.mid"_s));
-        QCOMPARE(run.player.content("System/Playlist/a.pls"_s), list);
     }
 };
 

@@ -7,10 +7,11 @@
 struct MediaRun : OptimizerRun
 {
     explicit MediaRun(bool ofImages) : images(ofImages) { page.rootPath = player.root(); }
-    QString list(const QString &path, const QByteArray &content = "x")
+    void list(const QStringList &paths)
     {
-        files.append(QFileInfo(player.addFile(path, content)));
-        return player.path(path);
+        put(paths);
+        for (const QString &path : paths)
+            files.append(QFileInfo(player.path(path.section(QLatin1Char('='), 0, 0))));
     }
     void move()
     {
@@ -44,7 +45,7 @@ private slots:
     {
         QFETCH(bool, images);
         MediaRun run(images);
-        run.list("A/x.jpg"_s);
+        run.list({"A/x.jpg"_s});
         run.page.abortRequested = true;
         run.move();
         QCOMPARE(run.told.lines(), QStringList());
@@ -69,30 +70,28 @@ private slots:
         QFETCH(QString, step);
         QFETCH(QString, status);
         MediaRun run(images);
-        const QString first = run.list("A/cover."_s + run.suffix, "first");
-        const QString second = run.list("B/cover."_s + run.suffix, "second");
-        const QString third = run.list("B/C/cover."_s + run.suffix, "third");
+        const QString suffix = run.suffix;
+        run.list(
+            {"A/cover.%1=first"_s.arg(suffix), "B/cover.%1=second"_s.arg(suffix), "B/C/cover.%1=3rd"_s.arg(suffix)});
+        QStringList expected = {"label "_s + status, "log %1 : START"_s.arg(step), "min 0"_s, "max 3"_s, "value 0"_s};
+        for (int i = 0; i < 3; ++i)
+            expected += {"log Move : \"%1\""_s.arg(run.files.at(i).filePath()), "value %1"_s.arg(i + 1)};
+        expected += {"log %1 : N. files  3"_s.arg(step), "label Operazione completata"_s};
         run.move();
-        QCOMPARE(run.player.content(run.folder + "/cover."_s + run.suffix), QByteArray("first"));
-        QCOMPARE(run.player.content(run.folder + "/cover_1."_s + run.suffix), QByteArray("second"));
-        QCOMPARE(run.player.content(run.folder + "/cover_2."_s + run.suffix), QByteArray("third"));
-        QCOMPARE(run.player.files().size(), 3);
-        QCOMPARE(run.told.lines(),
-                 QStringList({"label "_s + status, "log %1 : START"_s.arg(step), "min 0"_s, "max 3"_s, "value 0"_s,
-                              "log Move : \"%1\""_s.arg(first), "value 1"_s, "log Move : \"%1\""_s.arg(second),
-                              "value 2"_s, "log Move : \"%1\""_s.arg(third), "value 3"_s,
-                              "log %1 : N. files  3"_s.arg(step), "label Operazione completata"_s}));
+        const QString moved = run.folder + "/cover%1.%2=%3"_s;
+        QCOMPARE(run.disk(), QStringList({moved.arg(QString(), suffix, "first"_s),
+                                          moved.arg("_1"_s, suffix, "second"_s), moved.arg("_2"_s, suffix, "3rd"_s)}));
+        QCOMPARE(run.told.lines(), expected);
         QVERIFY(run.loggedOnlyInfos());
     }
 
     void nameIsPartedAtItsFirstDot()
     {
         MediaRun run(true);
-        run.player.addFile("Images/photo.2019.jpg"_s, "old");
-        run.list("A/photo.2019.jpg"_s, "new");
+        run.put({"Images/photo.2019.jpg=old"_s});
+        run.list({"A/photo.2019.jpg=new"_s});
         run.move();
-        QCOMPARE(run.player.content("Images/photo.2019.jpg"_s), QByteArray("old"));
-        QCOMPARE(run.player.content("Images/photo_1.2019.jpg"_s), QByteArray("new"));
+        QCOMPARE(run.disk(), words("Images/photo.2019.jpg=old Images/photo_1.2019.jpg=new"));
     }
 
     // With the generator's next number known, a file that bears it stops the detour where it stands.
@@ -111,24 +110,22 @@ private slots:
         const QString numeric = "%1.jpg"_s.arg(std::rand() % 1000000);
         std::srand(kSeed);
         MediaRun run(true);
-        run.player.addFile("Images/p.jpg"_s, "old");
-        run.player.addFile(blockerFolder + numeric, "blocker");
-        const QString source = run.list("A/p.jpg"_s, "new");
+        run.put({"Images/p.jpg=old"_s, blockerFolder + numeric + "=blocker"_s});
+        run.list({"A/p.jpg=new"_s});
         run.move();
-        QCOMPARE(run.player.content("A/"_s + (keepsItsName ? "p.jpg"_s : numeric)), QByteArray("new"));
-        QVERIFY(run.logged("Move : \"%1\""_s.arg(source)));
         // The renames that follow take what bears the number for the file on its way.
-        QCOMPARE(run.player.content("Images/p_1.jpg"_s), QByteArray("blocker"));
-        QCOMPARE(run.player.content("Images/p.jpg"_s), QByteArray("old"));
+        QCOMPARE(run.disk(), QStringList({"A/%1=new"_s.arg(keepsItsName ? "p.jpg"_s : numeric), "Images/p.jpg=old"_s,
+                                          "Images/p_1.jpg=blocker"_s}));
+        QVERIFY(run.logged("Move : \"%1\""_s.arg(run.player.path("A/p.jpg"_s))));
     }
 
     void videoInItsFolderStaysAndOneAmongSongsMoves()
     {
         MediaRun run(false);
-        run.addFiles({"Videos/Clips/v.avi"_s, "My Songs/w.MP4"_s});
+        run.put({"Videos/Clips/v.avi"_s, "My Songs/w.MP4=song"_s});
         run.scan();
         run.move();
-        QCOMPARE(run.player.files(), words("Videos/Clips/v.avi Videos/w.MP4"));
+        QCOMPARE(run.disk(), words("Videos/Clips/v.avi Videos/w.MP4=song"));
     }
 
     void folderOfAnotherCaseIsUsed_data() { addSteps(); }
@@ -137,28 +134,23 @@ private slots:
         SKIP_ON_WINDOWS("the file system ignores case here");
         QFETCH(bool, images);
         MediaRun run(images);
-        const QString there = run.folder.toUpper();
-        run.player.addFile(there + "/cover."_s + run.suffix, "old");
-        run.player.addFile("A/cover."_s + run.suffix, "new");
-        run.player.addFile("A/other."_s + run.suffix, "other");
+        const QString there = run.folder.toUpper() + "/%1."_s + run.suffix;
+        run.put({there.arg("cover"_s) + "=old"_s, "A/cover.%1=new"_s.arg(run.suffix), "A/other."_s + run.suffix});
         run.scan();
         QCOMPARE(run.files.size(), 2);
         run.move();
         QVERIFY(!run.player.exists(run.folder));
-        QCOMPARE(run.player.content(there + "/cover."_s + run.suffix), QByteArray("old"));
-        QCOMPARE(run.player.content(there + "/cover_1."_s + run.suffix), QByteArray("new"));
-        QCOMPARE(run.player.content(there + "/other."_s + run.suffix), QByteArray("other"));
-        QCOMPARE(run.player.files().size(), 3);
+        QCOMPARE(run.disk(), QStringList({there.arg("cover"_s) + "=old"_s, there.arg("cover_1"_s) + "=new"_s,
+                                          there.arg("other"_s)}));
     }
 
     void fileCalledAsTheFolderLeavesEverythingInPlace()
     {
         MediaRun run(true);
-        run.player.addFile("Images"_s, "a file");
-        run.list("A/p.jpg"_s, "p");
+        run.put({"Images=a file"_s});
+        run.list({"A/p.jpg=p"_s});
         run.move();
-        QCOMPARE(run.player.content("A/p.jpg"_s), QByteArray("p"));
-        QCOMPARE(run.player.content("Images"_s), QByteArray("a file"));
+        QCOMPARE(run.disk(), QStringList({"A/p.jpg=p"_s, "Images=a file"_s}));
     }
 
     void stopLeavesTheRemainingFiles_data() { addSteps(); }
@@ -167,7 +159,7 @@ private slots:
         QFETCH(bool, images);
         MediaRun run(images);
         for (int i = 0; i < 5; ++i)
-            run.list("A/%1.%2"_s.arg(i).arg(run.suffix));
+            run.list({"A/%1.%2"_s.arg(i).arg(run.suffix)});
         run.stopAtValue(3);
         run.move();
         QCOMPARE(run.player.files(run.folder).size(), 3);

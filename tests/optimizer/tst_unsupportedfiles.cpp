@@ -17,8 +17,7 @@ private slots:
 
     void diskOfSongsAndPicturesShowsOnlyTheStatusTexts()
     {
-        OptimizerRun run;
-        run.addFiles(words("A/s.mid A/p.jpg A/v.avi"));
+        OptimizerRun run(words("A/s.mid A/p.jpg A/v.avi"));
         run.scan();
         run.told.clear();
         run.page.delete_files();
@@ -45,9 +44,8 @@ private slots:
 
     void textFilesGoButThoseOfTheSystemStay()
     {
-        OptimizerRun run;
         const QStringList staying = {"CorvinUpdate/notes.TXT"_s, "My Songs/s.xmid"_s, "System/sub/notes.TXT"_s};
-        run.addFiles(staying + QStringList({"My Songs/notes.TXT"_s, "My Songs/readme"_s}));
+        OptimizerRun run(staying + QStringList({"My Songs/notes.TXT"_s, "My Songs/readme"_s}));
         run.scan();
         run.page.delete_files();
         QCOMPARE(run.player.files(), staying);
