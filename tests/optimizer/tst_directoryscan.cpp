@@ -6,13 +6,17 @@ class TestDirectoryScan : public QObject
 {
     Q_OBJECT
 
-    static QStringList relative(const OptimizerRun &run, const QList<QFileInfo> &files)
+    static QStringList places(const OptimizerRun &run, const QList<QFileInfo> &files)
     {
         QStringList paths;
         for (const QFileInfo &file : files)
             paths.append(file.absoluteFilePath().mid(run.player.root().size()));
-        paths.sort();
         return paths;
+    }
+    static QStringList sorted(QStringList texts)
+    {
+        texts.sort();
+        return texts;
     }
 
 private slots:
@@ -59,45 +63,56 @@ private slots:
 
     void everyMentionOfASongIsAnEntry()
     {
-        OptimizerRun run;
-        const QString a =
-            run.player.addFile("System/Playlist/a.pls"_s, "\\sdmemory\\My Songs\\one.mid^12^0\r\n"
-                                                          "\\SDMemory\\My Songs\\tw\xC3\xB2.mp3^1^99999\r\n"
-                                                          "\\sdmemory\\My Songs\\bare.mid\n");
-        const QString b = run.player.addFile("System/Playlist/b.PLS"_s, "\\sdmemory\\My Songs\\one.mid^12^0\n");
-        run.player.addFile("System/Playlist/c.txt"_s, "\\sdmemory\\My Songs\\one.mid^12^0\n");
+        OptimizerRun run({"System/Playlist/a.pls=\\sdmemory\\My Songs\\one.mid^12^0\r\n"
+                          "\\SDMemory\\My Songs\\twò.mp3^1^99999\r\n\\sdmemory\\My Songs\\bare.mid\n"_s,
+                          "System/Playlist/b.PLS=\\sdmemory\\My Songs\\one.mid^12^0\n"_s,
+                          "System/Playlist/c.txt=\\sdmemory\\My Songs\\one.mid^12^0\n"_s});
         run.scan();
-        const auto listsOf = [&run](const QString &song) {
-            QStringList lists = run.page.playlistIndex.values(run.player.path("My Songs/"_s + song));
-            lists.sort();
-            return lists;
-        };
-        QCOMPARE(listsOf("one.mid"_s), QStringList({a, b}));
-        QCOMPARE(listsOf("twò.mp3"_s), QStringList(a));
+        const QString a = run.player.path("System/Playlist/a.pls"_s);
+        const QString b = run.player.path("System/Playlist/b.PLS"_s);
+        const auto &index = run.page.playlistIndex;
+        const QString songs = run.player.path("My Songs/"_s);
+        QCOMPARE(sorted(index.values(songs + "one.mid"_s)), QStringList({a, b}));
+        QCOMPARE(index.values(songs + "twò.mp3"_s), QStringList(a));
         // Without its numbers the line is kept whole, line end included: it can never name a file.
-        QCOMPARE(listsOf("bare.mid\n"_s), QStringList(a));
-        QCOMPARE(run.page.playlistIndex.size(), 4);
+        QCOMPARE(index.values(songs + "bare.mid\n"_s), QStringList(a));
+        QCOMPARE(index.size(), 4);
         QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(a)));
         QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(b)));
         QVERIFY(run.logged("scan_directories : N. FileInPlayList : 4"_s));
     }
 
-    void rootFileWithTakenNameGetsNextFreeNumber()
+    void looseFilesMoveIntoMySongs_data()
     {
-        OptimizerRun run({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "readme=r"_s,
-                          "My Songs/readme=R"_s,
-                          "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
-                          "System/Playlist/b.pls=\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4"_s,
-                          "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s});
+        columns<QStringList, QStringList>("before", "after");
+        row("a file with a taken name gets the next free number",
+            QStringList({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "readme=r"_s,
+                         "My Songs/readme=R"_s,
+                         "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                         "System/Playlist/b.pls=\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4"_s,
+                         "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}),
+            QStringList({"My Songs/readme=R"_s, "My Songs/readme_1.=r"_s, "My Songs/song.mid=first"_s,
+                         "My Songs/song_1.mid=second"_s, "My Songs/song_2.mid=new"_s,
+                         "System/Playlist/a.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                         "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
+                         "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
+                         "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}));
+        for (const QString &name : {"My Songs"_s, "MY SONGS"_s}) {
+            const QStringList files = {name + "=a file"_s, "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\n"_s,
+                                       "song.mid"_s};
+            row(qPrintable("a file called %1 keeps root and playlists as they are"_s.arg(name)), files, files);
+        }
+    }
+    void looseFilesMoveIntoMySongs()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        OptimizerRun run(before);
         run.scan();
-        QCOMPARE(run.disk(),
-                 QStringList({"My Songs/readme=R"_s, "My Songs/readme_1.=r"_s, "My Songs/song.mid=first"_s,
-                              "My Songs/song_1.mid=second"_s, "My Songs/song_2.mid=new"_s,
-                              "System/Playlist/a.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
-                              "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
-                              "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
-                              "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}));
-        QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
+        QCOMPARE(run.disk(), after);
+        QCOMPARE(run.player.folders().contains("My Songs"_s), before != after);
+        if (before != after)
+            QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
     }
 
     void rewrittenPlaylistNamesTheNewPlace()
@@ -129,25 +144,8 @@ private slots:
         QVERIFY(run.player.exists(name));
         QVERIFY(!run.player.exists("My Songs/"_s + name));
         // Elsewhere the name means nothing.
-        QCOMPARE(relative(run, run.page.unsupportedFiles), QStringList("Songs/"_s + name));
+        QCOMPARE(places(run, run.page.unsupportedFiles), QStringList("Songs/"_s + name));
         QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  0"_s));
-    }
-
-    void fileCalledMySongsKeepsRootAndPlaylistsAsTheyAre_data()
-    {
-        columns<QString>("name");
-        row("as it is called", "My Songs"_s);
-        row("in another case", "MY SONGS"_s);
-    }
-    void fileCalledMySongsKeepsRootAndPlaylistsAsTheyAre()
-    {
-        QFETCH(QString, name);
-        const QStringList files = {name + "=a file"_s, "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\n"_s,
-                                   "song.mid"_s};
-        OptimizerRun run(files);
-        run.scan();
-        QCOMPARE(run.disk(), files);
-        QCOMPARE(run.player.folders(), words("System"));
     }
 
     // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
@@ -169,15 +167,16 @@ private slots:
 
     void everyKindOfFileGoesIntoItsList()
     {
-        OptimizerRun run(words("Songs/readme Songs/.hidden.txt"));
-        for (const QString &suffix : words("mp3 midi MID mf3 mf4 mf5 Kar xmp3 xmid cdg DAT bak "
-                                           "jpg JPEG png bmp avi mpg mpeg Mp4 wmv mov txt"))
+        const QStringList images = words("Songs/f.JPEG Songs/f.bmp Songs/f.jpg Songs/f.png");
+        const QStringList videos = words("Songs/f.Mp4 Songs/f.avi Songs/f.mov Songs/f.mpeg Songs/f.mpg Songs/f.wmv");
+        const QStringList others = words("Songs/f.txt Songs/readme");
+        OptimizerRun run(images + videos + others + words("Songs/.hidden.txt"));
+        for (const QString &suffix : words("mp3 midi MID mf3 mf4 mf5 Kar xmp3 xmid cdg DAT bak"))
             run.player.addFile("Songs/f."_s + suffix);
         run.scan();
-        QCOMPARE(relative(run, run.page.imageFiles), words("Songs/f.JPEG Songs/f.bmp Songs/f.jpg Songs/f.png"));
-        QCOMPARE(relative(run, run.page.videoFiles),
-                 words("Songs/f.Mp4 Songs/f.avi Songs/f.mov Songs/f.mpeg Songs/f.mpg Songs/f.wmv"));
-        QCOMPARE(relative(run, run.page.unsupportedFiles), words("Songs/f.txt Songs/readme"));
+        QCOMPARE(sorted(places(run, run.page.imageFiles)), images);
+        QCOMPARE(sorted(places(run, run.page.videoFiles)), videos);
+        QCOMPARE(sorted(places(run, run.page.unsupportedFiles)), others);
         QVERIFY(run.logged("\"[    12]\" \"%1\""_s.arg(run.player.path("Songs"_s))));
     }
 
@@ -207,7 +206,7 @@ private slots:
         OptimizerRun run({file});
         run.scan();
         const QList<QFileInfo> all = run.page.imageFiles + run.page.videoFiles + run.page.unsupportedFiles;
-        QCOMPARE(relative(run, all), listed ? QStringList(file) : QStringList());
+        QCOMPARE(places(run, all), listed ? QStringList(file) : QStringList());
     }
 
     void linksAndHiddenFoldersAreNotFollowed()
@@ -247,7 +246,7 @@ private slots:
         run.addNumbered(folder + "/"_s, songs);
         run.addNumbered(folder + "/"_s, companions, "dat"_s);
         run.scan();
-        QCOMPARE(relative(run, run.page.bigFolders), big ? QStringList(folder) : QStringList());
+        QCOMPARE(places(run, run.page.bigFolders), big ? QStringList(folder) : QStringList());
         QVERIFY(run.logged("scan_directories : Scan All Corvin Dirs : Big Folder : %1"_s.arg(big ? 1 : 0)));
         // A folder that is passed over has no line of its own either.
         const int counted = folder == "A"_s ? songs + companions : companions;
@@ -260,10 +259,7 @@ private slots:
         for (const QString &folder : words("A/ A/B/C/ A/Z/"))
             run.addNumbered(folder, 1001);
         run.scan();
-        QStringList found;
-        for (const QFileInfo &folder : qAsConst(run.page.bigFolders))
-            found.append(folder.absoluteFilePath().mid(run.player.root().size()));
-        QCOMPARE(found, words("A/B/C A/Z A"));
+        QCOMPARE(places(run, run.page.bigFolders), words("A/B/C A/Z A"));
     }
 
     void theRootIsNeverABigFolder()

@@ -25,23 +25,17 @@ struct DatabaseRun : OptimizerRun
     }
     void addSongs(int count, const QString &suffix = "mid"_s) { addNumbered("A/"_s, count, suffix, song()); }
     /// Binary noise with device paths in it, each ended by a NUL.
-    void writeFastDb(const QStringList &paths)
+    void writeFastDb(const QStringList &paths, const QString &file = "System/Corvin/data.fastDB"_s)
     {
         QByteArray data = QByteArrayLiteral("\x01\xFF\x00noise\\sdmem\\");
         for (const QString &path : paths)
             data += QByteArrayLiteral("\x07\x00\x80\\sdmemory\\") + path.toUtf8() + QByteArrayLiteral("\x00tail");
-        player.addFile("System/Corvin/data.fastDB"_s, data);
+        player.addFile(file, data);
     }
-
     void work() { page.createDiffDatabaseImportFile(); }
     bool hasFile() const { return player.exists("CorvinImportDB.sql"_s); }
     QByteArray file() const { return player.content("CorvinImportDB.sql"_s); }
-    QStringList lines() const
-    {
-        QStringList lines = QString::fromUtf8(file()).split(QLatin1Char('\n'));
-        lines.removeLast();
-        return lines;
-    }
+    QStringList lines() const { return QString::fromUtf8(file()).split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
     bool isDone() { return told.count("log createDiffDatabaseImportFile : END"_s) == 1; }
 };
 
@@ -76,8 +70,7 @@ private slots:
         const QString invalid = "File non valido, rimuovo : \"%1\""_s.arg(run.player.path("A/two.mid"_s));
         QCOMPARE(lines.removeAll("log "_s + invalid), 1);
         // What the song files themselves say is not of this step.
-        const auto isOfSong = [](const QString &line) { return line.startsWith("log ["_s); };
-        lines.erase(std::remove_if(lines.begin(), lines.end(), isOfSong), lines.end());
+        lines = lines.filter(QRegularExpression("^(?!log \\[)"_s));
         QCOMPARE(lines,
                  QStringList({"visible 1"_s, "min 0"_s, "max 0"_s, "value 0"_s,
                               "log createDiffDatabaseImportFile : START"_s, "label Caricamento dati in corso..."_s,
@@ -110,10 +103,8 @@ private slots:
         run.player.addFile("My Songs/song.mid"_s, SongFactory::midi(night));
         run.player.addFile("My Songs/rock.mf4"_s, SongFactory::mfx(4, rock));
         run.player.addFile("plain.MP3"_s, SongFactory::mp3(0, SongInfo()));
-        run.player.addFile("My Songs/notes.txt"_s);
-        run.player.addFile("CorvinImportDB.sql"_s, QByteArray(100000, 'x'));
+        run.put({"My Songs/notes.txt"_s, "CorvinImportDB.sql="_s + "x"_s.repeated(100000)});
         run.work();
-
         const QStringList lines = run.lines();
         QCOMPARE(lines.size(), 6);
         QCOMPARE(lines.mid(0, 3),
@@ -132,9 +123,9 @@ private slots:
         const QString unknown = "<unknown>"_s;
         const QList<QStringList> rows = database.songs();
         QCOMPARE(rows.size(), 3);
-        QCOMPARE(rows.at(0).mid(0, 5), QStringList({"\\sdmemory\\My Songs\\rock.mf4"_s, "rock.mf4"_s, "Rock 'n' Roll"_s,
-                                                    "L'Artista"_s, unknown}));
-        QCOMPARE(rows.at(0).at(7), "Autore"_s);
+        QCOMPARE(rows.at(0).mid(0, 5) + rows.at(0).mid(7, 1),
+                 QStringList({"\\sdmemory\\My Songs\\rock.mf4"_s, "rock.mf4"_s, "Rock 'n' Roll"_s, "L'Artista"_s,
+                              unknown, "Autore"_s}));
         QCOMPARE(rows.at(1), QStringList({"\\sdmemory\\My Songs\\song.mid"_s, "song.mid"_s, "Night and Day"_s, unknown,
                                           "Jazz"_s, QString(), "0"_s, unknown, "120"_s, "C"_s, "1"_s}));
         QCOMPARE(rows.at(2).mid(0, 8), QStringList({"\\sdmemory\\plain.MP3"_s, "plain.MP3"_s, "plain.MP3"_s, unknown,
@@ -146,33 +137,38 @@ private slots:
     {
         DatabaseRun run;
         // 100 characters, one of them a quote, and 20 more that are cut.
-        const QString title = "it's"_s + QString(116, QLatin1Char('x'));
+        const QString title = "it's"_s + "x"_s.repeated(116);
         run.player.addFile("A/s.mid"_s, DatabaseRun::song(title));
         run.work();
-        QVERIFY(run.lines().last().contains(",'it''s%1',"_s.arg(QString(96, QLatin1Char('x')))));
+        QVERIFY(run.lines().last().contains(",'it''s%1',"_s.arg("x"_s.repeated(96))));
         PlayerDatabase database;
         QCOMPARE(database.runFile(run.file()), QString());
         QCOMPARE(database.songs().first().at(2), title.left(100));
     }
 
+    void agreeingDatabaseLeavesNoFile_data()
+    {
+        columns<QString, QStringList, QStringList>("database", "songs", "known");
+        row("known songs are not read", "System/Corvin/data.fastDB"_s, words("A/one.mid"), words("A\\one.mid"));
+        row("case makes no difference on the player's disk", "System/Corvin/data.fastDB"_s,
+            words("A/Twò.kar A/one.mid"), words("a\\ONE.mid A\\Twò.kar"));
+        row("nor does that of the database", "SYSTEM/corvin/DATA.FASTDB"_s, words("A/one.mid"), words("A\\one.mid"));
+    }
     void agreeingDatabaseLeavesNoFile()
     {
-        // Case makes no difference on the player's disk.
-        DatabaseRun run({"A/one.mid"_s, "A/Twò.kar"_s}, {"a\\ONE.mid"_s, "A\\Twò.kar"_s});
-        run.put({"CorvinImportDB.sql=old"_s});
+        QFETCH(QString, database);
+        QFETCH(QStringList, songs);
+        QFETCH(QStringList, known);
+        DatabaseRun run;
+        run.put(songs + QStringList("CorvinImportDB.sql=old"_s));
+        run.writeFastDb(known, database);
         run.work();
         QVERIFY(!run.hasFile());
+        QCOMPARE(run.player.files("A"_s), songs);
+        QVERIFY(run.logged("fast db file found:  %1"_s.arg(known.size()), QtDebugMsg));
         QVERIFY(run.isDone());
         QCOMPARE(run.lastLine(), "visible 0"_s);
         QCOMPARE(run.page.failCode, 0);
-    }
-
-    void knownSongIsNotRead()
-    {
-        DatabaseRun run({}, {"A\\one.mid"_s});
-        run.put({"A/one.mid=no song, but known to the player"_s});
-        run.work();
-        QVERIFY(run.player.exists("A/one.mid"_s));
     }
 
     void differenceIsWrittenAsInsertsThenDeletes()
@@ -186,43 +182,41 @@ private slots:
         QCOMPARE(lines.at(1), "DELETE FROM songs WHERE filename='\\sdmemory\\A\\gone''1.mid'"_s);
         QCOMPARE(lines.at(2), "DELETE FROM songs WHERE filename='\\sdmemory\\B\\gone2.mid'"_s);
         PlayerDatabase database;
-        for (const QString &path : words("A\\gone''1.mid A\\kept.mid B\\gone2.mid"))
-            database.run("INSERT INTO songs (filename) VALUES ('\\sdmemory\\%1')"_s.arg(path));
+        database.run("INSERT INTO songs (filename) VALUES ('\\sdmemory\\A\\gone''1.mid'), "
+                     "('\\sdmemory\\A\\kept.mid'), ('\\sdmemory\\B\\gone2.mid')"_s);
         QCOMPARE(database.runFile(run.file()), QString());
         QCOMPARE(database.paths(), words("\\sdmemory\\A\\kept.mid \\sdmemory\\A\\new.mid"));
     }
 
+    void midiSuffixLosesItsLastLetter_data()
+    {
+        columns<QStringList, QStringList>("before", "after");
+        row("a free name", words("A/Song.MIDI"), words("A/Song.MID"));
+        row("a taken name: both stay", words("A/Song.midi A/Song.mid"), words("A/Song.mid A/Song.midi"));
+    }
     void midiSuffixLosesItsLastLetter()
     {
-        DatabaseRun run({"A/Song.MIDI"_s});
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        DatabaseRun run(before);
         run.work();
-        QCOMPARE(run.player.files("A"_s), words("A/Song.MID"));
-        QVERIFY(run.lines().last().contains("'\\sdmemory\\A\\Song.MID'"_s));
-        QVERIFY(run.logged("Rinomino file .midi in .mid : \"%1\""_s.arg(run.player.path("A/Song.MIDI"_s))));
-        QCOMPARE(run.told.count("log Impossibile rinominare!"_s), 0);
-    }
-
-    void takenMidNameKeepsBothFiles()
-    {
-        DatabaseRun run(words("A/Song.midi A/Song.mid"));
-        run.work();
-        QCOMPARE(run.player.files("A"_s), words("A/Song.mid A/Song.midi"));
-        QVERIFY(run.logged("Impossibile rinominare!"_s));
+        QCOMPARE(run.player.files("A"_s), after);
+        QVERIFY(run.logged("Rinomino file .midi in .mid : \"%1\""_s.arg(run.player.path(before.first()))));
+        QCOMPARE(run.told.count("log Impossibile rinominare!"_s), after.size() - 1);
         // The shortened path is used all the same.
-        QVERIFY(!run.file().contains("Song.midi"));
+        QVERIFY(run.lines().last().contains("'\\sdmemory\\A\\"_s + after.first().mid(2)));
+        QVERIFY(!run.file().toLower().contains("song.midi"));
     }
 
     void overLongNameIsCutAndItsCompanionsFollow()
     {
-        const QString base = "A/"_s + QString(116, QLatin1Char('n')); // with ".mid" a name of 120 bytes
+        const QString base = "A/"_s + "n"_s.repeated(116); // with ".mid" a name of 120 bytes
         DatabaseRun run({base + ".mid"_s});
         run.put({base + ".cdg"_s, base + ".dat"_s, base + ".bak"_s});
         run.work();
-        const QString newName = QString(86, QLatin1Char('n')) + "(0)"_s; // 120 - 90 = 30 characters less
-        QStringList expected;
-        for (const QString &suffix : words("bak cdg dat mid"))
-            expected.append("A/%1.%2"_s.arg(newName, suffix));
-        QCOMPARE(run.player.files("A"_s), expected);
+        const QString newName = "n"_s.repeated(86) + "(0)"_s; // 120 - 90 = 30 characters less
+        const QString expected = "A/%1.bak A/%1.cdg A/%1.dat A/%1.mid"_s.arg(newName);
+        QCOMPARE(run.player.files("A"_s), words(qPrintable(expected)));
         QVERIFY(run.logged("FilePath troppo lungo : \"%1.mid\""_s.arg(run.player.path(base))));
         QVERIFY(run.logged("FilePath rinominato in : \"%1A/%2.mid\""_s.arg(run.player.root(), newName)));
         QVERIFY(run.lines().last().contains(newName + ".mid'"_s));
@@ -233,7 +227,7 @@ private slots:
         DatabaseRun run;
         QString folder;
         while (run.player.root().size() + folder.size() < 300)
-            folder += QString(40, QLatin1Char('d')) + QLatin1Char('/');
+            folder += "d"_s.repeated(40) + "/"_s;
         const QString song = run.player.addFile(folder + "s.mid"_s, DatabaseRun::song());
         run.work();
         QVERIFY(QFileInfo::exists(song));
@@ -247,11 +241,8 @@ private slots:
         DatabaseRun run({"A/%1.mid"_s.arg("m"_s.repeated(116)), "A/%1.mid"_s.arg("n"_s.repeated(116))});
         // Events are processed when the first of the two has been repaired: the other one vanishes then.
         run.atFirstEvents([&run] {
-            const QStringList songs = run.player.files("A"_s);
-            for (const QString &song : songs) {
-                if (!song.contains("(0)"_s))
-                    QFile::remove(run.player.path(song));
-            }
+            for (const QString &song : run.player.files("A"_s).filter(QRegularExpression("/(m+|n+)\\.mid$"_s)))
+                QFile::remove(run.player.path(song));
         });
         run.work();
         QCOMPARE(run.told.logged().filter("FilePath troppo lungo :"_s).size(), 2);
@@ -296,10 +287,9 @@ private slots:
         run.addSongs(200);
         BoxAnswerer boxes;
         boxes.answer(Titles::kNoDatabase, Buttons::kOk);
-        {
-            const FullDisk disk(8192);
-            run.work();
-        }
+        auto disk = std::make_unique<FullDisk>(8192);
+        run.work();
+        disk.reset();
         QCOMPARE(run.page.failCode, 2);
         QVERIFY(!run.hasFile());
         QCOMPARE(run.player.files("A"_s).size(), 200);
@@ -308,31 +298,32 @@ private slots:
 #endif
     }
 
-    void stopWhileCollectingWritesNothing()
+    void stopBeforeWritingWritesNothing_data()
     {
+        columns<int, bool, int>("songs", "atTheLabel", "repaired");
+        row("while the disk is listed", 200, true, 0);
+        // Fewer files than a round of the listing: the first events are processed after the first repair.
+        row("while names are repaired", 10, false, 1);
+    }
+    void stopBeforeWritingWritesNothing()
+    {
+        QFETCH(int, songs);
+        QFETCH(bool, atTheLabel);
+        QFETCH(int, repaired);
         DatabaseRun run;
-        run.addSongs(200, "midi"_s);
-        run.player.addFile("CorvinImportDB.sql"_s, "old");
-        run.stopAtLabel("Caricamento"_s);
+        run.addSongs(songs, "midi"_s);
+        run.put({"CorvinImportDB.sql=old"_s});
+        if (atTheLabel)
+            run.stopAtLabel("Caricamento"_s);
+        else
+            run.stopAtFirstEvents();
         run.work();
+        QCOMPARE(run.player.files("A"_s).filter(QRegularExpression("\\.mid$"_s)).size(), repaired);
         QCOMPARE(run.file(), QByteArray("old"));
-        QVERIFY(run.player.exists("A/00000.midi"_s));
         QCOMPARE(run.lastLine(), "visible 0"_s);
+        QCOMPARE(run.told.logged().filter("dir file found:"_s), QStringList());
         QVERIFY(!run.isDone());
         QVERIFY(run.page.abortRequested);
-    }
-
-    void stopWhileRepairingNamesLeavesTheRest()
-    {
-        DatabaseRun run;
-        // Fewer files than a round of the listing: the first events are processed after the first repair.
-        run.addSongs(10, "midi"_s);
-        run.stopAtFirstEvents();
-        run.work();
-        QCOMPARE(run.player.files().filter(QRegularExpression("\\.mid$"_s)).size(), 1);
-        QVERIFY(!run.hasFile());
-        QCOMPARE(run.lastLine(), "visible 0"_s);
-        QCOMPARE(run.told.count("log dir file found:  10"_s), 0);
     }
 
     void stopWhileWritingLeavesThePartialFile_data()
@@ -361,15 +352,6 @@ private slots:
         QCOMPARE(run.lastLine(), "visible 0"_s);
         QCOMPARE(run.isDone(), lines == 0);
         QVERIFY(run.page.abortRequested);
-    }
-
-    void exportOfAnotherCaseIsFound()
-    {
-        DatabaseRun run({"A/one.mid"_s});
-        run.player.addFile("SYSTEM/corvin/DATA.FASTDB"_s, QByteArrayLiteral("\\sdmemory\\A\\one.mid\0"));
-        run.work();
-        QVERIFY(run.logged("fast db file found:  1"_s, QtDebugMsg));
-        QVERIFY(!run.hasFile());
     }
 
     // The player would execute either of them.
@@ -406,8 +388,8 @@ private slots:
     void lastPathWithoutItsEndIsNoSong()
     {
         DatabaseRun run;
-        run.player.addFile("System/Corvin/data.fastDB"_s,
-                           QByteArrayLiteral("\\sdmemory\\A\\one.mid\0\\sdmemory\\A\\two.mid"));
+        const QByteArray data = QByteArrayLiteral("\\sdmemory\\A\\one.mid\0\\sdmemory\\A\\two.mid");
+        run.player.addFile("System/Corvin/data.fastDB"_s, data);
         run.work();
         QCOMPARE(run.lines(), QStringList("DELETE FROM songs WHERE filename='\\sdmemory\\A\\one.mid'"_s));
     }
