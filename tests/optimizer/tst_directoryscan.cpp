@@ -86,13 +86,12 @@ private slots:
     {
         columns<QStringList, QStringList>("before", "after");
         row("a file with a taken name gets the next free number",
-            QStringList({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "readme=r"_s,
-                         "My Songs/readme=R"_s,
+            QStringList({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "b.mid=b"_s,
                          "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
                          "System/Playlist/b.pls=\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4"_s,
                          "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}),
-            QStringList({"My Songs/readme=R"_s, "My Songs/readme_1.=r"_s, "My Songs/song.mid=first"_s,
-                         "My Songs/song_1.mid=second"_s, "My Songs/song_2.mid=new"_s,
+            QStringList({"My Songs/b.mid=b"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s,
+                         "My Songs/song_2.mid=new"_s,
                          "System/Playlist/a.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
                          "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
                          "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
@@ -113,6 +112,14 @@ private slots:
         QCOMPARE(run.player.folders().contains("My Songs"_s), before != after);
         if (before != after)
             QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
+    }
+
+    void nameWithoutSuffixKeepsADotBehindItsNumber()
+    {
+        OptimizerRun run({"readme=r"_s, "My Songs/readme=R"_s});
+        run.scan();
+        QCOMPARE(run.player.content("My Songs/readme_1."_s), QByteArray("r"));
+        QCOMPARE(run.player.content("My Songs/readme"_s), QByteArray("R"));
     }
 
     void rewrittenPlaylistNamesTheNewPlace()
