@@ -1,329 +1,247 @@
-#include "runrecorder.h"
+#include "optimizerrun.h"
+#include "support/files.h"
 #include "support/platform.h"
-#include "support/simulatedplayer.h"
 
-#include "optimizer/ottimizza.h"
-
-#include <QDir>
-#include <QTest>
-
-class tst_DirectoryScan : public QObject
+class TestDirectoryScan : public QObject
 {
     Q_OBJECT
 
-private:
-    static QStringList relative(const Ottimizza &page, const QList<QFileInfo> &files)
+    static QStringList places(const OptimizerRun &run, const QList<QFileInfo> &files)
     {
         QStringList paths;
         for (const QFileInfo &file : files)
-            paths.append(file.absoluteFilePath().mid(page.rootPath.size()));
-        paths.sort();
+            paths.append(file.absoluteFilePath().mid(run.player.root().size()));
         return paths;
     }
-    static void addSongs(SimulatedPlayer &player, const QString &folder, int count,
-                         const QString &suffix = QStringLiteral("mid"))
+    static QStringList sorted(QStringList texts)
     {
-        for (int i = 0; i < count; ++i)
-            player.addFile(QStringLiteral("%1/%2.%3").arg(folder).arg(i, 5, 10, QLatin1Char('0')).arg(suffix));
+        texts.sort();
+        return texts;
     }
 
 private slots:
     void stoppedScanTouchesNothing()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("song.mid"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.playlistIndex.insert(QStringLiteral("a"), QStringLiteral("b"));
-        page.abortRequested = true;
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(recorder.lines(), QStringList());
-        QCOMPARE(page.playlistIndex.size(), 1);
-        QCOMPARE(player.files(), QStringList(QStringLiteral("song.mid")));
+        OptimizerRun run({"song.mid"_s});
+        run.page.playlistIndex.insert("a"_s, "b"_s);
+        run.page.abortRequested = true;
+        run.scan();
+        QCOMPARE(run.told.lines(), QStringList());
+        QCOMPARE(run.page.playlistIndex.size(), 1);
+        QCOMPARE(run.player.files(), words("song.mid"));
     }
 
     void emptyDiskReportsEachStage()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(recorder.lines(),
-                 QStringList({QStringLiteral("label Scansione cartelle in corso..."),
-                              QStringLiteral("log scan_directories : START"), QStringLiteral("min 0"),
-                              QStringLiteral("max 0"),
-                              QStringLiteral("log scan_directories : Mappatura dei files presenti nelle playlist"),
-                              QStringLiteral("log scan_directories : N. FileInPlayList : 0"),
-                              QStringLiteral("log scan_directories : Scan Root Dir : move to  My Songs"),
-                              QStringLiteral("log scan_directories : Scan Root Dir : file count  0"),
-                              QStringLiteral("log scan_directories : Scan All Corvin Dirs : START"),
-                              QStringLiteral("log scan_directories : Scan All Corvin Dirs : Big Folder : 0"),
-                              QStringLiteral("max 100")}));
-        QVERIFY(QFileInfo(player.path(QStringLiteral("My Songs"))).isDir());
-        for (const LogCapture::Line &line : recorder.log().lines())
-            QCOMPARE(line.type, QtInfoMsg);
+        OptimizerRun run;
+        run.scan();
+        QCOMPARE(run.told.lines(),
+                 QStringList({"label Scansione cartelle in corso..."_s, "log scan_directories : START"_s, "min 0"_s,
+                              "max 0"_s, "log scan_directories : Mappatura dei files presenti nelle playlist"_s,
+                              "log scan_directories : N. FileInPlayList : 0"_s,
+                              "log scan_directories : Scan Root Dir : move to  My Songs"_s,
+                              "log scan_directories : Scan Root Dir : file count  0"_s,
+                              "log scan_directories : Scan All Corvin Dirs : START"_s,
+                              "log scan_directories : Scan All Corvin Dirs : Big Folder : 0"_s, "max 100"_s}));
+        QVERIFY(QFileInfo(run.player.path("My Songs"_s)).isDir());
+        QVERIFY(run.loggedOnlyInfos());
     }
 
     void formerFindingsAreEmptied()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.playlistIndex.insert(QStringLiteral("a"), QStringLiteral("b"));
-        const QFileInfo old(QStringLiteral("/old"));
-        page.imageFiles.append(old);
-        page.videoFiles.append(old);
-        page.unsupportedFiles.append(old);
-        page.bigFolders.append(old);
-        page.scan_directories();
-        QVERIFY(page.playlistIndex.isEmpty());
-        QVERIFY(page.imageFiles.isEmpty());
-        QVERIFY(page.videoFiles.isEmpty());
-        QVERIFY(page.unsupportedFiles.isEmpty());
-        QVERIFY(page.bigFolders.isEmpty());
+        OptimizerRun run;
+        run.page.playlistIndex.insert("a"_s, "b"_s);
+        const QList<QList<QFileInfo> *> lists = {&run.page.imageFiles, &run.page.videoFiles, &run.page.unsupportedFiles,
+                                                 &run.page.bigFolders};
+        for (QList<QFileInfo> *list : lists)
+            list->append(QFileInfo("/old"_s));
+        run.scan();
+        QVERIFY(run.page.playlistIndex.isEmpty());
+        for (const QList<QFileInfo> *list : lists)
+            QCOMPARE(*list, QList<QFileInfo>());
     }
 
     void everyMentionOfASongIsAnEntry()
     {
-        SimulatedPlayer player;
-        const QString a =
-            player.addFile(QStringLiteral("System/Playlist/a.pls"), "\\sdmemory\\My Songs\\one.mid^12^0\r\n"
-                                                                    "\\SDMemory\\My Songs\\tw\xC3\xB2.mp3^1^99999\r\n"
-                                                                    "\\sdmemory\\My Songs\\bare.mid\n");
-        const QString b =
-            player.addFile(QStringLiteral("System/Playlist/b.PLS"), "\\sdmemory\\My Songs\\one.mid^12^0\n");
-        player.addFile(QStringLiteral("System/Playlist/c.txt"), "\\sdmemory\\My Songs\\one.mid^12^0\n");
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QStringList lists = page.playlistIndex.values(player.path(QStringLiteral("My Songs/one.mid")));
-        lists.sort();
-        QCOMPARE(lists, QStringList({a, b}));
-        QCOMPARE(page.playlistIndex.values(player.path(QStringLiteral("My Songs/twò.mp3"))), QStringList(a));
+        OptimizerRun run({"System/Playlist/a.pls=\\sdmemory\\My Songs\\one.mid^12^0\r\n"
+                          "\\SDMemory\\My Songs\\twò.mp3^1^99999\r\n\\sdmemory\\My Songs\\bare.mid\n"_s,
+                          "System/Playlist/b.PLS=\\sdmemory\\My Songs\\one.mid^12^0\n"_s,
+                          "System/Playlist/c.txt=\\sdmemory\\My Songs\\one.mid^12^0\n"_s});
+        run.scan();
+        const QString a = run.player.path("System/Playlist/a.pls"_s);
+        const QString b = run.player.path("System/Playlist/b.PLS"_s);
+        const auto &index = run.page.playlistIndex;
+        const QString songs = run.player.path("My Songs/"_s);
+        QCOMPARE(sorted(index.values(songs + "one.mid"_s)), QStringList({a, b}));
+        QCOMPARE(index.values(songs + "twò.mp3"_s), QStringList(a));
         // Without its numbers the line is kept whole, line end included: it can never name a file.
-        QCOMPARE(page.playlistIndex.values(player.path(QStringLiteral("My Songs/bare.mid\n"))), QStringList(a));
-        QCOMPARE(page.playlistIndex.size(), 4);
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Playlist : \"%1\"").arg(a)));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Playlist : \"%1\"").arg(b)));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : N. FileInPlayList : 4")));
+        QCOMPARE(index.values(songs + "bare.mid\n"_s), QStringList(a));
+        QCOMPARE(index.size(), 4);
+        QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(a)));
+        QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(b)));
+        QVERIFY(run.logged("scan_directories : N. FileInPlayList : 4"_s));
     }
 
-    void rootFileWithTakenNameGetsNextFreeNumber()
+    void looseFilesMoveIntoMySongs_data()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("song.mid"), "new");
-        player.addFile(QStringLiteral("My Songs/song.mid"), "first");
-        player.addFile(QStringLiteral("My Songs/song_1.mid"), "second");
-        player.addFile(QStringLiteral("readme"), "r");
-        player.addFile(QStringLiteral("My Songs/readme"), "R");
-        player.addFile(QStringLiteral("System/Playlist/a.pls"), "\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n");
-        player.addFile(QStringLiteral("System/Playlist/b.pls"), "\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4");
-        player.addFile(QStringLiteral("System/Playlist/other.pls"), "\\sdmemory\\x.mid^1^2\n");
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(player.content(QStringLiteral("My Songs/song_2.mid")), QByteArray("new"));
-        QCOMPARE(player.content(QStringLiteral("My Songs/song.mid")), QByteArray("first"));
-        QCOMPARE(player.content(QStringLiteral("My Songs/song_1.mid")), QByteArray("second"));
-        QCOMPARE(player.content(QStringLiteral("My Songs/readme_1.")), QByteArray("r"));
-        QVERIFY(!player.exists(QStringLiteral("song.mid")));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/a.pls")),
-                 QByteArray("\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/b.pls")),
-                 QByteArray("\\sdmemory\\My Songs\\song_2.mid^1^2\n\\sdmemory\\My Songs\\song_2.mid^3^4"));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/other.pls")), QByteArray("\\sdmemory\\x.mid^1^2\n"));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Scan Root Dir : file count  2")));
+        columns<QStringList, QStringList>("before", "after");
+        row("a file with a taken name gets the next free number",
+            QStringList({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "b.mid=b"_s,
+                         "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                         "System/Playlist/b.pls=\\sdmemory\\SONG.mid^1^2\n\\sdmemory\\song.mid^3^4"_s,
+                         "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}),
+            QStringList({"My Songs/b.mid=b"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s,
+                         "My Songs/song_2.mid=new"_s,
+                         "System/Playlist/a.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\r\n\\sdmemory\\x.mid^1^2\n"_s,
+                         "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
+                         "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
+                         "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}));
+        for (const QString &name : {"My Songs"_s, "MY SONGS"_s}) {
+            const QStringList files = {name + "=a file"_s, "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\n"_s,
+                                       "song.mid"_s};
+            row(qPrintable("a file called %1 keeps root and playlists as they are"_s.arg(name)), files, files);
+        }
+    }
+    void looseFilesMoveIntoMySongs()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        OptimizerRun run(before);
+        run.scan();
+        QCOMPARE(run.disk(), after);
+        QCOMPARE(run.player.folders().contains("My Songs"_s), before != after);
+        if (before != after)
+            QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
+    }
+
+    void nameWithoutSuffixKeepsADotBehindItsNumber()
+    {
+        OptimizerRun run({"readme=r"_s, "My Songs/readme=R"_s});
+        run.scan();
+        QCOMPARE(run.player.content("My Songs/readme_1."_s), QByteArray("r"));
+        QCOMPARE(run.player.content("My Songs/readme"_s), QByteArray("R"));
     }
 
     void rewrittenPlaylistNamesTheNewPlace()
     {
-        SimulatedPlayer player;
+        OptimizerRun run;
         const QString list =
-            player.addFile(QStringLiteral("System/Playlist/a.pls"), "\\sdmemory\\A\\s.mid^1^2\n\\sdmemory\\b.mid^1^2");
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.rewritePlaylist(list, player.path(QStringLiteral("A/s.mid")), player.path(QStringLiteral("B/C/t.mid")));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/a.pls")),
-                 QByteArray("\\sdmemory\\B\\C\\t.mid^1^2\n\\sdmemory\\b.mid^1^2"));
-        QVERIFY(!player.exists(QStringLiteral("System/Playlist/a.pls.old")));
+            run.player.addFile("System/Playlist/a.pls"_s, "\\sdmemory\\A\\s.mid^1^2\n\\sdmemory\\b.mid^1^2");
+        run.page.rootPath = run.player.root();
+        run.page.rewritePlaylist(list, run.player.path("A/s.mid"_s), run.player.path("B/C/t.mid"_s));
+        QCOMPARE(contentOf(list), QByteArray("\\sdmemory\\B\\C\\t.mid^1^2\n\\sdmemory\\b.mid^1^2"));
+        QVERIFY(!run.player.exists("System/Playlist/a.pls.old"_s));
     }
 
     void thePlayersOwnRootFilesStay_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("device file") << QStringLiteral("q-artedev");
-        QTest::newRow("device file, capitals") << QStringLiteral("Q-ARTEDEV");
-        QTest::newRow("import file") << QStringLiteral("CorvinImportDB.sql");
-        QTest::newRow("import file, small") << QStringLiteral("corvinimportdb.sql");
-        QTest::newRow("batch file") << QStringLiteral("AUTOEXEC.BAT");
-        QTest::newRow("batch file, small") << QStringLiteral("autoexec.bat");
+        columns<QString>("name");
+        row("device file", "q-artedev"_s);
+        row("device file, capitals", "Q-ARTEDEV"_s);
+        row("import file", "CorvinImportDB.sql"_s);
+        row("import file, small", "corvinimportdb.sql"_s);
+        row("batch file", "AUTOEXEC.BAT"_s);
+        row("batch file, small", "autoexec.bat"_s);
     }
     void thePlayersOwnRootFilesStay()
     {
         QFETCH(QString, name);
-        SimulatedPlayer player;
-        player.addFile(name);
-        player.addFile(QStringLiteral("Songs/") + name);
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QVERIFY(player.exists(name));
-        QVERIFY(!player.exists(QStringLiteral("My Songs/") + name));
+        OptimizerRun run({name, "Songs/"_s + name});
+        run.scan();
+        QVERIFY(run.player.exists(name));
+        QVERIFY(!run.player.exists("My Songs/"_s + name));
         // Elsewhere the name means nothing.
-        QCOMPARE(relative(page, page.unsupportedFiles), QStringList(QStringLiteral("Songs/") + name));
-        QVERIFY(recorder.log().contains(QStringLiteral("scan_directories : Scan Root Dir : file count  0")));
-    }
-
-    void fileCalledMySongsKeepsRootAndPlaylistsAsTheyAre()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("My Songs"), "a file");
-        player.addFile(QStringLiteral("song.mid"));
-        const QByteArray list("\\sdmemory\\song.mid^1^2\n");
-        player.addFile(QStringLiteral("System/Playlist/a.pls"), list);
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QVERIFY(player.exists(QStringLiteral("song.mid")));
-        QCOMPARE(player.content(QStringLiteral("My Songs")), QByteArray("a file"));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/a.pls")), list);
+        QCOMPARE(places(run, run.page.unsupportedFiles), QStringList("Songs/"_s + name));
+        QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  0"_s));
     }
 
     // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
     void thePlayersFoldersAreFoundWhateverTheirCase()
     {
         SKIP_ON_WINDOWS("the file system ignores case here");
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("Song.mid"), "new");
-        player.addFile(QStringLiteral("my songs/Song.mid"), "old");
-        const QString list =
-            player.addFile(QStringLiteral("SYSTEM/playlist/Mine.PLS"), "\\sdmemory\\Song.mid^12^0\r\n");
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(player.folders(), QStringList({QStringLiteral("SYSTEM"), QStringLiteral("my songs")}));
-        QCOMPARE(player.folders(QStringLiteral("SYSTEM")), QStringList(QStringLiteral("playlist")));
-        QCOMPARE(player.content(QStringLiteral("my songs/Song_1.mid")), QByteArray("new"));
-        QCOMPARE(player.content(QStringLiteral("my songs/Song.mid")), QByteArray("old"));
-        QCOMPARE(player.content(QStringLiteral("SYSTEM/playlist/Mine.PLS")),
-                 QByteArray("\\sdmemory\\my songs\\Song_1.mid^12^0\r\n"));
-        QCOMPARE(page.playlistIndex.values(player.path(QStringLiteral("Song.mid"))), QStringList(list));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Playlist : \"%1\"").arg(list)));
-        QVERIFY(
-            recorder.log().contains(QtInfoMsg, QStringLiteral("scan_directories : Scan Root Dir : move to  My Songs")));
-    }
-
-    void fileCalledMySongsInAnotherCaseKeepsTheRootAsItIs()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("MY SONGS"), "a file");
-        player.addFile(QStringLiteral("song.mid"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("MY SONGS"), QStringLiteral("song.mid")}));
-        QCOMPARE(player.folders(), QStringList());
+        OptimizerRun run(
+            {"Song.mid=new"_s, "my songs/Song.mid=old"_s, "SYSTEM/playlist/Mine.PLS=\\sdmemory\\Song.mid^12^0\r\n"_s});
+        run.scan();
+        QCOMPARE(run.player.folders(), QStringList({"SYSTEM"_s, "my songs"_s}));
+        QCOMPARE(run.player.folders("SYSTEM"_s), words("playlist"));
+        QCOMPARE(run.disk(), QStringList({"SYSTEM/playlist/Mine.PLS=\\sdmemory\\my songs\\Song_1.mid^12^0\r\n"_s,
+                                          "my songs/Song.mid=old"_s, "my songs/Song_1.mid=new"_s}));
+        const QString list = run.player.path("SYSTEM/playlist/Mine.PLS"_s);
+        QCOMPARE(run.page.playlistIndex.values(run.player.path("Song.mid"_s)), QStringList(list));
+        QVERIFY(run.logged("scan_directories : Playlist : \"%1\""_s.arg(list)));
+        QVERIFY(run.logged("scan_directories : Scan Root Dir : move to  My Songs"_s));
     }
 
     void everyKindOfFileGoesIntoItsList()
     {
-        SimulatedPlayer player;
-        for (const char *suffix :
-             {"mp3", "midi", "MID", "mf3", "mf4", "mf5", "Kar",  "xmp3", "xmid", "cdg", "DAT", "bak",
-              "jpg", "JPEG", "png", "bmp", "avi", "mpg", "mpeg", "Mp4",  "wmv",  "mov", "txt"})
-            player.addFile(QStringLiteral("Songs/f.") + QString::fromLatin1(suffix));
-        player.addFile(QStringLiteral("Songs/readme"));
-        player.addFile(QStringLiteral("Songs/.hidden.txt"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(relative(page, page.imageFiles),
-                 QStringList({QStringLiteral("Songs/f.JPEG"), QStringLiteral("Songs/f.bmp"),
-                              QStringLiteral("Songs/f.jpg"), QStringLiteral("Songs/f.png")}));
-        QCOMPARE(relative(page, page.videoFiles),
-                 QStringList({QStringLiteral("Songs/f.Mp4"), QStringLiteral("Songs/f.avi"),
-                              QStringLiteral("Songs/f.mov"), QStringLiteral("Songs/f.mpeg"),
-                              QStringLiteral("Songs/f.mpg"), QStringLiteral("Songs/f.wmv")}));
-        QCOMPARE(relative(page, page.unsupportedFiles),
-                 QStringList({QStringLiteral("Songs/f.txt"), QStringLiteral("Songs/readme")}));
-        QVERIFY(recorder.log().contains(
-            QtInfoMsg, QStringLiteral("\"[    12]\" \"%1\"").arg(player.path(QStringLiteral("Songs")))));
+        const QStringList images = words("Songs/f.JPEG Songs/f.bmp Songs/f.jpg Songs/f.png");
+        const QStringList videos = words("Songs/f.Mp4 Songs/f.avi Songs/f.mov Songs/f.mpeg Songs/f.mpg Songs/f.wmv");
+        const QStringList others = words("Songs/f.txt Songs/readme");
+        OptimizerRun run(images + videos + others + words("Songs/.hidden.txt"));
+        for (const QString &suffix : words("mp3 midi MID mf3 mf4 mf5 Kar xmp3 xmid cdg DAT bak"))
+            run.player.addFile("Songs/f."_s + suffix);
+        run.scan();
+        QCOMPARE(sorted(places(run, run.page.imageFiles)), images);
+        QCOMPARE(sorted(places(run, run.page.videoFiles)), videos);
+        QCOMPARE(sorted(places(run, run.page.unsupportedFiles)), others);
+        QVERIFY(run.logged("\"[    12]\" \"%1\""_s.arg(run.player.path("Songs"_s))));
     }
 
     void filesInTheirOwnFolderAreNotListed_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<bool>("listed");
-        QTest::newRow("picture in Images") << QStringLiteral("Images/2019/p.JPG") << false;
-        QTest::newRow("picture in images") << QStringLiteral("images/p.jpg") << false;
-        QTest::newRow("picture in a song folder") << QStringLiteral("My Songs/p.JPG") << true;
-        QTest::newRow("picture in Videos") << QStringLiteral("Videos/p.jpg") << true;
-        QTest::newRow("video in Videos") << QStringLiteral("Videos/Clips/v.avi") << false;
-        QTest::newRow("video in VIDEOS") << QStringLiteral("VIDEOS/v.avi") << false;
-        QTest::newRow("video in a song folder") << QStringLiteral("My Songs/v.avi") << true;
-        QTest::newRow("video in Images") << QStringLiteral("Images/v.avi") << true;
-        QTest::newRow("video in System") << QStringLiteral("System/v.avi") << false;
-        QTest::newRow("picture in CorvinUpdate") << QStringLiteral("CorvinUpdate/x/p.png") << false;
-        QTest::newRow("text in a song folder") << QStringLiteral("My Songs/t.txt") << true;
-        QTest::newRow("text in system") << QStringLiteral("system/sub/notes.TXT") << false;
-        QTest::newRow("text in SystemOld") << QStringLiteral("SystemOld/notes.txt") << false;
-        QTest::newRow("text in corvinupdate") << QStringLiteral("corvinupdate/t.txt") << false;
-        QTest::newRow("text in a System further down") << QStringLiteral("A/System/t.txt") << true;
+        columns<QString, bool>("file", "listed");
+        row("picture in Images", "Images/2019/p.JPG"_s, false);
+        row("picture in images", "images/p.jpg"_s, false);
+        row("picture in a song folder", "My Songs/p.JPG"_s, true);
+        row("picture in Videos", "Videos/p.jpg"_s, true);
+        row("video in Videos", "Videos/Clips/v.avi"_s, false);
+        row("video in VIDEOS", "VIDEOS/v.avi"_s, false);
+        row("video in a song folder", "My Songs/v.avi"_s, true);
+        row("video in Images", "Images/v.avi"_s, true);
+        row("video in System", "System/v.avi"_s, false);
+        row("picture in CorvinUpdate", "CorvinUpdate/x/p.png"_s, false);
+        row("text in a song folder", "My Songs/t.txt"_s, true);
+        row("text in system", "system/sub/notes.TXT"_s, false);
+        row("text in SystemOld", "SystemOld/notes.txt"_s, false);
+        row("text in corvinupdate", "corvinupdate/t.txt"_s, false);
+        row("text in a System further down", "A/System/t.txt"_s, true);
     }
     void filesInTheirOwnFolderAreNotListed()
     {
         QFETCH(QString, file);
         QFETCH(bool, listed);
-        SimulatedPlayer player;
-        player.addFile(file);
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        const QStringList all =
-            relative(page, page.imageFiles) + relative(page, page.videoFiles) + relative(page, page.unsupportedFiles);
-        QCOMPARE(all, listed ? QStringList(file) : QStringList());
+        OptimizerRun run({file});
+        run.scan();
+        const QList<QFileInfo> all = run.page.imageFiles + run.page.videoFiles + run.page.unsupportedFiles;
+        QCOMPARE(places(run, all), listed ? QStringList(file) : QStringList());
     }
 
     void linksAndHiddenFoldersAreNotFollowed()
     {
         SKIP_ON_WINDOWS("links are files of another kind here");
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral(".trash/t.txt"));
-        player.addFolder(QStringLiteral("A"));
-        QTemporaryDir elsewhere;
-        QFile file(elsewhere.filePath(QStringLiteral("outside.txt")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(QFile::link(elsewhere.path(), player.path(QStringLiteral("A/folder"))));
-        QVERIFY(QFile::link(file.fileName(), player.path(QStringLiteral("A/file.txt"))));
-        QVERIFY(QFile::link(file.fileName(), player.path(QStringLiteral("link.mid"))));
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QVERIFY(page.unsupportedFiles.isEmpty());
-        QVERIFY(QFileInfo(player.path(QStringLiteral("link.mid"))).isSymLink());
+        OptimizerRun run({".trash/t.txt"_s});
+        PcFolder elsewhere;
+        const QString file = elsewhere.addFile("outside.txt"_s);
+        run.player.addFolder("A"_s);
+        QVERIFY(QFile::link(elsewhere.path(), run.player.path("A/folder"_s)));
+        QVERIFY(QFile::link(file, run.player.path("A/file.txt"_s)));
+        QVERIFY(QFile::link(file, run.player.path("link.mid"_s)));
+        run.scan();
+        QVERIFY(run.page.unsupportedFiles.isEmpty());
+        QVERIFY(QFileInfo(run.player.path("link.mid"_s)).isSymLink());
     }
 
     void folderIsBigFromOneThousandAndOneFiles_data()
     {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<int>("songs");
-        QTest::addColumn<int>("companions");
-        QTest::addColumn<bool>("big");
-        QTest::newRow("1000 songs") << QStringLiteral("A") << 1000 << 0 << false;
-        QTest::newRow("1001 songs") << QStringLiteral("A") << 1001 << 0 << true;
-        QTest::newRow("999 songs and 2 companions") << QStringLiteral("A") << 999 << 2 << true;
-        QTest::newRow("songs in Bridges") << QStringLiteral("Bridges") << 1001 << 0 << false;
-        QTest::newRow("songs below effects") << QStringLiteral("effects/deep") << 1001 << 0 << false;
-        QTest::newRow("companions in Effects") << QStringLiteral("Effects") << 5 << 1001 << true;
-        QTest::newRow("songs in System") << QStringLiteral("System") << 1001 << 0 << false;
-        QTest::newRow("songs in CorvinUpdate") << QStringLiteral("CorvinUpdate/x") << 1001 << 0 << false;
+        columns<QString, int, int, bool>("folder", "songs", "companions", "big");
+        row("1000 songs", "A"_s, 1000, 0, false);
+        row("1001 songs", "A"_s, 1001, 0, true);
+        row("999 songs and 2 companions", "A"_s, 999, 2, true);
+        row("songs in Bridges", "Bridges"_s, 1001, 0, false);
+        row("songs below effects", "effects/deep"_s, 1001, 0, false);
+        row("companions in Effects", "Effects"_s, 5, 1001, true);
+        row("songs in System", "System"_s, 1001, 0, false);
+        row("songs in CorvinUpdate", "CorvinUpdate/x"_s, 1001, 0, false);
     }
     void folderIsBigFromOneThousandAndOneFiles()
     {
@@ -331,120 +249,86 @@ private slots:
         QFETCH(int, songs);
         QFETCH(int, companions);
         QFETCH(bool, big);
-        SimulatedPlayer player;
-        addSongs(player, folder, songs);
-        addSongs(player, folder, companions, QStringLiteral("dat"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(relative(page, page.bigFolders), big ? QStringList(folder) : QStringList());
-        QVERIFY(recorder.log().contains(
-            QtInfoMsg, QStringLiteral("scan_directories : Scan All Corvin Dirs : Big Folder : %1").arg(big ? 1 : 0)));
+        OptimizerRun run;
+        run.addNumbered(folder + "/"_s, songs);
+        run.addNumbered(folder + "/"_s, companions, "dat"_s);
+        run.scan();
+        QCOMPARE(places(run, run.page.bigFolders), big ? QStringList(folder) : QStringList());
+        QVERIFY(run.logged("scan_directories : Scan All Corvin Dirs : Big Folder : %1"_s.arg(big ? 1 : 0)));
         // A folder that is passed over has no line of its own either.
-        const int counted = folder.startsWith(QLatin1String("A")) ? songs + companions : companions;
-        QCOMPARE(recorder.log().contains(QStringLiteral("\"[%1]\" \"%2\"").arg(counted, 6).arg(player.path(folder))),
-                 counted > 0);
+        const int counted = folder == "A"_s ? songs + companions : companions;
+        QCOMPARE(run.logged("\"[%1]\" \"%2\""_s.arg(counted, 6).arg(run.player.path(folder))), counted > 0);
     }
 
     void deeperBigFoldersComeFirst()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("A"), 1001);
-        addSongs(player, QStringLiteral("A/B/C"), 1001);
-        addSongs(player, QStringLiteral("A/Z"), 1001);
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QCOMPARE(page.bigFolders.size(), 3);
-        QCOMPARE(page.bigFolders.at(0).absoluteFilePath(), player.path(QStringLiteral("A/B/C")));
-        QCOMPARE(page.bigFolders.at(1).absoluteFilePath(), player.path(QStringLiteral("A/Z")));
-        QCOMPARE(page.bigFolders.at(2).absoluteFilePath(), player.path(QStringLiteral("A")));
+        OptimizerRun run;
+        for (const QString &folder : words("A/ A/B/C/ A/Z/"))
+            run.addNumbered(folder, 1001);
+        run.scan();
+        QCOMPARE(places(run, run.page.bigFolders), words("A/B/C A/Z A"));
     }
 
     void theRootIsNeverABigFolder()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("My Songs"));
-        for (int i = 0; i < 1001; ++i)
-            player.addFile(QStringLiteral("%1.mid").arg(i));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QVERIFY(page.bigFolders.isEmpty());
-        QVERIFY(recorder.log().contains(QStringLiteral("\"[  1001]\" \"%1\"").arg(QDir(player.root()).path())));
+        OptimizerRun run({"My Songs"_s});
+        run.addNumbered(QString(), 1001);
+        run.scan();
+        QVERIFY(run.page.bigFolders.isEmpty());
+        QVERIFY(run.logged("\"[  1001]\" \"%1\""_s.arg(QDir(run.player.root()).path())));
     }
 
     void labelComesEveryTwoHundredAndFiftyFiles()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("A"), 260);
-        addSongs(player, QStringLiteral("B"), 239, QStringLiteral("txt"));
+        OptimizerRun run({"AUTOEXEC.BAT"_s});
+        run.addNumbered("A/"_s, 260);
+        run.addNumbered("B/"_s, 239, "txt"_s);
         // Files that are passed over do not count.
-        addSongs(player, QStringLiteral("System"), 100);
-        player.addFile(QStringLiteral("AUTOEXEC.BAT"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.scan_directories();
-        QCOMPARE(recorder.labels(), QStringList({QStringLiteral("Scansione cartelle in corso..."),
-                                                 QStringLiteral("Scansione cartelle in corso... [250]")}));
-        player.addFile(QStringLiteral("C/one.jpg"));
-        recorder.clear();
-        page.scan_directories();
-        QCOMPARE(recorder.labels().last(), QStringLiteral("Scansione cartelle in corso... [500]"));
+        run.addNumbered("System/"_s, 100);
+        const QString label = "Scansione cartelle in corso..."_s;
+        run.scan();
+        QCOMPARE(run.told.labels(), QStringList({label, label + " [250]"_s}));
+        run.player.addFile("C/one.jpg"_s);
+        run.told.clear();
+        run.scan();
+        QCOMPARE(run.told.labels().last(), label + " [500]"_s);
     }
 
     void stopDuringTheRootCleanUpEndsTheStep()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 5; ++i)
-            player.addFile(QStringLiteral("%1.mid").arg(i));
-        player.addFile(QStringLiteral("A/t.txt"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
+        OptimizerRun run({"A/t.txt"_s});
+        run.addNumbered(QString(), 5);
         // Posted events are handled with the first root file, which is still moved.
-        QMetaObject::invokeMethod(&page, "on_stopActionPressed", Qt::QueuedConnection);
-        page.scan_directories();
-        QCOMPARE(player.files(QStringLiteral("My Songs")).size(), 1);
-        QVERIFY(page.unsupportedFiles.isEmpty());
-        QCOMPARE(recorder.logged().last(), QStringLiteral("scan_directories : Scan Root Dir : move to  My Songs"));
-        QCOMPARE(recorder.lines().count(QStringLiteral("max 100")), 0);
-        QVERIFY(page.abortRequested);
+        run.stopAtFirstEvents();
+        run.scan();
+        QCOMPARE(run.player.files("My Songs"_s).size(), 1);
+        QVERIFY(run.page.unsupportedFiles.isEmpty());
+        QCOMPARE(run.told.logged().last(), "scan_directories : Scan Root Dir : move to  My Songs"_s);
+        QCOMPARE(run.told.count("max 100"_s), 0);
+        QVERIFY(run.page.abortRequested);
     }
 
     void stopDuringTheWalkLeavesNoBigFolders()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("A"), 1001);
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&page](const QString &text) {
-            if (text.endsWith(QLatin1String("[250]")))
-                page.on_stopActionPressed();
-        });
-        page.scan_directories();
-        QVERIFY(page.bigFolders.isEmpty());
-        QCOMPARE(recorder.labels().last(), QStringLiteral("Scansione cartelle in corso... [250]"));
-        QCOMPARE(recorder.logged().last(), QStringLiteral("scan_directories : Scan All Corvin Dirs : START"));
+        OptimizerRun run;
+        run.addNumbered("A/"_s, 1001);
+        run.stopAtLabel("[250]"_s);
+        run.scan();
+        QVERIFY(run.page.bigFolders.isEmpty());
+        QCOMPARE(run.told.labels().last(), "Scansione cartelle in corso... [250]"_s);
+        QCOMPARE(run.told.logged().last(), "scan_directories : Scan All Corvin Dirs : START"_s);
     }
 
     void rootFileIsClassifiedOnceInItsNewPlace()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 300; ++i)
-            player.addFile(QStringLiteral("%1.jpg").arg(i));
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QCOMPARE(page.imageFiles.size(), 300);
-        for (const QFileInfo &file : qAsConst(page.imageFiles))
-            QVERIFY(file.absoluteFilePath().startsWith(player.path(QStringLiteral("My Songs/"))));
+        OptimizerRun run;
+        run.addNumbered(QString(), 300, "jpg"_s);
+        run.scan();
+        QCOMPARE(run.page.imageFiles.size(), 300);
+        for (const QFileInfo &file : qAsConst(run.page.imageFiles))
+            QVERIFY(file.absoluteFilePath().startsWith(run.player.path("My Songs/"_s)));
     }
 };
 
-QTEST_MAIN(tst_DirectoryScan)
+QTEST_MAIN(TestDirectoryScan)
 #include "tst_directoryscan.moc"

@@ -1,410 +1,279 @@
-#include "runrecorder.h"
-#include "support/simulatedplayer.h"
+#include "optimizerrun.h"
+#include "support/files.h"
 
-#include "optimizer/ottimizza.h"
 #include "songfactory/songfactory.h"
 
-#include <QTest>
-
-class tst_FolderSplitting : public QObject
+/// The splitting of folders. Files that hold no song are filed under their own names, which makes the titles easy to
+/// choose.
+struct SplitRun : OptimizerRun
 {
-    Q_OBJECT
-
-private:
-    // Files that hold no song are filed under their own names, which makes the titles easy to choose.
-    static void addSongs(SimulatedPlayer &player, const QString &folder, const QString &front, int count)
-    {
-        for (int i = 0; i < count; ++i)
-            player.addFile(QStringLiteral("%1/%2%3.mid").arg(folder, front).arg(i, 5, 10, QLatin1Char('0')));
-    }
-    static int count(const SimulatedPlayer &player, const QString &folder) { return player.files(folder).size(); }
-    static void prepare(Ottimizza &page, const SimulatedPlayer &player, const QStringList &folders)
+    using OptimizerRun::OptimizerRun;
+    void split(const QStringList &folders = words("X"))
     {
         page.rootPath = player.root();
         for (const QString &folder : folders)
             page.bigFolders.append(QFileInfo(player.path(folder)));
+        page.corvin_optimizer();
     }
-    static SongInfo titled(const QString &title)
+    /// How many files the folders below "X/" hold, in this order.
+    QList<int> counts(const QStringList &folders) const
     {
-        SongInfo info;
-        info.title = title;
-        return info;
+        QList<int> found;
+        for (const QString &folder : folders)
+            found.append(player.files("X/"_s + folder).size());
+        return found;
+    }
+    /// Puts a file in the way once the old folder is set aside.
+    void block(const QString &path)
+    {
+        atLabel("Organizzazione"_s, [this, path] { player.addFile(path, "in the way"); });
+    }
+    /// A stop is used up, and nothing says that all is done.
+    bool endedByStop()
+    {
+        return !page.abortRequested && told.count("label Operazione completata"_s) == 0 &&
+               told.count("log corvin_optimizer : END"_s) == 0;
+    }
+};
+
+class TestFolderSplitting : public QObject
+{
+    Q_OBJECT
+
+    /// What is told of one folder, from its being opened to its songs being moved.
+    static QStringList reported(const QString &number, const QString &folder, int entries)
+    {
+        const QString label = "label (%1) Ottimizzazione cartelle "_s.arg(number);
+        const QString counted = "\n[%1] %2"_s.arg(entries).arg(folder);
+        const QString max = "max %1"_s.arg(entries);
+        QStringList lines = {"min 0"_s,
+                             "max 0"_s,
+                             label + "\n"_s + folder,
+                             "log corvin_optimizer : Start Open Dir  \"%1\""_s.arg(folder),
+                             "log corvin_optimizer : End Open Dir N. Entry  %1"_s.arg(entries),
+                             label + " : Ricerca dei titoli nei brani"_s + counted,
+                             max,
+                             "log corvin_optimizer : Start Ricerca Titoli"_s};
+        for (int i = 1; i <= entries; ++i)
+            lines.append("value %1"_s.arg(i));
+        return lines + QStringList({"log corvin_optimizer : Start Ordinamento"_s,
+                                    label + " : Organizzazione in sottocartelle"_s + counted, max,
+                                    "log corvin_optimizer : Start Move in sottocartelle"_s});
     }
 
 private slots:
     void withoutBigFoldersNothingHappens()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/a.mid"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        page.corvin_optimizer();
-        QCOMPARE(recorder.lines(), QStringList({QStringLiteral("label Caricamento risorse..."),
-                                                QStringLiteral("label Operazione completata")}));
-        QCOMPARE(player.files(), QStringList(QStringLiteral("A/a.mid")));
+        SplitRun run({"A/a.mid"_s});
+        run.split({});
+        QCOMPARE(run.told.lines(), QStringList({"label Caricamento risorse..."_s, "label Operazione completata"_s}));
+        QCOMPARE(run.player.files(), words("A/a.mid"));
     }
 
     void everyStageIsReportedInOrder()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/beta.mid"));
-        player.addFile(QStringLiteral("X/Alpha.MID"));
-        player.addFolder(QStringLiteral("X/sub"));
-        player.addFile(QStringLiteral("Y/1.kar"));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X"), QStringLiteral("Y")});
-        RunRecorder recorder(page);
-        page.corvin_optimizer();
-        const QString x = player.path(QStringLiteral("X"));
-        const QString y = player.path(QStringLiteral("Y"));
-        const QStringList expected = {
-            QStringLiteral("label Caricamento risorse..."),
-            QStringLiteral("log corvin_optimizer : START"),
-            QStringLiteral("min 0"),
-            QStringLiteral("max 0"),
-            QStringLiteral("label (1/2) Ottimizzazione cartelle \n") + x,
-            QStringLiteral("log corvin_optimizer : Start Open Dir  \"%1\"").arg(x),
-            QStringLiteral("log corvin_optimizer : End Open Dir N. Entry  3"),
-            QStringLiteral("label (1/2) Ottimizzazione cartelle  : Ricerca dei titoli nei brani\n[3] ") + x,
-            QStringLiteral("max 3"),
-            QStringLiteral("log corvin_optimizer : Start Ricerca Titoli"),
-            QStringLiteral("value 1"),
-            QStringLiteral("value 2"),
-            QStringLiteral("value 3"),
-            QStringLiteral("log corvin_optimizer : Start Ordinamento"),
-            QStringLiteral("label (1/2) Ottimizzazione cartelle  : Organizzazione in sottocartelle\n[3] ") + x,
-            QStringLiteral("max 3"),
-            QStringLiteral("log corvin_optimizer : Start Move in sottocartelle"),
-            QStringLiteral("value 1"),
-            QStringLiteral("value 2"),
-            QStringLiteral("log corvin_optimizer : SubDir  \"%1/A0\"").arg(x),
-            QStringLiteral("value 3"),
-            QStringLiteral("log corvin_optimizer : SubDir  \"%1/B0\"").arg(x),
-            QStringLiteral("value 3"),
-            QStringLiteral("min 0"),
-            QStringLiteral("max 0"),
-            QStringLiteral("label (2/2) Ottimizzazione cartelle \n") + y,
-            QStringLiteral("log corvin_optimizer : Start Open Dir  \"%1\"").arg(y),
-            QStringLiteral("log corvin_optimizer : End Open Dir N. Entry  1"),
-            QStringLiteral("label (2/2) Ottimizzazione cartelle  : Ricerca dei titoli nei brani\n[1] ") + y,
-            QStringLiteral("max 1"),
-            QStringLiteral("log corvin_optimizer : Start Ricerca Titoli"),
-            QStringLiteral("value 1"),
-            QStringLiteral("log corvin_optimizer : Start Ordinamento"),
-            QStringLiteral("label (2/2) Ottimizzazione cartelle  : Organizzazione in sottocartelle\n[1] ") + y,
-            QStringLiteral("max 1"),
-            QStringLiteral("log corvin_optimizer : Start Move in sottocartelle"),
-            QStringLiteral("value 1"),
-            QStringLiteral("log corvin_optimizer : SubDir  \"%1/10\"").arg(y),
-            QStringLiteral("value 1"),
-            QStringLiteral("log corvin_optimizer : END"),
-            QStringLiteral("label Operazione completata"),
-        };
-        QCOMPARE(recorder.lines(), expected);
-        for (const LogCapture::Line &line : recorder.log().lines())
-            QCOMPARE(line.type, QtInfoMsg);
-        QCOMPARE(player.files(), QStringList({QStringLiteral("X/A0/Alpha.MID"), QStringLiteral("X/B0/beta.mid"),
-                                              QStringLiteral("Y/10/1.kar")}));
-        QVERIFY(QFileInfo(player.path(QStringLiteral("X/sub"))).isDir());
+        SplitRun run(words("X/beta.mid X/Alpha.MID Y/1.kar"));
+        run.player.addFolder("X/sub"_s);
+        run.split(words("X Y"));
+        const QString x = run.player.path("X"_s);
+        const QString y = run.player.path("Y"_s);
+        const QString subDir = "log corvin_optimizer : SubDir  \"%1/%2\""_s;
+        QStringList expected = {"label Caricamento risorse..."_s, "log corvin_optimizer : START"_s};
+        expected += reported("1/2"_s, x, 3);
+        expected += {"value 1"_s, "value 2"_s, subDir.arg(x, "A0"_s), "value 3"_s, subDir.arg(x, "B0"_s), "value 3"_s};
+        expected += reported("2/2"_s, y, 1);
+        expected += {"value 1"_s, subDir.arg(y, "10"_s), "value 1"_s, "log corvin_optimizer : END"_s,
+                     "label Operazione completata"_s};
+        QCOMPARE(run.told.lines(), expected);
+        QVERIFY(run.loggedOnlyInfos());
+        QCOMPARE(run.player.files(), words("X/A0/Alpha.MID X/B0/beta.mid Y/10/1.kar"));
+        QVERIFY(QFileInfo(run.player.path("X/sub"_s)).isDir());
     }
 
     void twoAndAHalfThousandSongsFillThreeSubfolders()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("X"), QStringLiteral("b"), 2500);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.folders(QStringLiteral("X")),
-                 QStringList({QStringLiteral("B0"), QStringLiteral("B1"), QStringLiteral("B2")}));
-        QCOMPARE(count(player, QStringLiteral("X/B0")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/B1")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/B2")), 700);
+        SplitRun run;
+        run.addNumbered("X/b"_s, 2500);
+        run.split();
+        QCOMPARE(run.player.folders("X"_s), words("B0 B1 B2"));
+        QCOMPARE(run.counts(words("B0 B1 B2")), QList<int>({900, 900, 700}));
         // In the order of their titles.
-        QVERIFY(player.exists(QStringLiteral("X/B0/b00899.mid")));
-        QVERIFY(player.exists(QStringLiteral("X/B1/b00900.mid")));
-        QVERIFY(player.exists(QStringLiteral("X/B2/b01800.mid")));
+        for (const QString &song : words("B0/b00899 B1/b00900 B2/b01800"))
+            QVERIFY2(run.player.exists("X/%1.mid"_s.arg(song)), qPrintable(song));
     }
 
     void companionsCountTowardsTheLimit()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("X"), QStringLiteral("c"), 1000);
         // The first song brings two companions (3 files), the 898th three: 902 files before the limit is seen.
-        for (const char *file : {"c00000.dat", "c00000.cdg", "c00897.dat", "c00897.cdg", "c00897.bak"})
-            player.addFile(QStringLiteral("X/") + QString::fromLatin1(file));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
+        SplitRun run(words("X/c00000.dat X/c00000.cdg X/c00897.dat X/c00897.cdg X/c00897.bak"));
+        run.addNumbered("X/c"_s, 1000);
+        run.split();
         // 3 + 896 songs = 899, then the song with its three companions: 903.
-        QCOMPARE(count(player, QStringLiteral("X/C0")), 903);
-        QVERIFY(player.exists(QStringLiteral("X/C0/c00897.bak")));
-        QVERIFY(player.exists(QStringLiteral("X/C1/c00898.mid")));
-        QCOMPARE(count(player, QStringLiteral("X/C1")), 102);
+        QCOMPARE(run.counts(words("C0 C1")), QList<int>({903, 102}));
+        QVERIFY(run.player.exists("X/C0/c00897.bak"_s));
+        QVERIFY(run.player.exists("X/C1/c00898.mid"_s));
     }
 
     void titleDecidesTheSubfolder_data()
     {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("subfolder");
-        QTest::newRow("letter") << QStringLiteral("azzurro") << QStringLiteral("A0");
-        QTest::newRow("apostrophe") << QStringLiteral("'Round") << QStringLiteral("R0");
-        QTest::newRow("parenthesis") << QStringLiteral("(I can't") << QStringLiteral("I0");
-        QTest::newRow("double quote") << QStringLiteral("\"Heroes\"") << QStringLiteral("H0");
-        QTest::newRow("exclamation mark") << QStringLiteral("!Viva") << QStringLiteral("#0");
-        QTest::newRow("accent") << QStringLiteral("École") << QStringLiteral("E0");
-        QTest::newRow("number") << QStringLiteral("99 Luftballons") << QStringLiteral("90");
+        columns<QString, QString>("title", "subfolder");
+        row("letter", "azzurro"_s, "A0"_s);
+        row("apostrophe", "'Round"_s, "R0"_s);
+        row("parenthesis", "(I can't"_s, "I0"_s);
+        row("double quote", "\"Heroes\""_s, "H0"_s);
+        row("exclamation mark", "!Viva"_s, "#0"_s);
+        row("accent", "École"_s, "E0"_s);
+        row("number", "99 Luftballons"_s, "90"_s);
     }
     void titleDecidesTheSubfolder()
     {
         QFETCH(QString, title);
         QFETCH(QString, subfolder);
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/zzz1.mid"), SongFactory::midi(titled(title)));
-        player.addFile(QStringLiteral("X/zzz2.MF3"), SongFactory::mfx(3, titled(title)));
-        player.addFile(QStringLiteral("X/zzz3.mp3"), SongFactory::mp3(3, titled(title)));
-        player.addFile(QStringLiteral("X/zzz4.kar"), SongFactory::karaoke({QStringLiteral("@T") + title}, {}));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.folders(QStringLiteral("X")), QStringList(subfolder));
-        QCOMPARE(count(player, QStringLiteral("X/") + subfolder), 4);
+        SongInfo info;
+        info.title = title;
+        SplitRun run;
+        run.player.addFile("X/zzz1.mid"_s, SongFactory::midi(info));
+        run.player.addFile("X/zzz2.MF3"_s, SongFactory::mfx(3, info));
+        run.player.addFile("X/zzz3.mp3"_s, SongFactory::mp3(3, info));
+        run.player.addFile("X/zzz4.kar"_s, SongFactory::karaoke({"@T"_s + title}, {}));
+        run.split();
+        QCOMPARE(run.player.folders("X"_s), QStringList(subfolder));
+        QCOMPARE(run.counts({subfolder}), QList<int>({4}));
     }
 
-    void ellipsisIsFiledUnderTheSharp()
+    void songsMoveAndTheRestOfTheFolderGoes_data()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/\u2026e penso a te.mid"));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.folders(QStringLiteral("X")), QStringList(QStringLiteral("#0")));
+        columns<QStringList, QStringList>("before", "after");
+        row("an ellipsis is filed under the sharp", QStringList("X/…e penso a te.mid"_s),
+            QStringList("X/#0/…e penso a te.mid"_s));
+        row("a taken name gets a number and the companion follows",
+            words("X/Song.mid=new X/Song.dat=words X/S0/Song.mid=old"),
+            words("X/S0/Song(1).dat=words X/S0/Song(1).mid=new X/S0/Song.mid=old"));
+        // A split made before left songs in their sub-folders; a folder may have a song's suffix.
+        row("sub-folders keep what they hold, and what is new joins it",
+            words("X/B0/inside.mid=1 X/B0/deep/down.txt=2 X/Zeta.mid/odd.dat=3 X/b0.mid X/b1.mid"),
+            words("X/B0/b0.mid X/B0/b1.mid X/B0/deep/down.txt=2 X/B0/inside.mid=1 X/Zeta.mid/odd.dat=3"));
+        row("what is no song goes with the old folder",
+            words("X/Song.mid X/Song.cdg X/Other.dat X/notes.txt X/.hidden.mid"), words("X/S0/Song.cdg X/S0/Song.mid"));
+        const QString list = "System/Playlist/a.pls=\\sdmemory\\X\\Song.mid^1^2\n"_s;
+        row("playlists are not corrected", QStringList({list, "X/Song.mid"_s}), QStringList({list, "X/S0/Song.mid"_s}));
     }
-
-    void takenNameGetsANumberAndTheCompanionFollows()
+    void songsMoveAndTheRestOfTheFolderGoes()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/Song.mid"), "new");
-        player.addFile(QStringLiteral("X/Song.dat"), "words");
-        player.addFile(QStringLiteral("X/S0/Song.mid"), "old");
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.content(QStringLiteral("X/S0/Song.mid")), QByteArray("old"));
-        QCOMPARE(player.content(QStringLiteral("X/S0/Song(1).mid")), QByteArray("new"));
-        QCOMPARE(player.content(QStringLiteral("X/S0/Song(1).dat")), QByteArray("words"));
-        QCOMPARE(player.files().size(), 3);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        SplitRun run(before);
+        run.scan();
+        run.split();
+        QCOMPARE(run.disk(), after);
+        QVERIFY(!run.player.exists("X.old"_s));
     }
 
     void nearlyFullSubfolderTakesOneMoreSong()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 899; ++i)
-            player.addFile(QStringLiteral("X/A0/old%1.txt").arg(i));
-        addSongs(player, QStringLiteral("X"), QStringLiteral("a"), 3);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(count(player, QStringLiteral("X/A0")), 900);
-        QVERIFY(player.exists(QStringLiteral("X/A0/a00000.mid")));
-        QVERIFY(player.exists(QStringLiteral("X/A1/a00001.mid")));
-        QVERIFY(player.exists(QStringLiteral("X/A1/a00002.mid")));
+        SplitRun run;
+        run.addNumbered("X/A0/old"_s, 899, "txt"_s);
+        run.addNumbered("X/a"_s, 3);
+        run.split();
+        QCOMPARE(run.counts({"A0"_s}), QList<int>({900}));
+        QVERIFY(run.player.exists("X/A0/a00000.mid"_s));
+        QVERIFY(run.player.exists("X/A1/a00001.mid"_s));
+        QVERIFY(run.player.exists("X/A1/a00002.mid"_s));
     }
 
     void fullSubfolderIsPassedOverForMoreThanOneSong()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 900; ++i)
-            player.addFile(QStringLiteral("X/A0/old%1.txt").arg(i));
-        addSongs(player, QStringLiteral("X"), QStringLiteral("a"), 950);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(count(player, QStringLiteral("X/A0")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/A1")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/A2")), 50);
-    }
-
-    // A split made before left songs in their sub-folders: what stands there stays, what is new joins it.
-    void subfoldersKeepWhatTheyHold()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/B0/inside.mid"), "kept");
-        player.addFile(QStringLiteral("X/B0/deep/down.txt"), "kept too");
-        player.addFile(QStringLiteral("X/Zeta.mid/odd.dat"), "in a folder with a song's suffix");
-        addSongs(player, QStringLiteral("X"), QStringLiteral("b"), 2);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("X/B0/b00000.mid"), QStringLiteral("X/B0/b00001.mid"),
-                                              QStringLiteral("X/B0/deep/down.txt"), QStringLiteral("X/B0/inside.mid"),
-                                              QStringLiteral("X/Zeta.mid/odd.dat")}));
+        SplitRun run;
+        run.addNumbered("X/A0/old"_s, 900, "txt"_s);
+        run.addNumbered("X/a"_s, 950);
+        run.split();
+        QCOMPARE(run.counts(words("A0 A1 A2")), QList<int>({900, 900, 50}));
     }
 
     void hiddenSubfolderIsKeptAndNotCounted()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/Song.mid"));
-        player.addFile(QStringLiteral("X/.mine/deep/Inside.mid"), "inside");
-        player.addFile(QStringLiteral("X/.file.mid"));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        RunRecorder recorder(page);
-        page.corvin_optimizer();
-        QCOMPARE(player.files(),
-                 QStringList({QStringLiteral("X/.mine/deep/Inside.mid"), QStringLiteral("X/S0/Song.mid")}));
-        QVERIFY(recorder.log().contains(QStringLiteral("corvin_optimizer : End Open Dir N. Entry  1")));
+        SplitRun run(words("X/Song.mid X/.mine/deep/Inside.mid=inside X/.file.mid"));
+        run.split();
+        QCOMPARE(run.disk(), words("X/.mine/deep/Inside.mid=inside X/S0/Song.mid"));
+        QVERIFY(run.logged("corvin_optimizer : End Open Dir N. Entry  1"_s));
     }
 
+    // Neither a song nor a folder may take the place of a sub-folder: "B0" is a file in the way.
     void songWhoseNameIsThatOfItsSubfolderFindsAnother()
     {
-        SimulatedPlayer player;
-        // Neither a song nor a folder may take the place of a sub-folder: "B0" is a file in the way.
-        addSongs(player, QStringLiteral("X"), QStringLiteral("b"), 1);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&player](const QString &text) {
-            if (text.contains(QLatin1String("Organizzazione")))
-                player.addFile(QStringLiteral("X/B0"), "in the way");
-        });
-        page.corvin_optimizer();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("X/B0"), QStringLiteral("X/B1/b00000.mid")}));
-    }
-
-    void whatIsNoSongGoesWithTheOldFolder()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/Song.mid"));
-        player.addFile(QStringLiteral("X/Song.cdg"));
-        player.addFile(QStringLiteral("X/Other.dat"));
-        player.addFile(QStringLiteral("X/notes.txt"));
-        player.addFile(QStringLiteral("X/.hidden.mid"));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("X/S0/Song.cdg"), QStringLiteral("X/S0/Song.mid")}));
-        QCOMPARE(player.folders(), QStringList(QStringLiteral("X")));
+        SplitRun run(words("X/b.mid"));
+        run.block("X/B0"_s);
+        run.split();
+        QCOMPARE(run.player.files(), words("X/B0 X/B1/b.mid"));
     }
 
     void linkInTheOldFolderDoesNotLeadTheDeletionOutside()
     {
-        SimulatedPlayer player;
-        QTemporaryDir elsewhere;
-        QFile kept(elsewhere.filePath(QStringLiteral("kept.txt")));
-        QVERIFY(kept.open(QIODevice::WriteOnly));
-        player.addFile(QStringLiteral("X/Song.mid"));
-        player.addFolder(QStringLiteral("X/sub"));
-        QVERIFY(QFile::link(elsewhere.path(), player.path(QStringLiteral("X/sub/link"))));
-        QVERIFY(QFile::link(kept.fileName(), player.path(QStringLiteral("X/link.txt"))));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
+        SplitRun run({"X/Song.mid"_s});
+        PcFolder elsewhere;
+        const QString kept = elsewhere.addFile("kept.txt"_s);
+        run.player.addFolder("X/sub"_s);
+        QVERIFY(QFile::link(elsewhere.path(), run.player.path("X/sub/link"_s)));
+        QVERIFY(QFile::link(kept, run.player.path("X/link.txt"_s)));
         // With its name taken the sub-folder cannot move and is deleted where it is.
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&player](const QString &text) {
-            if (text.contains(QLatin1String("Organizzazione")))
-                player.addFile(QStringLiteral("X/sub"), "in the way");
-        });
-        page.corvin_optimizer();
-        QVERIFY(kept.exists());
-        QCOMPARE(player.content(QStringLiteral("X/sub")), QByteArray("in the way"));
-        QCOMPARE(player.folders(), QStringList(QStringLiteral("X")));
+        run.block("X/sub"_s);
+        run.split();
+        QVERIFY(QFileInfo::exists(kept));
+        QCOMPARE(run.player.content("X/sub"_s), QByteArray("in the way"));
+        QCOMPARE(run.player.folders(), words("X"));
     }
 
     void takenOldNamesPileUpTheirNumbers()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("X/Song.mid"));
-        player.addFile(QStringLiteral("X.old/kept.txt"));
-        player.addFile(QStringLiteral("X.old1/kept.txt"));
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        bool seen = false;
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&](const QString &text) {
-            if (text.contains(QLatin1String("Ricerca")))
-                seen = player.exists(QStringLiteral("X.old12/Song.mid")) && player.files(QStringLiteral("X")).isEmpty();
-        });
-        page.corvin_optimizer();
-        QVERIFY(seen);
-        QCOMPARE(player.folders(),
-                 QStringList({QStringLiteral("X"), QStringLiteral("X.old"), QStringLiteral("X.old1")}));
-        QVERIFY(player.exists(QStringLiteral("X/S0/Song.mid")));
+        SplitRun run(words("X/Song.mid X.old/kept.txt X.old1/kept.txt"));
+        QStringList aside;
+        run.atLabel("Ricerca"_s, [&] { aside = run.player.files(); });
+        run.split();
+        QCOMPARE(aside, words("X.old/kept.txt X.old1/kept.txt X.old12/Song.mid"));
+        QCOMPARE(run.player.folders(), words("X X.old X.old1"));
+        QVERIFY(run.player.exists("X/S0/Song.mid"_s));
     }
 
     void nestedBigFolderMovesWithItsParent()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("X"), QStringLiteral("a"), 1001);
-        addSongs(player, QStringLiteral("X/In"), QStringLiteral("n"), 1001);
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QCOMPARE(page.bigFolders.size(), 2);
-        page.corvin_optimizer();
-        QCOMPARE(count(player, QStringLiteral("X/A0")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/A1")), 101);
-        QCOMPARE(count(player, QStringLiteral("X/In/N0")), 900);
-        QCOMPARE(count(player, QStringLiteral("X/In/N1")), 101);
-        QCOMPARE(player.files().size(), 2002);
-        page.scan_directories();
-        QVERIFY(page.bigFolders.isEmpty());
+        SplitRun run;
+        run.addNumbered("X/a"_s, 1001);
+        run.addNumbered("X/In/n"_s, 1001);
+        run.scan();
+        QCOMPARE(run.page.bigFolders.size(), 2);
+        run.page.corvin_optimizer();
+        QCOMPARE(run.counts(words("A0 A1 In/N0 In/N1")), QList<int>({900, 101, 900, 101}));
+        QCOMPARE(run.player.files().size(), 2002);
+        run.scan();
+        QVERIFY(run.page.bigFolders.isEmpty());
     }
 
     void stopDuringTheThirdOfFiveFoldersFinishesIt()
     {
-        SimulatedPlayer player;
-        QStringList folders;
-        for (int i = 1; i <= 5; ++i) {
-            folders.append(QStringLiteral("F%1").arg(i));
-            addSongs(player, folders.last(), QStringLiteral("a"), 3);
-        }
-        Ottimizza page;
-        prepare(page, player, folders);
-        RunRecorder recorder(page);
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&page](const QString &text) {
-            if (text.startsWith(QLatin1String("(3/5) ")) && text.contains(QLatin1String("Ricerca")))
-                page.on_stopActionPressed();
-        });
-        page.corvin_optimizer();
-        for (int i = 1; i <= 3; ++i)
-            QCOMPARE(count(player, QStringLiteral("F%1/A0").arg(i)), 3);
-        for (int i = 4; i <= 5; ++i)
-            QVERIFY(player.exists(QStringLiteral("F%1/a00000.mid").arg(i)));
-        QVERIFY(!page.abortRequested);
-        QVERIFY(!recorder.labels().contains(QStringLiteral("Operazione completata")));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("corvin_optimizer : END")));
-        QCOMPARE(player.folders(), folders);
+        SplitRun run;
+        const QStringList folders = words("F1 F2 F3 F4 F5");
+        for (const QString &folder : folders)
+            run.addNumbered(folder + "/a"_s, 3);
+        run.stopAtLabel("(3/5) Ottimizzazione cartelle  : Ricerca"_s);
+        run.split(folders);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(run.player.files(folders.at(i) + "/A0"_s).size(), 3);
+        QVERIFY(run.player.exists("F4/a00000.mid"_s));
+        QVERIFY(run.player.exists("F5/a00000.mid"_s));
+        QVERIFY(run.endedByStop());
+        QCOMPARE(run.player.folders(), folders);
     }
 
     void stopDuringTheLastFolderShowsNoFinalText()
     {
-        SimulatedPlayer player;
-        addSongs(player, QStringLiteral("X"), QStringLiteral("a"), 3);
-        Ottimizza page;
-        prepare(page, player, {QStringLiteral("X")});
-        RunRecorder recorder(page);
-        QObject::connect(&page, &Ottimizza::updateProgressBarVal, &page, &Ottimizza::on_stopActionPressed);
-        page.corvin_optimizer();
-        QCOMPARE(count(player, QStringLiteral("X/A0")), 3);
-        QVERIFY(!page.abortRequested);
-        QVERIFY(!recorder.labels().contains(QStringLiteral("Operazione completata")));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("corvin_optimizer : END")));
-    }
-
-    void playlistsAreNotCorrected()
-    {
-        SimulatedPlayer player;
-        const QByteArray list("\\sdmemory\\X\\Song.mid^1^2\n");
-        player.addFile(QStringLiteral("System/Playlist/a.pls"), list);
-        player.addFile(QStringLiteral("X/Song.mid"));
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        prepare(page, player, {QStringLiteral("X")});
-        page.corvin_optimizer();
-        QVERIFY(player.exists(QStringLiteral("X/S0/Song.mid")));
-        QCOMPARE(player.content(QStringLiteral("System/Playlist/a.pls")), list);
+        SplitRun run;
+        run.addNumbered("X/a"_s, 3);
+        run.stopAtValue(1);
+        run.split();
+        QCOMPARE(run.counts({"A0"_s}), QList<int>({3}));
+        QVERIFY(run.endedByStop());
     }
 };
 
-QTEST_MAIN(tst_FolderSplitting)
+QTEST_MAIN(TestFolderSplitting)
 #include "tst_foldersplitting.moc"

@@ -1,224 +1,168 @@
-#include "runrecorder.h"
-#include "support/platform.h"
-#include "support/simulatedplayer.h"
-
-#include "optimizer/ottimizza.h"
-
-#include <QTest>
+#include "optimizerrun.h"
 
 #include <cstdlib>
 
-class tst_MediaMove : public QObject
+/// One of the two steps that move media, on a player.
+struct MediaRun : OptimizerRun
 {
-    Q_OBJECT
-
-private:
-    // The same page and the same words for both steps.
-    static void addRows()
+    explicit MediaRun(bool ofImages) : images(ofImages) { page.rootPath = player.root(); }
+    void list(const QStringList &paths)
     {
-        QTest::addColumn<QString>("step");
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("images") << QStringLiteral("move_images") << QStringLiteral("Images") << QStringLiteral("jpg")
-                                << QStringLiteral("Spostamento immagini...");
-        QTest::newRow("videos") << QStringLiteral("move_videos") << QStringLiteral("Videos") << QStringLiteral("avi")
-                                << QStringLiteral("Spostamento video...");
+        put(paths);
+        for (const QString &path : paths)
+            files.append(QFileInfo(player.path(path.section(QLatin1Char('='), 0, 0))));
     }
-    static void run(Ottimizza &page, const QString &step)
+    void move()
     {
-        if (step == QLatin1String("move_images"))
+        if (images)
             page.move_images();
         else
             page.move_videos();
     }
-    static QList<QFileInfo> &list(Ottimizza &page, const QString &step)
+
+    const bool images;
+    QList<QFileInfo> &files = images ? page.imageFiles : page.videoFiles;
+    const QString folder = images ? "Images"_s : "Videos"_s;
+    const QString suffix = images ? "jpg"_s : "avi"_s;
+};
+
+class TestMediaMove : public QObject
+{
+    Q_OBJECT
+
+    // Both steps work alike.
+    static void addSteps()
     {
-        return step == QLatin1String("move_images") ? page.imageFiles : page.videoFiles;
+        columns<bool, QString, QString>("images", "step", "status");
+        row("images", true, "move_images"_s, "Spostamento immagini..."_s);
+        row("videos", false, "move_videos"_s, "Spostamento video..."_s);
     }
 
 private slots:
-    void stoppedStepDoesNothing_data() { addRows(); }
+    void stoppedStepDoesNothing_data() { addSteps(); }
     void stoppedStepDoesNothing()
     {
-        QFETCH(QString, step);
-        QFETCH(QString, folder);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        list(page, step).append(QFileInfo(player.addFile(QStringLiteral("A/x.jpg"))));
-        page.abortRequested = true;
-        RunRecorder recorder(page);
-        run(page, step);
-        QCOMPARE(recorder.lines(), QStringList());
-        QVERIFY(!player.exists(folder));
+        QFETCH(bool, images);
+        MediaRun run(images);
+        run.list({"A/x.jpg"_s});
+        run.page.abortRequested = true;
+        run.move();
+        QCOMPARE(run.told.lines(), QStringList());
+        QVERIFY(!run.player.exists(run.folder));
     }
 
-    void emptyListMakesNoFolder_data() { addRows(); }
+    void emptyListMakesNoFolder_data() { addSteps(); }
     void emptyListMakesNoFolder()
     {
-        QFETCH(QString, step);
-        QFETCH(QString, folder);
+        QFETCH(bool, images);
         QFETCH(QString, status);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        RunRecorder recorder(page);
-        run(page, step);
-        QCOMPARE(recorder.lines(),
-                 QStringList({QStringLiteral("label ") + status, QStringLiteral("label Operazione completata")}));
-        QVERIFY(!player.exists(folder));
+        MediaRun run(images);
+        run.move();
+        QCOMPARE(run.told.lines(), QStringList({"label "_s + status, "label Operazione completata"_s}));
+        QVERIFY(!run.player.exists(run.folder));
     }
 
-    void filesMoveAndTakenNamesGetANumber_data() { addRows(); }
+    void filesMoveAndTakenNamesGetANumber_data() { addSteps(); }
     void filesMoveAndTakenNamesGetANumber()
     {
+        QFETCH(bool, images);
         QFETCH(QString, step);
-        QFETCH(QString, folder);
-        QFETCH(QString, suffix);
         QFETCH(QString, status);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        const QString first = player.addFile(QStringLiteral("A/cover.") + suffix, "first");
-        const QString second = player.addFile(QStringLiteral("B/cover.") + suffix, "second");
-        const QString third = player.addFile(QStringLiteral("B/C/cover.") + suffix, "third");
-        list(page, step) = {QFileInfo(first), QFileInfo(second), QFileInfo(third)};
-        RunRecorder recorder(page);
-        run(page, step);
-        QCOMPARE(player.content(folder + QStringLiteral("/cover.") + suffix), QByteArray("first"));
-        QCOMPARE(player.content(folder + QStringLiteral("/cover_1.") + suffix), QByteArray("second"));
-        QCOMPARE(player.content(folder + QStringLiteral("/cover_2.") + suffix), QByteArray("third"));
-        QCOMPARE(player.files().size(), 3);
-        QCOMPARE(recorder.lines(),
-                 QStringList({QStringLiteral("label ") + status, QStringLiteral("log %1 : START").arg(step),
-                              QStringLiteral("min 0"), QStringLiteral("max 3"), QStringLiteral("value 0"),
-                              QStringLiteral("log Move : \"%1\"").arg(first), QStringLiteral("value 1"),
-                              QStringLiteral("log Move : \"%1\"").arg(second), QStringLiteral("value 2"),
-                              QStringLiteral("log Move : \"%1\"").arg(third), QStringLiteral("value 3"),
-                              QStringLiteral("log %1 : N. files  3").arg(step),
-                              QStringLiteral("label Operazione completata")}));
-        for (const LogCapture::Line &line : recorder.log().lines())
-            QCOMPARE(line.type, QtInfoMsg);
+        MediaRun run(images);
+        const QString suffix = run.suffix;
+        run.list(
+            {"A/cover.%1=first"_s.arg(suffix), "B/cover.%1=second"_s.arg(suffix), "B/C/cover.%1=3rd"_s.arg(suffix)});
+        QStringList expected = {"label "_s + status, "log %1 : START"_s.arg(step), "min 0"_s, "max 3"_s, "value 0"_s};
+        for (int i = 0; i < 3; ++i)
+            expected += {"log Move : \"%1\""_s.arg(run.files.at(i).filePath()), "value %1"_s.arg(i + 1)};
+        expected += {"log %1 : N. files  3"_s.arg(step), "label Operazione completata"_s};
+        run.move();
+        const QString moved = run.folder + "/cover%1.%2=%3"_s;
+        QCOMPARE(run.disk(), QStringList({moved.arg(QString(), suffix, "first"_s),
+                                          moved.arg("_1"_s, suffix, "second"_s), moved.arg("_2"_s, suffix, "3rd"_s)}));
+        QCOMPARE(run.told.lines(), expected);
+        QVERIFY(run.loggedOnlyInfos());
     }
 
-    void nameIsPartedAtItsFirstDot()
+    void foundFilesMove_data()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        player.addFile(QStringLiteral("Images/photo.2019.jpg"), "old");
-        page.imageFiles.append(QFileInfo(player.addFile(QStringLiteral("A/photo.2019.jpg"), "new")));
-        page.move_images();
-        QCOMPARE(player.content(QStringLiteral("Images/photo.2019.jpg")), QByteArray("old"));
-        QCOMPARE(player.content(QStringLiteral("Images/photo_1.2019.jpg")), QByteArray("new"));
+        columns<bool, QStringList, QStringList>("images", "before", "after");
+        row("a name is parted at its first dot", true, words("Images/photo.2019.jpg=old A/photo.2019.jpg=new"),
+            words("Images/photo.2019.jpg=old Images/photo_1.2019.jpg=new"));
+        row("a video in its folder stays and one among songs moves", false, words("Videos/Clips/v.avi Songs/w.MP4=w"),
+            words("Videos/Clips/v.avi Videos/w.MP4=w"));
+#ifndef Q_OS_WIN
+        row("a folder of pictures in another case is used", true, words("IMAGES/c.jpg=old A/c.jpg=new A/d.jpg"),
+            words("IMAGES/c.jpg=old IMAGES/c_1.jpg=new IMAGES/d.jpg"));
+        row("a folder of videos in another case is used", false, words("VIDEOS/c.avi=old A/c.avi=new A/d.avi"),
+            words("VIDEOS/c.avi=old VIDEOS/c_1.avi=new VIDEOS/d.avi"));
+#endif
+    }
+    void foundFilesMove()
+    {
+        QFETCH(bool, images);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        MediaRun run(images);
+        run.put(before);
+        run.scan();
+        run.move();
+        QCOMPARE(run.disk(), after);
+        QCOMPARE(run.player.folders().filter(run.folder, Qt::CaseInsensitive).size(), 1);
     }
 
     // With the generator's next number known, a file that bears it stops the detour where it stands.
     void takenNumericNameStopsTheDetour_data()
     {
-        QTest::addColumn<QString>("blockerFolder");
-        QTest::addColumn<QString>("resultFolder");
-        QTest::addColumn<bool>("keepsItsName");
-        QTest::newRow("in the file's folder") << QStringLiteral("A/") << QStringLiteral("A/") << true;
-        QTest::newRow("in the target folder") << QStringLiteral("Images/") << QStringLiteral("A/") << false;
+        columns<QString, bool>("blockerFolder", "keepsItsName");
+        row("in the file's folder", "A/"_s, true);
+        row("in the target folder", "Images/"_s, false);
     }
     void takenNumericNameStopsTheDetour()
     {
         QFETCH(QString, blockerFolder);
-        QFETCH(QString, resultFolder);
         QFETCH(bool, keepsItsName);
         constexpr unsigned kSeed = 4;
         std::srand(kSeed);
-        const QString numeric = QString::number(std::rand() % 1000000) + QStringLiteral(".jpg");
+        const QString numeric = "%1.jpg"_s.arg(std::rand() % 1000000);
         std::srand(kSeed);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        player.addFile(QStringLiteral("Images/p.jpg"), "old");
-        player.addFile(blockerFolder + numeric, "blocker");
-        const QString source = player.addFile(QStringLiteral("A/p.jpg"), "new");
-        page.imageFiles.append(QFileInfo(source));
-        RunRecorder recorder(page);
-        page.move_images();
-        QCOMPARE(player.content(resultFolder + (keepsItsName ? QStringLiteral("p.jpg") : numeric)), QByteArray("new"));
-        QVERIFY(recorder.log().contains(QStringLiteral("Move : \"%1\"").arg(source)));
+        MediaRun run(true);
+        run.put({"Images/p.jpg=old"_s, blockerFolder + numeric + "=blocker"_s});
+        run.list({"A/p.jpg=new"_s});
+        run.move();
         // The renames that follow take what bears the number for the file on its way.
-        QCOMPARE(player.content(QStringLiteral("Images/p_1.jpg")), QByteArray("blocker"));
-        QCOMPARE(player.content(QStringLiteral("Images/p.jpg")), QByteArray("old"));
-    }
-
-    void videoInItsFolderStaysAndOneAmongSongsMoves()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("Videos/Clips/v.avi"), "clip");
-        player.addFile(QStringLiteral("My Songs/w.MP4"), "song");
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        page.move_videos();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("Videos/Clips/v.avi"), QStringLiteral("Videos/w.MP4")}));
-    }
-
-    void folderOfAnotherCaseIsUsed_data() { addRows(); }
-    void folderOfAnotherCaseIsUsed()
-    {
-        SKIP_ON_WINDOWS("the file system ignores case here");
-        QFETCH(QString, step);
-        QFETCH(QString, folder);
-        QFETCH(QString, suffix);
-        SimulatedPlayer player;
-        const QString there = folder.toUpper();
-        player.addFile(there + QStringLiteral("/cover.") + suffix, "old");
-        player.addFile(QStringLiteral("A/cover.") + suffix, "new");
-        player.addFile(QStringLiteral("A/other.") + suffix, "other");
-        Ottimizza page;
-        page.rootPath = player.root();
-        page.scan_directories();
-        QCOMPARE(list(page, step).size(), 2);
-        run(page, step);
-        QVERIFY(!player.exists(folder));
-        QCOMPARE(player.content(there + QStringLiteral("/cover.") + suffix), QByteArray("old"));
-        QCOMPARE(player.content(there + QStringLiteral("/cover_1.") + suffix), QByteArray("new"));
-        QCOMPARE(player.content(there + QStringLiteral("/other.") + suffix), QByteArray("other"));
-        QCOMPARE(player.files().size(), 3);
+        QCOMPARE(run.disk(), QStringList({"A/%1=new"_s.arg(keepsItsName ? "p.jpg"_s : numeric), "Images/p.jpg=old"_s,
+                                          "Images/p_1.jpg=blocker"_s}));
+        QVERIFY(run.logged("Move : \"%1\""_s.arg(run.player.path("A/p.jpg"_s))));
     }
 
     void fileCalledAsTheFolderLeavesEverythingInPlace()
     {
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
-        player.addFile(QStringLiteral("Images"), "a file");
-        page.imageFiles.append(QFileInfo(player.addFile(QStringLiteral("A/p.jpg"), "p")));
-        page.move_images();
-        QCOMPARE(player.content(QStringLiteral("A/p.jpg")), QByteArray("p"));
-        QCOMPARE(player.content(QStringLiteral("Images")), QByteArray("a file"));
+        MediaRun run(true);
+        run.put({"Images=a file"_s});
+        run.list({"A/p.jpg=p"_s});
+        run.move();
+        QCOMPARE(run.disk(), QStringList({"A/p.jpg=p"_s, "Images=a file"_s}));
     }
 
-    void stopLeavesTheRemainingFiles_data() { addRows(); }
+    void stopLeavesTheRemainingFiles_data()
+    {
+        addSteps();
+    }
     void stopLeavesTheRemainingFiles()
     {
-        QFETCH(QString, step);
-        QFETCH(QString, folder);
-        QFETCH(QString, suffix);
-        SimulatedPlayer player;
-        Ottimizza page;
-        page.rootPath = player.root();
+        QFETCH(bool, images);
+        MediaRun run(images);
         for (int i = 0; i < 5; ++i)
-            list(page, step).append(QFileInfo(player.addFile(QStringLiteral("A/%1.%2").arg(i).arg(suffix))));
-        RunRecorder recorder(page);
-        QObject::connect(&page, &Ottimizza::updateProgressBarVal, &page, [&page](int value) {
-            if (value == 3)
-                page.on_stopActionPressed();
-        });
-        run(page, step);
-        QCOMPARE(player.files(folder).size(), 3);
-        QCOMPARE(player.files(QStringLiteral("A")).size(), 2);
-        QCOMPARE(recorder.lines().last(), QStringLiteral("value 3"));
-        QCOMPARE(recorder.labels().size(), 1);
+            run.list({"A/%1.%2"_s.arg(i).arg(run.suffix)});
+        run.stopAtValue(3);
+        run.move();
+        QCOMPARE(run.player.files(run.folder).size(), 3);
+        QCOMPARE(run.player.files("A"_s).size(), 2);
+        QCOMPARE(run.lastLine(), "value 3"_s);
+        QCOMPARE(run.told.labels().size(), 1);
     }
 };
 
-QTEST_MAIN(tst_MediaMove)
+QTEST_MAIN(TestMediaMove)
 #include "tst_mediamove.moc"

@@ -1,342 +1,264 @@
-#include "runrecorder.h"
-#include "support/playerdatabase.h"
+#include "optimizerrun.h"
 #include "support/boxanswerer.h"
-#include "support/simulatedplayer.h"
+#include "support/boxtexts.h"
+#include "support/limits.h"
+#include "support/playerdatabase.h"
 
-#include "optimizer/ottimizza.h"
 #include "songfactory/songfactory.h"
 
-#include <QTest>
-
-#include <algorithm>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
-
-class tst_SongDatabase : public QObject
+/// The database step and the file that it writes.
+struct DatabaseRun : OptimizerRun
 {
-    Q_OBJECT
-
-private:
-    static SongInfo info(const QString &title)
+    static QByteArray song(const QString &title = "Title"_s)
     {
-        SongInfo song;
-        song.title = title;
-        return song;
+        SongInfo info;
+        info.title = title;
+        return SongFactory::midi(info);
     }
-    static QString addSong(SimulatedPlayer &player, const QString &path)
+    /// On the disk are @p songs, in the player's database @p known.
+    explicit DatabaseRun(const QStringList &songs = {}, const QStringList &known = {})
     {
-        return player.addFile(path, SongFactory::midi(info(QStringLiteral("Title"))));
+        for (const QString &path : songs)
+            player.addFile(path, song());
+        if (!known.isEmpty())
+            writeFastDb(known);
     }
-    /// Binary noise with the device paths in it, each ended by a NUL.
-    static void writeFastDb(SimulatedPlayer &player, const QStringList &devicePaths)
+    void addSongs(int count, const QString &suffix = "mid"_s) { addNumbered("A/"_s, count, suffix, song()); }
+    /// Binary noise with device paths in it, each ended by a NUL.
+    void writeFastDb(const QStringList &paths, const QString &file = "System/Corvin/data.fastDB"_s)
     {
         QByteArray data = QByteArrayLiteral("\x01\xFF\x00noise\\sdmem\\");
-        for (const QString &path : devicePaths)
-            data += QByteArrayLiteral("\x07\x00\x80") + path.toUtf8() + QByteArrayLiteral("\x00tail");
-        player.addFile(QStringLiteral("System/Corvin/data.fastDB"), data);
+        for (const QString &path : paths)
+            data += QByteArrayLiteral("\x07\x00\x80\\sdmemory\\") + path.toUtf8() + QByteArrayLiteral("\x00tail");
+        player.addFile(file, data);
     }
-    static QByteArray importFile(const SimulatedPlayer &player)
-    {
-        return player.content(QStringLiteral("CorvinImportDB.sql"));
-    }
-    static QStringList importLines(const SimulatedPlayer &player)
-    {
-        QStringList lines = QString::fromUtf8(importFile(player)).split(QLatin1Char('\n'));
-        lines.removeLast();
-        return lines;
-    }
-    static void stopAtValue(Ottimizza &page, int value)
-    {
-        QObject::connect(&page, &Ottimizza::updateProgressBarVal, &page, [&page, value](int step) {
-            if (step == value)
-                page.on_stopActionPressed();
-        });
-    }
+    void work() { page.createDiffDatabaseImportFile(); }
+    bool hasFile() const { return player.exists("CorvinImportDB.sql"_s); }
+    QByteArray file() const { return player.content("CorvinImportDB.sql"_s); }
+    QStringList lines() const { return QString::fromUtf8(file()).split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+    bool isDone() { return told.count("log createDiffDatabaseImportFile : END"_s) == 1; }
+};
+
+class TestSongDatabase : public QObject
+{
+    Q_OBJECT
 
 private slots:
     void goneDeviceEndsTheStepUntouched()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/broken.mid"), "no song");
-        addSong(player, QStringLiteral("A/Song.midi"));
-        player.addFile(QStringLiteral("CorvinImportDB.sql"), "old");
-        const QStringList before = player.files();
-        Ottimizza page;
-        page.rootPath = player.root();
+        DatabaseRun run({"A/Song.midi"_s});
+        run.put({"A/broken.mid=no song"_s, "CorvinImportDB.sql=old"_s});
+        const QStringList before = run.disk();
+        run.page.rootPath = run.player.root();
         SimulatedPlayer::disconnect();
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(page.failCode, 1);
-        QCOMPARE(recorder.lines(), QStringList());
-        QCOMPARE(player.files(), before);
-        QCOMPARE(importFile(player), QByteArray("old"));
-        QVERIFY(!QFileInfo::exists(QStringLiteral("CorvinImportDB.sql")));
-        QVERIFY(!QFileInfo::exists(QStringLiteral("/CorvinImportDB.sql")));
+        run.work();
+        QCOMPARE(run.page.failCode, 1);
+        QCOMPARE(run.told.lines(), QStringList());
+        QCOMPARE(run.disk(), before);
+        QVERIFY(!QFileInfo::exists("CorvinImportDB.sql"_s));
+        QVERIFY(!QFileInfo::exists("/CorvinImportDB.sql"_s));
     }
 
     void stagesAreReportedInOrder()
     {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/one.mid"));
-        player.addFile(QStringLiteral("A/two.mid"), "no song");
-        writeFastDb(player, {QStringLiteral("\\sdmemory\\A\\gone.mid")});
-        Ottimizza page;
-        page.abortRequested = true; // pressed before the step: forgotten
-        page.failCode = 0;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QStringList lines = recorder.lines();
+        DatabaseRun run({"A/one.mid"_s}, {"A\\gone.mid"_s});
+        run.put({"A/two.mid=no song"_s});
+        run.page.abortRequested = true; // pressed before the step: forgotten
+        run.work();
+        QStringList lines = run.told.lines();
         // The two songs come in the order of the disk.
-        const QString invalid =
-            QStringLiteral("log File non valido, rimuovo : \"%1\"").arg(player.path(QStringLiteral("A/two.mid")));
-        QCOMPARE(lines.removeAll(invalid), 1);
+        const QString invalid = "File non valido, rimuovo : \"%1\""_s.arg(run.player.path("A/two.mid"_s));
+        QCOMPARE(lines.removeAll("log "_s + invalid), 1);
         // What the song files themselves say is not of this step.
-        lines.erase(std::remove_if(lines.begin(), lines.end(),
-                                   [](const QString &line) { return line.startsWith(QLatin1String("log [")); }),
-                    lines.end());
+        lines = lines.filter(QRegularExpression("^(?!log \\[)"_s));
         QCOMPARE(lines,
-                 QStringList({QStringLiteral("visible 1"), QStringLiteral("min 0"), QStringLiteral("max 0"),
-                              QStringLiteral("value 0"), QStringLiteral("log createDiffDatabaseImportFile : START"),
-                              QStringLiteral("label Caricamento dati in corso..."),
-                              QStringLiteral("log fast db file found:  1"), QStringLiteral("log dir file found:  2"),
-                              QStringLiteral("label Creazione database in corso..."), QStringLiteral("value 0"),
-                              QStringLiteral("max 3"), QStringLiteral("value 1"), QStringLiteral("value 2"),
-                              QStringLiteral("value 3"), QStringLiteral("log createDiffDatabaseImportFile : END"),
-                              QStringLiteral("visible 0")}));
-        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("fast db file found:  1")));
-        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("dir file found:  2")));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("createDiffDatabaseImportFile : START")));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("createDiffDatabaseImportFile : END")));
-        QVERIFY(recorder.log().contains(QtInfoMsg, invalid.mid(4)));
-        QVERIFY(!player.exists(QStringLiteral("A/two.mid")));
-        QCOMPARE(page.failCode, 0);
-        QVERIFY(!page.abortRequested);
+                 QStringList({"visible 1"_s, "min 0"_s, "max 0"_s, "value 0"_s,
+                              "log createDiffDatabaseImportFile : START"_s, "label Caricamento dati in corso..."_s,
+                              "log fast db file found:  1"_s, "log dir file found:  2"_s,
+                              "label Creazione database in corso..."_s, "value 0"_s, "max 3"_s, "value 1"_s,
+                              "value 2"_s, "value 3"_s, "log createDiffDatabaseImportFile : END"_s, "visible 0"_s}));
+        QVERIFY(run.logged("fast db file found:  1"_s, QtDebugMsg));
+        QVERIFY(run.logged("dir file found:  2"_s, QtDebugMsg));
+        QVERIFY(run.logged("createDiffDatabaseImportFile : START"_s));
+        QVERIFY(run.logged("createDiffDatabaseImportFile : END"_s));
+        QVERIFY(run.logged(invalid));
+        QVERIFY(!run.player.exists("A/two.mid"_s));
+        QCOMPARE(run.page.failCode, 0);
+        QVERIFY(!run.page.abortRequested);
     }
 
     void withoutFastDbEverySongIsInserted()
     {
-        SimulatedPlayer player;
-        SongInfo night = info(QStringLiteral("Night and Day"));
-        night.genre = QStringLiteral("Jazz");
+        DatabaseRun run(words("Bridges/no.mid effects/deep/no.mid System/no.mid BridgesOld/no.mid"));
+        SongInfo night;
+        night.title = "Night and Day"_s;
+        night.genre = "Jazz"_s;
         night.userBpm = 120;
-        night.key = QStringLiteral("C");
-        night.markers = {{1, QStringLiteral("Intro")}};
-        player.addFile(QStringLiteral("My Songs/song.mid"), SongFactory::midi(night));
-        SongInfo rock = info(QStringLiteral("Rock 'n' Roll"));
-        rock.artist = QStringLiteral("L'Artista");
-        rock.author = QStringLiteral("Autore");
-        player.addFile(QStringLiteral("My Songs/rock.mf4"), SongFactory::mfx(4, rock));
-        player.addFile(QStringLiteral("plain.MP3"), SongFactory::mp3(0, SongInfo()));
-        for (const char *folder : {"Bridges", "effects/deep", "System", "BridgesOld"})
-            addSong(player, QString::fromLatin1(folder) + QStringLiteral("/no.mid"));
-        player.addFile(QStringLiteral("My Songs/notes.txt"));
-        player.addFile(QStringLiteral("CorvinImportDB.sql"), QByteArray(100000, 'x'));
-
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-
-        const QStringList lines = importLines(player);
+        night.key = "C"_s;
+        night.markers = {{1, "Intro"_s}};
+        SongInfo rock;
+        rock.title = "Rock 'n' Roll"_s;
+        rock.artist = "L'Artista"_s;
+        rock.author = "Autore"_s;
+        run.player.addFile("My Songs/song.mid"_s, SongFactory::midi(night));
+        run.player.addFile("My Songs/rock.mf4"_s, SongFactory::mfx(4, rock));
+        run.player.addFile("plain.MP3"_s, SongFactory::mp3(0, SongInfo()));
+        run.put({"My Songs/notes.txt"_s, "CorvinImportDB.sql="_s + "x"_s.repeated(100000)});
+        run.work();
+        const QStringList lines = run.lines();
         QCOMPARE(lines.size(), 6);
         QCOMPARE(lines.mid(0, 3),
-                 QStringList({QStringLiteral("DELETE FROM songs"), QStringLiteral("DELETE FROM artists"),
-                              QStringLiteral("DELETE FROM genres")}));
-        QVERIFY(lines.contains(QStringLiteral(
+                 QStringList({"DELETE FROM songs"_s, "DELETE FROM artists"_s, "DELETE FROM genres"_s}));
+        QVERIFY(lines.contains(
             "INSERT INTO songs (filename,onlyFilename,title,artist,genre,DriveName,format,author,bpm,[key],marker) "
             "VALUES ('\\sdmemory\\My Songs\\song.mid','song.mid','Night and Day','<unknown>','Jazz','','0','<unknown>',"
-            "'120','C','1')")));
-
+            "'120','C','1')"_s));
         PlayerDatabase database;
-        database.run(QStringLiteral("INSERT INTO songs (filename) VALUES ('old')"));
-        database.run(QStringLiteral("INSERT INTO artists VALUES ('old')"));
-        database.run(QStringLiteral("INSERT INTO genres VALUES ('old')"));
-        QCOMPARE(database.runFile(importFile(player)), QString());
-        QCOMPARE(database.rowCount(QStringLiteral("artists")), 0);
-        QCOMPARE(database.rowCount(QStringLiteral("genres")), 0);
-        const QString unknown = QStringLiteral("<unknown>");
+        database.run("INSERT INTO songs (filename) VALUES ('old')"_s);
+        database.run("INSERT INTO artists VALUES ('old')"_s);
+        database.run("INSERT INTO genres VALUES ('old')"_s);
+        QCOMPARE(database.runFile(run.file()), QString());
+        QCOMPARE(database.rowCount("artists"_s), 0);
+        QCOMPARE(database.rowCount("genres"_s), 0);
+        const QString unknown = "<unknown>"_s;
         const QList<QStringList> rows = database.songs();
         QCOMPARE(rows.size(), 3);
-        QCOMPARE(rows.at(0).mid(0, 5),
-                 QStringList({QStringLiteral("\\sdmemory\\My Songs\\rock.mf4"), QStringLiteral("rock.mf4"),
-                              QStringLiteral("Rock 'n' Roll"), QStringLiteral("L'Artista"), unknown}));
-        QCOMPARE(rows.at(0).at(7), QStringLiteral("Autore"));
-        QCOMPARE(rows.at(1), QStringList({QStringLiteral("\\sdmemory\\My Songs\\song.mid"), QStringLiteral("song.mid"),
-                                          QStringLiteral("Night and Day"), unknown, QStringLiteral("Jazz"), QString(),
-                                          QStringLiteral("0"), unknown, QStringLiteral("120"), QStringLiteral("C"),
-                                          QStringLiteral("1")}));
-        QCOMPARE(rows.at(2).mid(0, 8),
-                 QStringList({QStringLiteral("\\sdmemory\\plain.MP3"), QStringLiteral("plain.MP3"),
-                              QStringLiteral("plain.MP3"), unknown, unknown, QString(), QStringLiteral("1"), unknown}));
-        QCOMPARE(rows.at(2).at(10), QStringLiteral("0"));
+        QCOMPARE(rows.at(0).mid(0, 5) + rows.at(0).mid(7, 1),
+                 QStringList({"\\sdmemory\\My Songs\\rock.mf4"_s, "rock.mf4"_s, "Rock 'n' Roll"_s, "L'Artista"_s,
+                              unknown, "Autore"_s}));
+        QCOMPARE(rows.at(1), QStringList({"\\sdmemory\\My Songs\\song.mid"_s, "song.mid"_s, "Night and Day"_s, unknown,
+                                          "Jazz"_s, QString(), "0"_s, unknown, "120"_s, "C"_s, "1"_s}));
+        QCOMPARE(rows.at(2).mid(0, 8), QStringList({"\\sdmemory\\plain.MP3"_s, "plain.MP3"_s, "plain.MP3"_s, unknown,
+                                                    unknown, QString(), "1"_s, unknown}));
+        QCOMPARE(rows.at(2).at(10), "0"_s);
     }
 
     void longTitleIsCutBeforeItsQuotesAreDoubled()
     {
-        SimulatedPlayer player;
+        DatabaseRun run;
         // 100 characters, one of them a quote, and 20 more that are cut.
-        const QString title = QStringLiteral("it's") + QString(116, QLatin1Char('x'));
-        player.addFile(QStringLiteral("A/s.mid"), SongFactory::midi(info(title)));
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-        QVERIFY(importLines(player).last().contains(QStringLiteral(",'it''s%1',").arg(QString(96, QLatin1Char('x')))));
+        const QString title = "it's"_s + "x"_s.repeated(116);
+        run.player.addFile("A/s.mid"_s, DatabaseRun::song(title));
+        run.work();
+        QVERIFY(run.lines().last().contains(",'it''s%1',"_s.arg("x"_s.repeated(96))));
         PlayerDatabase database;
-        QCOMPARE(database.runFile(importFile(player)), QString());
+        QCOMPARE(database.runFile(run.file()), QString());
         QCOMPARE(database.songs().first().at(2), title.left(100));
     }
 
+    void agreeingDatabaseLeavesNoFile_data()
+    {
+        columns<QString, QStringList, QStringList>("database", "songs", "known");
+        row("known songs are not read", "System/Corvin/data.fastDB"_s, words("A/one.mid"), words("A\\one.mid"));
+        row("case makes no difference on the player's disk", "System/Corvin/data.fastDB"_s,
+            words("A/Twò.kar A/one.mid"), words("a\\ONE.mid A\\Twò.kar"));
+        row("nor does that of the database", "SYSTEM/corvin/DATA.FASTDB"_s, words("A/one.mid"), words("A\\one.mid"));
+    }
     void agreeingDatabaseLeavesNoFile()
     {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/one.mid"));
-        addSong(player, QStringLiteral("A/Tw\u00f2.kar"));
-        player.addFile(QStringLiteral("CorvinImportDB.sql"), "old");
-        // Case makes no difference on the player's disk.
-        writeFastDb(player, {QStringLiteral("\\sdmemory\\a\\ONE.mid"), QStringLiteral("\\sdmemory\\A\\Tw\u00f2.kar")});
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
-        QVERIFY(recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")));
-        QCOMPARE(recorder.lines().last(), QStringLiteral("visible 0"));
-        QCOMPARE(page.failCode, 0);
-    }
-
-    void knownSongIsNotRead()
-    {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("A/one.mid"), "no song, but known to the player");
-        writeFastDb(player, {QStringLiteral("\\sdmemory\\A\\one.mid")});
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-        QVERIFY(player.exists(QStringLiteral("A/one.mid")));
+        QFETCH(QString, database);
+        QFETCH(QStringList, songs);
+        QFETCH(QStringList, known);
+        DatabaseRun run;
+        run.put(songs + QStringList("CorvinImportDB.sql=old"_s));
+        run.writeFastDb(known, database);
+        run.work();
+        QVERIFY(!run.hasFile());
+        QCOMPARE(run.player.files("A"_s), songs);
+        QVERIFY(run.logged("fast db file found:  %1"_s.arg(known.size()), QtDebugMsg));
+        QVERIFY(run.isDone());
+        QCOMPARE(run.lastLine(), "visible 0"_s);
+        QCOMPARE(run.page.failCode, 0);
     }
 
     void differenceIsWrittenAsInsertsThenDeletes()
     {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/kept.mid"));
-        addSong(player, QStringLiteral("A/new.mid"));
-        writeFastDb(player, {QStringLiteral("\\sdmemory\\A\\gone'1.mid"), QStringLiteral("\\sdmemory\\A\\kept.mid"),
-                             QStringLiteral("\\sdmemory\\B\\gone2.mid")});
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-        const QStringList lines = importLines(player);
+        DatabaseRun run(words("A/kept.mid A/new.mid"), words("A\\gone'1.mid A\\kept.mid B\\gone2.mid"));
+        run.work();
+        const QStringList lines = run.lines();
         QCOMPARE(lines.size(), 3);
-        QVERIFY(lines.at(0).startsWith(QLatin1String("INSERT INTO songs ")));
-        QVERIFY(lines.at(0).contains(QLatin1String("'\\sdmemory\\A\\new.mid'")));
-        QCOMPARE(lines.at(1), QStringLiteral("DELETE FROM songs WHERE filename='\\sdmemory\\A\\gone''1.mid'"));
-        QCOMPARE(lines.at(2), QStringLiteral("DELETE FROM songs WHERE filename='\\sdmemory\\B\\gone2.mid'"));
+        QVERIFY(lines.at(0).startsWith("INSERT INTO songs "_s));
+        QVERIFY(lines.at(0).contains("'\\sdmemory\\A\\new.mid'"_s));
+        QCOMPARE(lines.at(1), "DELETE FROM songs WHERE filename='\\sdmemory\\A\\gone''1.mid'"_s);
+        QCOMPARE(lines.at(2), "DELETE FROM songs WHERE filename='\\sdmemory\\B\\gone2.mid'"_s);
         PlayerDatabase database;
-        for (const char *path : {"A\\gone''1.mid", "A\\kept.mid", "B\\gone2.mid"})
-            database.run(QStringLiteral("INSERT INTO songs (filename) VALUES ('\\sdmemory\\%1')")
-                             .arg(QString::fromLatin1(path)));
-        QCOMPARE(database.runFile(importFile(player)), QString());
-        QCOMPARE(database.paths(),
-                 QStringList({QStringLiteral("\\sdmemory\\A\\kept.mid"), QStringLiteral("\\sdmemory\\A\\new.mid")}));
+        database.run("INSERT INTO songs (filename) VALUES ('\\sdmemory\\A\\gone''1.mid'), "
+                     "('\\sdmemory\\A\\kept.mid'), ('\\sdmemory\\B\\gone2.mid')"_s);
+        QCOMPARE(database.runFile(run.file()), QString());
+        QCOMPARE(database.paths(), words("\\sdmemory\\A\\kept.mid \\sdmemory\\A\\new.mid"));
     }
 
+    void midiSuffixLosesItsLastLetter_data()
+    {
+        columns<QStringList, QStringList>("before", "after");
+        row("a free name", words("A/Song.MIDI"), words("A/Song.MID"));
+        row("a taken name: both stay", words("A/Song.midi A/Song.mid"), words("A/Song.mid A/Song.midi"));
+    }
     void midiSuffixLosesItsLastLetter()
     {
-        SimulatedPlayer player;
-        const QString former = addSong(player, QStringLiteral("A/Song.MIDI"));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(player.files(QStringLiteral("A")), QStringList(QStringLiteral("A/Song.MID")));
-        QVERIFY(importLines(player).last().contains(QLatin1String("'\\sdmemory\\A\\Song.MID'")));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("Rinomino file .midi in .mid : \"%1\"").arg(former)));
-        QVERIFY(!recorder.log().contains(QStringLiteral("Impossibile rinominare!")));
-    }
-
-    void takenMidNameKeepsBothFiles()
-    {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/Song.midi"));
-        addSong(player, QStringLiteral("A/Song.mid"));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(player.files(QStringLiteral("A")),
-                 QStringList({QStringLiteral("A/Song.mid"), QStringLiteral("A/Song.midi")}));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("Impossibile rinominare!")));
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        DatabaseRun run(before);
+        run.work();
+        QCOMPARE(run.player.files("A"_s), after);
+        QVERIFY(run.logged("Rinomino file .midi in .mid : \"%1\""_s.arg(run.player.path(before.first()))));
+        QCOMPARE(run.told.count("log Impossibile rinominare!"_s), after.size() - 1);
         // The shortened path is used all the same.
-        QVERIFY(!importFile(player).contains("Song.midi"));
+        QVERIFY(run.lines().last().contains("'\\sdmemory\\A\\"_s + after.first().mid(2)));
+        QVERIFY(!run.file().toLower().contains("song.midi"));
     }
 
     void overLongNameIsCutAndItsCompanionsFollow()
     {
-        SimulatedPlayer player;
-        const QString base(116, QLatin1Char('n')); // with ".mid" 120 bytes
-        const QString former = addSong(player, QStringLiteral("A/") + base + QStringLiteral(".mid"));
-        for (const char *suffix : {".cdg", ".dat", ".bak"})
-            player.addFile(QStringLiteral("A/") + base + QString::fromLatin1(suffix));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        const QString newBase = QString(86, QLatin1Char('n')) + QStringLiteral("(0)"); // 120 - 90 = 30 characters less
-        QCOMPARE(player.files(QStringLiteral("A")),
-                 QStringList({QStringLiteral("A/%1.bak").arg(newBase), QStringLiteral("A/%1.cdg").arg(newBase),
-                              QStringLiteral("A/%1.dat").arg(newBase), QStringLiteral("A/%1.mid").arg(newBase)}));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("FilePath troppo lungo : \"%1\"").arg(former)));
-        QVERIFY(recorder.log().contains(
-            QtInfoMsg, QStringLiteral("FilePath rinominato in : \"%1A/%2.mid\"").arg(player.root(), newBase)));
-        QVERIFY(importLines(player).last().contains(newBase + QStringLiteral(".mid'")));
+        const QString base = "A/"_s + "n"_s.repeated(116); // with ".mid" a name of 120 bytes
+        DatabaseRun run({base + ".mid"_s});
+        run.put({base + ".cdg"_s, base + ".dat"_s, base + ".bak"_s});
+        run.work();
+        const QString newName = "n"_s.repeated(86) + "(0)"_s; // 120 - 90 = 30 characters less
+        const QString expected = "A/%1.bak A/%1.cdg A/%1.dat A/%1.mid"_s.arg(newName);
+        QCOMPARE(run.player.files("A"_s), words(qPrintable(expected)));
+        QVERIFY(run.logged("FilePath troppo lungo : \"%1.mid\""_s.arg(run.player.path(base))));
+        QVERIFY(run.logged("FilePath rinominato in : \"%1A/%2.mid\""_s.arg(run.player.root(), newName)));
+        QVERIFY(run.lines().last().contains(newName + ".mid'"_s));
     }
 
     void nameThatCannotMakeUpForItsFoldersStays()
     {
-        SimulatedPlayer player;
+        DatabaseRun run;
         QString folder;
-        while (player.root().size() + folder.size() < 300)
-            folder += QString(40, QLatin1Char('d')) + QLatin1Char('/');
-        const QString song = addSong(player, folder + QStringLiteral("s.mid"));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
+        while (run.player.root().size() + folder.size() < 300)
+            folder += "d"_s.repeated(40) + "/"_s;
+        const QString song = run.player.addFile(folder + "s.mid"_s, DatabaseRun::song());
+        run.work();
         QVERIFY(QFileInfo::exists(song));
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("FilePath troppo lungo : \"%1\"").arg(song)));
-        QVERIFY(recorder.log().contains(QtWarningMsg, QStringLiteral("FilePath NON rinominato !")));
-        QVERIFY(importFile(player).contains("INSERT"));
+        QVERIFY(run.logged("FilePath troppo lungo : \"%1\""_s.arg(song)));
+        QVERIFY(run.logged("FilePath NON rinominato !"_s, QtWarningMsg));
+        QVERIFY(run.file().contains("INSERT"));
     }
 
     void songThatCannotBeRenamedIsLogged()
     {
-        SimulatedPlayer player;
-        for (const QChar letter : {QChar(u'm'), QChar(u'n')})
-            addSong(player, QStringLiteral("A/%1.mid").arg(QString(116, letter)));
-        Ottimizza page;
-        RunRecorder recorder(page);
+        DatabaseRun run({"A/%1.mid"_s.arg("m"_s.repeated(116)), "A/%1.mid"_s.arg("n"_s.repeated(116))});
         // Events are processed when the first of the two has been repaired: the other one vanishes then.
-        QMetaObject::invokeMethod(
-            &page,
-            [&player] {
-                const QStringList songs = player.files(QStringLiteral("A"));
-                for (const QString &song : songs) {
-                    if (!song.contains(QLatin1String("(0)")))
-                        QFile::remove(player.path(song));
-                }
-            },
-            Qt::QueuedConnection);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(recorder.logged().filter(QStringLiteral("FilePath troppo lungo :")).size(), 2);
-        QCOMPARE(recorder.logged().count(QStringLiteral("FilePath, impossibile rinominare!")), 1);
-        QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("File non valido, impossibile rimuovere!")));
-        QCOMPARE(importLines(player).size(), 3 + 1);
+        run.atFirstEvents([&run] {
+            for (const QString &song : run.player.files("A"_s).filter(QRegularExpression("/(m+|n+)\\.mid$"_s)))
+                QFile::remove(run.player.path(song));
+        });
+        run.work();
+        QCOMPARE(run.told.logged().filter("FilePath troppo lungo :"_s).size(), 2);
+        QCOMPARE(run.told.count("log FilePath, impossibile rinominare!"_s), 1);
+        QVERIFY(run.logged("File non valido, impossibile rimuovere!"_s));
+        QCOMPARE(run.lines().size(), 3 + 1);
     }
 
     void everyFileIsRepairedOnce()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 500; ++i)
-            addSong(player, QStringLiteral("A/%1.midi").arg(i));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QVERIFY(recorder.logged().contains(QStringLiteral("dir file found:  500")));
+        DatabaseRun run;
+        run.addSongs(500, "midi"_s);
+        run.work();
+        QCOMPARE(run.told.count("log dir file found:  500"_s), 1);
         PlayerDatabase database;
-        QCOMPARE(database.runFile(importFile(player)), QString());
+        QCOMPARE(database.runFile(run.file()), QString());
         QStringList paths = database.paths();
         QCOMPARE(paths.size(), 500);
         QCOMPARE(paths.removeDuplicates(), 0);
@@ -344,196 +266,134 @@ private slots:
 
     void blockedImportFileFailsWithABox()
     {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/one.mid"));
-        player.addFolder(QStringLiteral("CorvinImportDB.sql"));
-        Ottimizza page;
-        RunRecorder recorder(page);
+        DatabaseRun run({"A/one.mid"_s});
+        run.player.addFolder("CorvinImportDB.sql"_s);
         BoxAnswerer boxes;
-        boxes.answer(QStringLiteral("Errore"), QStringLiteral("OK"));
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(page.failCode, 2);
+        boxes.answer(Titles::kNoDatabase, Buttons::kOk);
+        run.work();
+        QCOMPARE(run.page.failCode, 2);
         QCOMPARE(boxes.seen().size(), 1);
-        QCOMPARE(boxes.seen().first().text, QStringLiteral("Database non creato"));
+        QCOMPARE(boxes.seen().first().text, Texts::kNoDatabase);
         QCOMPARE(boxes.seen().first().icon, QMessageBox::Critical);
-        QCOMPARE(boxes.seen().first().buttons, QStringList(QStringLiteral("OK")));
-        QVERIFY(!recorder.labels().contains(QStringLiteral("Creazione database in corso...")));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")));
+        QCOMPARE(boxes.seen().first().buttons, QStringList(Buttons::kOk));
+        QCOMPARE(run.told.count("label Creazione database in corso..."_s), 0);
+        QVERIFY(!run.isDone());
     }
 
     void fullDiskIsAFailureAndLeavesNoHalfFile()
     {
 #ifdef Q_OS_UNIX
-        SimulatedPlayer player;
-        for (int i = 0; i < 200; ++i)
-            addSong(player, QStringLiteral("A/%1.mid").arg(i));
-        Ottimizza page;
+        DatabaseRun run;
+        run.addSongs(200);
         BoxAnswerer boxes;
-        boxes.answer(QStringLiteral("Errore"), QStringLiteral("OK"));
-        // Files of this process cannot grow past some kilobytes: writing fails as on a full disk.
-        constexpr rlim_t kMostBytes = 8192;
-        rlimit former{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
-        const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit small{kMostBytes, former.rlim_max};
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-        page.createDiffDatabaseImportFile();
-        setrlimit(RLIMIT_FSIZE, &former);
-        std::signal(SIGXFSZ, formerHandler);
-        QCOMPARE(page.failCode, 2);
-        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
-        QCOMPARE(player.files(QStringLiteral("A")).size(), 200);
+        boxes.answer(Titles::kNoDatabase, Buttons::kOk);
+        auto disk = std::make_unique<FullDisk>(8192);
+        run.work();
+        disk.reset();
+        QCOMPARE(run.page.failCode, 2);
+        QVERIFY(!run.hasFile());
+        QCOMPARE(run.player.files("A"_s).size(), 200);
 #else
         QSKIP("No limit for the size of files here");
 #endif
     }
 
-    void stopWhileCollectingWritesNothing()
+    void stopBeforeWritingWritesNothing_data()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 200; ++i)
-            addSong(player, QStringLiteral("A/%1.midi").arg(i));
-        player.addFile(QStringLiteral("CorvinImportDB.sql"), "old");
-        Ottimizza page;
-        RunRecorder recorder(page);
-        QObject::connect(&page, &Ottimizza::updateLabelAction, &page, [&page](const QString &text) {
-            if (text.startsWith(QLatin1String("Caricamento")))
-                page.on_stopActionPressed();
-        });
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(importFile(player), QByteArray("old"));
-        QVERIFY(player.exists(QStringLiteral("A/0.midi")));
-        QCOMPARE(recorder.lines().last(), QStringLiteral("visible 0"));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")));
-        QVERIFY(page.abortRequested);
-    }
-
-    void stopWhileRepairingNamesLeavesTheRest()
-    {
-        SimulatedPlayer player;
+        columns<int, bool, int>("songs", "atTheLabel", "repaired");
+        row("while the disk is listed", 200, true, 0);
         // Fewer files than a round of the listing: the first events are processed after the first repair.
-        for (int i = 0; i < 10; ++i)
-            addSong(player, QStringLiteral("A/%1.midi").arg(i));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        QMetaObject::invokeMethod(&page, "on_stopActionPressed", Qt::QueuedConnection);
-        page.createDiffDatabaseImportFile();
-        int repaired = 0;
-        const QStringList files = player.files();
-        for (const QString &file : files)
-            repaired += file.endsWith(QLatin1String(".mid")) ? 1 : 0;
-        QCOMPARE(repaired, 1);
-        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
-        QCOMPARE(recorder.lines().last(), QStringLiteral("visible 0"));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("dir file found:  10")));
+        row("while names are repaired", 10, false, 1);
+    }
+    void stopBeforeWritingWritesNothing()
+    {
+        QFETCH(int, songs);
+        QFETCH(bool, atTheLabel);
+        QFETCH(int, repaired);
+        DatabaseRun run;
+        run.addSongs(songs, "midi"_s);
+        run.put({"CorvinImportDB.sql=old"_s});
+        if (atTheLabel)
+            run.stopAtLabel("Caricamento"_s);
+        else
+            run.stopAtFirstEvents();
+        run.work();
+        QCOMPARE(run.player.files("A"_s).filter(QRegularExpression("\\.mid$"_s)).size(), repaired);
+        QCOMPARE(run.file(), QByteArray("old"));
+        QCOMPARE(run.lastLine(), "visible 0"_s);
+        QCOMPARE(run.told.logged().filter("dir file found:"_s), QStringList());
+        QVERIFY(!run.isDone());
+        QVERIFY(run.page.abortRequested);
     }
 
-    void stopWhileInsertingLeavesThePartialFile()
+    void stopWhileWritingLeavesThePartialFile_data()
     {
-        SimulatedPlayer player;
-        for (int i = 0; i < 10; ++i)
-            addSong(player, QStringLiteral("A/%1.mid").arg(i));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        stopAtValue(page, 4);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(importLines(player).size(), 3 + 4);
-        QCOMPARE(recorder.of(QStringLiteral("value")).last(), QStringLiteral("4"));
-        QCOMPARE(recorder.lines().last(), QStringLiteral("visible 0"));
-        QVERIFY(!recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")));
+        columns<int, int, int, int>("songs", "gone", "value", "lines");
+        row("while inserting", 10, 0, 4, 3 + 4);
+        row("while writing deletes", 0, 10, 3, 3);
+        row("at the last song: the file is deleted", 5, 0, 5, 0);
     }
-
-    void stopWhileWritingDeletesLeavesThePartialFile()
+    void stopWhileWritingLeavesThePartialFile()
     {
-        SimulatedPlayer player;
-        QStringList gone;
-        for (int i = 0; i < 10; ++i)
-            gone.append(QStringLiteral("\\sdmemory\\A\\%1.mid").arg(i));
-        writeFastDb(player, gone);
-        Ottimizza page;
-        stopAtValue(page, 3);
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(importLines(player).size(), 3);
-    }
-
-    void stopAtTheLastSongDeletesTheFile()
-    {
-        SimulatedPlayer player;
-        for (int i = 0; i < 5; ++i)
-            addSong(player, QStringLiteral("A/%1.mid").arg(i));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        stopAtValue(page, 5);
-        page.createDiffDatabaseImportFile();
-        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
-        QVERIFY(recorder.logged().contains(QStringLiteral("createDiffDatabaseImportFile : END")));
-        QVERIFY(page.abortRequested);
-    }
-
-    void exportOfAnotherCaseIsFound()
-    {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/one.mid"));
-        player.addFile(QStringLiteral("SYSTEM/corvin/DATA.FASTDB"), QByteArrayLiteral("\\sdmemory\\A\\one.mid\0"));
-        Ottimizza page;
-        RunRecorder recorder(page);
-        page.createDiffDatabaseImportFile();
-        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("fast db file found:  1")));
-        QVERIFY(!player.exists(QStringLiteral("CorvinImportDB.sql")));
+        QFETCH(int, songs);
+        QFETCH(int, gone);
+        QFETCH(int, value);
+        QFETCH(int, lines);
+        QStringList known;
+        for (int i = 0; i < gone; ++i)
+            known.append("A\\%1.mid"_s.arg(i));
+        DatabaseRun run({}, known);
+        run.addSongs(songs);
+        run.stopAtValue(value);
+        run.work();
+        QCOMPARE(run.hasFile(), lines > 0);
+        QCOMPARE(run.lines().size(), lines);
+        QCOMPARE(run.told.of("value"_s).last(), QString::number(value));
+        QCOMPARE(run.lastLine(), "visible 0"_s);
+        QCOMPARE(run.isDone(), lines == 0);
+        QVERIFY(run.page.abortRequested);
     }
 
     // The player would execute either of them.
     void importFileOfAnotherCaseIsReplaced()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("corvinimportdb.SQL"), "of an earlier run");
-        addSong(player, QStringLiteral("A/one.mid"));
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(player.files(), QStringList({QStringLiteral("A/one.mid"), QStringLiteral("CorvinImportDB.sql")}));
-        QCOMPARE(importLines(player).size(), 3 + 1);
+        DatabaseRun run({"A/one.mid"_s});
+        run.put({"corvinimportdb.SQL=of an earlier run"_s});
+        run.work();
+        QCOMPARE(run.player.files(), words("A/one.mid CorvinImportDB.sql"));
+        QCOMPARE(run.lines().size(), 3 + 1);
         // It goes as well when there is nothing new to tell.
-        QVERIFY(QFile::rename(player.path(QStringLiteral("CorvinImportDB.sql")),
-                              player.path(QStringLiteral("corvinimportdb.sql"))));
-        writeFastDb(player, {QStringLiteral("\\sdmemory\\A\\one.mid")});
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(player.files(),
-                 QStringList({QStringLiteral("A/one.mid"), QStringLiteral("System/Corvin/data.fastDB")}));
+        QVERIFY(QFile::rename(run.player.path("CorvinImportDB.sql"_s), run.player.path("corvinimportdb.sql"_s)));
+        run.writeFastDb({"A\\one.mid"_s});
+        run.work();
+        QCOMPARE(run.player.files(), words("A/one.mid System/Corvin/data.fastDB"));
     }
 
     // Half of the songs would be taken for all of them, and the other half inserted a second time.
     void exportThatCannotBeReadToItsEndCountsAsNone()
     {
-        SimulatedPlayer player;
-        addSong(player, QStringLiteral("A/one.mid"));
-        addSong(player, QStringLiteral("A/two.mid"));
-        constexpr int kMoreThanOneBlock = 3 << 20;
-        const QString path =
-            player.addFile(QStringLiteral("System/Corvin/data.fastDB"),
-                           QByteArrayLiteral("\\sdmemory\\A\\one.mid\0") + QByteArray(kMoreThanOneBlock, '\xFF') +
-                               QByteArrayLiteral("\\sdmemory\\A\\two.mid\0"));
-        Ottimizza page;
-        RunRecorder recorder(page);
+        DatabaseRun run(words("A/one.mid A/two.mid"), {"A\\one.mid"_s});
+        QFile database(run.player.path("System/Corvin/data.fastDB"_s));
+        QVERIFY(database.open(QIODevice::Append));
+        database.write(QByteArray(3 << 20, '\xFF') + QByteArrayLiteral("\\sdmemory\\A\\two.mid\0"));
+        database.close();
         // The first events are processed between two blocks: the rest of the file is gone then.
-        QMetaObject::invokeMethod(
-            &page, [&path] { QFile::resize(path, 1000); }, Qt::QueuedConnection);
-        page.createDiffDatabaseImportFile();
-        QVERIFY(recorder.log().contains(QtDebugMsg, QStringLiteral("fast db file found:  0")));
-        QCOMPARE(importLines(player).size(), 3 + 2);
-        QCOMPARE(importLines(player).first(), QStringLiteral("DELETE FROM songs"));
+        run.atFirstEvents([&database] { database.resize(1000); });
+        run.work();
+        QVERIFY(run.logged("fast db file found:  0"_s, QtDebugMsg));
+        QCOMPARE(run.lines().size(), 3 + 2);
+        QCOMPARE(run.lines().first(), "DELETE FROM songs"_s);
     }
 
     void lastPathWithoutItsEndIsNoSong()
     {
-        SimulatedPlayer player;
-        player.addFile(QStringLiteral("System/Corvin/data.fastDB"),
-                       QByteArrayLiteral("\\sdmemory\\A\\one.mid\0\\sdmemory\\A\\two.mid"));
-        Ottimizza page;
-        page.createDiffDatabaseImportFile();
-        QCOMPARE(importLines(player),
-                 QStringList(QStringLiteral("DELETE FROM songs WHERE filename='\\sdmemory\\A\\one.mid'")));
+        DatabaseRun run;
+        const QByteArray data = QByteArrayLiteral("\\sdmemory\\A\\one.mid\0\\sdmemory\\A\\two.mid");
+        run.player.addFile("System/Corvin/data.fastDB"_s, data);
+        run.work();
+        QCOMPARE(run.lines(), QStringList("DELETE FROM songs WHERE filename='\\sdmemory\\A\\one.mid'"_s));
     }
 };
 
-QTEST_MAIN(tst_SongDatabase)
+QTEST_MAIN(TestSongDatabase)
 #include "tst_songdatabase.moc"

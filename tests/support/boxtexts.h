@@ -39,6 +39,7 @@ inline const QString kDownloadError2 = "Download Error , Cod 2"_s;
 inline const QString kDownloadError3 = "Download Error , Cod 3"_s;
 inline const QString kTransferExists = "File esistente"_s;
 inline const QString kDelete = "Cancella file"_s;
+inline const QString kNoDatabase = "Errore"_s;
 } // namespace Titles
 
 /// Texts.
@@ -68,6 +69,7 @@ inline const QString kDownloadError =
 inline const QString kReinstallAgain =
     "Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo."_s;
 inline const QString kDelete = "Cancellare gli elementi selezionati ?"_s;
+inline const QString kNoDatabase = "Database non creato"_s;
 } // namespace Texts
 
 /// What the status line says, in the order of a procedure.
