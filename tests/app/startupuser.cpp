@@ -3,16 +3,8 @@
 #include "app/sessionlog.h"
 #include "app/shared/sharedfonts.h"
 #include "app/startup.h"
-
-#include <QApplication>
-#include <QFile>
-#include <QFontInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QMainWindow>
-#include <QPointer>
-#include <QPushButton>
-#include <QTimer>
+#include "support/files.h"
+#include "support/widgets.h"
 
 namespace {
 
@@ -21,47 +13,38 @@ QPointer<QMainWindow> windowOfRun;
 QMainWindow *shownWindow()
 {
     const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        if (widget->isVisible())
-            return qobject_cast<QMainWindow *>(widget);
-    }
-    return nullptr;
+    const auto shown = std::find_if(widgets.begin(), widgets.end(), [](QWidget *one) { return one->isVisible(); });
+    return shown == widgets.end() ? nullptr : qobject_cast<QMainWindow *>(*shown);
 }
 
 QJsonObject describe(const QMainWindow &window)
 {
     QWidget plain;
     plain.setWindowFlags(Qt::Window);
-    QJsonObject seen;
-    seen.insert(QStringLiteral("title"), window.windowTitle());
-    seen.insert(QStringLiteral("button"), window.findChild<QPushButton *>(QStringLiteral("pButLang"))->text());
-    seen.insert(QStringLiteral("text"), QCoreApplication::translate("MainWindow", "Interrompi Operazione"));
-    seen.insert(QStringLiteral("flagsAsPlainWindow"), window.windowFlags() == plain.windowFlags());
-    seen.insert(QStringLiteral("hasParent"), window.parent() != nullptr);
-    seen.insert(QStringLiteral("organization"), QCoreApplication::organizationName());
-    seen.insert(QStringLiteral("application"), QCoreApplication::applicationName());
-    seen.insert(QStringLiteral("highDpiScaling"), QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling));
-    seen.insert(QStringLiteral("highDpiPixmaps"), QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
-    seen.insert(QStringLiteral("scaleAsItIs"), QGuiApplication::highDpiScaleFactorRoundingPolicy() ==
-                                                   Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    seen.insert(QStringLiteral("titleFont"), QFontInfo(sharedFonts().fontTitle18).family());
-    seen.insert(QStringLiteral("background"), !window.palette().brush(QPalette::Window).texture().isNull());
-    seen.insert(QStringLiteral("log"), sessionLogPath());
-    return seen;
+    return {
+        {"title"_s, window.windowTitle()},
+        {"button"_s, textOf(window, "pButLang")},
+        {"text"_s, QCoreApplication::translate("MainWindow", "Interrompi Operazione")},
+        {"flagsAsPlainWindow"_s, window.windowFlags() == plain.windowFlags()},
+        {"hasParent"_s, window.parent() != nullptr},
+        {"organization"_s, QCoreApplication::organizationName()},
+        {"application"_s, QCoreApplication::applicationName()},
+        {"highDpiScaling"_s, QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling)},
+        {"highDpiPixmaps"_s, QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps)},
+        {"scaleAsItIs"_s,
+         QGuiApplication::highDpiScaleFactorRoundingPolicy() == Qt::HighDpiScaleFactorRoundingPolicy::PassThrough},
+        {"titleFont"_s, QFontInfo(sharedFonts().fontTitle18).family()},
+        {"background"_s, !window.palette().brush(QPalette::Window).texture().isNull()},
+        {"log"_s, sessionLogPath()},
+    };
 }
 
-void playTheUser()
+void playTheUser(QMainWindow *window)
 {
-    QMainWindow *window = shownWindow();
-    if (!window)
-        return;
     windowOfRun = window;
-    const int clicks = qEnvironmentVariableIntValue("TEST_CLICKS");
-    for (int i = 0; i < clicks; ++i)
-        window->findChild<QPushButton *>(QStringLiteral("pButLang"))->click();
-    QFile report(qEnvironmentVariable("TEST_REPORT"));
-    if (report.open(QIODevice::WriteOnly))
-        report.write(QJsonDocument(describe(*window)).toJson());
+    for (int clicks = qEnvironmentVariableIntValue("TEST_CLICKS"); clicks > 0; --clicks)
+        button(*window, "pButLang")->click();
+    putFile(qEnvironmentVariable("TEST_REPORT"), QJsonDocument(describe(*window)).toJson());
     if (qEnvironmentVariableIsSet("TEST_EXIT_CODE"))
         QCoreApplication::exit(qEnvironmentVariableIntValue("TEST_EXIT_CODE"));
     else
@@ -74,10 +57,11 @@ void employTheUser()
         return;
     auto *timer = new QTimer(QCoreApplication::instance());
     QObject::connect(timer, &QTimer::timeout, timer, [timer] {
-        if (!shownWindow())
+        QMainWindow *window = shownWindow();
+        if (!window)
             return;
         timer->stop();
-        playTheUser();
+        playTheUser(window);
     });
     timer->start(20);
 }
