@@ -13,7 +13,11 @@ QString someText()
     return QCoreApplication::translate("MainWindow", "Interrompi Operazione");
 }
 
+using Function = std::function<QString(const QString &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Function)
 
 class TestLanguage : public QObject
 {
@@ -23,54 +27,35 @@ private slots:
     void initTestCase() { startInItalian(); }
     void cleanupTestCase() { appSettings().remove(kKey); }
 
-    void firstLanguageIsTheSystems_data()
+    void valueLeadsToAnother_data()
     {
-        columns<QString, QString>("locale", "value");
-        row("Italian", "it_IT"_s, "lang_it"_s);
-        row("English", "en_US"_s, "lang_en"_s);
-        row("Swiss German", "de_CH"_s, "lang_de"_s);
-        row("French, no translation", "fr_FR"_s, "lang_fr"_s);
-        row("no country", "es"_s, "lang_es"_s);
-        row("three letters", "fil_PH"_s, "lang_fi"_s);
-        row("no locale", "C"_s, "lang_C"_s);
-        row("nothing", QString(), "lang_"_s);
+        columns<Function, QString, QString>("function", "given", "result");
+        row("first language: Italian", Function(initialLanguage), "it_IT"_s, "lang_it"_s);
+        row("first language: English", Function(initialLanguage), "en_US"_s, "lang_en"_s);
+        row("first language: Swiss German", Function(initialLanguage), "de_CH"_s, "lang_de"_s);
+        row("first language: French, no translation", Function(initialLanguage), "fr_FR"_s, "lang_fr"_s);
+        row("first language: no country", Function(initialLanguage), "es"_s, "lang_es"_s);
+        row("first language: three letters", Function(initialLanguage), "fil_PH"_s, "lang_fi"_s);
+        row("first language: no locale", Function(initialLanguage), "C"_s, "lang_C"_s);
+        row("first language: nothing", Function(initialLanguage), QString(), "lang_"_s);
+        row("next language: it", Function(nextLanguage), "lang_it"_s, "lang_en"_s);
+        row("next language: en", Function(nextLanguage), "lang_en"_s, "lang_de"_s);
+        row("next language: de", Function(nextLanguage), "lang_de"_s, "lang_it"_s);
+        row("next language: fr", Function(nextLanguage), "lang_fr"_s, "lang_it"_s);
+        row("next language: not set", Function(nextLanguage), "no_set"_s, "lang_it"_s);
+        row("next language: empty", Function(nextLanguage), QString(), "lang_it"_s);
+        row("next language: capitals are another value", Function(nextLanguage), "LANG_IT"_s, "lang_it"_s);
+        row("last two characters: it", Function(languageButtonText), "lang_it"_s, "IT"_s);
+        row("last two characters: fr", Function(languageButtonText), "lang_fr"_s, "FR"_s);
+        row("last two characters: not set", Function(languageButtonText), "no_set"_s, "ET"_s);
+        row("last two characters: one character", Function(languageButtonText), "x"_s, "X"_s);
+        row("last two characters: empty", Function(languageButtonText), QString(), QString());
     }
-    void firstLanguageIsTheSystems()
+    void valueLeadsToAnother()
     {
-        QFETCH(QString, locale);
-        QTEST(initialLanguage(locale), "value");
-    }
-
-    void nextLanguageFollowsTheCycle_data()
-    {
-        columns<QString, QString>("value", "next");
-        row("it", "lang_it"_s, "lang_en"_s);
-        row("en", "lang_en"_s, "lang_de"_s);
-        row("de", "lang_de"_s, "lang_it"_s);
-        row("fr", "lang_fr"_s, "lang_it"_s);
-        row("not set", "no_set"_s, "lang_it"_s);
-        row("empty", QString(), "lang_it"_s);
-        row("capitals are another value", "LANG_IT"_s, "lang_it"_s);
-    }
-    void nextLanguageFollowsTheCycle()
-    {
-        QFETCH(QString, value);
-        QTEST(nextLanguage(value), "next");
-    }
-
-    void buttonShowsTheLastTwoCharacters_data()
-    {
-        columns<QString, QString>("value", "text");
-        row("it", "lang_it"_s, "IT"_s);
-        row("fr", "lang_fr"_s, "FR"_s);
-        row("not set", "no_set"_s, "ET"_s);
-        row("one character", "x"_s, "X"_s);
-        row("empty", QString(), QString());
-    }
-    void buttonShowsTheLastTwoCharacters()
-    {
-        QFETCH(QString, value);
-        QTEST(languageButtonText(value), "text");
+        QFETCH(Function, function);
+        QFETCH(QString, given);
+        QTEST(function(given), "result");
     }
 
     void storeIsTheProgramsOwn()

@@ -5,44 +5,33 @@
 
 namespace {
 
-QList<QWidget *> pagesOf(const MainWindow &window)
+/// The main window with its parts; the pages bear the names of their classes.
+struct Window : MainWindow
 {
-    return child<QFrame>(window, "framePage")->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
-}
+    QProgressBar *const bar = child<QProgressBar>(*this, "progressBar");
+    QLabel *const action = child<QLabel>(*this, "labelAction");
+    QPushButton *const stop = button(*this, "pushButtonStop");
 
-QString nameOf(const QWidget *page)
-{
-    return QLatin1String(page->metaObject()->className());
-}
-
-QWidget *pageNamed(const MainWindow &window, const QString &name)
-{
-    const QList<QWidget *> pages = pagesOf(window);
-    const auto page = std::find_if(pages.begin(), pages.end(), [&name](QWidget *one) { return nameOf(one) == name; });
-    if (page == pages.end())
-        qFatal("There is no page %s", qPrintable(name));
-    return *page;
-}
-
-/// Class names of the pages that are not hidden, sorted.
-QStringList shownPages(const MainWindow &window)
-{
-    QStringList names;
-    const QList<QWidget *> pages = pagesOf(window);
-    for (const QWidget *page : pages) {
-        if (!page->isHidden())
-            names.append(nameOf(page));
+    QWidget *page(const QString &name) const { return child<QWidget>(*this, name.toLatin1().constData()); }
+    /// The names of the pages that are not hidden, sorted.
+    QStringList shownPages() const
+    {
+        QStringList names;
+        const auto pages =
+            child<QFrame>(*this, "framePage")->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget *one : pages)
+            if (!one->isHidden())
+                names.append(one->objectName());
+        names.sort();
+        return names;
     }
-    names.sort();
-    return names;
-}
-
-void emitOn(const MainWindow &window, const QString &page, const QByteArray &signal, const QVariant &argument = {})
-{
-    const QGenericArgument given(argument.typeName(), argument.constData());
-    if (!QMetaObject::invokeMethod(pageNamed(window, page), signal.constData(), given))
-        failTest(page + " has no such signal "_s + QLatin1String(signal));
-}
+    void emitOn(const QString &name, const QByteArray &signal, const QVariant &argument = {}) const
+    {
+        const QGenericArgument given(argument.typeName(), argument.constData());
+        if (!QMetaObject::invokeMethod(page(name), signal.constData(), given))
+            failTest(name + " has no such signal "_s + QLatin1String(signal));
+    }
+};
 
 } // namespace
 
@@ -82,13 +71,13 @@ private slots:
         QFETCH(QVariant, argument);
         QFETCH(QStringList, before);
         QFETCH(QString, after);
-        const MainWindow window;
+        const Window window;
         for (const QString &name : qAsConst(before))
-            pageNamed(window, name)->show();
+            window.page(name)->show();
         before.sort();
-        QCOMPARE(shownPages(window), before);
-        emitOn(window, page, signal, argument);
-        QCOMPARE(shownPages(window), QStringList(after));
+        QCOMPARE(window.shownPages(), before);
+        window.emitOn(page, signal, argument);
+        QCOMPARE(window.shownPages(), QStringList(after));
     }
 
     void progress_data()
@@ -113,33 +102,31 @@ private slots:
         QFETCH(QByteArray, signal);
         QFETCH(QVariant, argument);
         QFETCH(QByteArray, property);
-        const MainWindow window;
+        const Window window;
         const auto *shown = child<QWidget>(window, signal == "updateLabelAction" ? "labelAction" : "progressBar");
         QVERIFY(shown->property(property.constData()) != argument);
-        emitOn(window, page, signal, argument);
+        window.emitOn(page, signal, argument);
         QCOMPARE(shown->property(property.constData()), argument);
     }
 
     void increaseAddsOne()
     {
-        const MainWindow window;
-        const auto *bar = child<QProgressBar>(window, "progressBar");
-        emitOn(window, "Transfer"_s, "updateProgressBarVal", 41);
-        emitOn(window, "Transfer"_s, "increaseProgressBarVal");
-        QCOMPARE(bar->value(), 42);
-        emitOn(window, "Transfer"_s, "updateProgressBarVal", 100);
-        emitOn(window, "Transfer"_s, "increaseProgressBarVal");
-        QCOMPARE(bar->value(), 100);
+        const Window window;
+        window.emitOn("Transfer"_s, "updateProgressBarVal", 41);
+        window.emitOn("Transfer"_s, "increaseProgressBarVal");
+        QCOMPARE(window.bar->value(), 42);
+        window.emitOn("Transfer"_s, "updateProgressBarVal", 100);
+        window.emitOn("Transfer"_s, "increaseProgressBarVal");
+        QCOMPARE(window.bar->value(), 100);
     }
 
     void barIsPaintedAgainAfterManyIncreases()
     {
-        const MainWindow window;
-        const auto *bar = child<QProgressBar>(window, "progressBar");
+        const Window window;
         for (int i = 0; i < 30; ++i)
-            emitOn(window, "Transfer"_s, "increaseProgressBarVal");
-        QCOMPARE(bar->value(), 30);
-        QTRY_VERIFY(bar->updatesEnabled());
+            window.emitOn("Transfer"_s, "increaseProgressBarVal");
+        QCOMPARE(window.bar->value(), 30);
+        QTRY_VERIFY(window.bar->updatesEnabled());
     }
 
     void showingTheBarResetsAndShowsAllThree_data()
@@ -154,21 +141,19 @@ private slots:
     {
         QFETCH(QString, page);
         QFETCH(bool, visible);
-        const MainWindow window;
-        auto *bar = child<QProgressBar>(window, "progressBar");
-        auto *action = child<QLabel>(window, "labelAction");
-        const QList<QWidget *> all = {bar, action, button(window, "pushButtonStop")};
+        const Window window;
+        const QList<QWidget *> all = {window.bar, window.action, window.stop};
         for (QWidget *widget : all)
             widget->setVisible(!visible);
-        bar->setValue(42);
-        bar->setFormat("%v"_s);
-        action->setText("x"_s);
-        emitOn(window, page, "setProgressBarVisible", visible);
+        window.bar->setValue(42);
+        window.bar->setFormat("%v"_s);
+        window.action->setText("x"_s);
+        window.emitOn(page, "setProgressBarVisible", visible);
         for (const QWidget *widget : all)
             QCOMPARE(!widget->isHidden(), visible);
-        QCOMPARE(bar->value(), 0);
-        QCOMPARE(bar->format(), "%p%"_s);
-        QCOMPARE(action->text(), QString());
+        QCOMPARE(window.bar->value(), 0);
+        QCOMPARE(window.bar->format(), "%p%"_s);
+        QCOMPARE(window.action->text(), QString());
     }
 
     void stopIsShownAlone_data()
@@ -180,43 +165,41 @@ private slots:
     void stopIsShownAlone()
     {
         QFETCH(QString, page);
-        MainWindow window;
-        const auto *stop = button(window, "pushButtonStop");
-        const auto *bar = child<QProgressBar>(window, "progressBar");
-        emitOn(window, page, "setPushButtonStopVisible", true);
-        QVERIFY(!stop->isHidden());
-        QVERIFY(bar->isHidden());
+        Window window;
+        window.emitOn(page, "setPushButtonStopVisible", true);
+        QVERIFY(!window.stop->isHidden());
+        QVERIFY(window.bar->isHidden());
         window.on_setProgressBarVisible(true);
-        emitOn(window, page, "setPushButtonStopVisible", false);
-        QVERIFY(stop->isHidden());
-        QVERIFY(!bar->isHidden());
+        window.emitOn(page, "setPushButtonStopVisible", false);
+        QVERIFY(window.stop->isHidden());
+        QVERIFY(!window.bar->isHidden());
     }
 
     void statusTextIsLogged()
     {
-        const MainWindow window;
+        const Window window;
         const LogCapture log;
-        emitOn(window, "Ottimizza"_s, "updateLabelAction", "Città"_s);
+        window.emitOn("Ottimizza"_s, "updateLabelAction", "Città"_s);
         QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_updateLabelAction : \"Città\""_s));
     }
 
     void statusTextBeforeTheBarIsLoggedThoughItIsCleared()
     {
-        const MainWindow window;
+        const Window window;
         const LogCapture log;
-        emitOn(window, "Check"_s, "updateLabelAction", "CONTROLLO"_s);
-        emitOn(window, "Check"_s, "setProgressBarVisible", true);
+        window.emitOn("Check"_s, "updateLabelAction", "CONTROLLO"_s);
+        window.emitOn("Check"_s, "setProgressBarVisible", true);
         QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_updateLabelAction : \"CONTROLLO\""_s));
-        QCOMPARE(textOf(window, "labelAction"), QString());
+        QCOMPARE(window.action->text(), QString());
     }
 
     void startOfTheOptimisationWithoutAPlayerEndsOnTheResultPage()
     {
-        const MainWindow window;
-        pageNamed(window, "Transfer"_s)->show();
-        emitOn(window, "Transfer"_s, "backFromTransferToOttimizza");
-        emitOn(window, "Transfer"_s, "startOttimizzaProcedure");
-        QCOMPARE(shownPages(window), QStringList("EndOttimizza"_s));
+        const Window window;
+        window.page("Transfer"_s)->show();
+        window.emitOn("Transfer"_s, "backFromTransferToOttimizza");
+        window.emitOn("Transfer"_s, "startOttimizzaProcedure");
+        QCOMPARE(window.shownPages(), QStringList("EndOttimizza"_s));
     }
 };
 

@@ -1,12 +1,16 @@
-#include "childsession.h"
-#include "startupuser.h"
+#include "app/startup.h"
 
+#include "app/sessionlog.h"
+#include "app/shared/sharedfonts.h"
+#include "childsession.h"
 #include "support/boxtexts.h"
 #include "support/platform.h"
+#include "support/widgets.h"
 
 // The start-up builds what belongs to a whole process. Each run here is therefore a child: this program, started again
-// with "--run", in which a timer made together with the application object plays the user, writes down what it sees
-// and closes the window.
+// with "--run", in which a timer made together with the application object plays the user: it presses the language
+// button TEST_CLICKS times, writes what it sees as JSON into the file TEST_REPORT, and closes the window or ends the
+// event loop with TEST_EXIT_CODE. The names are environment variables.
 
 namespace {
 
@@ -17,7 +21,66 @@ const QString kProgram = "Corvin4Manager"_s;
 const QString kKey = "Application/Language"_s;
 #endif
 
+/// What the child process returns when the main window outlived the program's run.
+constexpr int kExitCodeWindowAlive = 90;
+QPointer<QMainWindow> windowOfRun;
+
+QJsonObject describe(const QMainWindow &window)
+{
+    QWidget plain;
+    plain.setWindowFlags(Qt::Window);
+    return {
+        {"title"_s, window.windowTitle()},
+        {"button"_s, textOf(window, "pButLang")},
+        {"text"_s, QCoreApplication::translate("MainWindow", "Interrompi Operazione")},
+        {"flagsAsPlainWindow"_s, window.windowFlags() == plain.windowFlags()},
+        {"hasParent"_s, window.parent() != nullptr},
+        {"organization"_s, QCoreApplication::organizationName()},
+        {"application"_s, QCoreApplication::applicationName()},
+        {"highDpiScaling"_s, QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling)},
+        {"highDpiPixmaps"_s, QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps)},
+        {"scaleAsItIs"_s,
+         QGuiApplication::highDpiScaleFactorRoundingPolicy() == Qt::HighDpiScaleFactorRoundingPolicy::PassThrough},
+        {"titleFont"_s, QFontInfo(sharedFonts().fontTitle18).family()},
+        {"background"_s, !window.palette().brush(QPalette::Window).texture().isNull()},
+        {"log"_s, sessionLogPath()},
+    };
+}
+
+void playTheUser(QMainWindow *window)
+{
+    windowOfRun = window;
+    for (int clicks = qEnvironmentVariableIntValue("TEST_CLICKS"); clicks > 0; --clicks)
+        button(*window, "pButLang")->click();
+    putFile(qEnvironmentVariable("TEST_REPORT"), QJsonDocument(describe(*window)).toJson());
+    if (qEnvironmentVariableIsSet("TEST_EXIT_CODE"))
+        QCoreApplication::exit(qEnvironmentVariableIntValue("TEST_EXIT_CODE"));
+    else
+        window->close();
+}
+
+void employTheUser()
+{
+    if (!qEnvironmentVariableIsSet("TEST_REPORT"))
+        return;
+    auto *timer = new QTimer(QCoreApplication::instance());
+    QObject::connect(timer, &QTimer::timeout, timer, [timer] {
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (QWidget *widget : widgets) {
+            auto *window = qobject_cast<QMainWindow *>(widget);
+            if (!window || !window->isVisible())
+                continue;
+            timer->stop();
+            playTheUser(window);
+            return;
+        }
+    });
+    timer->start(20);
+}
+
 } // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(employTheUser)
 
 class TestStartup : public QObject
 {
@@ -114,49 +177,32 @@ private slots:
 #endif
     }
 
-    void firstStartTakesTheSystemsLanguage_data()
+    void languageIsTheStoredOneOrTheSystems_data()
     {
-        columns<QString, QString, bool>("locale", "code", "italianTexts");
-        row("English", "en_US"_s, "en"_s, false);
-        row("German", "de_DE"_s, "de"_s, false);
-        row("Italian", "it_IT"_s, "it"_s, true);
-        row("Spanish, no translation", "es_ES"_s, "es"_s, true);
+        const QString none;
+        columns<QString, QString, QString, QString, bool>("stored", "locale", "value", "button", "italianTexts");
+        row("first start, English", none, "en_US"_s, "lang_en"_s, "EN"_s, false);
+        row("first start, German", none, "de_DE"_s, "lang_de"_s, "DE"_s, false);
+        row("first start, Italian", none, "it_IT"_s, "lang_it"_s, "IT"_s, true);
+        row("first start, Spanish, no translation", none, "es_ES"_s, "lang_es"_s, "ES"_s, true);
+        row("no_set counts as a first start", "no_set"_s, "de_AT"_s, "lang_de"_s, "DE"_s, false);
+        row("stored, known", "lang_de"_s, "en_US"_s, "lang_de"_s, "DE"_s, false);
+        row("stored, without a translation", "lang_fr"_s, "en_US"_s, "lang_fr"_s, "FR"_s, true);
+        row("stored, nonsense", "qwerty"_s, "en_US"_s, "qwerty"_s, "TY"_s, true);
+        row("stored, empty", ""_s, "en_US"_s, QString(), QString(), true);
     }
-    void firstStartTakesTheSystemsLanguage()
+    void languageIsTheStoredOneOrTheSystems()
     {
+        QFETCH(QString, stored);
         QFETCH(QString, locale);
-        QFETCH(QString, code);
-        run(locale);
-        QCOMPARE(storedLine(), "Language=lang_"_s + code);
-        QCOMPARE(seen("button"), code.toUpper());
-        QTEST(textsAreItalian(), "italianTexts");
-    }
-
-    void storedLanguageIsTakenAsItStands_data()
-    {
-        columns<QString, QString, bool>("value", "button", "italianTexts");
-        row("known", "lang_de"_s, "DE"_s, false);
-        row("without a translation", "lang_fr"_s, "FR"_s, true);
-        row("nonsense", "qwerty"_s, "TY"_s, true);
-        row("empty", QString(), QString(), true);
-    }
-    void storedLanguageIsTakenAsItStands()
-    {
         QFETCH(QString, value);
-        storeLanguageValue(value);
-        run("en_US"_s);
+        if (!stored.isNull())
+            storeLanguageValue(stored);
+        run(locale);
         QCOMPARE(storedLine(), "Language="_s + value);
         QTEST(seen("button"), "button");
         QTEST(textsAreItalian(), "italianTexts");
         QVERIFY(logTexts(logPath()).contains("INF Start Application/Language : \"%1\""_s.arg(value)));
-    }
-
-    void noSetCountsAsAFirstStart()
-    {
-        storeLanguageValue("no_set"_s);
-        run("de_AT"_s);
-        QCOMPARE(storedLine(), "Language=lang_de"_s);
-        QCOMPARE(seen("button"), "DE"_s);
     }
 
     void clickOnTheButtonIsKeptForTheNextStart()
@@ -196,35 +242,27 @@ private slots:
         QCOMPARE(both.filter("START LOGGING SESSION"_s).size(), 2);
     }
 
-    void windowIsAPlainTopLevelWindow()
+    void everythingIsSetUpWhenTheWindowShows_data()
     {
-        run();
-        QCOMPARE(seen("flagsAsPlainWindow"), "true"_s);
-        QCOMPARE(seen("hasParent"), "false"_s);
-        QCOMPARE(seen("title"), "Corvin4 Manager"_s);
+        columns<QByteArray, QString>("what", "value");
+        row("the window has the flags of a plain one", QByteArray("flagsAsPlainWindow"), "true"_s);
+        row("the window has no parent", QByteArray("hasParent"), "false"_s);
+        row("the window has its title", QByteArray("title"), "Corvin4 Manager"_s);
+        row("the organisation is set", QByteArray("organization"), "Q-Arte"_s);
+        row("the application's name is set", QByteArray("application"), kProgram);
+        row("scaling is on", QByteArray("highDpiScaling"), "true"_s);
+        row("sharp pictures are on", QByteArray("highDpiPixmaps"), "true"_s);
+        row("a fractional scale stays as it is", QByteArray("scaleAsItIs"), "true"_s);
+        row("the fonts are loaded", QByteArray("titleFont"), "Bebas Neue"_s);
+        row("the pictures are loaded", QByteArray("background"), "true"_s);
     }
-
-    void identityIsSet()
+    void everythingIsSetUpWhenTheWindowShows()
     {
+        QFETCH(QByteArray, what);
         run();
-        QCOMPARE(seen("organization"), "Q-Arte"_s);
-        QCOMPARE(seen("application"), kProgram);
-    }
-
-    void highDpiIsPrepared()
-    {
-        run();
-        for (const char *what : {"highDpiScaling", "highDpiPixmaps", "scaleAsItIs"})
-            QVERIFY2(seen(what) == "true"_s, what);
-        // Set too late, the attribute is refused with this complaint.
+        QTEST(seen(what.constData()), "value");
+        // Set too late, an attribute is refused with this complaint.
         QVERIFY(!child.console.contains("must be set before QCoreApplication is created"_s));
-    }
-
-    void fontsAndPicturesAreLoaded()
-    {
-        run();
-        QCOMPARE(seen("titleFont"), "Bebas Neue"_s);
-        QCOMPARE(seen("background"), "true"_s);
     }
 
     void exitCodeOfTheEventLoopIsReturned()
@@ -273,8 +311,10 @@ private slots:
 
 int main(int argc, char **argv)
 {
-    if (argc == 2 && qstrcmp(argv[1], "--run") == 0)
-        return runProgramWithUser(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--run") == 0) {
+        const int code = runCorvin4Manager(argc, argv);
+        return windowOfRun ? kExitCodeWindowAlive : code;
+    }
     const QCoreApplication application(argc, argv);
     TestStartup test;
     return QTest::qExec(&test, argc, argv);

@@ -23,6 +23,7 @@ protected:
         const char *row;
         QByteArray name;
         QString text;
+        QString signal;
         QString style = Styles::kPage;
         bool needsPlayer = true;
     };
@@ -30,8 +31,8 @@ protected:
 
     virtual PagePointer newPage(QWidget *parent) const = 0;
     virtual QList<Button> buttons() const = 0;
-    /// Rows of "code", "title", "button", "text": what stands in each language on the page and on one of its buttons.
-    virtual void addLanguages() const = 0;
+    /// In this language: the page's title and the text of its last button.
+    virtual QStringList textsIn(const QString &language) const = 0;
 
     PagePointer shownPage() const
     {
@@ -40,15 +41,14 @@ protected:
         page->show();
         return page;
     }
-    /// Rows of "button": those that need the player.
+    /// Rows of "button", "signal": those that need the player.
     void addButtonsThatNeedThePlayer() const
     {
-        columns<QByteArray>("button");
+        columns<QByteArray, QString>("button", "signal");
         const QList<Button> all = buttons();
-        for (const Button &button : all) {
+        for (const Button &button : all)
             if (button.needsPlayer)
-                row(button.row, button.name);
-        }
+                row(button.row, button.name, button.signal);
     }
 
 private slots:
@@ -113,39 +113,28 @@ private slots:
         QVERIFY(allButtonsAreEnabled());
     }
 
-    void messageSpeaksTheLanguageOfTheProgram_data()
+    void textsAndMessageFollowTheLanguageAndFit_data()
     {
-        columns<QString, QString>("title", "text");
-        row("en", "Corvin4 not connected"_s, "Reconnect Corvin4 to the USB port"_s);
-        row("de", "Corvin4 nicht verbunden"_s, "Verbinden Sie Corvin4 wieder mit dem USB-Anschluss"_s);
+        columns<QString, QString, QString>("code", "boxTitle", "boxText");
+        row("it", "it"_s, Titles::kNotConnected, Texts::kReconnect);
+        row("en", "en"_s, "Corvin4 not connected"_s, "Reconnect Corvin4 to the USB port"_s);
+        row("de", "de"_s, "Corvin4 nicht verbunden"_s, "Verbinden Sie Corvin4 wieder mit dem USB-Anschluss"_s);
     }
-    void messageSpeaksTheLanguageOfTheProgram()
-    {
-        QFETCH(QString, title);
-        SimulatedPlayer::disconnect();
-        const PagePointer page = newPage(nullptr);
-        const Language language(QString::fromLatin1(QTest::currentDataTag()));
-        BoxAnswerer boxes;
-        boxes.answer(title, Buttons::kOk);
-        click(*page, buttons().first().name.constData());
-        QTEST(boxes.seen().first().text, "text");
-    }
-
-    void textsFollowTheLanguageAndFit_data()
-    {
-        columns<QString, QString, QByteArray, QString>("code", "title", "button", "text");
-        addLanguages();
-    }
-    void textsFollowTheLanguageAndFit()
+    void textsAndMessageFollowTheLanguageAndFit()
     {
         QFETCH(QString, code);
-        QFETCH(QByteArray, button);
+        QFETCH(QString, boxTitle);
+        SimulatedPlayer::disconnect();
         const PagePointer page = shownPage();
         const Language language(code);
         QVERIFY(page->isVisible());
-        QTEST(textOf(*page, "labelDescr"), "title");
-        QTEST(textOf(*page, button.constData()), "text");
+        const QByteArray last = buttons().last().name;
+        QCOMPARE(QStringList({textOf(*page, "labelDescr"), textOf(*page, last.constData())}), textsIn(code));
         QVERIFY(allButtonsShowTheirWholeText(*page));
         QVERIFY(page->minimumSizeHint().width() < kSmallScreenWidth);
+        BoxAnswerer boxes;
+        boxes.answer(boxTitle, Buttons::kOk);
+        click(*page, buttons().first().name.constData());
+        QTEST(boxes.seen().first().text, "boxText");
     }
 };

@@ -16,53 +16,51 @@ class TestAvanzate : public MenuPageTest
     QList<Button> buttons() const override
     {
         const QString selected = Styles::kPage + "\nselection-color: rgb(255, 255, 255);"_s;
-        return {{"update", "pushBtnUpdate", "AGGIORNA IL CORVIN CON L' ULTIMA RELEASE DISPONIBILE"_s, selected},
-                {"backup", "pushBtnBackup", "CREA UNA COPIA DI SICUREZZA DELLE TUE BASI"_s},
-                {"restore", "pushBtnRestore", "RIPRISTINA LA COPIA DI SICUREZZA SUL CORVIN"_s},
-                {"reinstall", "pushBtnInstall", "REINSTALLA IL SISTEMA OPERATIVO"_s},
-                {"clean", "pushBtnInstallAndClean", "REINSTALLA IL SISTEMA OPERATIVO E CANCELLA LE BASI"_s},
-                {"keep", "pushBtnInstallAndRestore", "REINSTALLA IL SISTEMA OPERATIVO E RIPRISTINA LE BASI"_s},
-                {"back", "pushBtnBack", "INDIETRO"_s, Styles::kContainer, false}};
+        return {
+            {"update", "pushBtnUpdate", "AGGIORNA IL CORVIN CON L' ULTIMA RELEASE DISPONIBILE"_s,
+             "updateCorvinWithLastRelease"_s, selected},
+            {"backup", "pushBtnBackup", "CREA UNA COPIA DI SICUREZZA DELLE TUE BASI"_s, "makeSecurityCopyOfSongs"_s},
+            {"restore", "pushBtnRestore", "RIPRISTINA LA COPIA DI SICUREZZA SUL CORVIN"_s,
+             "restoreSecurityCopyOfSongs"_s},
+            {"reinstall", "pushBtnInstall", "REINSTALLA IL SISTEMA OPERATIVO"_s, "reinstallOpSysOnly"_s},
+            {"reinstall and clean", "pushBtnInstallAndClean", "REINSTALLA IL SISTEMA OPERATIVO E CANCELLA LE BASI"_s,
+             "reinstallOpSysAndCleanSongs"_s},
+            {"reinstall and restore", "pushBtnInstallAndRestore",
+             "REINSTALLA IL SISTEMA OPERATIVO E RIPRISTINA LE BASI"_s, "reinstallOpSysAndRestoreSongs"_s},
+            {"back", "pushBtnBack", "INDIETRO"_s, "backFromAvanzateToFirstMenu"_s, Styles::kContainer, false}};
     }
-    void addLanguages() const override
+    QStringList textsIn(const QString &language) const override
     {
-        const QByteArray back("pushBtnBack");
-        row("it", "it"_s, "AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s, back, "INDIETRO"_s);
-        row("en", "en"_s, "UPDATE / RESTORE THE OPERATING SYSTEM"_s, back, "BACK"_s);
-        row("de", "de"_s, "BETRIEBSSYSTEM AKTUALISIEREN / WIEDERHERSTELLEN"_s, back, "ZURÜCK"_s);
+        if (language == "it"_s)
+            return {"AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s, "INDIETRO"_s};
+        if (language == "en"_s)
+            return {"UPDATE / RESTORE THE OPERATING SYSTEM"_s, "BACK"_s};
+        return {"BETRIEBSSYSTEM AKTUALISIEREN / WIEDERHERSTELLEN"_s, "ZURÜCK"_s};
     }
 
 private slots:
-    void operationRunsBetweenItsTwoLogLinesWithBackDisabled_data()
-    {
-        columns<QByteArray, QString>("pressed", "operation");
-        row("update", QByteArray("pushBtnUpdate"), "updateCorvinWithLastRelease"_s);
-        row("backup", QByteArray("pushBtnBackup"), "makeSecurityCopyOfSongs"_s);
-        row("restore", QByteArray("pushBtnRestore"), "restoreSecurityCopyOfSongs"_s);
-        row("reinstall", QByteArray("pushBtnInstall"), "reinstallOpSysOnly"_s);
-        row("reinstall and clean", QByteArray("pushBtnInstallAndClean"), "reinstallOpSysAndCleanSongs"_s);
-        row("reinstall and restore", QByteArray("pushBtnInstallAndRestore"), "reinstallOpSysAndRestoreSongs"_s);
-    }
+    void operationRunsBetweenItsTwoLogLinesWithBackDisabled_data() { addButtonsThatNeedThePlayer(); }
     void operationRunsBetweenItsTwoLogLinesWithBackDisabled()
     {
-        QFETCH(QByteArray, pressed);
-        QFETCH(QString, operation);
+        QFETCH(QByteArray, button);
+        QFETCH(QString, signal);
         const SimulatedPlayer player;
         const BoxAnswerer boxes;
         Avanzate page;
         SignalRecorder recorder(page);
-        const QPushButton *back = button(page, "pushBtnBack");
-        for (const auto signal : {&Avanzate::updateCorvinWithLastRelease, &Avanzate::makeSecurityCopyOfSongs,
-                                  &Avanzate::restoreSecurityCopyOfSongs, &Avanzate::reinstallOpSysOnly,
-                                  &Avanzate::reinstallOpSysAndCleanSongs, &Avanzate::reinstallOpSysAndRestoreSongs})
-            connect(&page, signal, back, [back] { qInfo("INDIETRO %s", back->isEnabled() ? "enabled" : "disabled"); });
-        click(page, pressed.constData());
-        const QStringList expected = {"log "_s + kStart + operation, operation, "log INDIETRO disabled"_s,
-                                      "log "_s + kEnd + operation};
+        const auto *back = child<QPushButton>(page, "pushBtnBack");
+        for (const auto operation : {&Avanzate::updateCorvinWithLastRelease, &Avanzate::makeSecurityCopyOfSongs,
+                                     &Avanzate::restoreSecurityCopyOfSongs, &Avanzate::reinstallOpSysOnly,
+                                     &Avanzate::reinstallOpSysAndCleanSongs, &Avanzate::reinstallOpSysAndRestoreSongs})
+            connect(&page, operation, back,
+                    [back] { qInfo("INDIETRO %s", back->isEnabled() ? "enabled" : "disabled"); });
+        click(page, button.constData());
+        const QStringList expected = {"log "_s + kStart + signal, signal, "log INDIETRO disabled"_s,
+                                      "log "_s + kEnd + signal};
         QCOMPARE(ownLines(recorder), expected);
         QVERIFY(back->isEnabled());
-        QVERIFY(recorder.log().contains(QtInfoMsg, kStart + operation));
-        QVERIFY(recorder.log().contains(QtInfoMsg, kEnd + operation));
+        QVERIFY(recorder.log().contains(QtInfoMsg, kStart + signal));
+        QVERIFY(recorder.log().contains(QtInfoMsg, kEnd + signal));
     }
 
     void backStaysDisabledWhileAProcedureProcessesEvents()

@@ -10,11 +10,10 @@
 
 namespace {
 
-const QString kScript = "AUTOEXEC.BAT"_s;
 const QString kDone = "CONTROLLO SOFTWARE COMPLETATO"_s;
 const QString kProblem = "Problema rilevato durante il controllo del sistema operativo !!!"_s;
 
-/// The page on the screen.
+/// The page on the screen, beside a player with all its system files.
 struct ShownCheck : Check
 {
     ShownCheck()
@@ -22,25 +21,33 @@ struct ShownCheck : Check
         resize(1000, 600);
         show();
     }
+    void run() { runCheck(player.root()); }
+    void remove(const QStringList &files) const
+    {
+        for (const QString &file : files)
+            QVERIFY(QFile::remove(player.path(file)));
+    }
+    QStringList lines() { return ownLines(recorder); }
     QString title() const { return textOf(*this, "label_titolo"); }
     QString description() const { return textOf(*this, "label_descr"); }
     bool hasPicture() const { return !child<QLabel>(*this, "label_descr")->pixmap(Qt::ReturnByValue).isNull(); }
-    /// Which of its three parts can be seen.
+    /// Which of its parts can be seen.
     QStringList parts() const
     {
-        QStringList visible = words("label_titolo label_descr pushButton");
-        QMutableStringListIterator names(visible);
-        while (names.hasNext()) {
-            if (!findChild<QWidget *>(names.next())->isVisible())
-                names.remove();
-        }
+        QStringList visible;
+        for (const char *name : {"label_titolo", "label_descr", "pushButton"})
+            if (child<QWidget>(*this, name)->isVisible())
+                visible.append(QLatin1String(name));
         return visible;
     }
+
+    const IntactPlayer player;
+    SignalRecorder recorder{*this};
 };
 
-const QStringList kTitleAlone = words("label_titolo");
 const QStringList kTexts = words("label_titolo label_descr");
-const QStringList kAll = words("label_titolo label_descr pushButton");
+const QStringList kTextsAndButton = words("label_titolo label_descr pushButton");
+const QStringList kSystemFiles = words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe");
 
 /// All that a check emits up to the look at the files, and then this.
 QStringList sweepAnd(const QStringList &rest)
@@ -75,81 +82,78 @@ private slots:
 
     void intactPlayerWaitsForAvanti()
     {
-        const IntactPlayer player;
         const BoxAnswerer boxes;
         ShownCheck page;
-        SignalRecorder recorder(page);
-        page.runCheck(player.root());
-        QCOMPARE(ownLines(recorder), sweepAnd({}));
+        page.run();
+        QCOMPARE(page.lines(), sweepAnd({}));
         QCOMPARE(page.title(), kDone);
         QVERIFY(page.hasPicture());
-        QCOMPARE(page.parts(), kAll);
+        QCOMPARE(page.parts(), kTextsAndButton);
     }
 
     void avantiIsWhatEndsTheCheckOfAnIntactPlayer()
     {
-        const IntactPlayer player;
         ShownCheck page;
-        SignalRecorder recorder(page);
-        page.runCheck(player.root());
+        page.run();
         click(page, "pushButton");
-        QCOMPARE(ownLines(recorder), sweepAnd({"visible 0"_s, "checkDone"_s}));
+        QCOMPARE(page.lines(), sweepAnd({"visible 0"_s, "checkDone"_s}));
         QVERIFY(page.isVisible());
     }
 
     void pageShowsOnlyItsTitleDuringTheSweep()
     {
-        const IntactPlayer player;
         ShownCheck page;
         int looked = 0;
         connect(&page, &Check::updateProgressBarVal, this, [&] {
             ++looked;
             QCOMPARE(page.title(), "CHECK UP IN CORSO"_s);
-            QCOMPARE(page.parts(), kTitleAlone);
+            QCOMPARE(page.parts(), words("label_titolo"));
         });
-        page.runCheck(player.root());
+        page.run();
         QCOMPARE(looked, 102);
     }
 
     void sweepIsAPauseOfAboutASecondWithTheEventLoopRunning()
     {
-        const IntactPlayer player;
-        Check page;
+        ShownCheck page;
         QTimer timer;
         const QSignalSpy ticks(&timer, &QTimer::timeout);
         timer.start(20);
         QElapsedTimer elapsed;
         elapsed.start();
-        page.runCheck(player.root());
+        page.run();
         // 101 waits of 10 ms; no upper limit, a busy machine takes longer.
         QVERIFY(elapsed.elapsed() >= 1010);
         QVERIFY(ticks.size() >= 10);
     }
 
-    void missingFilesLeadToTheQuestion_data()
+    void missingFilesLeadToTheQuestionAndNoEndsTheCheck_data()
     {
-        columns<QStringList>("missing");
-        row("the start-up script alone", QStringList(kScript));
-        row("the main program alone", words("System/Corvin/Corvin.exe"));
-        row("the interface process alone", words("System/GuiProc/GuiProc.exe"));
-        row("all three", words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe"));
+        columns<QStringList, Answer>("missing", "answer");
+        row("the start-up script alone", QStringList(kSystemFiles.at(0)), pressing(Buttons::kNo));
+        row("the main program alone", QStringList(kSystemFiles.at(1)), pressing(Buttons::kNo));
+        row("the interface process alone", QStringList(kSystemFiles.at(2)), pressing(Buttons::kNo));
+        row("all three", kSystemFiles, pressing(Buttons::kNo));
+        row("all three, answered with Escape", kSystemFiles, striking(Qt::Key_Escape));
+        row("all three, answered with the box's close button", kSystemFiles, closing());
     }
-    void missingFilesLeadToTheQuestion()
+    void missingFilesLeadToTheQuestionAndNoEndsTheCheck()
     {
         QFETCH(QStringList, missing);
-        const IntactPlayer player;
-        for (const QString &file : qAsConst(missing))
-            QVERIFY(QFile::remove(player.path(file)));
-        const QStringList before = player.files();
-        BoxAnswerer boxes;
-        boxes.answer(Titles::kSystemMissing, Buttons::kNo);
+        QFETCH(Answer, answer);
         ShownCheck page;
-        boxes.whenShown([&page](QMessageBox *) {
+        page.remove(missing);
+        const QStringList before = page.player.files();
+        BoxAnswerer boxes;
+        answer(boxes, Titles::kSystemMissing);
+        const auto lookAtThePage = [&page] {
             QCOMPARE(page.title(), kDone);
             QCOMPARE(page.description(), kProblem);
             QCOMPARE(page.parts(), kTexts);
-        });
-        page.runCheck(player.root());
+        };
+        boxes.whenShown([&](QMessageBox *) { lookAtThePage(); });
+        page.run();
+        lookAtThePage();
         QCOMPARE(boxes.seen().size(), 1);
         BoxAnswerer::Seen box = boxes.seen().first();
         QCOMPARE(box.text, Texts::kSystemMissing);
@@ -157,79 +161,61 @@ private slots:
         QCOMPARE(box.buttons, QStringList({Buttons::kNo, Buttons::kYes}));
         QCOMPARE(box.icon, QMessageBox::Question);
         QVERIFY(box.hadParent);
-        QCOMPARE(player.files(), before);
-    }
-
-    void noEndsTheCheckWithoutReinstallation_data()
-    {
-        columns<Answer>("answer");
-        row("the button", pressing(Buttons::kNo));
-        row("Escape", striking(Qt::Key_Escape));
-        row("the box's close button", closing());
-    }
-    void noEndsTheCheckWithoutReinstallation()
-    {
-        QFETCH(Answer, answer);
-        const SimulatedPlayer player;
-        BoxAnswerer boxes;
-        answer(boxes, Titles::kSystemMissing);
-        ShownCheck page;
-        SignalRecorder recorder(page);
-        page.runCheck(player.root());
-        QCOMPARE(ownLines(recorder), sweepAnd({"visible 0"_s, "checkDone"_s}));
-        QCOMPARE(page.parts(), kTexts);
-        QCOMPARE(page.description(), kProblem);
+        QCOMPARE(page.lines(), sweepAnd({"visible 0"_s, "checkDone"_s}));
+        QCOMPARE(page.player.files(), before);
     }
 
     void yesReinstallsBeforeTheCheckEnds()
     {
-        const SimulatedPlayer player;
         BoxAnswerer boxes;
         boxes.answer(Titles::kSystemMissing, Buttons::kYes);
         ShownCheck page;
-        SignalRecorder recorder(page);
+        page.remove(kSystemFiles);
         connect(&page, &Check::reinstallOpSysOnly, this, [&page] {
             QCOMPARE(page.title(), "RIPRISTINO DEI FILE DEL SISTEMA OPERATIVO"_s);
             QCOMPARE(page.description(), "ATTENZIONE :\n\nNON Spegnere/Riavviare Corvin4 e NON scollegare "
                                          "il cavo USB.\n\nL'operazione potrebbe richiedere qualche minuto."_s);
             QCOMPARE(page.parts(), kTexts);
         });
-        page.runCheck(player.root());
+        page.run();
         // The outcome of the reinstallation does not matter: the files are still missing.
-        QCOMPARE(ownLines(recorder), sweepAnd({"reinstallOpSysOnly"_s, "visible 0"_s, "checkDone"_s}));
+        QCOMPARE(page.lines(), sweepAnd({"reinstallOpSysOnly"_s, "visible 0"_s, "checkDone"_s}));
         QVERIFY(button(page, "pushButton")->isHidden());
     }
 
     void playerPulledDuringTheSweepLeadsToTheQuestion()
     {
-        const IntactPlayer player;
         BoxAnswerer boxes;
         boxes.answer(Titles::kSystemMissing, Buttons::kNo);
-        Check page;
-        SignalRecorder recorder(page);
-        connect(&page, &Check::updateProgressBarVal, this, [&player](int value) {
-            if (value == 50) {
-                QVERIFY(QFile::remove(player.path(kScript)));
-                QVERIFY(QDir(player.path("System"_s)).removeRecursively());
-            }
+        ShownCheck page;
+        connect(&page, &Check::updateProgressBarVal, this, [&page](int value) {
+            if (value == 50)
+                page.remove(kSystemFiles);
         });
-        page.runCheck(player.root());
-        QCOMPARE(ownLines(recorder).last(), "checkDone"_s);
+        page.run();
+        QCOMPARE(page.lines().last(), "checkDone"_s);
     }
 
-    void missingRootLeadsToTheQuestion()
+    void emptyOrMissingRootLeadsToTheQuestion_data()
     {
+        columns<bool>("exists");
+        row("empty", true);
+        row("missing", false);
+    }
+    void emptyOrMissingRootLeadsToTheQuestion()
+    {
+        QFETCH(bool, exists);
+        const SimulatedPlayer player;
         BoxAnswerer boxes;
         boxes.answer(Titles::kSystemMissing, Buttons::kNo);
-        Check().runCheck("/no/such/folder/"_s);
+        Check().runCheck(exists ? player.root() : "/no/such/folder/"_s);
         QCOMPARE(boxes.pending(), 0);
     }
 
     void secondCheckStartsFromTheBeginning()
     {
-        const IntactPlayer player;
         ShownCheck page;
-        page.runCheck(player.root());
+        page.run();
         bool looked = false;
         connect(&page, &Check::updateProgressBarVal, this, [&](int value) {
             if (value != 1)
@@ -238,25 +224,24 @@ private slots:
             QVERIFY(!page.hasPicture());
             QVERIFY(button(page, "pushButton")->isHidden());
         });
-        page.runCheck(player.root());
+        page.run();
         QVERIFY(looked);
         QVERIFY(page.hasPicture());
     }
 
     void textsOfTheMomentFollowTheLanguage()
     {
-        const IntactPlayer player;
         ShownCheck page;
         {
             const Language english("en"_s);
             QCOMPARE(page.title(), "CHECK-UP IN PROGRESS"_s);
-            page.runCheck(player.root());
+            page.run();
             QCOMPARE(page.title(), "SOFTWARE CHECK COMPLETED"_s);
         }
         QCOMPARE(page.title(), kDone);
         QVERIFY(page.hasPicture());
-        QCOMPARE(page.parts(), kAll);
-        QVERIFY(QFile::remove(player.path(kScript)));
+        QCOMPARE(page.parts(), kTextsAndButton);
+        page.remove(words("AUTOEXEC.BAT"));
 
         BoxAnswerer boxes;
         boxes.answer("Fehlende Systemdateien"_s, "Ja"_s);
@@ -269,7 +254,7 @@ private slots:
             looked = true;
         });
         const Language german("de"_s);
-        page.runCheck(player.root());
+        page.run();
         QVERIFY(looked);
     }
 
@@ -282,10 +267,9 @@ private slots:
     void textsFitInEveryLanguage()
     {
         QFETCH(QString, code);
-        const IntactPlayer player;
         ShownCheck page;
         const Language language(code);
-        page.runCheck(player.root());
+        page.run();
         QCoreApplication::processEvents();
         QVERIFY(allButtonsShowTheirWholeText(page));
         const auto *title = child<QLabel>(page, "label_titolo");

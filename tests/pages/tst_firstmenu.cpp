@@ -9,17 +9,17 @@ class TestFirstMenu : public MenuPageTest
     PagePointer newPage(QWidget *parent) const override { return std::make_unique<FirstMenu>(parent); }
     QList<Button> buttons() const override
     {
-        return {{"transfer", "pushBtnTransfer", "TRASFERISCI LE BASI DAL PC A CORVIN4"_s},
-                {"optimizer", "pushBtnOptimize", "OTTIMIZZA L'ARCHVIO DELLE BASI DI CORVIN4"_s},
-                {"maintenance", "pushBtnUpRes", "AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s}};
+        return {{"maintenance", "pushBtnUpRes", "AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s, "gotoAvanzate"_s},
+                {"optimizer", "pushBtnOptimize", "OTTIMIZZA L'ARCHVIO DELLE BASI DI CORVIN4"_s, "gotoOptimizer"_s},
+                {"transfer", "pushBtnTransfer", "TRASFERISCI LE BASI DAL PC A CORVIN4"_s, "gotoTransfer"_s}};
     }
-    void addLanguages() const override
+    QStringList textsIn(const QString &language) const override
     {
-        const QByteArray first("pushBtnTransfer");
-        row("it", "it"_s, "GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s, first, "TRASFERISCI LE BASI DAL PC A CORVIN4"_s);
-        row("en", "en"_s, "MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4"_s, first,
-            "TRANSFER SONGS FROM THE PC TO CORVIN4"_s);
-        row("de", "de"_s, "VERWALTUNG UND WARTUNG IHRES CORVIN4"_s, first, "SONGS VOM PC AUF CORVIN4 ÜBERTRAGEN"_s);
+        if (language == "it"_s)
+            return {"GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s, "TRASFERISCI LE BASI DAL PC A CORVIN4"_s};
+        if (language == "en"_s)
+            return {"MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4"_s, "TRANSFER SONGS FROM THE PC TO CORVIN4"_s};
+        return {"VERWALTUNG UND WARTUNG IHRES CORVIN4"_s, "SONGS VOM PC AUF CORVIN4 ÜBERTRAGEN"_s};
     }
 
 private slots:
@@ -41,13 +41,7 @@ private slots:
         QCOMPARE(shown->mapTo(page.get(), QPoint(0, 0)).x(), (kPageSize.width() - 560) / 2);
     }
 
-    void buttonEmitsItsSignalWhileThePlayerIsThere_data()
-    {
-        columns<QByteArray, QString>("button", "signal");
-        row("transfer", QByteArray("pushBtnTransfer"), "gotoTransfer"_s);
-        row("optimizer", QByteArray("pushBtnOptimize"), "gotoOptimizer"_s);
-        row("maintenance", QByteArray("pushBtnUpRes"), "gotoAvanzate"_s);
-    }
+    void buttonEmitsItsSignalWhileThePlayerIsThere_data() { addButtonsThatNeedThePlayer(); }
     void buttonEmitsItsSignalWhileThePlayerIsThere()
     {
         QFETCH(QByteArray, button);

@@ -1,4 +1,3 @@
-#include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
 #include "support/pictures.h"
 
@@ -7,7 +6,6 @@
 namespace {
 
 const QColor kAmber(249, 191, 0);
-const QColor kDarkGround(51, 51, 51);
 const QString kFolder = ":/imgs/"_s;
 
 /// The picture of this file name, one point for each of its pixels.
@@ -35,15 +33,15 @@ bool isNear(const QColor &colour, const QColor &wanted, int distance)
            std::abs(colour.blue() - wanted.blue()) <= distance;
 }
 
-/// Smallest rectangle around everything that differs from a white ground.
-QRect inkOf(const QImage &image)
+/// Size of what is drawn on a white ground.
+QSize inkOf(const QImage &image)
 {
     QRect ink;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
             if (!isNear(image.pixelColor(x, y), Qt::white, 24))
                 ink |= QRect(x, y, 1, 1);
-    return ink;
+    return ink.size();
 }
 
 /// Mean difference of grey between two pictures of the same size.
@@ -182,7 +180,7 @@ private slots:
     void closePictureIsLegibleWhenSmall_data()
     {
         columns<QColor>("ground");
-        row("on dark", kDarkGround);
+        row("on dark", QColor(51, 51, 51));
         row("on light", QColor(217, 217, 217));
     }
     void closePictureIsLegibleWhenSmall()
@@ -202,8 +200,8 @@ private slots:
         QLabel label;
         label.setStyleSheet("background-color: rgb(255, 255, 255); image: url(:/imgs/collega.png);"_s);
         label.resize(320, 300);
-        const QRect ink = inkOf(label.grab().toImage().convertToFormat(QImage::Format_ARGB32));
-        const QRect whole = inkOf(on(Qt::white, picture("collega.png"_s)));
+        const QSize ink = inkOf(label.grab().toImage().convertToFormat(QImage::Format_ARGB32));
+        const QSize whole = inkOf(on(Qt::white, picture("collega.png"_s)));
         QVERIFY(!ink.isEmpty());
         QVERIFY(std::abs(ink.width() - whole.width() / 2) <= 4);
         QVERIFY(std::abs(ink.height() - whole.height() / 2) <= 4);
@@ -230,16 +228,6 @@ private slots:
         }
         std::sort(widths.begin(), widths.end());
         QCOMPARE(widths, QList<int>({16, 24, 32, 48, 64, 128, 256}));
-    }
-
-    void familiesResolveBesideTheFontsOfTheSystem()
-    {
-        registerEmbeddedFonts();
-        QCOMPARE(QFontInfo(QFont("Helvetica"_s, 10)).family(), "Liberation Sans"_s);
-        const QFontInfo bold(QFont("Helvetica"_s, 10, QFont::Bold));
-        QCOMPARE(bold.family(), "Liberation Sans"_s);
-        QVERIFY(bold.bold());
-        QCOMPARE(QFontInfo(QFont("Bebas Neue"_s, 18)).family(), "Bebas Neue"_s);
     }
 };
 

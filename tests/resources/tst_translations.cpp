@@ -10,28 +10,14 @@ const QString kLanguageFolder = ":/language/"_s;
 struct Entry
 {
     QString context;
-    QString source;
-    QString comment;
-    QString translation;
-    QString state; ///< empty when finished; else "unfinished", "vanished" or "obsolete"
     bool hasPluralForms;
+    QString source = {};
+    QString comment = {};
+    QString translation = {};
+    QString state = {}; ///< empty when finished; else "unfinished", "vanished" or "obsolete"
 
     QString key() const { return context + " | "_s + source + " | "_s + comment; }
 };
-
-Entry readEntry(QXmlStreamReader &xml, const QString &context)
-{
-    const bool hasPluralForms = xml.attributes().value("numerus"_s) == "yes"_s;
-    QMap<QString, QString> texts;
-    QString state;
-    while (xml.readNextStartElement()) {
-        const QString tag = xml.name().toString();
-        if (tag == "translation"_s)
-            state = xml.attributes().value("type"_s).toString();
-        texts[tag] = xml.readElementText(QXmlStreamReader::IncludeChildElements);
-    }
-    return {context, texts["source"_s], texts["comment"_s], texts["translation"_s], state, hasPluralForms};
-}
 
 QList<Entry> readEntries(const QString &path)
 {
@@ -44,10 +30,20 @@ QList<Entry> readEntries(const QString &path)
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (xml.name() == "name"_s)
+        const QString tag = xml.name().toString();
+        const QXmlStreamAttributes attributes = xml.attributes();
+        if (tag == "name"_s)
             context = xml.readElementText();
-        else if (xml.name() == "message"_s)
-            entries.append(readEntry(xml, context));
+        else if (tag == "message"_s)
+            entries.append({context, attributes.value("numerus"_s) == "yes"_s});
+        else if (tag == "source"_s)
+            entries.last().source = xml.readElementText();
+        else if (tag == "comment"_s)
+            entries.last().comment = xml.readElementText();
+        else if (tag == "translation"_s) {
+            entries.last().state = attributes.value("type"_s).toString();
+            entries.last().translation = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+        }
     }
     if (xml.hasError())
         failTest(path + QLatin1Char(' ') + xml.errorString());
@@ -86,19 +82,17 @@ bool isInCapitals(const QString &text)
 
 bool allFontsHave(const QString &text)
 {
-    constexpr qreal pixels = 20;
-    static const QList<QRawFont> fonts = {QRawFont(":/fonts/helr45w.ttf"_s, pixels),
-                                          QRawFont(":/fonts/helr75w.ttf"_s, pixels),
-                                          QRawFont(":/fonts/BebasNeue.otf"_s, pixels)};
-    return std::all_of(fonts.begin(), fonts.end(), [&text](const QRawFont &font) {
-        return font.isValid() && std::all_of(text.begin(), text.end(), [&font](QChar letter) {
-                   return letter == QLatin1Char('\n') || font.supportsCharacter(letter);
-               });
-    });
+    for (const char *file : {":/fonts/helr45w.ttf", ":/fonts/helr75w.ttf", ":/fonts/BebasNeue.otf"}) {
+        const QRawFont font(QLatin1String(file), 20);
+        for (const QChar letter : text)
+            if (!font.isValid() || (letter != QLatin1Char('\n') && !font.supportsCharacter(letter)))
+                return false;
+    }
+    return true;
 }
 
 /// What holds for each entry in each language.
-using Rule = bool (*)(const Entry &);
+using Rule = std::function<bool(const Entry &)>;
 const QVector<QPair<const char *, Rule>> kRules = {
     {"is finished", [](const Entry &entry) { return entry.state.isEmpty(); }},
     {"is translated", [](const Entry &entry) { return !entry.translation.isEmpty(); }},
@@ -131,7 +125,7 @@ class TestTranslations : public QObject
         for (const char *code : {"it", "en", "de"})
             row(code, QString::fromLatin1(code));
     }
-    void verifyEntries(const QString &code, const std::function<bool(const Entry &)> &rule) const
+    void verifyEntries(const QString &code, const Rule &rule) const
     {
         const QList<Entry> entries = entriesOf.value(code);
         QVERIFY(!entries.isEmpty());
