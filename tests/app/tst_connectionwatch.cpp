@@ -1,34 +1,30 @@
-#include "app/mainwindow.h"
-
-#include "app/appsettings.h"
-#include "app/shared/sharedfonts.h"
+#include "italianwindow.h"
 #include "optimizer/endottimizza.h"
 #include "optimizer/ottimizza.h"
 #include "pages/check.h"
 #include "pages/connect.h"
 #include "pages/firstmenu.h"
-#include "resources/resources.h"
+#include "support/announcedserver.h"
 #include "support/boxanswerer.h"
-#include "support/httpserver.h"
-#include "support/simulatedplayer.h"
+#include "support/boxtexts.h"
+#include "support/intactplayer.h"
 #include "transfer/transfer.h"
-#include "windowparts.h"
-
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
-
-using namespace WindowParts;
 
 namespace {
 
-QTimer *connectionTimer(const MainWindow &window)
+/// The main window on the screen, with what its watch for the player shows and hides.
+struct ShownWindow : MainWindow
 {
-    const QList<QTimer *> timers = window.findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
-    return timers.size() == 1 ? timers.first() : nullptr;
-}
+    ShownWindow() { show(); }
+
+    const QList<QTimer *> timers = findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    QTimer *const watch = timers.size() == 1 ? timers.first() : nullptr;
+    Connect *const connection = pageOf<Connect>(*this);
+    Check *const check = pageOf<Check>(*this);
+    FirstMenu *const menu = pageOf<FirstMenu>(*this);
+    Transfer *const transfer = pageOf<Transfer>(*this);
+    QPushButton *const forward = button(*check, "pushButton");
+};
 
 } // namespace
 
@@ -37,146 +33,108 @@ class TestConnectionWatch : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void withoutAPlayerTheConnectionPageAppearsAndStays();
-    void pluggingInLeadsToTheCheck();
-    void playerThatIsThereAtTheStartIsCheckedAtOnce();
-    void watchNeverStartsAgain();
-    void missingSystemFileLeadsToTheMenuAfterTheOffer();
-    void transferIsPreparedWithTheRootOfTheMoment();
-    void finishButtonStartsTheOptimisation();
+    void initTestCase() { startInItalian(); }
+
+    void withoutAPlayerTheConnectionPageAppearsAndStays()
+    {
+        const ShownWindow window;
+        QVERIFY(window.watch);
+        QCOMPARE(window.watch->interval(), 500);
+        QVERIFY(!window.watch->isSingleShot());
+        const QSignalSpy ticks(window.watch, &QTimer::timeout);
+        QVERIFY(window.connection->isHidden());
+        QTRY_VERIFY(window.connection->isVisible());
+        QCOMPARE(ticks.size(), 1);
+        QTRY_COMPARE(ticks.size(), 3);
+        QVERIFY(window.connection->isVisible());
+        QVERIFY(window.check->isHidden());
+    }
+
+    void pluggingInLeadsToTheCheck()
+    {
+        IntactPlayer player;
+        SimulatedPlayer::disconnect();
+        const ShownWindow window;
+        QTRY_VERIFY(window.connection->isVisible());
+        const QSignalSpy ticks(window.watch, &QTimer::timeout);
+        player.connect();
+        QTRY_VERIFY(window.check->isVisible());
+        QCOMPARE(ticks.size(), 1);
+        QVERIFY(window.connection->isHidden());
+        QTRY_VERIFY(window.forward->isVisible());
+        window.forward->click();
+        QVERIFY(window.check->isHidden());
+        QVERIFY(window.menu->isVisible());
+    }
+
+    void playerThatIsThereAtTheStartIsCheckedAtOnce()
+    {
+        const IntactPlayer player;
+        const ShownWindow window;
+        QTRY_VERIFY(window.forward->isVisible());
+        QVERIFY(window.connection->isHidden());
+    }
+
+    void watchNeverStartsAgain()
+    {
+        const IntactPlayer player;
+        ShownWindow window;
+        QTRY_VERIFY(!window.watch->isActive());
+        SimulatedPlayer::disconnect();
+        BoxAnswerer answerer;
+        // Whether the check saw the files before the cable was pulled is of no matter here.
+        answerer.answerAlways(Titles::kSystemMissing, Buttons::kNo);
+        QTRY_VERIFY(window.forward->isVisible() || window.menu->isVisible());
+        window.on_checkDone();
+        QVERIFY(!window.watch->isActive());
+        QVERIFY(window.connection->isHidden());
+        QVERIFY(window.menu->isVisible());
+    }
+
+    void missingSystemFileLeadsToTheMenuAfterTheOffer()
+    {
+        const SimulatedPlayer player;
+        const AnnouncedServer server;
+        BoxAnswerer answerer;
+        answerer.answer(Titles::kSystemMissing, Buttons::kYes);
+        // The server has no system: the reinstallation fails, and the way leads on all the same.
+        answerer.answer(Titles::kDownloadError1, Buttons::kOk);
+        const ShownWindow window;
+        QTRY_VERIFY(window.menu->isVisible());
+        QCOMPARE(server.requests(), QStringList("/download/Corvin4/CorvinAll.zip"_s));
+        QVERIFY(window.check->isHidden());
+        QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
+    }
+
+    void transferIsPreparedWithTheRootOfTheMoment()
+    {
+        MainWindow window;
+        window.on_gotoTransfer();
+        QCOMPARE(pageOf<Transfer>(window)->deviceRoot, QString());
+        const SimulatedPlayer player;
+        window.on_gotoTransfer();
+        QCOMPARE(pageOf<Transfer>(window)->deviceRoot, player.root());
+    }
+
+    void finishButtonStartsTheOptimisation()
+    {
+        SimulatedPlayer player;
+        player.addFile("My Songs/notes.txt"_s);
+        ShownWindow window;
+        window.on_checkDone();
+        window.on_gotoTransfer();
+        QPushButton *finish = button(*window.transfer, "pushBtnForward");
+        finish->setEnabled(true);
+        finish->click();
+        QVERIFY(!finish->isEnabled());
+        QVERIFY(window.transfer->isHidden());
+        QVERIFY(pageOf<Ottimizza>(window)->isHidden());
+        QVERIFY(!pageOf<EndOttimizza>(window)->isHidden());
+        QVERIFY(!player.exists("My Songs/notes.txt"_s));
+        QVERIFY(player.exists("CorvinImportDB.sql"_s));
+        QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
+    }
 };
 
-void TestConnectionWatch::initTestCase()
-{
-    loadResources();
-    registerEmbeddedFonts();
-}
-
-void TestConnectionWatch::init()
-{
-    SimulatedPlayer::disconnect();
-    appSettings().setValue(QStringLiteral("Application/Language"), QStringLiteral("lang_it"));
-}
-
-void TestConnectionWatch::withoutAPlayerTheConnectionPageAppearsAndStays()
-{
-    MainWindow window;
-    window.show();
-    QVERIFY(connectionTimer(window));
-    QCOMPARE(connectionTimer(window)->interval(), 500);
-    QVERIFY(!connectionTimer(window)->isSingleShot());
-    QSignalSpy ticks(connectionTimer(window), &QTimer::timeout);
-    QVERIFY(page<Connect>(window)->isHidden());
-    QTRY_VERIFY(page<Connect>(window)->isVisible());
-    QCOMPARE(ticks.size(), 1);
-    QTRY_COMPARE(ticks.size(), 3);
-    QVERIFY(page<Connect>(window)->isVisible());
-    QVERIFY(page<Check>(window)->isHidden());
-}
-
-void TestConnectionWatch::pluggingInLeadsToTheCheck()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    SimulatedPlayer::disconnect();
-    MainWindow window;
-    window.show();
-    QTRY_VERIFY(page<Connect>(window)->isVisible());
-
-    QSignalSpy ticks(connectionTimer(window), &QTimer::timeout);
-    player.connect();
-    QTRY_VERIFY(page<Check>(window)->isVisible());
-    QCOMPARE(ticks.size(), 1);
-    QVERIFY(page<Connect>(window)->isHidden());
-
-    auto *forward = page<Check>(window)->findChild<QPushButton *>(QStringLiteral("pushButton"));
-    QVERIFY(forward);
-    QTRY_VERIFY(forward->isVisible());
-    forward->click();
-    QVERIFY(page<Check>(window)->isHidden());
-    QVERIFY(page<FirstMenu>(window)->isVisible());
-}
-
-void TestConnectionWatch::playerThatIsThereAtTheStartIsCheckedAtOnce()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    MainWindow window;
-    window.show();
-    auto *forward = page<Check>(window)->findChild<QPushButton *>(QStringLiteral("pushButton"));
-    QTRY_VERIFY(forward->isVisible());
-    QVERIFY(page<Connect>(window)->isHidden());
-}
-
-void TestConnectionWatch::watchNeverStartsAgain()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    MainWindow window;
-    window.show();
-    QTRY_VERIFY(!connectionTimer(window)->isActive());
-    SimulatedPlayer::disconnect();
-    auto *forward = page<Check>(window)->findChild<QPushButton *>(QStringLiteral("pushButton"));
-    BoxAnswerer answerer;
-    // Whether the check saw the files before the cable was pulled is of no matter here.
-    answerer.answerAlways(QStringLiteral("File di sistema mancanti"), QStringLiteral("No"));
-    QTRY_VERIFY(forward->isVisible() || page<FirstMenu>(window)->isVisible());
-    window.on_checkDone();
-    QVERIFY(!connectionTimer(window)->isActive());
-    QVERIFY(page<Connect>(window)->isHidden());
-    QVERIFY(page<FirstMenu>(window)->isVisible());
-}
-
-void TestConnectionWatch::missingSystemFileLeadsToTheMenuAfterTheOffer()
-{
-    SimulatedPlayer player;
-    HttpServer server;
-    qputenv("CORVIN_UPDATE_SERVER", server.address().toLatin1());
-    BoxAnswerer answerer;
-    answerer.answer(QStringLiteral("File di sistema mancanti"), QStringLiteral("Yes"));
-    // The server has no system: the reinstallation fails, and the way leads on all the same.
-    answerer.answer(QStringLiteral("Download Error , Cod 1"), QStringLiteral("OK"));
-    MainWindow window;
-    window.show();
-    QTRY_VERIFY(page<FirstMenu>(window)->isVisible());
-    qunsetenv("CORVIN_UPDATE_SERVER");
-    QCOMPARE(server.requests(), QStringList{QStringLiteral("/download/Corvin4/CorvinAll.zip")});
-    QVERIFY(page<Check>(window)->isHidden());
-    QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
-}
-
-void TestConnectionWatch::transferIsPreparedWithTheRootOfTheMoment()
-{
-    MainWindow window;
-    window.on_gotoTransfer();
-    QCOMPARE(page<Transfer>(window)->deviceRoot, QString());
-    const SimulatedPlayer player;
-    window.on_gotoTransfer();
-    QCOMPARE(page<Transfer>(window)->deviceRoot, player.root());
-}
-
-void TestConnectionWatch::finishButtonStartsTheOptimisation()
-{
-    SimulatedPlayer player;
-    player.addFile(QStringLiteral("My Songs/notes.txt"));
-    MainWindow window;
-    window.show();
-    window.on_checkDone();
-    window.on_gotoTransfer();
-    auto *finish = page<Transfer>(window)->findChild<QPushButton *>(QStringLiteral("pushBtnForward"));
-    QVERIFY(finish);
-    finish->setEnabled(true);
-    finish->click();
-    QVERIFY(!finish->isEnabled());
-    QVERIFY(page<Transfer>(window)->isHidden());
-    QVERIFY(page<Ottimizza>(window)->isHidden());
-    QVERIFY(!page<EndOttimizza>(window)->isHidden());
-    QVERIFY(!player.exists(QStringLiteral("My Songs/notes.txt")));
-    QVERIFY(player.exists(QStringLiteral("CorvinImportDB.sql")));
-    QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
-}
-
-QTEST_MAIN(TestConnectionWatch)
+PAGE_TEST_MAIN(TestConnectionWatch)
 #include "tst_connectionwatch.moc"

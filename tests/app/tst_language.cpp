@@ -1,16 +1,11 @@
 #include "app/language.h"
 
-#include "app/appsettings.h"
-#include "app/mainwindow.h"
-#include "resources/resources.h"
-#include "support/simulatedplayer.h"
-
-#include <QPushButton>
-#include <QTest>
+#include "italianwindow.h"
+#include "support/boxtexts.h"
 
 namespace {
 
-const QString kKey = QStringLiteral("Application/Language");
+const QString kKey = "Application/Language"_s;
 
 /// A text of the program whose translations all differ from it.
 QString someText()
@@ -18,220 +13,161 @@ QString someText()
     return QCoreApplication::translate("MainWindow", "Interrompi Operazione");
 }
 
+using Function = std::function<QString(const QString &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Function)
 
 class TestLanguage : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
-    void firstLanguageIsTheSystems_data();
-    void firstLanguageIsTheSystems();
-    void nextLanguageFollowsTheCycle_data();
-    void nextLanguageFollowsTheCycle();
-    void buttonShowsTheLastTwoCharacters_data();
-    void buttonShowsTheLastTwoCharacters();
-    void storeIsTheProgramsOwn();
-    void storedLanguageIsEmptyWhenThereIsNone();
-    void firstStartStoresTheSystemsLanguage();
-    void storedValueIsStartedWithAsItStands_data();
-    void storedValueIsStartedWithAsItStands();
-    void installedLanguageReplacesTheOneBefore();
-    void everyWidgetIsToldOfAChange();
-    void threeClicksGoRoundTheCycle();
-    void clickOnAnyOtherLanguageLeadsToItalian_data();
-    void clickOnAnyOtherLanguageLeadsToItalian();
+    void initTestCase() { startInItalian(); }
+    void cleanupTestCase() { appSettings().remove(kKey); }
+
+    void valueLeadsToAnother_data()
+    {
+        columns<Function, QString, QString>("function", "given", "result");
+        row("first language: Italian", Function(initialLanguage), "it_IT"_s, "lang_it"_s);
+        row("first language: English", Function(initialLanguage), "en_US"_s, "lang_en"_s);
+        row("first language: Swiss German", Function(initialLanguage), "de_CH"_s, "lang_de"_s);
+        row("first language: French, no translation", Function(initialLanguage), "fr_FR"_s, "lang_fr"_s);
+        row("first language: no country", Function(initialLanguage), "es"_s, "lang_es"_s);
+        row("first language: three letters", Function(initialLanguage), "fil_PH"_s, "lang_fi"_s);
+        row("first language: no locale", Function(initialLanguage), "C"_s, "lang_C"_s);
+        row("first language: nothing", Function(initialLanguage), QString(), "lang_"_s);
+        row("next language: it", Function(nextLanguage), "lang_it"_s, "lang_en"_s);
+        row("next language: en", Function(nextLanguage), "lang_en"_s, "lang_de"_s);
+        row("next language: de", Function(nextLanguage), "lang_de"_s, "lang_it"_s);
+        row("next language: fr", Function(nextLanguage), "lang_fr"_s, "lang_it"_s);
+        row("next language: not set", Function(nextLanguage), "no_set"_s, "lang_it"_s);
+        row("next language: empty", Function(nextLanguage), QString(), "lang_it"_s);
+        row("next language: capitals are another value", Function(nextLanguage), "LANG_IT"_s, "lang_it"_s);
+        row("last two characters: it", Function(languageButtonText), "lang_it"_s, "IT"_s);
+        row("last two characters: fr", Function(languageButtonText), "lang_fr"_s, "FR"_s);
+        row("last two characters: not set", Function(languageButtonText), "no_set"_s, "ET"_s);
+        row("last two characters: one character", Function(languageButtonText), "x"_s, "X"_s);
+        row("last two characters: empty", Function(languageButtonText), QString(), QString());
+    }
+    void valueLeadsToAnother()
+    {
+        QFETCH(Function, function);
+        QFETCH(QString, given);
+        QTEST(function(given), "result");
+    }
+
+    void storeIsTheProgramsOwn()
+    {
+        const QSettings &settings = appSettings();
+        QCOMPARE(settings.organizationName(), "Q-Arte"_s);
+        QCOMPARE(settings.applicationName(), "Corvin4Manager"_s);
+        QCOMPARE(settings.format(), QSettings::NativeFormat);
+        QCOMPARE(settings.scope(), QSettings::UserScope);
+        QVERIFY(!settings.fallbacksEnabled());
+        QCOMPARE(&appSettings(), &settings);
+    }
+
+    void storedLanguageIsEmptyWhenThereIsNone()
+    {
+        appSettings().remove(kKey);
+        QCOMPARE(storedLanguage(), QString());
+    }
+
+    void firstStartStoresTheSystemsLanguage()
+    {
+        const QString expected = initialLanguage(QLocale::system().name());
+        appSettings().remove(kKey);
+        QCOMPARE(startLanguage(), expected);
+        QCOMPARE(storedLanguage(), expected);
+
+        appSettings().setValue(kKey, "no_set"_s);
+        QCOMPARE(startLanguage(), expected);
+        QCOMPARE(storedLanguage(), expected);
+    }
+
+    void storedValueIsStartedWithAsItStands_data()
+    {
+        columns<QString>("value");
+        row("known", "lang_de"_s);
+        row("without a translation", "lang_fr"_s);
+        row("nonsense", "../x"_s);
+        row("empty", QString());
+        row("nearly not set", "NO_SET"_s);
+    }
+    void storedValueIsStartedWithAsItStands()
+    {
+        QFETCH(QString, value);
+        appSettings().setValue(kKey, value);
+        QCOMPARE(startLanguage(), value);
+        QCOMPARE(storedLanguage(), value);
+    }
+
+    void installedLanguageReplacesTheOneBefore()
+    {
+        installLanguage("lang_it"_s);
+        QCOMPARE(someText(), Titles::kStop);
+        installLanguage("lang_en"_s);
+        const QString english = someText();
+        QVERIFY(english != Titles::kStop);
+        installLanguage("lang_de"_s);
+        QVERIFY(someText() != Titles::kStop);
+        QVERIFY(someText() != english);
+        installLanguage("lang_fr"_s);
+        QCOMPARE(someText(), Titles::kStop);
+        installLanguage(QString());
+        QCOMPARE(someText(), Titles::kStop);
+    }
+
+    void everyWidgetIsToldOfAChange()
+    {
+        startInItalian();
+        installLanguage("lang_it"_s);
+        const MainWindow window;
+        auto *stop = button(window, "pushButtonStop");
+        stop->setText("x"_s);
+        installLanguage("lang_en"_s);
+        QTRY_COMPARE(stop->text(), "STOP"_s);
+    }
+
+    void threeClicksGoRoundTheCycle()
+    {
+        startInItalian();
+        installLanguage("lang_it"_s);
+        const MainWindow window;
+        auto *language = button(window, "pButLang");
+        QCOMPARE(language->text(), "IT"_s);
+        for (const char *code : {"en", "de", "it"}) {
+            language->click();
+            QCOMPARE(language->text(), QString::fromLatin1(code).toUpper());
+            QCOMPARE(storedLanguage(), "lang_"_s + QLatin1String(code));
+            QCOMPARE(someText() == Titles::kStop, qstrcmp(code, "it") == 0);
+            // The button's text is its own, not one that a change of the language gives it again.
+            QCoreApplication::sendPostedEvents();
+            QCOMPARE(language->text(), QString::fromLatin1(code).toUpper());
+        }
+    }
+
+    void clickOnAnyOtherLanguageLeadsToItalian_data()
+    {
+        columns<QString, QString>("value", "text");
+        row("Spanish", "lang_es"_s, "ES"_s);
+        row("not set", "no_set"_s, "ET"_s);
+        row("empty", QString(), QString());
+    }
+    void clickOnAnyOtherLanguageLeadsToItalian()
+    {
+        QFETCH(QString, value);
+        appSettings().setValue(kKey, value);
+        const MainWindow window;
+        auto *language = button(window, "pButLang");
+        QTEST(language->text(), "text");
+        language->click();
+        QCOMPARE(language->text(), "IT"_s);
+        QCOMPARE(storedLanguage(), "lang_it"_s);
+    }
 };
 
-void TestLanguage::initTestCase()
-{
-    loadResources();
-    SimulatedPlayer::disconnect();
-}
-
-void TestLanguage::cleanupTestCase()
-{
-    appSettings().remove(kKey);
-}
-
-void TestLanguage::firstLanguageIsTheSystems_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("Italian") << QStringLiteral("it_IT") << QStringLiteral("lang_it");
-    QTest::newRow("English") << QStringLiteral("en_US") << QStringLiteral("lang_en");
-    QTest::newRow("Swiss German") << QStringLiteral("de_CH") << QStringLiteral("lang_de");
-    QTest::newRow("French, no translation") << QStringLiteral("fr_FR") << QStringLiteral("lang_fr");
-    QTest::newRow("no country") << QStringLiteral("es") << QStringLiteral("lang_es");
-    QTest::newRow("three letters") << QStringLiteral("fil_PH") << QStringLiteral("lang_fi");
-    QTest::newRow("no locale") << QStringLiteral("C") << QStringLiteral("lang_C");
-    QTest::newRow("nothing") << QString() << QStringLiteral("lang_");
-}
-
-void TestLanguage::firstLanguageIsTheSystems()
-{
-    QFETCH(QString, locale);
-    QTEST(initialLanguage(locale), "value");
-}
-
-void TestLanguage::nextLanguageFollowsTheCycle_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("next");
-    QTest::newRow("it") << QStringLiteral("lang_it") << QStringLiteral("lang_en");
-    QTest::newRow("en") << QStringLiteral("lang_en") << QStringLiteral("lang_de");
-    QTest::newRow("de") << QStringLiteral("lang_de") << QStringLiteral("lang_it");
-    QTest::newRow("fr") << QStringLiteral("lang_fr") << QStringLiteral("lang_it");
-    QTest::newRow("not set") << QStringLiteral("no_set") << QStringLiteral("lang_it");
-    QTest::newRow("empty") << QString() << QStringLiteral("lang_it");
-    QTest::newRow("capitals are another value") << QStringLiteral("LANG_IT") << QStringLiteral("lang_it");
-}
-
-void TestLanguage::nextLanguageFollowsTheCycle()
-{
-    QFETCH(QString, value);
-    QTEST(nextLanguage(value), "next");
-}
-
-void TestLanguage::buttonShowsTheLastTwoCharacters_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("it") << QStringLiteral("lang_it") << QStringLiteral("IT");
-    QTest::newRow("fr") << QStringLiteral("lang_fr") << QStringLiteral("FR");
-    QTest::newRow("not set") << QStringLiteral("no_set") << QStringLiteral("ET");
-    QTest::newRow("one character") << QStringLiteral("x") << QStringLiteral("X");
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void TestLanguage::buttonShowsTheLastTwoCharacters()
-{
-    QFETCH(QString, value);
-    QTEST(languageButtonText(value), "text");
-}
-
-void TestLanguage::storeIsTheProgramsOwn()
-{
-    const QSettings &settings = appSettings();
-    QCOMPARE(settings.organizationName(), QStringLiteral("Q-Arte"));
-    QCOMPARE(settings.applicationName(), QStringLiteral("Corvin4Manager"));
-    QCOMPARE(settings.format(), QSettings::NativeFormat);
-    QCOMPARE(settings.scope(), QSettings::UserScope);
-    QVERIFY(!settings.fallbacksEnabled());
-    QCOMPARE(&appSettings(), &settings);
-}
-
-void TestLanguage::storedLanguageIsEmptyWhenThereIsNone()
-{
-    appSettings().remove(kKey);
-    QCOMPARE(storedLanguage(), QString());
-}
-
-void TestLanguage::firstStartStoresTheSystemsLanguage()
-{
-    const QString expected = initialLanguage(QLocale::system().name());
-    appSettings().remove(kKey);
-    QCOMPARE(startLanguage(), expected);
-    QCOMPARE(storedLanguage(), expected);
-
-    appSettings().setValue(kKey, QStringLiteral("no_set"));
-    QCOMPARE(startLanguage(), expected);
-    QCOMPARE(storedLanguage(), expected);
-}
-
-void TestLanguage::storedValueIsStartedWithAsItStands_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::newRow("known") << QStringLiteral("lang_de");
-    QTest::newRow("without a translation") << QStringLiteral("lang_fr");
-    QTest::newRow("nonsense") << QStringLiteral("../x");
-    QTest::newRow("empty") << QString();
-    QTest::newRow("nearly not set") << QStringLiteral("NO_SET");
-}
-
-void TestLanguage::storedValueIsStartedWithAsItStands()
-{
-    QFETCH(QString, value);
-    appSettings().setValue(kKey, value);
-    QCOMPARE(startLanguage(), value);
-    QCOMPARE(storedLanguage(), value);
-}
-
-void TestLanguage::installedLanguageReplacesTheOneBefore()
-{
-    const QString italian = QStringLiteral("Interrompi Operazione");
-    installLanguage(QStringLiteral("lang_it"));
-    QCOMPARE(someText(), italian);
-    installLanguage(QStringLiteral("lang_en"));
-    const QString english = someText();
-    QVERIFY(english != italian);
-    installLanguage(QStringLiteral("lang_de"));
-    QVERIFY(someText() != italian);
-    QVERIFY(someText() != english);
-    installLanguage(QStringLiteral("lang_fr"));
-    QCOMPARE(someText(), italian);
-    installLanguage(QString());
-    QCOMPARE(someText(), italian);
-}
-
-void TestLanguage::everyWidgetIsToldOfAChange()
-{
-    appSettings().setValue(kKey, QStringLiteral("lang_it"));
-    installLanguage(QStringLiteral("lang_it"));
-    MainWindow window;
-    auto *stop = window.findChild<QPushButton *>(QStringLiteral("pushButtonStop"));
-    QVERIFY(stop);
-    stop->setText(QStringLiteral("x"));
-    installLanguage(QStringLiteral("lang_en"));
-    QTRY_COMPARE(stop->text(), QStringLiteral("STOP"));
-}
-
-void TestLanguage::threeClicksGoRoundTheCycle()
-{
-    appSettings().setValue(kKey, QStringLiteral("lang_it"));
-    installLanguage(QStringLiteral("lang_it"));
-    MainWindow window;
-    auto *button = window.findChild<QPushButton *>(QStringLiteral("pButLang"));
-    QVERIFY(button);
-    QCOMPARE(button->text(), QStringLiteral("IT"));
-    const QString italian = someText();
-
-    const QStringList values = {QStringLiteral("lang_en"), QStringLiteral("lang_de"), QStringLiteral("lang_it")};
-    const QStringList texts = {QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("IT")};
-    for (int i = 0; i < values.size(); ++i) {
-        button->click();
-        QCOMPARE(button->text(), texts.at(i));
-        QCOMPARE(storedLanguage(), values.at(i));
-        QCOMPARE(someText() == italian, values.at(i) == QLatin1String("lang_it"));
-        // The button's text is its own, not one that a change of the language gives it again.
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(button->text(), texts.at(i));
-    }
-}
-
-void TestLanguage::clickOnAnyOtherLanguageLeadsToItalian_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Spanish") << QStringLiteral("lang_es") << QStringLiteral("ES");
-    QTest::newRow("not set") << QStringLiteral("no_set") << QStringLiteral("ET");
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void TestLanguage::clickOnAnyOtherLanguageLeadsToItalian()
-{
-    QFETCH(QString, value);
-    appSettings().setValue(kKey, value);
-    MainWindow window;
-    auto *button = window.findChild<QPushButton *>(QStringLiteral("pButLang"));
-    QVERIFY(button);
-    QTEST(button->text(), "text");
-    button->click();
-    QCOMPARE(button->text(), QStringLiteral("IT"));
-    QCOMPARE(storedLanguage(), QStringLiteral("lang_it"));
-}
-
-QTEST_MAIN(TestLanguage)
+PAGE_TEST_MAIN(TestLanguage)
 #include "tst_language.moc"

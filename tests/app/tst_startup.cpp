@@ -1,384 +1,320 @@
-#include "startupuser.h"
+#include "app/startup.h"
 
+#include "app/sessionlog.h"
+#include "app/shared/sharedfonts.h"
+#include "childsession.h"
+#include "support/boxtexts.h"
 #include "support/platform.h"
-
-#include <QCoreApplication>
-#include <QDate>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QSettings>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/widgets.h"
 
 // The start-up builds what belongs to a whole process. Each run here is therefore a child: this program, started again
-// with "--run", in which a timer made together with the application object plays the user, writes down what it sees
-// and closes the window.
+// with "--run", in which a timer made together with the application object plays the user: it presses the language
+// button TEST_CLICKS times, writes what it sees as JSON into the file TEST_REPORT, and closes the window or ends the
+// event loop with TEST_EXIT_CODE. The names are environment variables.
 
 namespace {
 
-const QString kDateFormat = QStringLiteral("yyyy-MM-dd");
+const QString kSettings = "config/Q-Arte/Corvin4Manager.conf"_s;
+const QString kOwn = "tst_startup"_s;
+const QString kProgram = "Corvin4Manager"_s;
 #ifdef Q_OS_WIN
-const QString kOrganization = QStringLiteral("Q-Arte");
-const QString kApplication = QStringLiteral("Corvin4Manager");
+const QString kKey = "Application/Language"_s;
 #endif
 
+/// What the child process returns when the main window outlived the program's run.
+constexpr int kExitCodeWindowAlive = 90;
+QPointer<QMainWindow> windowOfRun;
+
+QJsonObject describe(const QMainWindow &window)
+{
+    QWidget plain;
+    plain.setWindowFlags(Qt::Window);
+    return {
+        {"title"_s, window.windowTitle()},
+        {"button"_s, textOf(window, "pButLang")},
+        {"text"_s, QCoreApplication::translate("MainWindow", "Interrompi Operazione")},
+        {"flagsAsPlainWindow"_s, window.windowFlags() == plain.windowFlags()},
+        {"hasParent"_s, window.parent() != nullptr},
+        {"organization"_s, QCoreApplication::organizationName()},
+        {"application"_s, QCoreApplication::applicationName()},
+        {"highDpiScaling"_s, QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling)},
+        {"highDpiPixmaps"_s, QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps)},
+        {"scaleAsItIs"_s,
+         QGuiApplication::highDpiScaleFactorRoundingPolicy() == Qt::HighDpiScaleFactorRoundingPolicy::PassThrough},
+        {"titleFont"_s, QFontInfo(sharedFonts().fontTitle18).family()},
+        {"background"_s, !window.palette().brush(QPalette::Window).texture().isNull()},
+        {"log"_s, sessionLogPath()},
+    };
+}
+
+void playTheUser(QMainWindow *window)
+{
+    windowOfRun = window;
+    for (int clicks = qEnvironmentVariableIntValue("TEST_CLICKS"); clicks > 0; --clicks)
+        button(*window, "pButLang")->click();
+    putFile(qEnvironmentVariable("TEST_REPORT"), QJsonDocument(describe(*window)).toJson());
+    if (qEnvironmentVariableIsSet("TEST_EXIT_CODE"))
+        QCoreApplication::exit(qEnvironmentVariableIntValue("TEST_EXIT_CODE"));
+    else
+        window->close();
+}
+
+void employTheUser()
+{
+    if (!qEnvironmentVariableIsSet("TEST_REPORT"))
+        return;
+    auto *timer = new QTimer(QCoreApplication::instance());
+    QObject::connect(timer, &QTimer::timeout, timer, [timer] {
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (QWidget *widget : widgets) {
+            auto *window = qobject_cast<QMainWindow *>(widget);
+            if (!window || !window->isVisible())
+                continue;
+            timer->stop();
+            playTheUser(window);
+            return;
+        }
+    });
+    timer->start(20);
+}
+
 } // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(employTheUser)
 
 class TestStartup : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
-    void firstStartTakesTheSystemsLanguage_data();
-    void firstStartTakesTheSystemsLanguage();
-    void storedLanguageIsTakenAsItStands_data();
-    void storedLanguageIsTakenAsItStands();
-    void noSetCountsAsAFirstStart();
-    void clickOnTheButtonIsKeptForTheNextStart();
-    void logBeginsWithBannerSettingsAndLanguage();
-    void logLiesInTheFolderOfTheExecutable();
-    void twoStartsOfADayShareOneLog();
-    void windowIsAPlainTopLevelWindow();
-    void identityIsSet();
-    void highDpiIsPrepared();
-    void fontsAndPicturesAreLoaded();
-    void exitCodeOfTheEventLoopIsReturned();
-    void windowIsGoneWhenTheProgramReturns();
-    void startsWithoutAPlaceForTheLog();
-    void startsWithoutAPlaceForTheSettings();
-    void programItselfStarts();
+    using Variables = QMap<QString, QString>;
 
-private:
-    QProcessEnvironment environment(const QString &locale = QStringLiteral("it_IT.UTF-8")) const;
-    void run(const QProcessEnvironment &environment);
-    void storeLanguageValue(const QString &value);
-    QString storedLine() const;
-    QString dataHome() const;
-    QString settingsPlace() const;
-    QStringList logTexts(const QString &executable = QStringLiteral("tst_startup")) const;
-    QString path(const QString &relative) const { return m_home->filePath(relative); }
+    std::optional<PcFolder> home;
+    Child child;
+    QJsonObject report;
 
-    std::unique_ptr<QTemporaryDir> m_home;
-    QJsonObject m_seen;
-    QString m_console;
-    int m_exitCode = -1;
-};
-
-void TestStartup::init()
-{
-    m_home = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir().mkdir(path(QStringLiteral("data"))));
-    QVERIFY(QDir().mkdir(path(QStringLiteral("config"))));
-#ifdef Q_OS_WIN
-    // Both have a fixed place for each user.
-    QSettings(kOrganization, kApplication).clear();
-    const QStringList executables = {QStringLiteral("tst_startup"), kApplication};
-    for (const QString &executable : executables)
-        QVERIFY(QDir(dataHome() + QLatin1Char('/') + executable).removeRecursively());
-#endif
-}
-
-void TestStartup::cleanup()
-{
-    m_home.reset();
-}
-
-QProcessEnvironment TestStartup::environment(const QString &locale) const
-{
-    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    result.insert(QStringLiteral("LC_ALL"), locale);
-    result.insert(QStringLiteral("LANG"), locale);
-    result.remove(QStringLiteral("LANGUAGE"));
-    result.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    result.insert(QStringLiteral("HOME"), m_home->path());
-    result.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
-    result.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
-    result.insert(QStringLiteral("CORVIN_VOLUMES"), QStringLiteral("/nonexistent"));
-    result.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
-    result.insert(QStringLiteral("TEST_REPORT"), path(QStringLiteral("report.json")));
-    return result;
-}
-
-void TestStartup::run(const QProcessEnvironment &environment)
-{
-    QFile::remove(path(QStringLiteral("report.json")));
-    QProcess child;
-    child.setProcessEnvironment(environment);
-    child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--run")});
-    QVERIFY(child.waitForFinished());
-    m_console = QString::fromUtf8(child.readAll());
-    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
-    m_exitCode = child.exitCode();
-    QFile report(path(QStringLiteral("report.json")));
-    QVERIFY2(report.open(QIODevice::ReadOnly), qPrintable(m_console));
-    m_seen = QJsonDocument::fromJson(report.readAll()).object();
-}
+    QProcessEnvironment environment(const QString &locale) const
+    {
+        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+        result.remove("LANGUAGE"_s);
+        for (const char *name : {"LC_ALL", "LANG"})
+            result.insert(QLatin1String(name), locale + ".UTF-8"_s);
+        result.insert("QT_QPA_PLATFORM"_s, "offscreen"_s);
+        result.insert("HOME"_s, home->path());
+        result.insert("XDG_DATA_HOME"_s, home->path("data"_s));
+        result.insert("XDG_CONFIG_HOME"_s, home->path("config"_s));
+        result.insert("CORVIN_VOLUMES"_s, "/nonexistent"_s);
+        return result;
+    }
+    void run(const QString &locale = "it_IT"_s, const Variables &variables = {})
+    {
+        const QString path = home->path("report.json"_s);
+        QFile::remove(path);
+        QProcessEnvironment variablesOfRun = environment(locale);
+        variablesOfRun.insert("TEST_REPORT"_s, path);
+        for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+            variablesOfRun.insert(variable.key(), variable.value());
+        child = runChild({"--run"_s}, variablesOfRun);
+        QCOMPARE(child.exitStatus, QProcess::NormalExit);
+        report = QJsonDocument::fromJson(contentOf(path)).object();
+        QVERIFY2(!report.isEmpty(), qPrintable(child.console));
+    }
+    /// What the user saw; a yes or no is "true" or "false".
+    QString seen(const char *what) const { return report.value(QLatin1String(what)).toVariant().toString(); }
+    bool textsAreItalian() const { return seen("text") == Titles::kStop; }
 
 #ifdef Q_OS_WIN
-QString TestStartup::dataHome() const
-{
-    return QFileInfo(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).path();
-}
-
-QString TestStartup::settingsPlace() const
-{
-    return QStringLiteral("\\\\HKEY_CURRENT_USER\\\\Software\\\\Q-Arte\\\\Corvin4Manager"); // as the log escapes it
-}
-
-void TestStartup::storeLanguageValue(const QString &value)
-{
-    QSettings(kOrganization, kApplication).setValue(QStringLiteral("Application/Language"), value);
-}
-
-QString TestStartup::storedLine() const
-{
-    const QVariant value = QSettings(kOrganization, kApplication).value(QStringLiteral("Application/Language"));
-    return value.isValid() ? QStringLiteral("Language=") + value.toString() : QStringLiteral("no settings");
-}
+    static QString dataHome()
+    {
+        return QFileInfo(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).path();
+    }
+    static QString settingsPlace()
+    {
+        return "\\\\HKEY_CURRENT_USER\\\\Software\\\\Q-Arte\\\\Corvin4Manager"_s; // as the log escapes it
+    }
+    static void storeLanguageValue(const QString &value)
+    {
+        QSettings("Q-Arte"_s, kProgram).setValue(kKey, value);
+    }
+    static QString storedLine()
+    {
+        const QVariant value = QSettings("Q-Arte"_s, kProgram).value(kKey);
+        return value.isValid() ? "Language="_s + value.toString() : "no settings"_s;
+    }
 #else
-QString TestStartup::dataHome() const
-{
-    return path(QStringLiteral("data"));
-}
-
-QString TestStartup::settingsPlace() const
-{
-    return path(QStringLiteral("config/Q-Arte/Corvin4Manager.conf"));
-}
-
-void TestStartup::storeLanguageValue(const QString &value)
-{
-    QVERIFY(QDir().mkpath(path(QStringLiteral("config/Q-Arte"))));
-    QFile settings(path(QStringLiteral("config/Q-Arte/Corvin4Manager.conf")));
-    QVERIFY(settings.open(QIODevice::WriteOnly));
-    settings.write("[Application]\nLanguage=" + value.toUtf8() + '\n');
-}
-
-QString TestStartup::storedLine() const
-{
-    QFile settings(path(QStringLiteral("config/Q-Arte/Corvin4Manager.conf")));
-    if (!settings.open(QIODevice::ReadOnly))
-        return QStringLiteral("no settings file");
-    return QString::fromUtf8(settings.readAll()).trimmed().section(QLatin1Char('\n'), -1);
-}
+    QString dataHome() const
+    {
+        return home->path("data"_s);
+    }
+    QString settingsPlace() const
+    {
+        return home->path(kSettings);
+    }
+    void storeLanguageValue(const QString &value)
+    {
+        home->addFile(kSettings, "[Application]\nLanguage=" + value.toUtf8() + '\n');
+    }
+    QString storedLine() const
+    {
+        return QString::fromUtf8(home->content(kSettings)).trimmed().section(QLatin1Char('\n'), -1);
+    }
 #endif
+    QString logPath() const
+    {
+        return logOfToday(dataHome(), kOwn);
+    }
 
-QStringList TestStartup::logTexts(const QString &executable) const
-{
-    QFile file(dataHome() +
-               QStringLiteral("/%1/log_%2.txt").arg(executable, QDate::currentDate().toString(kDateFormat)));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return {};
-    QStringList texts;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    constexpr int kStampLength = 15;
-    for (const QString &line : lines)
-        texts.append(line.mid(kStampLength));
-    return texts;
-}
+private slots:
+    void init()
+    {
+        home.emplace();
+        home->addFolder("data"_s);
+        home->addFolder("config"_s);
+#ifdef Q_OS_WIN
+        // Both have a fixed place for each user.
+        QSettings("Q-Arte"_s, kProgram).clear();
+        for (const QString &executable : {kOwn, kProgram})
+            QVERIFY(QDir(dataHome() + QLatin1Char('/') + executable).removeRecursively());
+#endif
+    }
 
-void TestStartup::firstStartTakesTheSystemsLanguage_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<bool>("italianTexts");
-    QTest::newRow("English") << QStringLiteral("en_US.UTF-8") << QStringLiteral("en") << false;
-    QTest::newRow("German") << QStringLiteral("de_DE.UTF-8") << QStringLiteral("de") << false;
-    QTest::newRow("Italian") << QStringLiteral("it_IT.UTF-8") << QStringLiteral("it") << true;
-    QTest::newRow("Spanish, no translation") << QStringLiteral("es_ES.UTF-8") << QStringLiteral("es") << true;
-}
+    void languageIsTheStoredOneOrTheSystems_data()
+    {
+        const QString none;
+        columns<QString, QString, QString, QString, bool>("stored", "locale", "value", "button", "italianTexts");
+        row("first start, English", none, "en_US"_s, "lang_en"_s, "EN"_s, false);
+        row("first start, German", none, "de_DE"_s, "lang_de"_s, "DE"_s, false);
+        row("first start, Italian", none, "it_IT"_s, "lang_it"_s, "IT"_s, true);
+        row("first start, Spanish, no translation", none, "es_ES"_s, "lang_es"_s, "ES"_s, true);
+        row("no_set counts as a first start", "no_set"_s, "de_AT"_s, "lang_de"_s, "DE"_s, false);
+        row("stored, known", "lang_de"_s, "en_US"_s, "lang_de"_s, "DE"_s, false);
+        row("stored, without a translation", "lang_fr"_s, "en_US"_s, "lang_fr"_s, "FR"_s, true);
+        row("stored, nonsense", "qwerty"_s, "en_US"_s, "qwerty"_s, "TY"_s, true);
+        row("stored, empty", ""_s, "en_US"_s, QString(), QString(), true);
+    }
+    void languageIsTheStoredOneOrTheSystems()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, locale);
+        QFETCH(QString, value);
+        if (!stored.isNull())
+            storeLanguageValue(stored);
+        run(locale);
+        QCOMPARE(storedLine(), "Language="_s + value);
+        QTEST(seen("button"), "button");
+        QTEST(textsAreItalian(), "italianTexts");
+        QVERIFY(logTexts(logPath()).contains("INF Start Application/Language : \"%1\""_s.arg(value)));
+    }
 
-void TestStartup::firstStartTakesTheSystemsLanguage()
-{
-    QFETCH(QString, locale);
-    QFETCH(QString, code);
-    QFETCH(bool, italianTexts);
-    run(environment(locale));
-    QCOMPARE(storedLine(), QLatin1String("Language=lang_") + code);
-    QCOMPARE(m_seen.value(QLatin1String("button")).toString(), code.toUpper());
-    QCOMPARE(m_seen.value(QLatin1String("text")).toString() == QLatin1String("Interrompi Operazione"), italianTexts);
-}
+    void clickOnTheButtonIsKeptForTheNextStart()
+    {
+        run("es_ES"_s, {{"TEST_CLICKS"_s, "1"_s}});
+        QCOMPARE(storedLine(), "Language=lang_it"_s);
+        QCOMPARE(seen("button"), "IT"_s);
+        run("es_ES"_s);
+        QCOMPARE(seen("button"), "IT"_s);
+    }
 
-void TestStartup::storedLanguageIsTakenAsItStands_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<bool>("italianTexts");
-    QTest::newRow("known") << QStringLiteral("lang_de") << QStringLiteral("DE") << false;
-    QTest::newRow("without a translation") << QStringLiteral("lang_fr") << QStringLiteral("FR") << true;
-    QTest::newRow("nonsense") << QStringLiteral("qwerty") << QStringLiteral("TY") << true;
-    QTest::newRow("empty") << QString() << QString() << true;
-}
+    void logBeginsWithBannerSettingsAndLanguage()
+    {
+        run("en_US"_s);
+        const QStringList expected =
+            bannerOf(seen("log")) + QStringList{"INF Application Settings : \"%1\""_s.arg(settingsPlace()),
+                                                "INF Start Application/Language : \"lang_en\""_s};
+        QCOMPARE(logTexts(logPath()).mid(0, expected.size()), expected);
+    }
 
-void TestStartup::storedLanguageIsTakenAsItStands()
-{
-    QFETCH(QString, value);
-    QFETCH(bool, italianTexts);
-    storeLanguageValue(value);
-    run(environment(QStringLiteral("en_US.UTF-8")));
-    QCOMPARE(storedLine(), QLatin1String("Language=") + value);
-    QTEST(m_seen.value(QLatin1String("button")).toString(), "button");
-    QCOMPARE(m_seen.value(QLatin1String("text")).toString() == QLatin1String("Interrompi Operazione"), italianTexts);
-    QVERIFY(logTexts().contains(QStringLiteral("INF Start Application/Language : \"%1\"").arg(value)));
-}
+    void logLiesInTheFolderOfTheExecutable()
+    {
+        run();
+        QCOMPARE(seen("log"), logPath());
+        QVERIFY(QFileInfo::exists(logPath()));
+        QVERIFY(!QFileInfo::exists(dataHome() + "/Q-Arte"_s));
+        QVERIFY(!QFileInfo::exists(dataHome() + "/Corvin4Manager"_s));
+    }
 
-void TestStartup::noSetCountsAsAFirstStart()
-{
-    storeLanguageValue(QStringLiteral("no_set"));
-    run(environment(QStringLiteral("de_AT.UTF-8")));
-    QCOMPARE(storedLine(), QStringLiteral("Language=lang_de"));
-    QCOMPARE(m_seen.value(QLatin1String("button")).toString(), QStringLiteral("DE"));
-}
+    void twoStartsOfADayShareOneLog()
+    {
+        run();
+        const QStringList first = logTexts(logPath());
+        run();
+        const QStringList both = logTexts(logPath());
+        QCOMPARE(both.mid(0, first.size()), first);
+        QCOMPARE(both.filter("START LOGGING SESSION"_s).size(), 2);
+    }
 
-void TestStartup::clickOnTheButtonIsKeptForTheNextStart()
-{
-    QProcessEnvironment withClick = environment(QStringLiteral("es_ES.UTF-8"));
-    withClick.insert(QStringLiteral("TEST_CLICKS"), QStringLiteral("1"));
-    run(withClick);
-    QCOMPARE(storedLine(), QStringLiteral("Language=lang_it"));
-    QCOMPARE(m_seen.value(QLatin1String("button")).toString(), QStringLiteral("IT"));
+    void everythingIsSetUpWhenTheWindowShows_data()
+    {
+        columns<QByteArray, QString>("what", "value");
+        row("the window has the flags of a plain one", QByteArray("flagsAsPlainWindow"), "true"_s);
+        row("the window has no parent", QByteArray("hasParent"), "false"_s);
+        row("the window has its title", QByteArray("title"), "Corvin4 Manager"_s);
+        row("the organisation is set", QByteArray("organization"), "Q-Arte"_s);
+        row("the application's name is set", QByteArray("application"), kProgram);
+        row("scaling is on", QByteArray("highDpiScaling"), "true"_s);
+        row("sharp pictures are on", QByteArray("highDpiPixmaps"), "true"_s);
+        row("a fractional scale stays as it is", QByteArray("scaleAsItIs"), "true"_s);
+        row("the fonts are loaded", QByteArray("titleFont"), "Bebas Neue"_s);
+        row("the pictures are loaded", QByteArray("background"), "true"_s);
+    }
+    void everythingIsSetUpWhenTheWindowShows()
+    {
+        QFETCH(QByteArray, what);
+        run();
+        QTEST(seen(what.constData()), "value");
+        // Set too late, an attribute is refused with this complaint.
+        QVERIFY(!child.console.contains("must be set before QCoreApplication is created"_s));
+    }
 
-    run(environment(QStringLiteral("es_ES.UTF-8")));
-    QCOMPARE(m_seen.value(QLatin1String("button")).toString(), QStringLiteral("IT"));
-}
+    void exitCodeOfTheEventLoopIsReturned()
+    {
+        run("it_IT"_s, {{"TEST_EXIT_CODE"_s, "7"_s}});
+        QCOMPARE(child.exitCode, 7);
+    }
 
-void TestStartup::logBeginsWithBannerSettingsAndLanguage()
-{
-    run(environment(QStringLiteral("en_US.UTF-8")));
-    const QStringList texts = logTexts();
-    const QString stars = QLatin1String("INF ") + QString(46, QLatin1Char('*'));
-    const QStringList expected = {
-        stars,
-        QStringLiteral("INF ***** START LOGGING SESSION KRT Rel, 3.0 *****"),
-        stars,
-        QStringLiteral("INF WIN : \"%1\"").arg(QSysInfo::productVersion()),
-        QStringLiteral("INF Log File : \"%1\"").arg(m_seen.value(QLatin1String("log")).toString()),
-        QStringLiteral("INF Application Settings : \"%1\"").arg(settingsPlace()),
-        QStringLiteral("INF Start Application/Language : \"lang_en\""),
-    };
-    QCOMPARE(texts.mid(0, expected.size()), expected);
-}
+    void windowIsGoneWhenTheProgramReturns()
+    {
+        run();
+        QVERIFY(child.exitCode != kExitCodeWindowAlive);
+        QCOMPARE(child.exitCode, 0);
+    }
 
-void TestStartup::logLiesInTheFolderOfTheExecutable()
-{
-    run(environment());
-    const QString expected = dataHome() + QStringLiteral("/tst_startup/log_") +
-                             QDate::currentDate().toString(kDateFormat) + QLatin1String(".txt");
-    QCOMPARE(m_seen.value(QLatin1String("log")).toString(), expected);
-    QVERIFY(QFileInfo::exists(expected));
-    QVERIFY(!QFileInfo::exists(dataHome() + QStringLiteral("/Q-Arte")));
-    QVERIFY(!QFileInfo::exists(dataHome() + QStringLiteral("/Corvin4Manager")));
-}
+    void startsWithoutAPlaceForTheLog()
+    {
+        SKIP_ON_WINDOWS("the place of the folder is fixed");
+        run("it_IT"_s, {{"XDG_DATA_HOME"_s, home->addFile("obstacle"_s)}});
+        QCOMPARE(child.exitCode, 0);
+        QCOMPARE(seen("title"), "Corvin4 Manager"_s);
+        QVERIFY(child.console.contains("START LOGGING SESSION"_s));
+    }
 
-void TestStartup::twoStartsOfADayShareOneLog()
-{
-    run(environment());
-    const QStringList first = logTexts();
-    run(environment());
-    QCOMPARE(logTexts().mid(0, first.size()), first);
-    QCOMPARE(logTexts().filter(QStringLiteral("START LOGGING SESSION")).size(), 2);
-}
+    void startsWithoutAPlaceForTheSettings()
+    {
+        SKIP_ON_WINDOWS("the settings are in the registry");
+        run("de_DE"_s, {{"XDG_CONFIG_HOME"_s, home->addFile("obstacle"_s)}});
+        QCOMPARE(child.exitCode, 0);
+        QCOMPARE(seen("button"), "DE"_s);
+    }
 
-void TestStartup::windowIsAPlainTopLevelWindow()
-{
-    run(environment());
-    QVERIFY(m_seen.value(QLatin1String("flagsAsPlainWindow")).toBool());
-    QVERIFY(!m_seen.value(QLatin1String("hasParent")).toBool(true));
-    QCOMPARE(m_seen.value(QLatin1String("title")).toString(), QStringLiteral("Corvin4 Manager"));
-}
-
-void TestStartup::identityIsSet()
-{
-    run(environment());
-    QCOMPARE(m_seen.value(QLatin1String("organization")).toString(), QStringLiteral("Q-Arte"));
-    QCOMPARE(m_seen.value(QLatin1String("application")).toString(), QStringLiteral("Corvin4Manager"));
-}
-
-void TestStartup::highDpiIsPrepared()
-{
-    run(environment());
-    QVERIFY(m_seen.value(QLatin1String("highDpiScaling")).toBool());
-    QVERIFY(m_seen.value(QLatin1String("highDpiPixmaps")).toBool());
-    QVERIFY(m_seen.value(QLatin1String("scaleAsItIs")).toBool());
-    // Set too late, the attribute is refused with this complaint.
-    QVERIFY(!m_console.contains(QStringLiteral("must be set before QCoreApplication is created")));
-}
-
-void TestStartup::fontsAndPicturesAreLoaded()
-{
-    run(environment());
-    QCOMPARE(m_seen.value(QLatin1String("titleFont")).toString(), QStringLiteral("Bebas Neue"));
-    QVERIFY(m_seen.value(QLatin1String("background")).toBool());
-}
-
-void TestStartup::exitCodeOfTheEventLoopIsReturned()
-{
-    QProcessEnvironment withCode = environment();
-    withCode.insert(QStringLiteral("TEST_EXIT_CODE"), QStringLiteral("7"));
-    run(withCode);
-    QCOMPARE(m_exitCode, 7);
-}
-
-void TestStartup::windowIsGoneWhenTheProgramReturns()
-{
-    run(environment());
-    QVERIFY(m_exitCode != kExitCodeWindowAlive);
-    QCOMPARE(m_exitCode, 0);
-}
-
-void TestStartup::startsWithoutAPlaceForTheLog()
-{
-    SKIP_ON_WINDOWS("the place of the folder is fixed");
-    QFile obstacle(path(QStringLiteral("obstacle")));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QProcessEnvironment blocked = environment();
-    blocked.insert(QStringLiteral("XDG_DATA_HOME"), obstacle.fileName());
-    run(blocked);
-    QCOMPARE(m_exitCode, 0);
-    QCOMPARE(m_seen.value(QLatin1String("title")).toString(), QStringLiteral("Corvin4 Manager"));
-    QVERIFY(m_console.contains(QStringLiteral("START LOGGING SESSION")));
-}
-
-void TestStartup::startsWithoutAPlaceForTheSettings()
-{
-    SKIP_ON_WINDOWS("the settings are in the registry");
-    QFile obstacle(path(QStringLiteral("obstacle")));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QProcessEnvironment blocked = environment(QStringLiteral("de_DE.UTF-8"));
-    blocked.insert(QStringLiteral("XDG_CONFIG_HOME"), obstacle.fileName());
-    run(blocked);
-    QCOMPARE(m_exitCode, 0);
-    QCOMPARE(m_seen.value(QLatin1String("button")).toString(), QStringLiteral("DE"));
-}
-
-void TestStartup::programItselfStarts()
-{
-    QProcessEnvironment own = environment(QStringLiteral("en_US.UTF-8"));
-    own.remove(QStringLiteral("TEST_REPORT"));
-    QProcess program;
-    program.setProcessEnvironment(own);
-    program.start(QStringLiteral(CORVIN_PROGRAM), QStringList());
-    QVERIFY(program.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT(logTexts(QStringLiteral("Corvin4Manager"))
-                                 .contains(QStringLiteral("INF Start Application/Language : \"lang_en\"")),
-                             30000);
-    QCOMPARE(program.state(), QProcess::Running);
-    program.kill();
-    QVERIFY(program.waitForFinished());
-}
+    void programItselfStarts()
+    {
+        QProcess program;
+        program.setProcessEnvironment(environment("en_US"_s));
+        program.start(QStringLiteral(CORVIN_PROGRAM), QStringList());
+        QVERIFY(program.waitForStarted());
+        const QString started = "INF Start Application/Language : \"lang_en\""_s;
+        QTRY_VERIFY_WITH_TIMEOUT(logTexts(logOfToday(dataHome(), kProgram)).contains(started), 30000);
+        QCOMPARE(program.state(), QProcess::Running);
+        program.kill();
+        QVERIFY(program.waitForFinished());
+    }
+};
 
 int main(int argc, char **argv)
 {
-    if (argc == 2 && qstrcmp(argv[1], "--run") == 0)
-        return runProgramWithUser(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--run") == 0) {
+        const int code = runCorvin4Manager(argc, argv);
+        return windowOfRun ? kExitCodeWindowAlive : code;
+    }
     const QCoreApplication application(argc, argv);
     TestStartup test;
     return QTest::qExec(&test, argc, argv);

@@ -1,12 +1,7 @@
 #include "pages/check.h"
 
-#include "pagesupport.h"
-#include "support/simulatedplayer.h"
-
-#include <QLabel>
-#include <QtTest>
-
-using namespace PageSupport;
+#include "support/intactplayer.h"
+#include "support/pagetest.h"
 
 namespace {
 constexpr double kScale = 1.25;
@@ -18,23 +13,19 @@ class TestFractionalScale : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { setUp(); }
-    void resultPictureHasTheResolutionOfTheScreen();
+    void resultPictureHasTheResolutionOfTheScreen()
+    {
+        const IntactPlayer player;
+        Check page;
+        page.show();
+        QCOMPARE(page.devicePixelRatioF(), kScale);
+        page.runCheck(player.root());
+        // Any other resolution is drawn without smoothing, with jagged edges.
+        const QPixmap shown = child<QLabel>(page, "label_descr")->pixmap(Qt::ReturnByValue);
+        QCOMPARE(shown.devicePixelRatioF(), kScale);
+        QCOMPARE(shown.size(), QSize(200, 200));
+    }
 };
-
-void TestFractionalScale::resultPictureHasTheResolutionOfTheScreen()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    Check page;
-    page.show();
-    QCOMPARE(page.devicePixelRatioF(), kScale);
-    page.runCheck(player.root());
-    // Any other resolution is drawn without smoothing, with jagged edges.
-    const QPixmap shown = child<QLabel>(page, "label_descr")->pixmap(Qt::ReturnByValue);
-    QCOMPARE(shown.devicePixelRatioF(), kScale);
-    QCOMPARE(shown.size(), QSize(200, 200));
-}
 
 int main(int argc, char **argv)
 {
@@ -43,6 +34,8 @@ int main(int argc, char **argv)
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+    loadResources();
+    registerEmbeddedFonts();
     TestFractionalScale test;
     return QTest::qExec(&test, argc, argv);
 }

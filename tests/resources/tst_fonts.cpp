@@ -1,14 +1,6 @@
 #include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFontDatabase>
-#include <QFontInfo>
-#include <QRawFont>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "support/testing.h"
 
 namespace {
 
@@ -25,10 +17,11 @@ QByteArray fingerprintOf(const QRawFont &font)
 QString fileOf(const QFont &font)
 {
     const QByteArray wanted = fingerprintOf(QRawFont::fromFont(font));
-    const QDir folder(QStringLiteral(":/fonts/"));
-    for (const QString &name : folder.entryList(QDir::Files))
-        if (!wanted.isEmpty() && fingerprintOf(QRawFont(folder.filePath(name), kPixels)) == wanted)
+    const QStringList names = QDir(":/fonts/"_s).entryList(QDir::Files);
+    for (const QString &name : names) {
+        if (!wanted.isEmpty() && fingerprintOf(QRawFont(":/fonts/"_s + name, kPixels)) == wanted)
             return name;
+    }
     return QString();
 }
 
@@ -45,100 +38,66 @@ QStringList realFamilies()
 } // namespace
 
 /// The embedded fonts on a machine that has no fonts at all: what is found can only come out of the program.
-class TstFonts : public QObject
+class TestFonts : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void machineHasNoFontsOfItsOwn();
-    void threeFilesAreEmbedded();
-    void familiesResolveToTheEmbeddedFiles_data();
-    void familiesResolveToTheEmbeddedFiles();
-    void sharedFontsAreDrawnByTheEmbeddedFiles();
-    void titleFontHasTheCapitalsOfAllLanguages();
+    void initTestCase() { loadResources(); }
+
+    void machineHasNoFontsOfItsOwn()
+    {
+        const QStringList before = realFamilies();
+        registerEmbeddedFonts();
+        QCOMPARE(before, QStringList());
+        QCOMPARE(realFamilies(), QStringList({"Bebas Neue"_s, "Liberation Sans"_s}));
+    }
+
+    void threeFilesAreEmbedded()
+    {
+        const QStringList names = QDir(":/fonts/"_s).entryList(QDir::Files, QDir::Name);
+        QCOMPARE(names, words("BebasNeue.otf helr45w.ttf helr75w.ttf"));
+    }
+
+    void sharedFontIsDrawnByItsEmbeddedFile_data()
+    {
+        const SharedFonts &fonts = sharedFonts();
+        columns<QFont, QString, QString>("font", "resolved", "file");
+        row("fontText10", fonts.fontText10, "Liberation Sans"_s, "helr45w.ttf"_s);
+        row("fontText10Bold", fonts.fontText10Bold, "Liberation Sans"_s, "helr75w.ttf"_s);
+        row("fontText11", fonts.fontText11, "Liberation Sans"_s, "helr45w.ttf"_s);
+        row("fontText11Bold", fonts.fontText11Bold, "Liberation Sans"_s, "helr75w.ttf"_s);
+        row("fontText13", fonts.fontText13, "Liberation Sans"_s, "helr45w.ttf"_s);
+        row("fontTitle14", fonts.fontTitle14, "Bebas Neue"_s, "BebasNeue.otf"_s);
+        row("fontTitle18", fonts.fontTitle18, "Bebas Neue"_s, "BebasNeue.otf"_s);
+        row("fontTitle22", fonts.fontTitle22, "Bebas Neue"_s, "BebasNeue.otf"_s);
+    }
+    void sharedFontIsDrawnByItsEmbeddedFile()
+    {
+        QFETCH(QFont, font);
+        QTEST(QFontInfo(font).family(), "resolved");
+        QTEST(fileOf(font), "file");
+    }
+
+    void titleFontHasTheCapitalsOfAllLanguages()
+    {
+        const QRawFont title(":/fonts/BebasNeue.otf"_s, kPixels);
+        QVERIFY(title.isValid());
+        for (const QChar letter : "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789ÀÈÉÌÒÙÄÖÜß'/!?.,:[]()"_s)
+            QVERIFY2(title.supportsCharacter(letter), qPrintable(QString(letter)));
+    }
 };
-
-void TstFonts::initTestCase()
-{
-    loadResources();
-}
-
-void TstFonts::machineHasNoFontsOfItsOwn()
-{
-    const QStringList before = realFamilies();
-    registerEmbeddedFonts();
-    QCOMPARE(before, QStringList());
-    QCOMPARE(realFamilies(), QStringList({QStringLiteral("Bebas Neue"), QStringLiteral("Liberation Sans")}));
-}
-
-void TstFonts::threeFilesAreEmbedded()
-{
-    const QStringList names = QDir(QStringLiteral(":/fonts/")).entryList(QDir::Files, QDir::Name);
-    QCOMPARE(names, QStringList({QStringLiteral("BebasNeue.otf"), QStringLiteral("helr45w.ttf"),
-                                 QStringLiteral("helr75w.ttf")}));
-}
-
-void TstFonts::familiesResolveToTheEmbeddedFiles_data()
-{
-    QTest::addColumn<QString>("family");
-    QTest::addColumn<int>("weight");
-    QTest::addColumn<QString>("resolved");
-    QTest::addColumn<QString>("file");
-    QTest::newRow("text") << QStringLiteral("Helvetica") << int(QFont::Normal) << QStringLiteral("Liberation Sans")
-                          << QStringLiteral("helr45w.ttf");
-    QTest::newRow("bold text") << QStringLiteral("Helvetica") << int(QFont::Bold) << QStringLiteral("Liberation Sans")
-                               << QStringLiteral("helr75w.ttf");
-    QTest::newRow("title") << QStringLiteral("Bebas Neue") << int(QFont::Normal) << QStringLiteral("Bebas Neue")
-                           << QStringLiteral("BebasNeue.otf");
-}
-
-void TstFonts::familiesResolveToTheEmbeddedFiles()
-{
-    QFETCH(QString, family);
-    QFETCH(int, weight);
-    QFETCH(QString, resolved);
-    QFETCH(QString, file);
-    const QFont font(family, 18, weight);
-    QCOMPARE(QFontInfo(font).family(), resolved);
-    QCOMPARE(fileOf(font), file);
-}
-
-void TstFonts::sharedFontsAreDrawnByTheEmbeddedFiles()
-{
-    const SharedFonts &fonts = sharedFonts();
-    const QString text = QStringLiteral("helr45w.ttf");
-    const QString bold = QStringLiteral("helr75w.ttf");
-    const QString title = QStringLiteral("BebasNeue.otf");
-    QCOMPARE(fileOf(fonts.fontText10), text);
-    QCOMPARE(fileOf(fonts.fontText10Bold), bold);
-    QCOMPARE(fileOf(fonts.fontText11), text);
-    QCOMPARE(fileOf(fonts.fontText11Bold), bold);
-    QCOMPARE(fileOf(fonts.fontText13), text);
-    QCOMPARE(fileOf(fonts.fontTitle14), title);
-    QCOMPARE(fileOf(fonts.fontTitle18), title);
-    QCOMPARE(fileOf(fonts.fontTitle22), title);
-}
-
-void TstFonts::titleFontHasTheCapitalsOfAllLanguages()
-{
-    const QRawFont title(QStringLiteral(":/fonts/BebasNeue.otf"), kPixels);
-    QVERIFY(title.isValid());
-    const QString needed = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789ÀÈÉÌÒÙÄÖÜß'/!?.,:[]()");
-    for (const QChar letter : needed)
-        QVERIFY2(title.supportsCharacter(letter), qPrintable(QString(letter)));
-}
 
 int main(int argc, char **argv)
 {
     const QTemporaryDir folder;
-    QFile config(folder.filePath(QStringLiteral("fonts.conf")));
+    QFile config(folder.filePath("fonts.conf"_s));
     if (!config.open(QIODevice::WriteOnly) || config.write("<fontconfig/>\n") < 0)
         return 1;
     config.close();
     qputenv("FONTCONFIG_FILE", QFile::encodeName(config.fileName()));
     QApplication application(argc, argv);
-    TstFonts test;
+    TestFonts test;
     return QTest::qExec(&test, argc, argv);
 }
 
