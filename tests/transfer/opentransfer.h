@@ -75,18 +75,6 @@ private:
     Qt::KeyboardModifiers m_modifiers;
 };
 
-/// What was written down, without Qt's own warnings, of style sheets and of what a screen lacks: the page itself warns
-/// of nothing.
-inline QStringList toldTo(SignalRecorder &recorder)
-{
-    QStringList lines = recorder.lines();
-    for (const LogCapture::Line &line : recorder.log().lines()) {
-        if (line.type == QtWarningMsg)
-            lines.removeOne("log "_s + line.text);
-    }
-    return lines;
-}
-
 /// The transfer page in the state in which a user drops: shown, prepared for a player, and "ESPLORA PC" pressed.
 class OpenTransfer
 {
@@ -96,10 +84,11 @@ public:
         page.resize(1100, 640);
         page.prepare(deviceRoot);
         page.show();
-        page.on_pButPc_clicked();
+        click(page, "pButPc");
+        opening = told();
+        recorder.clear();
         if (!QTest::qWaitForWindowExposed(&page))
             failTest("the page does not come up"_s);
-        recorder.clear();
     }
 
     QTableView *table() const { return child<QTableView>(page, "tableView"); }
@@ -138,8 +127,17 @@ public:
                int(tree()->signalsBlocked()) + int(tree()->model()->signalsBlocked());
     }
 
-    /// What the page has told since it is open, or since the recorder was cleared.
-    QStringList told() { return toldTo(recorder); }
+    /// What the page has told since it is open, without Qt's own warnings, of style sheets and of what a screen lacks:
+    /// the page itself warns of nothing.
+    QStringList told()
+    {
+        QStringList lines = recorder.lines();
+        for (const LogCapture::Line &line : recorder.log().lines()) {
+            if (line.type == QtWarningMsg)
+                lines.removeOne("log "_s + line.text);
+        }
+        return lines;
+    }
     bool hasTold(const QString &line) { return recorder.count(line) > 0; }
     bool hasLogged(const QString &text) const { return recorder.log().contains(text); }
     /// How many files the log says were not copied.
@@ -190,6 +188,7 @@ public:
     PcFolder pc;
     Transfer page;
     SignalRecorder recorder{page};
+    QStringList opening; ///< what the page told until it was open
 
 private:
     QPoint centreOf(const QWidget *widget) const { return widget->mapTo(&page, widget->rect().center()); }
