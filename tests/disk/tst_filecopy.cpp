@@ -134,11 +134,12 @@ private slots:
 
     void replacedFileHasTheNewContentAndNoOtherFileIsLeft_data()
     {
-        columns<QString, QByteArray, QString>("name", "content", "beside");
-        row("small", "old"_s, QByteArray("new"), "beside"_s);
-        row("several blocks", "old"_s, pattern(2 * kBlock), "beside"_s);
-        row("names that are taken are passed by", "old"_s, QByteArray("new"), "corvin4-copy0.tmp"_s);
-        row("longest name", QString(251, QLatin1Char('n')) + ".mid"_s, QByteArray("new"), "beside"_s);
+        columns<QString, QByteArray, QString, bool>("name", "content", "beside", "readOnly");
+        row("small", "old"_s, QByteArray("new"), "beside"_s, false);
+        row("several blocks", "old"_s, pattern(2 * kBlock), "beside"_s, false);
+        row("names that are taken are passed by", "old"_s, QByteArray("new"), "corvin4-copy0.tmp"_s, false);
+        row("longest name", QString(251, QLatin1Char('n')) + ".mid"_s, QByteArray("new"), "beside"_s, false);
+        row("read-only file", "old"_s, QByteArray("new"), "beside"_s, true);
     }
 
     void replacedFileHasTheNewContentAndNoOtherFileIsLeft()
@@ -146,17 +147,12 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         QFETCH(QString, beside);
+        QFETCH(bool, readOnly);
         const Folder folder({{"source"_s, content}, {name, "old"}, {beside, "left over"}});
+        if (readOnly)
+            QVERIFY(QFile::setPermissions(folder.path(name), QFile::ReadOwner | QFile::ReadUser));
         QCOMPARE(replaceFile(folder.path("source"_s), folder.path(name)), CopyResult::Copied);
         QCOMPARE(folder.now(), (Files{{"source"_s, content}, {name, content}, {beside, "left over"}}));
-    }
-
-    void readOnlyFileIsReplaced()
-    {
-        const Folder folder({{"source"_s, "new"}, {"old"_s, "old"}});
-        QVERIFY(QFile::setPermissions(folder.path("old"_s), QFileDevice::ReadOwner | QFileDevice::ReadUser));
-        QCOMPARE(replaceFile(folder.path("source"_s), folder.path("old"_s)), CopyResult::Copied);
-        QCOMPARE(folder.content("old"_s), QByteArray("new"));
     }
 
     void sameFileIsKnownThroughLinks()

@@ -23,8 +23,7 @@ private slots:
     {
         QFETCH(int, milliseconds);
         bool called = false;
-        const auto event = [&called] { called = true; };
-        QMetaObject::invokeMethod(this, event, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [&called] { called = true; });
         QElapsedTimer clock;
         clock.start();
         waitMs(milliseconds);

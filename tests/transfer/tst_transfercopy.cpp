@@ -3,11 +3,7 @@
 namespace {
 
 const QString kCounting = "Conteggio numero file da trasferire ..."_s;
-
-QString copying(int files)
-{
-    return "label Copia di %1 file su Corvin4 in corso ..."_s.arg(files);
-}
+const QString kCopying = "label Copia di %1 file su Corvin4 in corso ..."_s;
 
 /// STOP is confirmed while the file of this number is being counted as copied.
 void stopAt(OpenTransfer &open, int file)
@@ -26,9 +22,10 @@ class TestTransferCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void droppedFilesAndFoldersArrive()
+    void droppedFilesAndFoldersArriveAndAreShown()
     {
         OpenForPlayer open;
+        QVERIFY(open.row("My Songs"_s).isValid());
         open.pc.addFile("album/one.mid"_s, "1");
         open.pc.addFile("album/disc 2/two.mid"_s, "22");
         open.pc.addFile("loose.mp3"_s, "333");
@@ -37,6 +34,9 @@ private slots:
         open.drop({open.pc.path("album"_s), open.pc.path("loose.mp3"_s)});
         QCOMPARE(contentBelow(open.player.root()), songs);
         QCOMPARE(contentBelow(open.pc.path()), songs);
+        QTRY_COMPARE(open.names(), (QStringList{"album"_s, "My Songs"_s, "loose.mp3"_s}));
+        QVERIFY(open.tree()->isExpanded(open.top()));
+        QTRY_COMPARE(open.tree()->model()->rowCount(open.top()), 2);
     }
 
     void dropTellsItsStepsInOrderAndLeavesTheStyleAsItWas()
@@ -47,7 +47,7 @@ private slots:
         QCOMPARE(open.told(),
                  (QStringList{"min 0"_s, "max 0"_s, "value 0"_s, "visible 1"_s, "label "_s + kCounting,
                               "log Transfer : Start trasferimento in  \"%1\""_s.arg(open.player.root()),
-                              "log Transfer : N. Files   2"_s, "max 2"_s, "format %v"_s, copying(2), "increase"_s,
+                              "log Transfer : N. Files   2"_s, "max 2"_s, "format %v"_s, kCopying.arg(2), "increase"_s,
                               "increase"_s, "log Transfer : Fine Copia"_s, kEnd, "stop 0"_s}));
         QVERIFY(open.recorder.log().contains(QtInfoMsg, "Transfer : Fine Copia"_s));
         QVERIFY(!open.page.busy);
@@ -67,23 +67,16 @@ private slots:
         QVERIFY(!open.table()->selectionModel()->hasSelection());
     }
 
-    void dropOnAFileRowGoesIntoTheCurrentFolder()
+    void dropGoesIntoTheFolderChosenInTheTreeAlsoOverAFileRow()
     {
         OpenForPlayer open({"My Songs/there.mid"_s});
-        open.enter("My Songs"_s);
-        open.dropAt(open.overRow("there.mid"_s), {open.pc.addFile("a.mid"_s)});
-        QCOMPARE(open.player.files(), (QStringList{"My Songs/a.mid"_s, "My Songs/there.mid"_s}));
-        QCOMPARE(open.page.currentFolder, open.player.path("My Songs"_s));
-    }
-
-    void dropGoesIntoTheFolderChosenInTheTree()
-    {
-        OpenForPlayer open;
         const QAbstractItemModel *model = open.tree()->model();
         QTRY_COMPARE(model->rowCount(open.top()), 1);
         open.page.on_treeView_clicked(model->index(0, 0, open.top()));
         open.dropNew(words("a.mid"));
-        QCOMPARE(open.player.files(), QStringList{"My Songs/a.mid"_s});
+        open.dropAt(open.overRow("there.mid"_s), {open.pc.addFile("b.mid"_s)});
+        QCOMPARE(open.player.files(), (QStringList{"My Songs/a.mid"_s, "My Songs/b.mid"_s, "My Songs/there.mid"_s}));
+        QCOMPARE(open.page.currentFolder, open.player.path("My Songs"_s));
     }
 
     void namesOfAllKindsArrive_data()
@@ -125,7 +118,7 @@ private slots:
         QFETCH(int, tries);
         OpenForPlayer open;
         open.dropNew(files, dropped);
-        QVERIFY(open.hasTold(copying(1)));
+        QVERIFY(open.hasTold(kCopying.arg(1)));
         QCOMPARE(open.recorder.count("increase"_s), tries);
         const QString missing = "!QFile::copy - src : \"%1\""_s.arg(open.pc.path("missing.mid"_s));
         QCOMPARE(open.recorder.log().contains(QtDebugMsg, missing), dropped.contains("missing.mid"_s));
@@ -137,7 +130,7 @@ private slots:
         OpenForPlayer open;
         open.drop({open.pc.addFolder("empty"_s)});
         QVERIFY(QFileInfo(open.player.path("empty"_s)).isDir());
-        QVERIFY(open.hasTold(copying(0)));
+        QVERIFY(open.hasTold(kCopying.arg(0)));
         QCOMPARE(open.recorder.count("max 0"_s), 2);
         QCOMPARE(open.recorder.count("increase"_s), 0);
         QVERIFY(open.page.isFinishPending());
@@ -299,16 +292,6 @@ private slots:
         QCOMPARE(pending, (QList<bool>{true, false, true})); // counting, copying, at the end
     }
 
-    void tableAndTreeFollowAfterTheCopy()
-    {
-        OpenForPlayer open;
-        QVERIFY(open.row("My Songs"_s).isValid());
-        open.dropNew({"New album/one.mid"_s, "z.mid"_s}, {"New album"_s, "z.mid"_s});
-        QTRY_COMPARE(open.names(), (QStringList{"My Songs"_s, "New album"_s, "z.mid"_s}));
-        QVERIFY(open.tree()->isExpanded(open.top()));
-        QTRY_COMPARE(open.tree()->model()->rowCount(open.top()), 2);
-    }
-
     void windowAnswersDuringOneLargeFile()
     {
         OpenForPlayer open;
@@ -335,7 +318,7 @@ private slots:
         QVERIFY(QFile::link(target, open.pc.path("album/two.mid"_s)));
         QVERIFY(QFile::link(open.pc.path("elsewhere"_s), open.pc.path("album/more"_s)));
         open.dropNew(words("album/one.mid"), words("album"));
-        QVERIFY(open.hasTold(copying(1)));
+        QVERIFY(open.hasTold(kCopying.arg(1)));
         QCOMPARE(open.recorder.count("increase"_s), 3);
         QCOMPARE(open.player.content("album/two.mid"_s), QByteArray("linked"));
         QCOMPARE(open.player.content("album/more/linked.mid"_s), QByteArray("linked"));

@@ -97,19 +97,13 @@ private slots:
         QCOMPARE(player.files().size(), 9);
     }
 
-    void playerPulledBeforeTheDrop()
+    void playerPulledBeforeTheDropTakesTheNextOnceItIsBack()
     {
         NEED_VOLUME(32);
         QVERIFY(player.volume->pull());
         player.dropSongs(2);
         QCOMPARE(player.open->notCopied(), 2);
         QCOMPARE(entriesBelow(player.root()), QStringList());
-    }
-
-    void playerPluggedInAgainTakesTheNextDrop()
-    {
-        NEED_VOLUME(32);
-        QVERIFY(player.volume->pull());
         // Another volume takes the number that the player had.
         const ExFatVolume other(16, "OTHER"_s);
         QVERIFY(player.volume->mount());
@@ -155,10 +149,8 @@ private slots:
         QVERIFY(player.open->hasTold(kEnd));
         const QStringList arrived = player.files();
         QVERIFY(!arrived.isEmpty() && arrived.size() < 12);
-        for (const QString &name : arrived) {
-            QCOMPARE(player.content(name).size(), 2 * kMegabyte);
+        for (const QString &name : arrived)
             QCOMPARE(player.content(name), player.open->pc.content(name));
-        }
         QCOMPARE(player.open->notCopied(), 12 - arrived.size());
     }
 
