@@ -1,10 +1,8 @@
 #include "disk/aside.h"
 
-#include <QSemaphore>
-#include <QTest>
-#include <QThread>
+#include "support/testing.h"
 
-class tst_Aside : public QObject
+class TestAside : public QObject
 {
     Q_OBJECT
 
@@ -22,13 +20,12 @@ private slots:
     {
         constexpr int kLongestMs = 30000;
         QSemaphore seen;
-        QMetaObject::invokeMethod(
-            this, [&seen] { seen.release(); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [&seen] { seen.release(); });
         bool released = false;
         doAside([&] { released = seen.tryAcquire(1, kLongestMs); });
         QVERIFY(released);
     }
 };
 
-QTEST_MAIN(tst_Aside)
+QTEST_MAIN(TestAside)
 #include "tst_aside.moc"

@@ -1,21 +1,16 @@
 #include "disk/filecopy.h"
 
+#include "support/files.h"
+#include "support/limits.h"
 #include "support/platform.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#endif
+#include "support/testing.h"
 
 namespace {
 
 constexpr int kBlock = 1024 * 1024;
+const QString kUnreadable = "/proc/self/mem"_s; // a regular file whose first byte cannot be read
+
+using Files = QMap<QString, QByteArray>;
 
 QByteArray pattern(int size)
 {
@@ -25,268 +20,183 @@ QByteArray pattern(int size)
     return bytes;
 }
 
+/// A folder with these files.
+struct Folder : PcFolder
+{
+    explicit Folder(const Files &files)
+    {
+        for (auto file = files.cbegin(); file != files.cend(); ++file)
+            addFile(file.key(), file.value());
+    }
+    Files now() const { return contentBelow(path()); }
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(CopyResult)
 
 class TestFileCopy : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void contentArrivesWhatever_data();
-    void contentArrivesWhatever();
-    void eventsAreProcessedBetweenBlocksOnly_data();
-    void eventsAreProcessedBetweenBlocksOnly();
-    void permissionsAreCopied();
-    void existingDestinationIsNeverTouched();
-    void existingDestinationComesBeforeAnUnreadableSource();
-    void unreadableSourceLeavesNothing_data();
-    void unreadableSourceLeavesNothing();
-    void missingFolderCannotTakeAFile();
-    void fullDiskLeavesNothingHalfWritten();
-    void replacedFileHasTheNewContent();
-    void readOnlyFileIsReplaced();
-    void replacingLeavesNoOtherFile();
-    void replacingPassesByNamesThatAreTaken();
-    void longestNameCanBeReplaced();
-    void replacingByAnUnreadableSourceKeepsTheOldFile();
-    void folderIsNeverReplaced();
-    void fileIsNeverReplacedByItself();
-    void sameFileIsKnownThroughLinks();
+    void contentArrivesWhatever_data()
+    {
+        columns<int, int>("size", "rounds");
+        row("empty", 0, 0);
+        row("1 byte", 1, 0);
+        row("a block less 1", kBlock - 1, 0);
+        row("a block", kBlock, 0);
+        row("a block and 1", kBlock + 1, 1);
+        row("two blocks", 2 * kBlock, 1);
+        row("three blocks", 3 * kBlock, 2);
+        row("three blocks and 7", 3 * kBlock + 7, 3);
+    }
 
-private:
-    QString path(const QString &name) const { return m_dir->filePath(name); }
-    QString write(const QString &name, const QByteArray &content) const;
-    QByteArray read(const QString &name) const;
-    QStringList names() const { return QDir(m_dir->path()).entryList(QDir::Files, QDir::Name); }
+    void contentArrivesWhatever()
+    {
+        QFETCH(int, size);
+        QFETCH(int, rounds);
+        const QByteArray content = pattern(size);
+        const Folder folder({{"source"_s, content}});
+        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy"_s)), CopyResult::Copied);
+        int seen = 0; // events are processed between blocks only
+        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy 2"_s), [&seen] { return ++seen > 0; }), CopyResult::Copied);
+        QCOMPARE(seen, rounds);
+        QCOMPARE(folder.now(), (Files{{"source"_s, content}, {"copy"_s, content}, {"copy 2"_s, content}}));
+    }
 
-    QScopedPointer<QTemporaryDir> m_dir;
-};
+    void permissionsAreCopied()
+    {
+        const Folder folder({{"source"_s, "x"}});
+        const QFile::Permissions wanted = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QVERIFY(QFile::setPermissions(folder.path("source"_s), wanted));
+        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy"_s)), CopyResult::Copied);
+        QCOMPARE(QFile::permissions(folder.path("copy"_s)), QFile::permissions(folder.path("source"_s)));
+    }
 
-void TestFileCopy::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    QVERIFY(m_dir->isValid());
-}
-
-QString TestFileCopy::write(const QString &name, const QByteArray &content) const
-{
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        QTest::qFail("cannot write", __FILE__, __LINE__);
-    return path(name);
-}
-
-QByteArray TestFileCopy::read(const QString &name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(missing)");
-}
-
-void TestFileCopy::contentArrivesWhatever_data()
-{
-    QTest::addColumn<int>("size");
-    const QList<int> sizes = {0, 1, kBlock - 1, kBlock, kBlock + 1, 2 * kBlock, 3 * kBlock + 7};
-    for (int size : sizes)
-        QTest::addRow("%d bytes", size) << size;
-}
-
-void TestFileCopy::contentArrivesWhatever()
-{
-    QFETCH(int, size);
-    const QString source = write(QStringLiteral("source"), pattern(size));
-    QCOMPARE(copyFile(source, path(QStringLiteral("copy"))), CopyResult::Copied);
-    QCOMPARE(read(QStringLiteral("copy")), pattern(size));
-    QCOMPARE(read(QStringLiteral("source")), pattern(size));
-}
-
-void TestFileCopy::eventsAreProcessedBetweenBlocksOnly_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("rounds");
-    QTest::newRow("empty") << 0 << 0;
-    QTest::newRow("one block") << kBlock << 0;
-    QTest::newRow("two blocks") << kBlock + 1 << 1;
-    QTest::newRow("three blocks") << 3 * kBlock << 2;
-}
-
-void TestFileCopy::eventsAreProcessedBetweenBlocksOnly()
-{
-    QFETCH(int, size);
-    QFETCH(int, rounds);
-    int seen = 0;
-    const QString source = write(QStringLiteral("source"), pattern(size));
-    QCOMPARE(copyFile(source, path(QStringLiteral("copy")), [&seen] { return ++seen > 0; }), CopyResult::Copied);
-    QCOMPARE(seen, rounds);
-}
-
-void TestFileCopy::permissionsAreCopied()
-{
-    const QString source = write(QStringLiteral("source"), "x");
-    const QFile::Permissions wanted = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    QVERIFY(QFile::setPermissions(source, wanted));
-    QCOMPARE(copyFile(source, path(QStringLiteral("copy"))), CopyResult::Copied);
-    QCOMPARE(QFile::permissions(path(QStringLiteral("copy"))), QFile::permissions(source));
-}
-
-void TestFileCopy::existingDestinationIsNeverTouched()
-{
-    const QString source = write(QStringLiteral("source"), "new");
-    const QString old = write(QStringLiteral("old"), "old content");
-    QCOMPARE(copyFile(source, old), CopyResult::DestinationExists);
-    QCOMPARE(read(QStringLiteral("old")), QByteArrayLiteral("old content"));
-    QVERIFY(QDir().mkpath(path(QStringLiteral("folder"))));
-    QCOMPARE(copyFile(source, path(QStringLiteral("folder"))), CopyResult::DestinationExists);
-}
-
-void TestFileCopy::existingDestinationComesBeforeAnUnreadableSource()
-{
-    const QString old = write(QStringLiteral("old"), "old content");
-    QCOMPARE(copyFile(path(QStringLiteral("missing")), old), CopyResult::DestinationExists);
-    QCOMPARE(read(QStringLiteral("old")), QByteArrayLiteral("old content"));
-}
-
-void TestFileCopy::unreadableSourceLeavesNothing_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("missing") << QStringLiteral("missing");
-    QTest::newRow("a folder") << QStringLiteral("folder");
+    void refusalChangesNothing_data()
+    {
+        columns<bool, QString, QString, CopyResult>("replace", "source", "destination", "result");
+        row("existing file", false, "source"_s, "old"_s, CopyResult::DestinationExists);
+        row("existing folder", false, "source"_s, "folder"_s, CopyResult::DestinationExists);
+        row("existing file before an unreadable source", false, "none"_s, "old"_s, CopyResult::DestinationExists);
+        row("missing folder cannot take a file", false, "source"_s, "none/copy"_s, CopyResult::NotCreated);
+        row("source is missing", false, "none"_s, "copy"_s, CopyResult::SourceUnreadable);
+        row("source is a folder", false, "folder"_s, "copy"_s, CopyResult::SourceUnreadable);
+        row("missing source keeps the old file", true, "none"_s, "old"_s, CopyResult::SourceUnreadable);
+        row("folder is never replaced", true, "source"_s, "folder"_s, CopyResult::DestinationExists);
 #ifdef Q_OS_UNIX
-    QTest::newRow("dangling link") << QStringLiteral("link");
-    QTest::newRow("a pipe nobody writes to") << QStringLiteral("pipe");
-    QTest::newRow("opens, but does not read") << QStringLiteral("memory");
+        row("source is a dangling link", false, "dangling"_s, "copy"_s, CopyResult::SourceUnreadable);
+        row("source is a pipe nobody writes to", false, "pipe"_s, "copy"_s, CopyResult::SourceUnreadable);
+        row("source opens, but does not read", false, kUnreadable, "copy"_s, CopyResult::SourceUnreadable);
+        row("unreadable source keeps the old file", true, kUnreadable, "old"_s, CopyResult::SourceUnreadable);
+        row("file is never replaced by itself", true, "old"_s, "old"_s, CopyResult::DestinationExists);
+        row("file is never replaced by a link to it", true, "link"_s, "old"_s, CopyResult::DestinationExists);
 #endif
-}
+    }
 
-void TestFileCopy::unreadableSourceLeavesNothing()
-{
-    QFETCH(QString, kind);
-    QString source = path(kind);
-    if (kind == QLatin1String("link"))
-        QVERIFY(QFile::link(path(QStringLiteral("nothing")), source));
-    else if (kind == QLatin1String("folder"))
-        QVERIFY(QDir().mkpath(source));
+    void refusalChangesNothing()
+    {
+        QFETCH(bool, replace);
+        QFETCH(QString, source);
+        QFETCH(QString, destination);
+        QFETCH(CopyResult, result);
+        Folder folder({{"source"_s, "new"}, {"old"_s, "old"}});
+        folder.addFolder("folder"_s);
 #ifdef Q_OS_UNIX
-    else if (kind == QLatin1String("pipe"))
-        QCOMPARE(::mkfifo(QFile::encodeName(source).constData(), 0600), 0);
-    else if (kind == QLatin1String("memory"))
-        source = QStringLiteral("/proc/self/mem"); // a regular file whose first byte cannot be read
+        QVERIFY(QFile::link(folder.path("nothing"_s), folder.path("dangling"_s)));
+        QVERIFY(QFile::link(folder.path("old"_s), folder.path("link"_s)));
+        QVERIFY(runProgram("mkfifo"_s, {folder.path("pipe"_s)}));
 #endif
-    QCOMPARE(copyFile(source, path(QStringLiteral("copy"))), CopyResult::SourceUnreadable);
-    QVERIFY(!QFileInfo::exists(path(QStringLiteral("copy"))));
-}
+        const QStringList before = entriesBelow(folder.path());
+        const QString from = source == kUnreadable ? source : folder.path(source);
+        QCOMPARE((replace ? replaceFile(from, folder.path(destination)) : copyFile(from, folder.path(destination))),
+                 result);
+        QCOMPARE(entriesBelow(folder.path()), before);
+        QCOMPARE(folder.content("source"_s), QByteArray("new"));
+        QCOMPARE(folder.content("old"_s), QByteArray("old"));
+    }
 
-void TestFileCopy::missingFolderCannotTakeAFile()
-{
-    const QString source = write(QStringLiteral("source"), "x");
-    QCOMPARE(copyFile(source, path(QStringLiteral("no folder/copy"))), CopyResult::NotCreated);
-    QVERIFY(!QFileInfo::exists(path(QStringLiteral("no folder"))));
-}
-
-void TestFileCopy::fullDiskLeavesNothingHalfWritten()
-{
+    void fullDiskLeavesNothingHalfWritten()
+    {
 #ifdef Q_OS_UNIX
-    const QString source = write(QStringLiteral("source"), pattern(3 * kBlock));
-    rlimit before = {};
-    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto oldHandler = ::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = before;
-    small.rlim_cur = rlim_t(2) * kBlock;
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const CopyResult result = copyFile(source, path(QStringLiteral("copy")));
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, oldHandler);
-    QCOMPARE(result, CopyResult::NotWritten);
-    QCOMPARE(names(), QStringList{QStringLiteral("source")});
+        const Folder folder({{ "source"_s, pattern(3 * kBlock) }});
+        std::optional<FullDisk> full(rlim_t(2) * kBlock);
+        const CopyResult result = copyFile(folder.path("source"_s), folder.path("copy"_s));
+        full.reset();
+        QCOMPARE(result, CopyResult::NotWritten);
+        QCOMPARE(folder.files(), words("source"));
 #else
-    QSKIP("No limit on the size of a file here");
+        QSKIP("No limit on the size of a file here");
 #endif
-}
+    }
 
-void TestFileCopy::replacedFileHasTheNewContent()
-{
-    const QString source = write(QStringLiteral("source"), pattern(2 * kBlock));
-    const QString old = write(QStringLiteral("old"), "old");
-    QCOMPARE(replaceFile(source, old), CopyResult::Copied);
-    QCOMPARE(read(QStringLiteral("old")), pattern(2 * kBlock));
-    QCOMPARE(read(QStringLiteral("source")), pattern(2 * kBlock));
-}
+    void replacedFileHasTheNewContentAndNoOtherFileIsLeft_data()
+    {
+        columns<QString, QByteArray, QString, bool>("name", "content", "beside", "readOnly");
+        row("small", "old"_s, QByteArray("new"), "beside"_s, false);
+        row("several blocks", "old"_s, pattern(2 * kBlock), "beside"_s, false);
+        row("names that are taken are passed by", "old"_s, QByteArray("new"), "corvin4-copy0.tmp"_s, false);
+        row("longest name", QString(251, QLatin1Char('n')) + ".mid"_s, QByteArray("new"), "beside"_s, false);
+        row("read-only file", "old"_s, QByteArray("new"), "beside"_s, true);
+    }
 
-void TestFileCopy::readOnlyFileIsReplaced()
-{
-    const QString source = write(QStringLiteral("source"), "new");
-    const QString old = write(QStringLiteral("old"), "old");
-    QVERIFY(QFile::setPermissions(old, QFileDevice::ReadOwner | QFileDevice::ReadUser));
-    QCOMPARE(replaceFile(source, old), CopyResult::Copied);
-    QCOMPARE(read(QStringLiteral("old")), QByteArray("new"));
-}
+    void replacedFileHasTheNewContentAndNoOtherFileIsLeft()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, beside);
+        QFETCH(bool, readOnly);
+        const Folder folder({{"source"_s, content}, {name, "old"}, {beside, "left over"}});
+        if (readOnly)
+            QVERIFY(QFile::setPermissions(folder.path(name), QFile::ReadOwner | QFile::ReadUser));
+        QCOMPARE(replaceFile(folder.path("source"_s), folder.path(name)), CopyResult::Copied);
+        QCOMPARE(folder.now(), (Files{{"source"_s, content}, {name, content}, {beside, "left over"}}));
+    }
 
-void TestFileCopy::replacingLeavesNoOtherFile()
-{
-    const QString source = write(QStringLiteral("source"), "new");
-    QCOMPARE(replaceFile(source, write(QStringLiteral("old"), "old")), CopyResult::Copied);
-    QCOMPARE(names(), (QStringList{QStringLiteral("old"), QStringLiteral("source")}));
-}
+    void sameFileIsKnownThroughLinks()
+    {
+        SKIP_ON_WINDOWS("links are files of another kind here");
+        const Folder folder({{"file"_s, "x"}, {"other"_s, "x"}});
+        const QString file = folder.path("file"_s);
+        QVERIFY(QFile::link(file, folder.path("link"_s)));
+        QVERIFY(isSameFile(file, file));
+        QVERIFY(isSameFile(folder.path("link"_s), file));
+        QVERIFY(isSameFile(folder.path("./file"_s), file));
+        QVERIFY(!isSameFile(file, folder.path("other"_s)));
+        QVERIFY(!isSameFile(folder.path("missing"_s), folder.path("missing"_s)));
+    }
 
-void TestFileCopy::replacingPassesByNamesThatAreTaken()
-{
-    write(QStringLiteral("corvin4-copy0.tmp"), "left over");
-    const QString source = write(QStringLiteral("source"), "new");
-    QCOMPARE(replaceFile(source, write(QStringLiteral("old"), "old")), CopyResult::Copied);
-    QCOMPARE(read(QStringLiteral("old")), QByteArrayLiteral("new"));
-    QCOMPARE(read(QStringLiteral("corvin4-copy0.tmp")), QByteArrayLiteral("left over"));
-}
+    void stopBetweenBlocksLeavesNothingAndKeepsTheOldFile()
+    {
+        const PcFolder folder;
+        const QByteArray large(3 * 1048576, 'n');
+        putFile(folder.path("source"_s), large);
+        const QString old = putFile(folder.path("old"_s), "old");
+        int rounds = 0;
+        const auto stopAtTheSecond = [&rounds] { return ++rounds % 2 != 0; };
+        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy"_s), stopAtTheSecond), CopyResult::Stopped);
+        QCOMPARE(replaceFile(folder.path("source"_s), old, stopAtTheSecond), CopyResult::Stopped);
+        QCOMPARE(rounds, 4);
+        QCOMPARE(folder.files(), words("old source"));
+        QCOMPARE(contentOf(old), QByteArray("old"));
+    }
 
-void TestFileCopy::longestNameCanBeReplaced()
-{
-    const QString name = QString(251, QLatin1Char('n')) + QStringLiteral(".mid");
-    const QString source = write(QStringLiteral("source"), "new");
-    QCOMPARE(replaceFile(source, write(name, "old")), CopyResult::Copied);
-    QCOMPARE(read(name), QByteArrayLiteral("new"));
-}
-
-void TestFileCopy::replacingByAnUnreadableSourceKeepsTheOldFile()
-{
-    const QString old = write(QStringLiteral("old"), "old");
-    QCOMPARE(replaceFile(path(QStringLiteral("missing")), old), CopyResult::SourceUnreadable);
-#ifdef Q_OS_UNIX
-    QCOMPARE(replaceFile(QStringLiteral("/proc/self/mem"), old), CopyResult::SourceUnreadable);
-#endif
-    QCOMPARE(read(QStringLiteral("old")), QByteArrayLiteral("old"));
-    QCOMPARE(names(), QStringList{QStringLiteral("old")});
-}
-
-void TestFileCopy::folderIsNeverReplaced()
-{
-    const QString source = write(QStringLiteral("source"), "new");
-    QVERIFY(QDir().mkpath(path(QStringLiteral("folder"))));
-    QCOMPARE(replaceFile(source, path(QStringLiteral("folder"))), CopyResult::DestinationExists);
-    QVERIFY(QFileInfo(path(QStringLiteral("folder"))).isDir());
-    QCOMPARE(names(), QStringList{QStringLiteral("source")});
-}
-
-void TestFileCopy::fileIsNeverReplacedByItself()
-{
-    SKIP_ON_WINDOWS("links are files of another kind here");
-    const QString file = write(QStringLiteral("file"), "only one");
-    QVERIFY(QFile::link(file, path(QStringLiteral("link"))));
-    QCOMPARE(replaceFile(file, file), CopyResult::DestinationExists);
-    QCOMPARE(replaceFile(path(QStringLiteral("link")), file), CopyResult::DestinationExists);
-    QCOMPARE(read(QStringLiteral("file")), QByteArrayLiteral("only one"));
-}
-
-void TestFileCopy::sameFileIsKnownThroughLinks()
-{
-    SKIP_ON_WINDOWS("links are files of another kind here");
-    const QString file = write(QStringLiteral("file"), "x");
-    const QString other = write(QStringLiteral("other"), "x");
-    QVERIFY(QFile::link(file, path(QStringLiteral("link"))));
-    QVERIFY(isSameFile(file, file));
-    QVERIFY(isSameFile(path(QStringLiteral("link")), file));
-    QVERIFY(isSameFile(m_dir->path() + QStringLiteral("/./file"), file));
-    QVERIFY(!isSameFile(file, other));
-    QVERIFY(!isSameFile(path(QStringLiteral("missing")), path(QStringLiteral("missing"))));
-}
+    void copyHasTheDateThatTheSystemsOwnCopiesHave()
+    {
+        const PcFolder folder;
+        const QDateTime date(QDate(2001, 2, 3), QTime(4, 5, 6));
+        QFile source(putFile(folder.path("source"_s), "x"));
+        QVERIFY(source.open(QIODevice::ReadWrite) && source.setFileTime(date, QFileDevice::FileModificationTime));
+        source.close();
+        QCOMPARE(copyFile(source.fileName(), folder.path("copy"_s)), CopyResult::Copied);
+        QVERIFY(QFile::copy(source.fileName(), folder.path("systems"_s)));
+        const QDateTime systems = QFileInfo(folder.path("systems"_s)).lastModified();
+        const qint64 apart = QFileInfo(folder.path("copy"_s)).lastModified().secsTo(systems);
+        QVERIFY2(qAbs(apart) <= 2, qPrintable(QString::number(apart)));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestFileCopy)
 #include "tst_filecopy.moc"

@@ -1,12 +1,8 @@
 #include "disk/tree.h"
 
+#include "support/files.h"
 #include "support/platform.h"
-
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
+#include "support/testing.h"
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
@@ -14,341 +10,235 @@
 
 namespace {
 
-const QDir::Filters kAll = QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+const QDir::Filters kShown = QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot;
+const QDir::Filters kAll = kShown | QDir::Hidden | QDir::System;
 
-QString write(const QString &path)
+/// Makes that a file cannot be deleted, and that it can. Returns whether that went well.
+bool keep(const QString &path, bool kept)
 {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1)
-        qFatal("Cannot write %s", qPrintable(path));
-    return path;
-}
-
-QStringList below(const QStringList &paths, const QString &root)
-{
-    QStringList names;
-    for (const QString &path : paths) {
-        if (!path.startsWith(root))
-            qFatal("%s is not below %s", qPrintable(path), qPrintable(root));
-        names.append(path.mid(root.size()));
-    }
-    names.sort();
-    return names;
-}
-
-/// A file that cannot be deleted while this lives.
-class KeptFile
-{
-public:
-    explicit KeptFile(const QString &path);
-    ~KeptFile();
-    KeptFile(const KeptFile &) = delete;
-    KeptFile &operator=(const KeptFile &) = delete;
-    bool isKept() const { return m_kept; }
-
-private:
-    QFile m_file;
-    bool m_kept;
-};
-
 #ifdef Q_OS_WIN
-// There a file that is in use stays.
-KeptFile::KeptFile(const QString &path) : m_file(path), m_kept(m_file.open(QIODevice::ReadOnly)) {}
-
-KeptFile::~KeptFile() = default;
+    static QFile file; // one that is in use stays
+    file.close();
+    file.setFileName(path);
+    return !kept || file.open(QIODevice::ReadOnly);
 #else
-// Root may delete what is merely write-protected; an immutable file not even root.
-bool setKept(const QString &path, bool kept)
-{
+    // Root may delete what is merely write-protected; an immutable file not even root.
     if (::geteuid() == 0)
-        return QProcess::execute(QStringLiteral("chattr"), {QLatin1String(kept ? "+i" : "-i"), path}) == 0;
+        return runProgram("chattr"_s, {QLatin1String(kept ? "+i" : "-i"), path});
     const QFile::Permissions readable = QFile::ReadOwner | QFile::ExeOwner;
     return QFile::setPermissions(QFileInfo(path).path(), kept ? readable : readable | QFile::WriteOwner);
-}
-
-KeptFile::KeptFile(const QString &path) : m_file(path), m_kept(setKept(path, true)) {}
-
-KeptFile::~KeptFile()
-{
-    setKept(m_file.fileName(), false);
-}
 #endif
+}
+
+/// A folder with these files.
+struct Folder : PcFolder
+{
+    explicit Folder(const QStringList &files = {})
+    {
+        for (const QString &file : files)
+            addFile(file);
+    }
+    QStringList entries() const { return entriesBelow(path()); }
+};
+
+/// A folder "f" full of what is hard to remove, and what lies beside it.
+struct Tree : Folder
+{
+    Tree()
+        : Folder({"f/a.mid"_s, "f/.hidden"_s, "f/.hiddenfolder/deep/no dot"_s, "f/perché/città.mid"_s, "f/system.bin"_s,
+                  "beside/song.mid"_s})
+    {
+        const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadUser;
+        bool made = QFile::setPermissions(path("f/system.bin"_s), readOnly);
+        made = QFile::link(path("beside"_s), path("f/perché/folderlink"_s)) && made;
+        made = QFile::link(path("beside/song.mid"_s), path("f/filelink"_s)) && made;
+        made = QFile::link(path("nowhere"_s), path("f/broken"_s)) && made;
+        made = QFile::link(path("f"_s), path("f/circle"_s)) && made;
+#ifndef Q_OS_WIN // links are files of another kind there
+        made = QFile::link(path("beside"_s), path("link"_s)) && made;
+#endif
+        if (!made)
+            failTest("Cannot make the tree"_s);
+    }
+};
+
+/// A folder with files of the names 0.mid, 1.mid, …
+struct Numbered : Folder
+{
+    explicit Numbered(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            addFile("%1.mid"_s.arg(i));
+    }
+};
+
+/// What listTree() finds, sorted, without the root it was given.
+QStringList listed(const QString &root, QDir::Filters filters, const QStringList &names = {})
+{
+    QStringList found = listTree({root, filters, names});
+    for (QString &path : found) {
+        if (!path.startsWith(root))
+            failTest(path + " is not below "_s + root);
+        path.remove(0, root.size());
+    }
+    found.sort();
+    return found;
+}
 
 } // namespace
 
-class TestFolderTools : public QObject
+class TestTree : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void folderGoesWithEverythingInIt();
-    void folderThatIsNotThereCountsAsRemoved();
-    void closingSlashIsForgiven();
-    void emptyPathIsRefused();
-    void fileIsNotAFolderAndStays();
-    void linksAreRemovedAndNotFollowed();
-    void folderThatIsALinkLosesTheLinkAlone_data();
-    void folderThatIsALinkLosesTheLinkAlone();
-    void writeProtectedFileGoesToo();
-    void entryThatCannotBeRemovedIsReported();
-    void manyFilesAreRemovedWhileEventsAreProcessed();
-    void emptiedFolderIsThereAndEmpty();
-    void emptiedFolderThatWasNotThereIsMade();
-    void emptyingFailsWithoutAParent();
-    void emptyingAFileFailsAndLeavesIt();
-    void nameFilterPassesOnlyNamesWithADotButWalksAllFolders();
-    void nameThatEndsInADotHasADot();
-    void hiddenEntriesNeedTheirFilter();
-    void pathsStartWithTheRootAsItWasGiven();
-    void linksToFoldersAreNotEntered();
-    void missingRootHasNoEntries();
-    void abortEndsTheListing();
-    void visitorEndsTheVisit();
-    void listingProcessesEvents();
+    void foldersAreRemovedAndEmptied_data()
+    {
+        columns<bool, QString, bool, QStringList>("empty", "folder", "done", "left");
+        const QStringList all = Tree().entries();
+        const QStringList beside = all.filter(QRegularExpression("^(beside|link)"_s));
+#ifndef Q_OS_WIN
+        const QStringList noLink = all.filter(QRegularExpression("^(beside|f)"_s));
+        row("folder that is a link loses the link alone", false, "link"_s, true, noLink);
+        row("the same with a closing slash", false, "link/"_s, true, noLink);
+#endif
+        row("folder goes with everything in it, links are not followed", false, "f"_s, true, beside);
+        row("closing slash is forgiven", false, "f/"_s, true, beside);
+        row("folder that is not there counts as removed", false, "none"_s, true, all);
+        row("nor is the one around it", false, "none/deeper/"_s, true, all);
+        row("file is not a folder and stays", false, "beside/song.mid"_s, false, all);
+        row("emptied folder is there and empty", true, "f"_s, true, beside + words("f"));
+        row("emptied folder that was not there is made", true, "new/"_s, true, all + words("new"));
+        row("emptying fails without a parent", true, "none/f"_s, false, all);
+        row("emptying a file fails and leaves it", true, "beside/song.mid"_s, false, all);
+    }
 
-private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    QString m_root;
+    void foldersAreRemovedAndEmptied()
+    {
+        QFETCH(bool, empty);
+        QFETCH(QString, folder);
+        QFETCH(bool, done);
+        QFETCH(QStringList, left);
+        const Tree root;
+        QCOMPARE(empty ? emptyFolder(root.path(folder)) : removeTree(root.path(folder)), done);
+        left.sort();
+        QCOMPARE(root.entries(), left);
+        QCOMPARE(QFileInfo(root.path(folder)).isDir(), empty && done);
+        QVERIFY(QFileInfo(root.path("beside/song.mid"_s)).isFile());
+    }
+
+    void eventsAreProcessedAfterEveryEntry_data()
+    {
+        columns<bool, int>("remove", "files");
+        row("many files are removed", true, 1200);
+        row("files are listed", false, 50);
+    }
+
+    void eventsAreProcessedAfterEveryEntry()
+    {
+        QFETCH(bool, remove);
+        QFETCH(int, files);
+        const Numbered root(files);
+        int rounds = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&rounds] { ++rounds; });
+        timer.start(0);
+        if (remove)
+            QVERIFY(removeTree(root.path()));
+        else
+            QCOMPARE(listTree({root.path(), kAll}).size(), files);
+        QVERIFY2(rounds >= files, qPrintable(QString::number(rounds)));
+        QCOMPARE(QFileInfo::exists(root.path()), !remove);
+    }
+
+    void emptyPathIsRefused()
+    {
+        const Folder root(words("a.mid"));
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(root.path()));
+        const bool removed = removeTree(QString());
+        const bool emptied = emptyFolder(QString());
+        const QStringList found = listTree({QString(), kAll});
+        QDir::setCurrent(before);
+        QVERIFY(!removed);
+        QVERIFY(!emptied);
+        QVERIFY(found.isEmpty());
+        QCOMPARE(root.entries(), words("a.mid"));
+    }
+
+    void entryThatCannotBeRemovedIsReported()
+    {
+        const Folder root(words("f/sub/kept.mid f/z.mid"));
+        const QString kept = root.path("f/sub/kept.mid"_s);
+        if (!keep(kept, true))
+            QSKIP("This file system has no immutable files");
+        const bool removed = removeTree(root.path("f"_s));
+        const bool emptied = emptyFolder(root.path("f"_s));
+        keep(kept, false);
+        QVERIFY(!removed);
+        QVERIFY(!emptied);
+        QCOMPARE(root.files(), words("f/sub/kept.mid"));
+    }
+
+    void listingPasses_data()
+    {
+        columns<QStringList, bool, QString, QStringList>("files", "hidden", "filter", "found");
+        row("name filter passes only names with a dot but walks all folders",
+            QStringList{"a.mid"_s, "no dot"_s, "My Songs/b.mid"_s, "My Songs/nodot"_s, "Vol.1/inner/c.mid"_s}, true,
+            "*.*"_s, QStringList{"/My Songs/b.mid"_s, "/Vol.1"_s, "/Vol.1/inner/c.mid"_s, "/a.mid"_s});
+#ifndef Q_OS_WIN // no name ends in a dot there
+        row("name that ends in a dot has a dot", words("c."), true, "*.*"_s, words("/c."));
+#endif
+        row("hidden entries not without their filter", words(".hidden .folder/a.mid"), false, QString(), QStringList());
+        row("hidden entries with their filter", words(".hidden .folder/a.mid"), true, QString(),
+            words("/.folder /.folder/a.mid /.hidden"));
+    }
+
+    void listingPasses()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(bool, hidden);
+        QFETCH(QString, filter);
+        QFETCH(QStringList, found);
+        const Folder root(files);
+        const QStringList filters = filter.isEmpty() ? QStringList() : QStringList{filter};
+        QCOMPARE(listed(root.path(), hidden ? kAll : kShown, filters), found);
+        found.replaceInStrings(QRegularExpression("^/"_s), QString()); // paths start with the root as it was given
+        QCOMPARE(listed(root.path() + QLatin1Char('/'), hidden ? kAll : kShown, filters), found);
+    }
+
+    void linksToFoldersAreNotEntered()
+    {
+        Folder root(words("elsewhere/song.mid"));
+        const QString folder = root.addFolder("f"_s);
+        QVERIFY(QFile::link(root.path("elsewhere"_s), folder + "/link"_s));
+        QCOMPARE(listed(folder, kAll), words("/link"));
+    }
+
+    void missingRootHasNoEntries()
+    {
+        const QString none = Folder().path("none"_s);
+        QVERIFY(listTree({none, kAll}).isEmpty());
+        QVERIFY(walkTree({none, kAll}, [](const QFileInfo &) { return false; }));
+    }
+
+    void abortEndsTheListing()
+    {
+        const Numbered root(10);
+        bool abort = false;
+        QTimer::singleShot(0, this, [&abort] { abort = true; });
+        QCOMPARE(listTree({root.path(), kAll}, [&abort] { return !abort; }).size(), 1);
+        QVERIFY(listTree({root.path(), kAll}, [&abort] { return !abort; }).isEmpty());
+    }
+
+    void visitorEndsTheVisit()
+    {
+        const Numbered root(10);
+        int visits = 0;
+        QVERIFY(!walkTree({root.path(), kAll}, [&visits](const QFileInfo &) { return ++visits < 3; }));
+        QCOMPARE(visits, 3);
+    }
 };
 
-void TestFolderTools::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    m_root = m_dir->path();
-}
-
-void TestFolderTools::folderGoesWithEverythingInIt()
-{
-    write(m_root + QStringLiteral("/f/a.mid"));
-    write(m_root + QStringLiteral("/f/.hidden"));
-    write(m_root + QStringLiteral("/f/.hiddenfolder/deep/no dot"));
-    write(m_root + QString::fromUtf8("/f/perché/città.mid"));
-    write(m_root + QStringLiteral("/beside.mid"));
-    QVERIFY(removeTree(m_root + QStringLiteral("/f")));
-    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
-    QVERIFY(QFileInfo::exists(m_root + QStringLiteral("/beside.mid")));
-}
-
-void TestFolderTools::folderThatIsNotThereCountsAsRemoved()
-{
-    QVERIFY(removeTree(m_root + QStringLiteral("/none")));
-    QVERIFY(removeTree(m_root + QStringLiteral("/none/deeper/")));
-}
-
-void TestFolderTools::closingSlashIsForgiven()
-{
-    write(m_root + QStringLiteral("/f/a.mid"));
-    QVERIFY(removeTree(m_root + QStringLiteral("/f/")));
-    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
-}
-
-void TestFolderTools::emptyPathIsRefused()
-{
-    const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(m_root));
-    write(m_root + QStringLiteral("/a.mid"));
-    const bool removed = removeTree(QString());
-    const bool emptied = emptyFolder(QString());
-    const QStringList listed = listTree({QString(), kAll, {}});
-    QDir::setCurrent(before);
-    QVERIFY(!removed);
-    QVERIFY(!emptied);
-    QVERIFY(listed.isEmpty());
-    QVERIFY(QFileInfo::exists(m_root + QStringLiteral("/a.mid")));
-}
-
-void TestFolderTools::fileIsNotAFolderAndStays()
-{
-    const QString file = write(m_root + QStringLiteral("/a.mid"));
-    QVERIFY(!removeTree(file));
-    QVERIFY(QFileInfo::exists(file));
-}
-
-void TestFolderTools::linksAreRemovedAndNotFollowed()
-{
-    const QString song = write(m_root + QStringLiteral("/elsewhere/song.mid"));
-    const QString folder = m_root + QStringLiteral("/f");
-    write(folder + QStringLiteral("/sub/a.mid"));
-    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), folder + QStringLiteral("/sub/folderlink")));
-    QVERIFY(QFile::link(song, folder + QStringLiteral("/filelink")));
-    QVERIFY(QFile::link(m_root + QStringLiteral("/nowhere"), folder + QStringLiteral("/broken")));
-    QVERIFY(QFile::link(folder, folder + QStringLiteral("/circle")));
-    QVERIFY(removeTree(folder));
-    QVERIFY(!QFileInfo::exists(folder));
-    QVERIFY(QFileInfo::exists(song));
-}
-
-void TestFolderTools::folderThatIsALinkLosesTheLinkAlone_data()
-{
-    QTest::addColumn<QString>("suffix");
-    QTest::newRow("plain") << QString();
-    QTest::newRow("with a closing slash") << QStringLiteral("/");
-}
-
-void TestFolderTools::folderThatIsALinkLosesTheLinkAlone()
-{
-    SKIP_ON_WINDOWS("links are files of another kind here");
-    QFETCH(QString, suffix);
-    const QString song = write(m_root + QStringLiteral("/elsewhere/song.mid"));
-    const QString link = m_root + QStringLiteral("/link");
-    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), link));
-    QVERIFY(removeTree(link + suffix));
-    QVERIFY(!QFileInfo(link).isSymLink());
-    QVERIFY(QFileInfo::exists(song));
-}
-
-void TestFolderTools::writeProtectedFileGoesToo()
-{
-    const QString file = write(m_root + QStringLiteral("/f/system.bin"));
-    QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadUser));
-    QVERIFY(removeTree(m_root + QStringLiteral("/f")));
-    QVERIFY(!QFileInfo::exists(file));
-}
-
-void TestFolderTools::entryThatCannotBeRemovedIsReported()
-{
-    const QString kept = write(m_root + QStringLiteral("/f/sub/kept.mid"));
-    const QString other = write(m_root + QStringLiteral("/f/z.mid"));
-    bool removed = true;
-    bool emptied = true;
-    {
-        const KeptFile file(kept);
-        if (!file.isKept())
-            QSKIP("This file system has no immutable files");
-        removed = removeTree(m_root + QStringLiteral("/f"));
-        emptied = emptyFolder(m_root + QStringLiteral("/f"));
-    }
-    QVERIFY(!removed);
-    QVERIFY(!emptied);
-    QVERIFY(QFileInfo::exists(kept));
-    QVERIFY(!QFileInfo::exists(other));
-}
-
-void TestFolderTools::manyFilesAreRemovedWhileEventsAreProcessed()
-{
-    constexpr int kFiles = 1200;
-    for (int i = 0; i < kFiles; ++i)
-        write(m_root + QStringLiteral("/f/%1.mid").arg(i));
-    int rounds = 0;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&rounds] { ++rounds; });
-    timer.start(0);
-    QVERIFY(removeTree(m_root + QStringLiteral("/f")));
-    QVERIFY2(rounds >= kFiles, qPrintable(QString::number(rounds)));
-    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/f")));
-}
-
-void TestFolderTools::emptiedFolderIsThereAndEmpty()
-{
-    write(m_root + QStringLiteral("/f/sub/.hidden"));
-    QVERIFY(emptyFolder(m_root + QStringLiteral("/f")));
-    QVERIFY(QFileInfo(m_root + QStringLiteral("/f")).isDir());
-    QVERIFY(QDir(m_root + QStringLiteral("/f")).isEmpty(kAll));
-}
-
-void TestFolderTools::emptiedFolderThatWasNotThereIsMade()
-{
-    QVERIFY(emptyFolder(m_root + QStringLiteral("/f/")));
-    QVERIFY(QFileInfo(m_root + QStringLiteral("/f")).isDir());
-}
-
-void TestFolderTools::emptyingFailsWithoutAParent()
-{
-    QVERIFY(!emptyFolder(m_root + QStringLiteral("/none/f")));
-    QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/none")));
-}
-
-void TestFolderTools::emptyingAFileFailsAndLeavesIt()
-{
-    const QString file = write(m_root + QStringLiteral("/a.mid"));
-    QVERIFY(!emptyFolder(file));
-    QVERIFY(QFileInfo(file).isFile());
-}
-
-void TestFolderTools::nameFilterPassesOnlyNamesWithADotButWalksAllFolders()
-{
-    write(m_root + QStringLiteral("/a.mid"));
-    write(m_root + QStringLiteral("/no dot"));
-    write(m_root + QStringLiteral("/My Songs/b.mid"));
-    write(m_root + QStringLiteral("/My Songs/nodot"));
-    write(m_root + QStringLiteral("/Vol.1/inner/c.mid"));
-    const QStringList expected = {QStringLiteral("/My Songs/b.mid"), QStringLiteral("/Vol.1"),
-                                  QStringLiteral("/Vol.1/inner/c.mid"), QStringLiteral("/a.mid")};
-    QCOMPARE(below(listTree({m_root, kAll, {QStringLiteral("*.*")}}), m_root), expected);
-}
-
-void TestFolderTools::nameThatEndsInADotHasADot()
-{
-    SKIP_ON_WINDOWS("no name ends in a dot here");
-    write(m_root + QStringLiteral("/c."));
-    QCOMPARE(below(listTree({m_root, kAll, {QStringLiteral("*.*")}}), m_root), QStringList{QStringLiteral("/c.")});
-}
-
-void TestFolderTools::hiddenEntriesNeedTheirFilter()
-{
-    write(m_root + QStringLiteral("/.hidden"));
-    write(m_root + QStringLiteral("/.folder/a.mid"));
-    QVERIFY(listTree({m_root, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot}).isEmpty());
-    const QStringList expected = {QStringLiteral("/.folder"), QStringLiteral("/.folder/a.mid"),
-                                  QStringLiteral("/.hidden")};
-    QCOMPARE(below(listTree({m_root, kAll, {}}), m_root), expected);
-}
-
-void TestFolderTools::pathsStartWithTheRootAsItWasGiven()
-{
-    write(m_root + QStringLiteral("/s/a.mid"));
-    const QStringList expected = {QStringLiteral("s"), QStringLiteral("s/a.mid")};
-    QCOMPARE(below(listTree({m_root + QLatin1Char('/'), kAll, {}}), m_root + QLatin1Char('/')), expected);
-}
-
-void TestFolderTools::linksToFoldersAreNotEntered()
-{
-    write(m_root + QStringLiteral("/elsewhere/song.mid"));
-    QVERIFY(QDir().mkpath(m_root + QStringLiteral("/f")));
-    QVERIFY(QFile::link(m_root + QStringLiteral("/elsewhere"), m_root + QStringLiteral("/f/link")));
-    QCOMPARE(listTree({m_root + QStringLiteral("/f"), kAll, {}}), QStringList{m_root + QStringLiteral("/f/link")});
-}
-
-void TestFolderTools::missingRootHasNoEntries()
-{
-    QVERIFY(listTree({m_root + QStringLiteral("/none"), kAll, {}}).isEmpty());
-    QVERIFY(walkTree({m_root + QStringLiteral("/none"), kAll}, [](const QFileInfo &) { return false; }));
-}
-
-void TestFolderTools::abortEndsTheListing()
-{
-    for (int i = 0; i < 10; ++i)
-        write(m_root + QStringLiteral("/%1.mid").arg(i));
-    bool abort = false;
-    QTimer::singleShot(0, this, [&abort] { abort = true; });
-    QCOMPARE(listTree({m_root, kAll}, [&abort] { return !abort; }).size(), 1);
-    QVERIFY(listTree({m_root, kAll}, [&abort] { return !abort; }).isEmpty());
-}
-
-void TestFolderTools::visitorEndsTheVisit()
-{
-    for (int i = 0; i < 10; ++i)
-        write(m_root + QStringLiteral("/%1.mid").arg(i));
-    int visits = 0;
-    QVERIFY(!walkTree({m_root, kAll}, [&visits](const QFileInfo &) { return ++visits < 3; }));
-    QCOMPARE(visits, 3);
-}
-
-void TestFolderTools::listingProcessesEvents()
-{
-    constexpr int kFiles = 50;
-    for (int i = 0; i < kFiles; ++i)
-        write(m_root + QStringLiteral("/%1.mid").arg(i));
-    int rounds = 0;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&rounds] { ++rounds; });
-    timer.start(0);
-    QCOMPARE(listTree({m_root, kAll, {}}).size(), kFiles);
-    QVERIFY2(rounds >= kFiles, qPrintable(QString::number(rounds)));
-}
-
-QTEST_GUILESS_MAIN(TestFolderTools)
+QTEST_GUILESS_MAIN(TestTree)
 #include "tst_tree.moc"

@@ -1,11 +1,9 @@
 #include "disk/volumeflush.h"
 
+#include "support/files.h"
+#include "support/platform.h"
 #include "support/simulatedplayer.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/testing.h"
 
 #ifdef Q_OS_WIN
 #include <qt_windows.h>
@@ -17,117 +15,77 @@ class TestVolumeFlush : public QObject
     Q_OBJECT
 
 private slots:
-    void folderOfAVolumeIsFlushed();
-    void fileOfAVolumeIsFlushed();
-    void nameBeyondAsciiIsFlushed();
-    void vanishedVolumeIsReported();
-    void emptyPathIsReported();
-    void playerIsFlushed();
-    void pulledPlayerIsReported();
-    void fileHeldForAMomentIsWaitedFor();
-    void fileHeldForGoodIsReported();
-};
+    void whatIsThereIsFlushed_data()
+    {
+        columns<QString, bool>("path", "flushed");
+        row("folder", QString(), true);
+        row("folder with a closing slash", "/"_s, true);
+        row("file that is being written", "/song.mid"_s, true);
+        row("name beyond ASCII", "/Città perché"_s, true);
+        row("vanished volume is reported", "/gone"_s, false);
+    }
 
-void TestVolumeFlush::folderOfAVolumeIsFlushed()
-{
-    const QTemporaryDir folder;
-    QVERIFY(flushVolume(folder.path()));
-    QVERIFY(flushVolume(folder.path() + QLatin1Char('/')));
-}
+    void whatIsThereIsFlushed()
+    {
+        QFETCH(QString, path);
+        QFETCH(bool, flushed);
+        PcFolder folder;
+        folder.addFolder("Città perché"_s);
+        QFile file(folder.path("song.mid"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(flushVolume(folder.path() + path), flushed);
+    }
 
-void TestVolumeFlush::fileOfAVolumeIsFlushed()
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("song.mid")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(flushVolume(file.fileName()));
-}
+    void emptyPathIsReported() { QVERIFY(!flushVolume(QString())); }
 
-void TestVolumeFlush::nameBeyondAsciiIsFlushed()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("Città perché"));
-    QVERIFY(QDir().mkdir(path));
-    QVERIFY(flushVolume(path));
-}
+    void playerIsFlushed()
+    {
+        SimulatedPlayer player;
+        player.addFile("My Songs/Perché.mid"_s, "song");
+        QVERIFY(flushVolume(player.root()));
+    }
 
-void TestVolumeFlush::vanishedVolumeIsReported()
-{
-    QTemporaryDir folder;
-    const QString path = folder.path();
-    QVERIFY(folder.remove());
-    QVERIFY(!flushVolume(path));
-}
+    void pulledPlayerIsReported()
+    {
+        const SimulatedPlayer player;
+        SimulatedPlayer::disconnect();
+        if (QDir(player.root()).exists())
+            QSKIP("The folder of a pulled player stays here");
+        QVERIFY(!flushVolume(player.root()));
+    }
 
-void TestVolumeFlush::emptyPathIsReported()
-{
-    QVERIFY(!flushVolume(QString()));
-}
+    void fileHeldByAnotherProgramIsWaitedForAWhile_data()
+    {
+        columns<bool>("forGood");
+        row("held for a moment", false);
+        row("held for good is reported", true);
+    }
 
-void TestVolumeFlush::playerIsFlushed()
-{
-    SimulatedPlayer player;
-    player.addFile(QStringLiteral("My Songs/Perché.mid"), "song");
-    QVERIFY(flushVolume(player.root()));
-}
-
-void TestVolumeFlush::pulledPlayerIsReported()
-{
-    const SimulatedPlayer player;
-    SimulatedPlayer::disconnect();
-    if (QDir(player.root()).exists())
-        QSKIP("The folder of a pulled player stays here");
-    QVERIFY(!flushVolume(player.root()));
-}
-
+    void fileHeldByAnotherProgramIsWaitedForAWhile()
+    {
 #ifdef Q_OS_WIN
-namespace {
-
-/// A song just written that another program keeps to itself; closed by CloseHandle().
-HANDLE holdNewSong(const QTemporaryDir &folder)
-{
-    const QString path = QDir::toNativeSeparators(folder.filePath(QStringLiteral("song.mid")));
-    return ::CreateFileW(reinterpret_cast<const wchar_t *>(path.utf16()), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                         CREATE_NEW, 0, nullptr);
-}
-
-} // namespace
-
-void TestVolumeFlush::fileHeldForAMomentIsWaitedFor()
-{
-    constexpr DWORD kMomentMs = 300;
-    const QTemporaryDir folder;
-    const HANDLE held = holdNewSong(folder);
-    QVERIFY(held != INVALID_HANDLE_VALUE);
-    std::thread other([held] {
-        ::Sleep(kMomentMs);
-        ::CloseHandle(held);
-    });
-    const bool flushed = flushVolume(folder.path());
-    other.join();
-    QVERIFY(flushed);
-}
-
-void TestVolumeFlush::fileHeldForGoodIsReported()
-{
-    const QTemporaryDir folder;
-    const HANDLE held = holdNewSong(folder);
-    QVERIFY(held != INVALID_HANDLE_VALUE);
-    const bool flushed = flushVolume(folder.path());
-    ::CloseHandle(held);
-    QVERIFY(!flushed);
-}
+        constexpr DWORD kMomentMs = 300;
+        QFETCH(bool, forGood);
+        const PcFolder folder;
+        const QString path = QDir::toNativeSeparators(folder.path("song.mid"_s));
+        const HANDLE held = ::CreateFileW(reinterpret_cast<const wchar_t *>(path.utf16()), GENERIC_READ | GENERIC_WRITE,
+                                          0, nullptr, CREATE_NEW, 0, nullptr);
+        QVERIFY(held != INVALID_HANDLE_VALUE);
+        std::thread other([held, forGood] {
+            ::Sleep(kMomentMs);
+            if (!forGood)
+                ::CloseHandle(held);
+        });
+        const bool flushed = flushVolume(folder.path());
+        other.join();
+        if (forGood)
+            ::CloseHandle(held);
+        QCOMPARE(flushed, !forGood);
 #else
-void TestVolumeFlush::fileHeldForAMomentIsWaitedFor()
-{
-    QSKIP("No file is kept from others here");
-}
-
-void TestVolumeFlush::fileHeldForGoodIsReported()
-{
-    QSKIP("No file is kept from others here");
-}
+        QSKIP("No file is kept from others here");
 #endif
+    }
+};
 
 QTEST_MAIN(TestVolumeFlush)
 #include "tst_volumeflush.moc"

@@ -10,7 +10,7 @@ class TestFastDb : public QObject
 
     static QStringList songs(const QByteArray &data)
     {
-        FastDbReader reader(data, kRoot);
+        FastDbReader reader(data, Player(kRoot));
         QStringList found;
         QString path;
         while (reader.next(path))
@@ -53,7 +53,7 @@ private slots:
 
     void pathStaysAsItWasAtTheEnd()
     {
-        FastDbReader reader("nothing", kRoot);
+        FastDbReader reader("nothing", Player(kRoot));
         QString path = "before"_s;
         QVERIFY(!reader.next(path));
         QCOMPARE(path, "before"_s);
@@ -61,7 +61,7 @@ private slots:
 
     void endStaysTheEnd()
     {
-        FastDbReader reader(bytes("\\sdmemory\\a.mid|\\sdmemory\\b.mid"), kRoot);
+        FastDbReader reader(bytes("\\sdmemory\\a.mid|\\sdmemory\\b.mid"), Player(kRoot));
         QString path;
         QVERIFY(reader.next(path));
         QVERIFY(!reader.next(path));

@@ -66,7 +66,7 @@ private slots:
         row("empty", QByteArray(), QString());
         row("empty line", "\n", "\n"_s);
     }
-    void keyIsTheSongInFrontOfItsNumbers() { QTEST(playlistKey(given<QByteArray>("line"), kRoot), "key"); }
+    void keyIsTheSongInFrontOfItsNumbers() { QTEST(playlistKey(given<QByteArray>("line"), Player(kRoot)), "key"); }
 
     void keyOfAHugeLineIsFoundQuickly()
     {
@@ -75,7 +75,7 @@ private slots:
             const QByteArray front = unit.repeated(4000000 / unit.size());
             QElapsedTimer time;
             time.start();
-            const QString key = playlistKey(front + "/^1^2\n", kRoot);
+            const QString key = playlistKey(front + "/^1^2\n", Player(kRoot));
             QVERIFY2(time.elapsed() < 20000, unit.constData());
             QVERIFY2(key == QString::fromUtf8(front) + "/"_s, unit.constData());
         }
@@ -85,14 +85,14 @@ private slots:
     {
         const Playlist list("\\sdmemory\\b.mid^1^2\r\n\\sdmemory\\a.mid^3^4\n\n\\sdmemory\\b.mid^5^6");
         const QStringList keys = {"E:/b.mid"_s, "E:/a.mid"_s, "\n"_s, "E:/b.mid"_s};
-        QCOMPARE(playlistKeys(list.path, kRoot), keys);
+        QCOMPARE(playlistKeys(list.path, Player(kRoot)), keys);
     }
 
     void keysOfAPlaylistThatCannotBeOpenedAreNone()
     {
         const Playlist missing;
-        QVERIFY(playlistKeys(missing.path, kRoot).isEmpty());
-        QVERIFY(playlistKeys(missing.folder.path(), kRoot).isEmpty());
+        QVERIFY(playlistKeys(missing.path, Player(kRoot)).isEmpty());
+        QVERIFY(playlistKeys(missing.folder.path(), Player(kRoot)).isEmpty());
     }
 
     void rewritingReplacesTheSong_data()

@@ -12,6 +12,7 @@ class TestSqlLine : public QObject
     Q_OBJECT
 
     static inline const QString kRoot = "E:/"_s;
+    static inline const Player kPlayer = Player(kRoot);
     static inline const QString kPath = "E:/My Songs/song.mid"_s;
     static inline const QString kStart =
         "INSERT INTO songs (filename,onlyFilename,title,artist,genre,DriveName,format,author,bpm,[key],marker) VALUES ("_s;
@@ -106,15 +107,15 @@ private slots:
     }
     void fieldsAreWritten()
     {
-        QCOMPARE(insertLine(given<SongInfo>("info"), given<QString>("path"), kRoot),
+        QCOMPARE(insertLine(given<SongInfo>("info"), given<QString>("path"), kPlayer),
                  kStart + given<QString>("values") + ")\n"_s);
     }
 
     void mountedVolumeIsNotInThePath()
     {
         const QString root = "/media/u/CORVIN4/"_s;
-        QVERIFY(insertLine(SongInfo(), root + "a/b.mid"_s, root).contains(R"(('\sdmemory\a\b.mid',)"_s));
-        QCOMPARE(deleteLine(root + "a/b.mid"_s, root), "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
+        QVERIFY(insertLine(SongInfo(), root + "a/b.mid"_s, Player(root)).contains(R"(('\sdmemory\a\b.mid',)"_s));
+        QCOMPARE(deleteLine(root + "a/b.mid"_s, Player(root)), "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
     }
 
     void vanishedSongIsDeleted_data()
@@ -127,7 +128,7 @@ private slots:
     }
     void vanishedSongIsDeleted()
     {
-        QCOMPARE(deleteLine(given<QString>("path"), kRoot),
+        QCOMPARE(deleteLine(given<QString>("path"), kPlayer),
                  "DELETE FROM songs WHERE filename='"_s + given<QString>("value") + "'\n"_s);
     }
 
@@ -137,8 +138,8 @@ private slots:
         for (const int length : {249, 250, 251, 500}) {
             const QString name = text(length - device.size());
             const QString value = "'"_s + (device + name).left(250) + "'"_s;
-            QVERIFY(insertLine(SongInfo(), kRoot + name, kRoot).startsWith(kStart + value + ","_s));
-            QCOMPARE(deleteLine(kRoot + name, kRoot), "DELETE FROM songs WHERE filename="_s + value + "\n"_s);
+            QVERIFY(insertLine(SongInfo(), kRoot + name, kPlayer).startsWith(kStart + value + ","_s));
+            QCOMPARE(deleteLine(kRoot + name, kPlayer), "DELETE FROM songs WHERE filename="_s + value + "\n"_s);
         }
     }
 
@@ -159,7 +160,7 @@ private slots:
     {
         QFETCH(QString, value);
         QFETCH(QString, stored);
-        const QString line = insertLine(song(value, value, value, value, "C"_s), kPath, kRoot);
+        const QString line = insertLine(song(value, value, value, value, "C"_s), kPath, kPlayer);
         QCOMPARE(line.indexOf(QLatin1Char('\n')), line.size() - 1);
         PlayerDatabase database;
         QCOMPARE(database.run(line), QString());
@@ -172,10 +173,10 @@ private slots:
         PlayerDatabase database;
         const QStringList paths = {"E:/L'altra/Perché.mid"_s, "E:/a.mid"_s, kRoot + text(400), "E:/line\nend.mid"_s};
         for (const QString &path : paths)
-            QCOMPARE(database.run(insertLine(SongInfo(), path, kRoot)), QString());
+            QCOMPARE(database.run(insertLine(SongInfo(), path, kPlayer)), QString());
         for (int left = paths.size(); left > 0; --left) {
             QCOMPARE(database.songs().size(), left);
-            QCOMPARE(database.run(deleteLine(paths.at(paths.size() - left), kRoot)), QString());
+            QCOMPARE(database.run(deleteLine(paths.at(paths.size() - left), kPlayer)), QString());
         }
         QCOMPARE(database.songs().size(), 0);
     }
@@ -205,7 +206,7 @@ private slots:
         PcFolder folder;
         const QString path = folder.addFile("My Songs/"_s + given<QString>("name"), given<QByteArray>("content"));
         PlayerDatabase database;
-        QCOMPARE(database.run(insertLineForSong(path, folder.path() + "/"_s)), QString());
+        QCOMPARE(database.run(insertLineForSong(path, Player(folder.path() + "/"_s))), QString());
         QCOMPARE(database.songs(), QList<QStringList>{given<QStringList>("stored")});
     }
 
@@ -225,9 +226,9 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         PcFolder folder;
-        QCOMPARE(insertLineForSong(folder.path(name), folder.path() + "/"_s), QString());
+        QCOMPARE(insertLineForSong(folder.path(name), Player(folder.path() + "/"_s)), QString());
         const QString path = folder.addFile(name, content);
-        QCOMPARE(insertLineForSong(path, folder.path() + "/"_s), QString());
+        QCOMPARE(insertLineForSong(path, Player(folder.path() + "/"_s)), QString());
         QCOMPARE(folder.content(name), content);
     }
 };

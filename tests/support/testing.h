@@ -30,7 +30,7 @@ template <typename... Types, typename... Names> void columns(Names... names)
 }
 
 /// The next row of a table of cases: row("empty", QString(), 0).
-template <typename... Values> void row(const char *name, const Values &... values)
+template <typename... Values> void row(const char *name, const Values &...values)
 {
     (QTest::newRow(name) << ... << values);
 }

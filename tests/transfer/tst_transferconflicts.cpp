@@ -1,12 +1,20 @@
 #include "opentransfer.h"
 #include "support/boxanswerer.h"
-#include "support/simulatedplayer.h"
-
-#include <QTableView>
-#include <QtTest>
+#include "support/boxtexts.h"
 
 namespace {
-const QString kExists = QStringLiteral("File esistente");
+
+/// The page for a player that has these files already.
+struct Conflict : OpenForPlayer
+{
+    explicit Conflict(const QStringList &content) : OpenForPlayer(content) {}
+    /// The contents on the player, "pc" or "player", in the order of the names.
+    QByteArrayList contents() const { return contentBelow(player.root()).values(); }
+    void answer(const QString &button) { answerer.answer(Titles::kTransferExists, button); }
+
+    BoxAnswerer answerer;
+};
+
 } // namespace
 
 /// Drops of what the player has already: the question, its answers, and how long they are remembered.
@@ -15,203 +23,105 @@ class TestTransferConflicts : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void questionIsAsAgreed()
+    {
+        Conflict conflict({"My Songs/a.mid"_s});
+        conflict.enter("My Songs"_s);
+        conflict.answer(Buttons::kNo);
+        conflict.dropNew(words("a.mid"));
+        QCOMPARE(conflict.answerer.seen().size(), 1);
+        const BoxAnswerer::Seen box = conflict.answerer.seen().first();
+        QCOMPARE(box.text,
+                 "Il File %1\n\nE' già esistente. Sovrascrivo ?"_s.arg(conflict.player.path("My Songs/a.mid"_s)));
+        QStringList buttons = box.buttons;
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{Buttons::kNo, Buttons::kNoTutti, Buttons::kSi, Buttons::kSiTutti}));
+        QCOMPARE(box.defaultButton, Buttons::kNoTutti);
+        QVERIFY(!box.hadParent);
+    }
 
-    void questionIsAsAgreed();
-    void answersDecide_data();
-    void answersDecide();
-    void yesDoesNotSuppressTheNextQuestion();
-    void yesToAllAsksNoMore();
-    void noToAllLeavesAllLaterFilesForThisDropOnly();
-    void enterAnswersNoToAll();
-    void escapeAnswersNo();
-    void skippedFilesCountToo();
-    void conflictWithAFolderLeavesTheFolder();
-    void folderDroppedOverAFileOfItsNameLeavesTheFile();
-    void existingFoldersAreJoined();
+    void answersDecide_data()
+    {
+        using Contents = QByteArrayList;
+        columns<QString, QStringList, int, QByteArrayList>("there", "answers", "remembered", "contents");
+        row("Si", "a"_s, words("Si"), int(QMessageBox::Yes), Contents{"pc"});
+        row("Si,Tutti", "a"_s, words("Si,Tutti"), int(QMessageBox::YesToAll), Contents{"pc"});
+        row("No", "a"_s, words("No"), int(QMessageBox::No), Contents{"player"});
+        row("No,Tutti", "a"_s, words("No,Tutti"), int(QMessageBox::NoToAll), Contents{"player"});
+        row("Si does not suppress the next question", "a b c"_s, words("Si No Si"), int(QMessageBox::Yes),
+            Contents{"pc", "player", "pc"});
+        row("Si,Tutti asks no more", "a/in b"_s, words("Si,Tutti"), int(QMessageBox::YesToAll), Contents{"pc", "pc"});
+        row("Enter answers No,Tutti", "a b"_s, words("Enter"), int(QMessageBox::NoToAll), Contents{"player", "player"});
+        row("Escape and closing answer No", "a b"_s, words("Escape closed"), int(QMessageBox::No),
+            Contents{"player", "player"});
+    }
 
-private:
-    QStringList filesOnPlayer() const { return m_player->files(); }
+    void answersDecide()
+    {
+        QFETCH(QString, there);
+        QFETCH(QStringList, answers);
+        QFETCH(int, remembered);
+        QFETCH(QByteArrayList, contents);
+        const QStringList files = there.split(QLatin1Char(' '));
+        Conflict conflict(files);
+        for (const QString &answer : qAsConst(answers)) {
+            if (answer == "closed"_s)
+                conflict.answerer.answerByClosing(Titles::kTransferExists);
+            else if (answer == "Enter"_s || answer == "Escape"_s)
+                conflict.answerer.answerByKey(Titles::kTransferExists,
+                                              answer == "Enter"_s ? Qt::Key_Return : Qt::Key_Escape);
+            else
+                conflict.answer(answer);
+        }
+        conflict.dropNew(files, QString(there).remove("/in"_s).split(QLatin1Char(' ')));
+        QCOMPARE(conflict.answerer.seen().size(), answers.size());
+        QCOMPARE(conflict.page.overwriteAnswer, remembered);
+        QCOMPARE(conflict.contents(), contents);
+        QCOMPARE(conflict.player.files(), files);
+        for (const QString &file : files)
+            QCOMPARE(conflict.pc.content(file), QByteArray("pc"));
+        QCOMPARE(conflict.recorder.count("increase"_s), files.size()); // skipped ones too
+    }
 
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<PcFolder> m_pc;
-    QScopedPointer<OpenTransfer> m_open;
+    void noToAllLeavesAllLaterFilesForThisDropOnly()
+    {
+        Conflict conflict(words("a.mid b.mid"));
+        conflict.answer(Buttons::kNoTutti);
+        conflict.dropNew(words("a.mid b.mid new.mid"));
+        QCOMPARE(conflict.answerer.seen().size(), 1);
+        QCOMPARE(conflict.contents(), (QByteArrayList{"player", "player", "pc"}));
+
+        conflict.answer(Buttons::kSiTutti);
+        conflict.dropNew(words("a.mid b.mid new.mid"));
+        QCOMPARE(conflict.answerer.seen().size(), 2);
+        QCOMPARE(conflict.contents(), (QByteArrayList{"pc", "pc", "pc"}));
+    }
+
+    void conflictWithAFolderLeavesTheFolder()
+    {
+        Conflict conflict(words("album/song.mid"));
+        conflict.answer(Buttons::kSi);
+        conflict.dropNew(words("album"));
+        QCOMPARE(conflict.player.files(), words("album/song.mid"));
+    }
+
+    void existingFoldersAreJoined()
+    {
+        Conflict conflict(words("album/old.mid"));
+        conflict.dropNew(words("album/new.mid"), words("album"));
+        QCOMPARE(conflict.player.files(), words("album/new.mid album/old.mid"));
+    }
+
+    void folderDroppedOverAFileOfItsNameLeavesTheFile()
+    {
+        Conflict conflict(words("album"));
+        conflict.dropNew(words("album/song.mid"), words("album"));
+        QCOMPARE(conflict.player.content("album"_s), QByteArray("player"));
+        QString logged;
+        QDebug(&logged) << "!QFile::copy - src :" << conflict.pc.path("album"_s) + QDir::separator() + "song.mid"_s;
+        QVERIFY(conflict.recorder.log().contains(QtDebugMsg, logged.trimmed()));
+    }
 };
 
-void TestTransferConflicts::init()
-{
-    m_player.reset(new SimulatedPlayer);
-    m_player->addFolder(QStringLiteral("My Songs/Rock"));
-    m_pc.reset(new PcFolder);
-    m_open.reset(new OpenTransfer(m_player->root()));
-}
-
-void TestTransferConflicts::cleanup()
-{
-    m_open.reset();
-    m_pc.reset();
-    m_player.reset();
-}
-
-void TestTransferConflicts::questionIsAsAgreed()
-{
-    m_player->addFile(QStringLiteral("My Songs/a.mid"), "player");
-    m_open->page.on_tableView_doubleClicked(m_open->row(QStringLiteral("My Songs")));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No"));
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    const BoxAnswerer::Seen box = answerer.seen().first();
-    QCOMPARE(box.text, QStringLiteral("Il File ") + m_player->path(QStringLiteral("My Songs/a.mid")) +
-                           QStringLiteral("\n\nE' già esistente. Sovrascrivo ?"));
-    QCOMPARE(QSet<QString>(box.buttons.cbegin(), box.buttons.cend()),
-             (QSet<QString>{QStringLiteral("Si"), QStringLiteral("Si,Tutti"), QStringLiteral("No"),
-                            QStringLiteral("No,Tutti")}));
-    QCOMPARE(box.buttons.size(), 4);
-    QCOMPARE(box.defaultButton, QStringLiteral("No,Tutti"));
-    QVERIFY(!box.hadParent);
-}
-
-void TestTransferConflicts::answersDecide_data()
-{
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<int>("remembered");
-    QTest::addColumn<bool>("overwritten");
-    QTest::newRow("Si") << QStringLiteral("Si") << int(QMessageBox::Yes) << true;
-    QTest::newRow("Si,Tutti") << QStringLiteral("Si,Tutti") << int(QMessageBox::YesToAll) << true;
-    QTest::newRow("No") << QStringLiteral("No") << int(QMessageBox::No) << false;
-    QTest::newRow("No,Tutti") << QStringLiteral("No,Tutti") << int(QMessageBox::NoToAll) << false;
-}
-
-void TestTransferConflicts::answersDecide()
-{
-    QFETCH(QString, answer);
-    QFETCH(int, remembered);
-    QFETCH(bool, overwritten);
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, answer);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid"), "pc")});
-    QCOMPARE(m_open->page.overwriteAnswer, remembered);
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), overwritten ? QByteArray("pc") : QByteArray("player"));
-    QCOMPARE(m_pc->content(QStringLiteral("a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(filesOnPlayer(), QStringList{QStringLiteral("a.mid")});
-}
-
-void TestTransferConflicts::yesDoesNotSuppressTheNextQuestion()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    m_player->addFile(QStringLiteral("c.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si"));
-    answerer.answer(kExists, QStringLiteral("No"));
-    answerer.answer(kExists, QStringLiteral("Si"));
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid")),
-                  m_pc->addFile(QStringLiteral("c.mid"))});
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("c.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferConflicts::yesToAllAsksNoMore()
-{
-    m_player->addFile(QStringLiteral("album/a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    m_pc->addFile(QStringLiteral("album/a.mid"));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si,Tutti"));
-    m_open->drop({m_pc->path(QStringLiteral("album")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_player->content(QStringLiteral("album/a.mid")), QByteArrayLiteral("pc"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferConflicts::noToAllLeavesAllLaterFilesForThisDropOnly()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    const QStringList dropped = {m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid")),
-                                 m_pc->addFile(QStringLiteral("new.mid"))};
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No,Tutti"));
-    m_open->drop(dropped);
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("new.mid")), QByteArrayLiteral("pc"));
-
-    answerer.answer(kExists, QStringLiteral("Si,Tutti"));
-    m_open->drop(dropped);
-    QCOMPARE(answerer.seen().size(), 2);
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("pc"));
-}
-
-void TestTransferConflicts::enterAnswersNoToAll()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answerByKey(kExists, Qt::Key_Return);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(m_open->page.overwriteAnswer, int(QMessageBox::NoToAll));
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-}
-
-void TestTransferConflicts::escapeAnswersNo()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    m_player->addFile(QStringLiteral("b.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answerByKey(kExists, Qt::Key_Escape);
-    answerer.answerByClosing(kExists);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(m_open->page.overwriteAnswer, int(QMessageBox::No));
-    QCOMPARE(m_player->content(QStringLiteral("a.mid")), QByteArrayLiteral("player"));
-    QCOMPARE(m_player->content(QStringLiteral("b.mid")), QByteArrayLiteral("player"));
-}
-
-void TestTransferConflicts::skippedFilesCountToo()
-{
-    m_player->addFile(QStringLiteral("a.mid"), "player");
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("No"));
-    TransferRecorder recorder(m_open->page);
-    m_open->drop({m_pc->addFile(QStringLiteral("a.mid")), m_pc->addFile(QStringLiteral("b.mid"))});
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 2);
-}
-
-void TestTransferConflicts::conflictWithAFolderLeavesTheFolder()
-{
-    m_player->addFile(QStringLiteral("album/song.mid"));
-    BoxAnswerer answerer;
-    answerer.answer(kExists, QStringLiteral("Si"));
-    m_open->drop({m_pc->addFile(QStringLiteral("album"))});
-    QCOMPARE(filesOnPlayer(), QStringList{QStringLiteral("album/song.mid")});
-}
-
-void TestTransferConflicts::folderDroppedOverAFileOfItsNameLeavesTheFile()
-{
-    m_player->addFile(QStringLiteral("album"), "player");
-    m_pc->addFile(QStringLiteral("album/song.mid"));
-    const QString song = m_pc->path(QStringLiteral("album")) + QDir::separator() + QStringLiteral("song.mid");
-    TransferRecorder recorder(m_open->page);
-    m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(m_player->content(QStringLiteral("album")), QByteArrayLiteral("player"));
-    QString logged;
-    QDebug(&logged) << "!QFile::copy - src :" << song;
-    QVERIFY(recorder.log().contains(QtDebugMsg, logged.trimmed()));
-}
-
-void TestTransferConflicts::existingFoldersAreJoined()
-{
-    m_player->addFile(QStringLiteral("album/old.mid"));
-    m_pc->addFile(QStringLiteral("album/new.mid"));
-    m_open->drop({m_pc->path(QStringLiteral("album"))});
-    QCOMPARE(filesOnPlayer(), (QStringList{QStringLiteral("album/new.mid"), QStringLiteral("album/old.mid")}));
-}
-
-QTEST_MAIN(TestTransferConflicts)
+PAGE_TEST_MAIN(TestTransferConflicts)
 #include "tst_transferconflicts.moc"

@@ -1,55 +1,24 @@
 #include "opentransfer.h"
 #include "support/boxanswerer.h"
-#include "support/simulatedplayer.h"
-
-#include <QAction>
-#include <QPushButton>
-#include <QTableView>
-#include <QToolButton>
-#include <QTreeView>
-#include <QtTest>
+#include "support/boxtexts.h"
+#include "support/mountedplayer.h"
 
 namespace {
-const QString kTitle = QStringLiteral("Cancella file");
-const QString kYes = QStringLiteral("Yes");
 
-#ifdef Q_OS_WIN
-/// While this lives the folder with the song cannot be removed: the song is open.
-class Resistance
+/// A player with songs, of which some are deleted.
+struct Deletion : OpenForPlayer
 {
-public:
-    explicit Resistance(const QString &song) : m_song(song), m_good(m_song.open(QIODevice::ReadOnly)) {}
-    bool isGood() const { return m_good; }
-
-private:
-    QFile m_song;
-    bool m_good;
-};
-#else
-/// While this lives the folder with the song cannot be removed, whoever asks: it holds a mounted volume.
-class Resistance
-{
-public:
-    explicit Resistance(const QString &song)
-        : m_folder(QFileInfo(song).path()),
-          m_good(QProcess::execute(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"),
-                                                             QStringLiteral("none"), m_folder}) == 0)
+    Deletion() : OpenForPlayer(words("a.mid b.mid c.mid Old/deep/song.mid Kept/song.mid")) {}
+    /// Selects these and deletes them as the user wants.
+    void remove(const QStringList &names)
     {
+        select(names);
+        answerer.answer(Titles::kDelete, Buttons::kYes);
+        page.on_actionDeleteSelectedItems_triggered();
     }
-    ~Resistance()
-    {
-        if (m_good)
-            QProcess::execute(QStringLiteral("umount"), {m_folder});
-    }
-    Resistance(const Resistance &) = delete;
-    Resistance &operator=(const Resistance &) = delete;
-    bool isGood() const { return m_good; }
 
-private:
-    QString m_folder;
-    bool m_good;
+    BoxAnswerer answerer;
 };
-#endif
 
 } // namespace
 
@@ -58,285 +27,190 @@ class TestTransferDelete : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void questionIsAsAgreed()
+    {
+        Deletion deletion;
+        deletion.remove(words("a.mid"));
+        QCOMPARE(deletion.answerer.seen().size(), 1);
+        const BoxAnswerer::Seen box = deletion.answerer.seen().first();
+        QCOMPARE(box.text, Texts::kDelete);
+        QCOMPARE(box.icon, QMessageBox::Question);
+        QStringList buttons = box.buttons;
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{Buttons::kNo, Buttons::kYes}));
+    }
 
-    void questionIsAsAgreed();
-    void everyOtherAnswerKeepsTheFiles_data();
-    void everyOtherAnswerKeepsTheFiles();
-    void deletionTellsItsStepsInOrder();
-    void filesAndFoldersGoAndTheRestStays();
-    void readOnlyAndHiddenContentGoesWithItsFolder();
-    void linkGoesButNotWhatItPointsTo();
-    void vanishedEntryStillCounts();
-    void folderThatStaysIsTriedThreeTimes();
-    void stopKeepsTheRest();
-    void finishStaysAsItWas_data();
-    void finishStaysAsItWas();
-    void pageRefusesEverythingMeanwhile();
-    void signalsAreBlockedMeanwhileAndTheTableFollowsAfterwards();
-    void delKeyAndButtonDelete();
-    void nothingSelectedDeletesNothing();
-    void wholePlayerIsNeverDeleted();
+    void everyOtherAnswerKeepsTheFiles_data()
+    {
+        columns<int>("key");
+        row("No", 0);
+        row("Enter", int(Qt::Key_Return));
+        row("Escape", int(Qt::Key_Escape));
+        row("closed", -1);
+    }
 
-private:
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<OpenTransfer> m_open;
+    void everyOtherAnswerKeepsTheFiles()
+    {
+        QFETCH(int, key);
+        Deletion deletion;
+        deletion.select(words("a.mid"));
+        const QStringList before = deletion.player.files();
+        if (key == 0)
+            deletion.answerer.answer(Titles::kDelete, Buttons::kNo);
+        else if (key < 0)
+            deletion.answerer.answerByClosing(Titles::kDelete);
+        else
+            deletion.answerer.answerByKey(Titles::kDelete, Qt::Key(key));
+        deletion.page.on_actionDeleteSelectedItems_triggered();
+        QCOMPARE(deletion.told(), QStringList());
+        QCOMPARE(deletion.player.files(), before);
+        QVERIFY(!deletion.page.busy);
+    }
+
+    void deletionTellsItsStepsInOrder()
+    {
+        Deletion deletion;
+        deletion.remove(words("a.mid Old"));
+        QCOMPARE(deletion.told(),
+                 (QStringList{"min 0"_s, "max 0"_s, "value 0"_s, "visible 1"_s, "label Cancellazione in corso ..."_s,
+                              "log Transfer : Start Cancellazione"_s, "max 2"_s, "increase"_s, "increase"_s,
+                              "log Transfer : Fine Cancellazione"_s, kEnd, "stop 0"_s}));
+        QVERIFY(deletion.recorder.log().contains(QtInfoMsg, "Transfer : Start Cancellazione"_s));
+    }
+
+    void filesAndFoldersGoAndTheRestStays()
+    {
+        Deletion deletion;
+        deletion.player.addFile("Old/.hidden"_s);
+        QVERIFY(QFile::setPermissions(deletion.player.path("Old/deep/song.mid"_s), QFile::ReadOwner));
+        deletion.remove(words("a.mid c.mid Old"));
+        QCOMPARE(entriesBelow(deletion.player.root()), words("Kept Kept/song.mid b.mid"));
+    }
+
+    void linkGoesButNotWhatItPointsTo()
+    {
+        Deletion deletion;
+        const QString song = deletion.pc.addFile("songs/mine.mid"_s);
+        const QString link = deletion.player.path("link"_s);
+        QVERIFY(QFile::link(deletion.pc.path("songs"_s), link));
+        deletion.remove(words("link"));
+        QVERIFY(!QFileInfo(link).isSymLink());
+        QVERIFY(QFileInfo::exists(song));
+    }
+
+    void vanishedEntryStillCounts()
+    {
+        Deletion deletion;
+        deletion.answerer.whenShown([&](QMessageBox *) { QFile::remove(deletion.player.path("a.mid"_s)); });
+        deletion.remove(words("a.mid b.mid"));
+        QCOMPARE(deletion.recorder.count("increase"_s), 2);
+        QVERIFY(!deletion.player.exists("b.mid"_s));
+    }
+
+    void folderThatStaysIsTriedThreeTimes()
+    {
+        Deletion deletion;
+#ifdef Q_OS_WIN
+        // A folder stays while a song in it is open.
+        QFile song(deletion.player.path("Old/deep/song.mid"_s));
+        const bool stays = song.open(QIODevice::ReadOnly);
+#else
+        // A folder that holds a mounted volume stays, whoever asks.
+        const Mount mount(deletion.player.path("Old/deep"_s), 100);
+        const bool stays = mount.isGood();
+#endif
+        if (!stays)
+            QSKIP("No folder that resists can be made on this machine");
+        QElapsedTimer time;
+        time.start();
+        deletion.remove(words("Old"));
+        const qint64 took = time.elapsed();
+        // Three attempts have two pauses of 250 ms between them.
+        QVERIFY2(took >= 500 && took < 2000, qPrintable(QString::number(took)));
+        QCOMPARE(deletion.recorder.count("increase"_s), 1);
+        QVERIFY(deletion.hasTold(kEnd));
+        QVERIFY(deletion.player.exists("Old"_s));
+    }
+
+    void stopKeepsTheRest()
+    {
+        Deletion deletion;
+        deletion.page.aborted = true; // of an earlier stop: it is cleared
+        deletion.atEachStep([&] { deletion.page.on_stopActionPressed(); });
+        deletion.remove(words("a.mid b.mid c.mid"));
+        QCOMPARE(deletion.recorder.count("increase"_s), 1);
+        QCOMPARE(deletion.player.files().size(), 4); // one of five is gone
+        QCOMPARE(deletion.recorder.lines().last(), "stop 0"_s);
+        QVERIFY(!deletion.page.busy);
+    }
+
+    void finishStaysAsItWas()
+    {
+        for (bool enabled : {false, true}) {
+            Deletion deletion;
+            button(deletion.page, "pushBtnForward")->setEnabled(enabled);
+            deletion.remove(words("a.mid"));
+            QVERIFY(deletion.hasTold(kEnd));
+            QCOMPARE(deletion.page.isFinishPending(), enabled);
+        }
+    }
+
+    void pageRefusesEverythingMeanwhileAndTheTableFollowsAfterwards()
+    {
+        Deletion deletion;
+        QList<int> blocked;
+        deletion.atEachStep([&] {
+            QVERIFY(deletion.page.busy);
+            blocked.append(deletion.blocked());
+            deletion.page.on_pushBtnBack_clicked();
+            QVERIFY(!Drag(deletion.page, fileUrls({"/tmp/x"_s})).enter(deletion.overDropArea()));
+        });
+        deletion.remove(words("a.mid b.mid"));
+        QCOMPARE(blocked, (QList<int>{4, 4}));
+        QCOMPARE(deletion.blocked(), 0);
+        QVERIFY(!deletion.hasTold("backFromTransferToFirstMenu"_s));
+        QTRY_COMPARE(deletion.names(), words("Kept Old c.mid"));
+    }
+
+    void delKeyAndButtonDelete()
+    {
+        Deletion deletion;
+        deletion.answerer.answer(Titles::kDelete, Buttons::kYes);
+        deletion.answerer.answer(Titles::kDelete, Buttons::kYes);
+        deletion.select(words("a.mid"));
+        deletion.page.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&deletion.page));
+        deletion.table()->setFocus();
+        QTest::keyClick(deletion.table(), Qt::Key_Delete);
+        QVERIFY(!deletion.player.exists("a.mid"_s));
+        deletion.select(words("b.mid"));
+        click(deletion.page, "toolButtonDelete");
+        QVERIFY(!deletion.player.exists("b.mid"_s));
+    }
+
+    void nothingSelectedDeletesNothing()
+    {
+        Deletion deletion;
+        const QStringList before = deletion.player.files();
+        click(deletion.page, "toolButtonDelete"); // disabled: no question
+        QVERIFY(deletion.answerer.seen().isEmpty());
+        deletion.remove({});
+        QCOMPARE(deletion.recorder.count("increase"_s), 0);
+        QCOMPARE(deletion.player.files(), before);
+    }
+
+    void wholePlayerIsNeverDeleted()
+    {
+        Deletion deletion;
+        // Without a folder to show, a view shows the top of its model: the player itself.
+        deletion.table()->setRootIndex(QModelIndex());
+        const QStringList before = deletion.player.files();
+        const QString top = deletion.table()->model()->index(0, 0).data().toString();
+        QVERIFY(top.contains("CORVIN4"_s));
+        deletion.remove({top});
+        QCOMPARE(deletion.player.files(), before);
+    }
 };
 
-void TestTransferDelete::init()
-{
-    m_player.reset(new SimulatedPlayer);
-    m_player->addFile(QStringLiteral("a.mid"));
-    m_player->addFile(QStringLiteral("b.mid"));
-    m_player->addFile(QStringLiteral("c.mid"));
-    m_player->addFile(QStringLiteral("Old/deep/song.mid"));
-    m_player->addFile(QStringLiteral("Kept/song.mid"));
-    m_open.reset(new OpenTransfer(m_player->root()));
-}
-
-void TestTransferDelete::cleanup()
-{
-    m_open.reset();
-    m_player.reset();
-}
-
-void TestTransferDelete::questionIsAsAgreed()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, QStringLiteral("No"));
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(answerer.seen().size(), 1);
-    const BoxAnswerer::Seen box = answerer.seen().first();
-    QCOMPARE(box.text, QStringLiteral("Cancellare gli elementi selezionati ?"));
-    QCOMPARE(box.icon, QMessageBox::Question);
-    QCOMPARE(QSet<QString>(box.buttons.cbegin(), box.buttons.cend()), (QSet<QString>{kYes, QStringLiteral("No")}));
-}
-
-void TestTransferDelete::everyOtherAnswerKeepsTheFiles_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::newRow("No") << QStringLiteral("No");
-    QTest::newRow("Enter") << QStringLiteral("Enter");
-    QTest::newRow("Escape") << QStringLiteral("Escape");
-    QTest::newRow("closed") << QStringLiteral("closed");
-}
-
-void TestTransferDelete::everyOtherAnswerKeepsTheFiles()
-{
-    QFETCH(QString, how);
-    QVERIFY(m_open->select({QStringLiteral("a.mid")}));
-    const QStringList before = m_player->files();
-    BoxAnswerer answerer;
-    if (how == QLatin1String("No"))
-        answerer.answer(kTitle, how);
-    else if (how == QLatin1String("closed"))
-        answerer.answerByClosing(kTitle);
-    else
-        answerer.answerByKey(kTitle, how == QLatin1String("Enter") ? Qt::Key_Return : Qt::Key_Escape);
-    TransferRecorder recorder(m_open->page);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(recorder.lines(), QStringList());
-    QCOMPARE(m_player->files(), before);
-    QVERIFY(!m_open->page.busy);
-}
-
-void TestTransferDelete::deletionTellsItsStepsInOrder()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid"), QStringLiteral("Old")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    TransferRecorder recorder(m_open->page);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(recorder.lines(),
-             (QStringList{QStringLiteral("min 0"), QStringLiteral("max 0"), QStringLiteral("value 0"),
-                          QStringLiteral("visible 1"), QStringLiteral("label Cancellazione in corso ..."),
-                          QStringLiteral("log Transfer : Start Cancellazione"), QStringLiteral("max 2"),
-                          QStringLiteral("increase"), QStringLiteral("increase"),
-                          QStringLiteral("log Transfer : Fine Cancellazione"),
-                          QStringLiteral("label Se hai terminato clicca su FINE"), QStringLiteral("stop 0")}));
-    QVERIFY(recorder.log().contains(QtInfoMsg, QStringLiteral("Transfer : Start Cancellazione")));
-}
-
-void TestTransferDelete::filesAndFoldersGoAndTheRestStays()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid"), QStringLiteral("c.mid"), QStringLiteral("Old")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(m_player->files(), (QStringList{QStringLiteral("Kept/song.mid"), QStringLiteral("b.mid")}));
-    QCOMPARE(m_player->folders(), QStringList{QStringLiteral("Kept")});
-}
-
-void TestTransferDelete::readOnlyAndHiddenContentGoesWithItsFolder()
-{
-    m_player->addFile(QStringLiteral("Old/.hidden"));
-    QVERIFY(QFile::setPermissions(m_player->path(QStringLiteral("Old/deep/song.mid")), QFile::ReadOwner));
-    QVERIFY(m_open->select({QStringLiteral("Old")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QVERIFY(!m_player->exists(QStringLiteral("Old")));
-}
-
-void TestTransferDelete::linkGoesButNotWhatItPointsTo()
-{
-    PcFolder pc;
-    pc.addFile(QStringLiteral("songs/mine.mid"));
-    QVERIFY(QFile::link(pc.path(QStringLiteral("songs")), m_player->path(QStringLiteral("link"))));
-    QVERIFY(m_open->select({QStringLiteral("link")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QVERIFY(!QFileInfo(m_player->path(QStringLiteral("link"))).isSymLink());
-    QVERIFY(QFileInfo::exists(pc.path(QStringLiteral("songs/mine.mid"))));
-}
-
-void TestTransferDelete::vanishedEntryStillCounts()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid"), QStringLiteral("b.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    answerer.whenShown([this](QMessageBox *) { QFile::remove(m_player->path(QStringLiteral("a.mid"))); });
-    TransferRecorder recorder(m_open->page);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 2);
-    QVERIFY(!m_player->exists(QStringLiteral("b.mid")));
-}
-
-void TestTransferDelete::folderThatStaysIsTriedThreeTimes()
-{
-    const Resistance resistance(m_player->path(QStringLiteral("Old/deep/song.mid")));
-    if (!resistance.isGood())
-        QSKIP("No folder that resists can be made on this machine");
-    QVERIFY(m_open->select({QStringLiteral("Old")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    TransferRecorder recorder(m_open->page);
-    QElapsedTimer time;
-    time.start();
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    const qint64 took = time.elapsed();
-    // Three attempts have two pauses of 250 ms between them.
-    QVERIFY2(took >= 500 && took < 2000, qPrintable(QString::number(took)));
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 1);
-    QVERIFY(recorder.lines().contains(QStringLiteral("label Se hai terminato clicca su FINE")));
-    QVERIFY(m_player->exists(QStringLiteral("Old")));
-}
-
-void TestTransferDelete::stopKeepsTheRest()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid"), QStringLiteral("b.mid"), QStringLiteral("c.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    m_open->page.aborted = true; // of an earlier stop: it is cleared
-    TransferRecorder recorder(m_open->page);
-    connect(&m_open->page, &Transfer::increaseProgressBarVal, &m_open->page, &Transfer::on_stopActionPressed);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 1);
-    QCOMPARE(m_player->files().filter(QStringLiteral("mid")).size(), 4); // one of five is gone
-    QCOMPARE(recorder.lines().last(), QStringLiteral("stop 0"));
-    QVERIFY(!m_open->page.busy);
-}
-
-void TestTransferDelete::finishStaysAsItWas_data()
-{
-    QTest::addColumn<bool>("enabled");
-    QTest::newRow("nothing copied") << false;
-    QTest::newRow("something copied before") << true;
-}
-
-void TestTransferDelete::finishStaysAsItWas()
-{
-    QFETCH(bool, enabled);
-    m_open->child<QPushButton>("pushBtnForward")->setEnabled(enabled);
-    QVERIFY(m_open->select({QStringLiteral("a.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    TransferRecorder recorder(m_open->page);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QVERIFY(recorder.lines().contains(QStringLiteral("label Se hai terminato clicca su FINE")));
-    QCOMPARE(m_open->page.isFinishPending(), enabled);
-}
-
-void TestTransferDelete::pageRefusesEverythingMeanwhile()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    QSignalSpy back(&m_open->page, &Transfer::backFromTransferToFirstMenu);
-    bool dragLetIn = true;
-    connect(&m_open->page, &Transfer::increaseProgressBarVal, this, [&] {
-        QVERIFY(m_open->page.busy);
-        m_open->page.on_pushBtnBack_clicked();
-        Drag drag(m_open->page, fileUrls({QStringLiteral("/tmp/x")}));
-        dragLetIn = drag.enter(m_open->overDropArea());
-    });
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(back.count(), 0);
-    QVERIFY(!dragLetIn);
-}
-
-void TestTransferDelete::signalsAreBlockedMeanwhileAndTheTableFollowsAfterwards()
-{
-    QVERIFY(m_open->select({QStringLiteral("a.mid"), QStringLiteral("b.mid")}));
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    int blocked = 0;
-    connect(&m_open->page, &Transfer::increaseProgressBarVal, this, [&] {
-        blocked += int(m_open->table()->signalsBlocked() && m_open->table()->model()->signalsBlocked() &&
-                       m_open->tree()->signalsBlocked() && m_open->tree()->model()->signalsBlocked());
-    });
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(blocked, 2);
-    QVERIFY(!m_open->table()->signalsBlocked() && !m_open->table()->model()->signalsBlocked());
-    QVERIFY(!m_open->tree()->signalsBlocked() && !m_open->tree()->model()->signalsBlocked());
-    QTRY_COMPARE(m_open->names(),
-                 (QStringList{QStringLiteral("Kept"), QStringLiteral("Old"), QStringLiteral("c.mid")}));
-}
-
-void TestTransferDelete::delKeyAndButtonDelete()
-{
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    answerer.answer(kTitle, kYes);
-    QVERIFY(m_open->select({QStringLiteral("a.mid")}));
-    m_open->page.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&m_open->page));
-    m_open->table()->setFocus();
-    QTest::keyClick(m_open->table(), Qt::Key_Delete);
-    QVERIFY(!m_player->exists(QStringLiteral("a.mid")));
-    QVERIFY(m_open->select({QStringLiteral("b.mid")}));
-    QTest::mouseClick(m_open->child<QToolButton>("toolButtonDelete"), Qt::LeftButton);
-    QVERIFY(!m_player->exists(QStringLiteral("b.mid")));
-}
-
-void TestTransferDelete::nothingSelectedDeletesNothing()
-{
-    const QStringList before = m_player->files();
-    QTest::mouseClick(m_open->child<QToolButton>("toolButtonDelete"), Qt::LeftButton); // disabled: no question
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    TransferRecorder recorder(m_open->page);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(recorder.count(QStringLiteral("increase")), 0);
-    QCOMPARE(m_player->files(), before);
-}
-
-void TestTransferDelete::wholePlayerIsNeverDeleted()
-{
-    // Without a folder to show, a view shows the top of its model: the player itself.
-    m_open->table()->setRootIndex(QModelIndex());
-    const QStringList before = m_player->files();
-    const QModelIndex top = m_open->table()->model()->index(0, 0);
-    QVERIFY(top.data().toString().contains(QStringLiteral("CORVIN4")));
-    m_open->table()->selectionModel()->select(top, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    BoxAnswerer answerer;
-    answerer.answer(kTitle, kYes);
-    m_open->page.on_actionDeleteSelectedItems_triggered();
-    QCOMPARE(m_player->files(), before);
-}
-
-QTEST_MAIN(TestTransferDelete)
+PAGE_TEST_MAIN(TestTransferDelete)
 #include "tst_transferdelete.moc"

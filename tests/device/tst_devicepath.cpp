@@ -1,4 +1,4 @@
-#include "optimizer/devicepath.h"
+#include "device/player.h"
 
 #include "support/given.h"
 
@@ -23,7 +23,7 @@ private slots:
         row("numbers and line end stay", "\\sdmemory\\a.mid^12^0\r\n"_s, "E:/a.mid^12^0\r\n"_s);
         row("empty", QString(), QString());
     }
-    void deviceTextBecomesPcPath() { QTEST(devicePathToPc(given<QString>("device"), kRoot), "pc"); }
+    void deviceTextBecomesPcPath() { QTEST(Player(kRoot).pcPath(given<QString>("device")), "pc"); }
 
     void pcPathBecomesDevicePath_data()
     {
@@ -39,13 +39,13 @@ private slots:
     }
     void pcPathBecomesDevicePath()
     {
-        QTEST(pcPathToDevicePath(given<QString>("pc"), given<QString>("root")), "device");
+        QTEST(Player(given<QString>("root")).devicePath(given<QString>("pc")), "device");
     }
 
     void bothWaysGiveTheSamePath()
     {
         for (const QString &pc : {"E:/My Songs/song.mid"_s, "E:/Città/Perché.mid"_s, "E:/L'\"altra\"/a^1.mid"_s})
-            QCOMPARE(devicePathToPc(pcPathToDevicePath(pc, kRoot), kRoot), pc);
+            QCOMPARE(Player(kRoot).pcPath(Player(kRoot).devicePath(pc)), pc);
     }
 };
 
