@@ -57,7 +57,7 @@ class TestJudge : public QObject
         const auto isOfRule = [&](const Failure &failure) { return failure.rule == rule; };
         return std::any_of(verdict.failures.cbegin(), verdict.failures.cend(), isOfRule);
     }
-    bool isWrong(const QString &rule) const { return isWrong(rule); }
+    bool isWrong(const QString &rule) const { return names(player.judge(), rule); }
     Verdict judged(const Snapshot &before) const { return judge(before, player.root, player.manifest); }
     static void verifyRight(const Verdict &verdict) { QVERIFY2(verdict.isRight(), qPrintable(verdictText(verdict))); }
 
