@@ -9,16 +9,20 @@
 
 namespace {
 
-/// A player with a few songs, as a volume.
+const QStringList kLoaded = {QString(), "My Songs"_s};
+
+/// A player with a few songs, as a volume, with what some folders hold already there.
 struct Songs : VolumeModel
 {
-    Songs()
+    explicit Songs(const QStringList &loaded = {})
     {
         player.addFile("AUTOEXEC.BAT"_s, "12345");
         player.addFile("My Songs/a.mid"_s);
         player.addFile("My Songs/b.mid"_s, "123");
         player.addFolder("Videos"_s);
         open(player.root(), "CORVIN4"_s);
+        for (const QString &folder : loaded)
+            load(folder);
     }
 
     QModelIndex top() const { return shown.index(0, 0); }
@@ -49,16 +53,6 @@ struct Songs : VolumeModel
     QAbstractItemModel &shown = *model();
     QFileSystemModel &behind = *fileSystemModel();
     QAbstractItemModelTester tester{&shown, QAbstractItemModelTester::FailureReportingMode::QtTest};
-};
-
-/// The same, with what the root and "My Songs" hold already there.
-struct LoadedSongs : Songs
-{
-    LoadedSongs()
-    {
-        load({});
-        load("My Songs"_s);
-    }
 };
 
 } // namespace
@@ -97,7 +91,7 @@ private slots:
 
     void whatLiesUnderTheVolumeIsShownOneToOne()
     {
-        const LoadedSongs songs;
+        const Songs songs(kLoaded);
         QCOMPARE(songs.names(songs.top()), (QStringList{"AUTOEXEC.BAT"_s, "My Songs"_s, "Videos"_s}));
         QCOMPARE(songs.at("My Songs"_s).parent(), songs.top());
         QCOMPARE(songs.names(songs.at("My Songs"_s)), words("a.mid b.mid"));
@@ -113,7 +107,7 @@ private slots:
 
     void pathsAndIndexesBelongTogether()
     {
-        const LoadedSongs songs;
+        const Songs songs(kLoaded);
         const QString root = QDir::cleanPath(songs.player.root());
         QCOMPARE(songs.indexForPath(songs.player.root()), songs.top());
         QCOMPARE(songs.indexForPath(root), songs.top());
@@ -140,7 +134,7 @@ private slots:
 
     void addedFileAppears()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         QSignalSpy inserted(&songs.shown, &QAbstractItemModel::rowsInserted);
         songs.player.addFile("new.mid"_s);
         QTRY_VERIFY(songs.names(songs.top()).contains("new.mid"_s));
@@ -150,7 +144,7 @@ private slots:
 
     void removedFileDisappears()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         const QSignalSpy removed(&songs.shown, &QAbstractItemModel::rowsRemoved);
         const QPersistentModelIndex file = songs.at("AUTOEXEC.BAT"_s);
         QVERIFY(file.isValid());
@@ -162,7 +156,7 @@ private slots:
 
     void addedFolderInsideAFolderAppears()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         songs.player.addFile("My Songs/Z/zingara.mid"_s);
         QTRY_VERIFY(songs.names(songs.at("My Songs"_s)).contains("Z"_s));
         QVERIFY(songs.isDir(songs.at("My Songs/Z"_s)));
@@ -171,7 +165,7 @@ private slots:
 
     void changesBesideTheVolumeAreNotPassedOn()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         PcFolder beside;
         const QSignalSpy inserted(&songs.shown, &QAbstractItemModel::rowsInserted);
         const QSignalSpy insertedBehind(&songs.behind, &QAbstractItemModel::rowsInserted);
@@ -188,7 +182,7 @@ private slots:
 
     void sortingKeepsPersistentIndexes()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         const QPersistentModelIndex song = songs.at("My Songs/a.mid"_s);
         const QPersistentModelIndex drive = songs.top();
         const QSignalSpy changed(&songs.shown, &QAbstractItemModel::layoutChanged);
@@ -205,14 +199,14 @@ private slots:
 
     void nameFilterOfTheFileSystemModelIsFollowed()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         songs.behind.setFilter(QDir::Dirs | QDir::NoDotAndDotDot);
         QTRY_COMPARE(songs.names(songs.top()), (QStringList{"My Songs"_s, "Videos"_s}));
     }
 
     void removedVolumeFolderLeavesNothing()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         const QPersistentModelIndex drive = songs.top();
         const QTemporaryDir dir;
         const QString parent = QFileInfo(dir.path()).canonicalFilePath();
@@ -233,7 +227,7 @@ private slots:
 
     void openingAnotherVolumeReplacesTheFirst()
     {
-        LoadedSongs songs;
+        Songs songs(kLoaded);
         PcFolder other;
         other.addFile("only.mid"_s);
         const QSignalSpy reset(&songs.shown, &QAbstractItemModel::modelReset);
