@@ -8,7 +8,7 @@ class TestDeviceCase : public QObject
 {
     Q_OBJECT
 
-    const PcFolder m_folder;
+    PcFolder m_folder;
 
     QString root() const { return m_folder.path() + "/"_s; }
     /// Whether the file system keeps these two apart.

@@ -10,7 +10,7 @@ class TestDeviceLocator : public QObject
 {
     Q_OBJECT
 
-    const PcFolder m_folder;
+    PcFolder m_folder;
     DeviceLocator m_locator;
 
     /// A folder that plays a volume. Returns its canonical path.

@@ -10,7 +10,7 @@
 /// judge is measured against something that no program made. Paths are relative to the root.
 class HandmadePlayer
 {
-    const PcFolder m_dir;
+    PcFolder m_dir;
 
 public:
     const QString root = m_dir.path() + "/"_s;

@@ -16,7 +16,7 @@ class TestPlayerTool : public QObject
 {
     Q_OBJECT
 
-    const PcFolder m_dir;
+    PcFolder m_dir;
     MakeResult m_made;
     Snapshot m_snapshot;
     QMap<QString, ExpectedSong> m_readable; ///< the songs that are not broken
