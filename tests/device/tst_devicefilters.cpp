@@ -2,10 +2,7 @@
 #include "device/volumemodel.h"
 
 #include "support/simulatedplayer.h"
-
-#include <QFileSystemModel>
-#include <QStandardItemModel>
-#include <QtTest>
+#include "support/testing.h"
 
 namespace {
 
@@ -16,19 +13,20 @@ QStandardItem *node(const QString &name, const QList<QStandardItem *> &children 
     return item;
 }
 
-/// All paths that a model shows, in its order.
-QStringList shown(const QAbstractItemModel &model, const QModelIndex &parent = QModelIndex(),
-                  const QString &prefix = QString())
+/// A PC with a player.
+struct Pc : QStandardItemModel
 {
-    QStringList paths;
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex index = model.index(row, 0, parent);
-        const QString path = prefix + index.data().toString();
-        paths.append(path);
-        paths.append(shown(model, index, path + QLatin1Char('/')));
+    Pc()
+    {
+        appendRow(node("C:"_s, {node("Windows"_s, {node("System"_s)}), node("System"_s)}));
+        appendRow(player);
     }
-    return paths;
-}
+
+    QStandardItem *player =
+        node("CORVIN4 (E:)"_s, {node("CorvinUpdate"_s, {node("new"_s)}),
+                                node("My Songs"_s, {node("System"_s), node("CorvinUpdate"_s), node("Azzurro.mid"_s)}),
+                                node("System"_s, {node("Corvin"_s)}), node("Systems"_s)});
+};
 
 } // namespace
 
@@ -36,182 +34,160 @@ class TestDeviceFilters : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-
-    void driveFilterShowsThePlayerAlone();
-    void driveFilterComparesTheDriveNameWithItsCase();
-    void driveFilterFindsThePlayerUnderAnyLetter();
-    void driveFilterAcceptsByTheRowsOwnName();
-    void driveFilterHidesThePlayersFoldersOfAnyDriveThatIsNamedSo();
-    void folderFilterHidesThePlayersFoldersAndNothingElse();
-    void folderFilterComparesFolderNamesWithTheirCase();
-    void onlyTheNameInTheFirstColumnCounts();
-    void emptyModelShowsNothing();
-    void realPlayerIsShownThroughTheDriveFilter();
-    void realPlayersFoldersAreHiddenByTheFolderFilter();
-
-private:
-    QScopedPointer<QStandardItemModel> m_pc;
-};
-
-void TestDeviceFilters::init()
-{
-    m_pc.reset(new QStandardItemModel);
-    m_pc->appendRow(node(QStringLiteral("C:"), {node(QStringLiteral("Windows"), {node(QStringLiteral("System"))}),
-                                                node(QStringLiteral("System"))}));
-    m_pc->appendRow(
-        node(QStringLiteral("CORVIN4 (E:)"),
-             {node(QStringLiteral("CorvinUpdate"), {node(QStringLiteral("new"))}),
-              node(QStringLiteral("My Songs"), {node(QStringLiteral("System")), node(QStringLiteral("CorvinUpdate")),
-                                                node(QStringLiteral("Azzurro.mid"))}),
-              node(QStringLiteral("System"), {node(QStringLiteral("Corvin"))}), node(QStringLiteral("Systems"))}));
-}
-
-void TestDeviceFilters::driveFilterShowsThePlayerAlone()
-{
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(m_pc.data());
-    const QStringList expected = {QStringLiteral("CORVIN4 (E:)"),
-                                  QStringLiteral("CORVIN4 (E:)/My Songs"),
-                                  QStringLiteral("CORVIN4 (E:)/My Songs/System"),
-                                  QStringLiteral("CORVIN4 (E:)/My Songs/CorvinUpdate"),
-                                  QStringLiteral("CORVIN4 (E:)/My Songs/Azzurro.mid"),
-                                  QStringLiteral("CORVIN4 (E:)/Systems")};
-    QCOMPARE(shown(filter), expected);
-}
-
-void TestDeviceFilters::driveFilterComparesTheDriveNameWithItsCase()
-{
-    m_pc->item(1)->setText(QStringLiteral("Corvin4 (E:)"));
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(m_pc.data());
-    QCOMPARE(shown(filter), QStringList());
-}
-
-void TestDeviceFilters::driveFilterFindsThePlayerUnderAnyLetter()
-{
-    m_pc->item(1)->setText(QStringLiteral("CORVIN4 (Z:)"));
-    m_pc->insertRow(0, node(QStringLiteral("A:")));
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(m_pc.data());
-    QCOMPARE(shown(filter).first(), QStringLiteral("CORVIN4 (Z:)"));
-    QCOMPARE(filter.rowCount(), 1);
-}
-
-void TestDeviceFilters::driveFilterAcceptsByTheRowsOwnName()
-{
-    // A top row is its own top-level ancestor; below another drive such a row is accepted but its drive is not shown.
-    m_pc->item(0)->appendRow(node(QStringLiteral("CORVIN4 copy")));
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(m_pc.data());
-    QCOMPARE(filter.rowCount(), 1);
-    m_pc->item(0)->setText(QStringLiteral("CORVIN4 BACKUP (C:)"));
-    QVERIFY(shown(filter).contains(QStringLiteral("CORVIN4 BACKUP (C:)/Windows/System")));
-}
-
-void TestDeviceFilters::driveFilterHidesThePlayersFoldersOfAnyDriveThatIsNamedSo()
-{
-    // The name of the parent decides, wherever it stands.
-    m_pc->item(1)->child(1)->setText(QStringLiteral("copy of CORVIN4"));
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(m_pc.data());
-    const QStringList paths = shown(filter);
-    QVERIFY(paths.contains(QStringLiteral("CORVIN4 (E:)/copy of CORVIN4/Azzurro.mid")));
-    QVERIFY(!paths.contains(QStringLiteral("CORVIN4 (E:)/copy of CORVIN4/System")));
-    QVERIFY(!paths.contains(QStringLiteral("CORVIN4 (E:)/copy of CORVIN4/CorvinUpdate")));
-}
-
-void TestDeviceFilters::folderFilterHidesThePlayersFoldersAndNothingElse()
-{
-    FolderFilesFilter filter;
-    filter.setSourceModel(m_pc.data());
-    const QStringList all = shown(*m_pc);
-    QStringList expected;
-    for (const QString &path : all) {
-        if (!path.startsWith(QStringLiteral("CORVIN4 (E:)/CorvinUpdate")) &&
-            path != QLatin1String("CORVIN4 (E:)/System") && path != QLatin1String("CORVIN4 (E:)/System/Corvin"))
-            expected.append(path);
+    /// All paths that a model shows, in its order.
+    static QStringList shown(const QAbstractItemModel &model, const QModelIndex &parent = {},
+                             const QString &prefix = {})
+    {
+        QStringList paths;
+        for (int row = 0; row < model.rowCount(parent); ++row) {
+            const QModelIndex index = model.index(row, 0, parent);
+            const QString path = prefix + index.data().toString();
+            paths += path;
+            paths += shown(model, index, path + "/"_s);
+        }
+        return paths;
     }
-    QCOMPARE(expected.size(), all.size() - 4);
-    QCOMPARE(shown(filter), expected);
-}
+    /// What a filter shows of a model.
+    template <typename Filter> static QStringList shownThrough(QAbstractItemModel &source)
+    {
+        Filter filter;
+        filter.setSourceModel(&source);
+        return shown(filter);
+    }
+    static void fetch(QAbstractItemModel &model, const QModelIndex &index)
+    {
+        if (model.canFetchMore(index))
+            model.fetchMore(index);
+    }
+    static int drivesIn(const QStringList &paths) { return paths.size() - paths.filter("/"_s).size(); }
 
-void TestDeviceFilters::folderFilterComparesFolderNamesWithTheirCase()
-{
-    m_pc->item(1)->child(0)->setText(QStringLiteral("CORVINUPDATE"));
-    m_pc->item(1)->child(2)->setText(QStringLiteral("SYSTEM"));
-    FolderFilesFilter filter;
-    filter.setSourceModel(m_pc.data());
-    QCOMPARE(shown(filter), shown(*m_pc));
-}
+private slots:
+    void driveFilterShowsThePlayerAlone()
+    {
+        Pc pc;
+        const QString songs = "CORVIN4 (E:)/My Songs"_s;
+        const QStringList inSongs = {songs + "/System"_s, songs + "/CorvinUpdate"_s, songs + "/Azzurro.mid"_s};
+        const QStringList expected =
+            QStringList{"CORVIN4 (E:)"_s, songs} + inSongs + QStringList{"CORVIN4 (E:)/Systems"_s};
+        QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), expected);
+    }
 
-void TestDeviceFilters::onlyTheNameInTheFirstColumnCounts()
-{
-    QStandardItemModel pc;
-    pc.appendRow({node(QStringLiteral("CORVIN4 (E:)")), node(QStringLiteral("Drive"))});
-    pc.appendRow({node(QStringLiteral("D:")), node(QStringLiteral("CORVIN4"))});
-    // A tooltip or an edit text is no name.
-    pc.item(1, 0)->setData(QStringLiteral("CORVIN4"), Qt::ToolTipRole);
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(&pc);
-    QCOMPARE(shown(filter), QStringList{QStringLiteral("CORVIN4 (E:)")});
-}
+    void driveFilterComparesTheDriveNameWithItsCase()
+    {
+        Pc pc;
+        pc.player->setText("Corvin4 (E:)"_s);
+        QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), QStringList());
+    }
 
-void TestDeviceFilters::emptyModelShowsNothing()
-{
-    QStandardItemModel empty;
-    Corvin4DriveFilter drives;
-    drives.setSourceModel(&empty);
-    FolderFilesFilter folders;
-    folders.setSourceModel(&empty);
-    QCOMPARE(drives.rowCount(), 0);
-    QCOMPARE(folders.rowCount(), 0);
-}
+    void driveFilterFindsThePlayerUnderAnyLetter()
+    {
+        Pc pc;
+        pc.player->setText("CORVIN4 (Z:)"_s);
+        pc.insertRow(0, node("A:"_s));
+        const QStringList paths = shownThrough<Corvin4DriveFilter>(pc);
+        QCOMPARE(paths.first(), "CORVIN4 (Z:)"_s);
+        QCOMPARE(drivesIn(paths), 1);
+    }
 
-void TestDeviceFilters::realPlayerIsShownThroughTheDriveFilter()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    player.addFolder(QStringLiteral("CorvinUpdate"));
-    player.addFile(QStringLiteral("My Songs/System/Azzurro.mid"));
-    VolumeModel volume;
-    volume.open(player.root(), QStringLiteral("CORVIN4"));
-    Corvin4DriveFilter filter;
-    filter.setSourceModel(volume.model());
+    void driveFilterAcceptsByTheRowsOwnName()
+    {
+        // A top row is its own top-level ancestor; below another drive such a row is accepted but its drive is not shown.
+        Pc pc;
+        pc.item(0)->appendRow(node("CORVIN4 copy"_s));
+        Corvin4DriveFilter filter;
+        filter.setSourceModel(&pc);
+        QCOMPARE(filter.rowCount(), 1);
+        pc.item(0)->setText("CORVIN4 BACKUP (C:)"_s);
+        QVERIFY(shown(filter).contains("CORVIN4 BACKUP (C:)/Windows/System"_s));
+    }
 
-    const auto indexOf = [&](const QString &relative) {
-        return filter.mapFromSource(volume.indexForPath(player.path(relative)));
-    };
-    QTRY_COMPARE(filter.rowCount(), 1);
-    const QPersistentModelIndex drive = filter.index(0, 0);
-    QVERIFY(drive.data().toString().contains(QStringLiteral("CORVIN4")));
-    if (filter.canFetchMore(drive))
-        filter.fetchMore(drive);
-    QTRY_VERIFY(indexOf(QStringLiteral("My Songs")).isValid());
-    QTRY_VERIFY(indexOf(QStringLiteral("My Songs/System")).isValid());
-    QTRY_VERIFY(volume.indexForPath(player.path(QStringLiteral("CorvinUpdate"))).isValid());
-    QVERIFY(!indexOf(QStringLiteral("CorvinUpdate")).isValid());
-    QVERIFY(!indexOf(QStringLiteral("System")).isValid());
-    QTRY_COMPARE(filter.rowCount(drive), 2); // AUTOEXEC.BAT and "My Songs"
-}
+    void driveFilterHidesThePlayersFoldersOfAnyDriveThatIsNamedSo()
+    {
+        // The name of the parent decides, wherever it stands.
+        Pc pc;
+        pc.player->child(1)->setText("copy of CORVIN4"_s);
+        const QStringList paths = shownThrough<Corvin4DriveFilter>(pc);
+        QVERIFY(paths.contains("CORVIN4 (E:)/copy of CORVIN4/Azzurro.mid"_s));
+        QVERIFY(!paths.contains("CORVIN4 (E:)/copy of CORVIN4/System"_s));
+        QVERIFY(!paths.contains("CORVIN4 (E:)/copy of CORVIN4/CorvinUpdate"_s));
+    }
 
-void TestDeviceFilters::realPlayersFoldersAreHiddenByTheFolderFilter()
-{
-    SimulatedPlayer player;
-    player.addSystemFiles();
-    player.addFolder(QStringLiteral("CorvinUpdate"));
-    VolumeModel volume;
-    volume.open(player.root(), QStringLiteral("CORVIN4"));
-    FolderFilesFilter filter;
-    filter.setSourceModel(volume.model());
-    const QPersistentModelIndex drive = filter.mapFromSource(volume.indexForPath(player.root()));
-    QVERIFY(drive.isValid());
-    if (filter.canFetchMore(drive))
-        filter.fetchMore(drive);
-    QTRY_COMPARE(filter.rowCount(drive), 1);
-    QCOMPARE(filter.index(0, 0, drive).data().toString(), QStringLiteral("AUTOEXEC.BAT"));
-}
+    void folderFilterHidesThePlayersFoldersAndNothingElse()
+    {
+        Pc pc;
+        QStringList expected = shown(pc);
+        for (const char *hidden : {"CorvinUpdate", "CorvinUpdate/new", "System", "System/Corvin"})
+            QCOMPARE(expected.removeAll("CORVIN4 (E:)/%1"_s.arg(QLatin1String(hidden))), 1);
+        QCOMPARE(shownThrough<FolderFilesFilter>(pc), expected);
+    }
+
+    void folderFilterComparesFolderNamesWithTheirCase()
+    {
+        Pc pc;
+        pc.player->child(0)->setText("CORVINUPDATE"_s);
+        pc.player->child(2)->setText("SYSTEM"_s);
+        QCOMPARE(shownThrough<FolderFilesFilter>(pc), shown(pc));
+    }
+
+    void onlyTheNameInTheFirstColumnCounts()
+    {
+        QStandardItemModel pc;
+        pc.appendRow({node("CORVIN4 (E:)"_s), node("Drive"_s)});
+        pc.appendRow({node("D:"_s), node("CORVIN4"_s)});
+        // A tooltip or an edit text is no name.
+        pc.item(1, 0)->setData("CORVIN4"_s, Qt::ToolTipRole);
+        QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), QStringList{"CORVIN4 (E:)"_s});
+    }
+
+    void emptyModelShowsNothing()
+    {
+        QStandardItemModel empty;
+        QCOMPARE(shownThrough<Corvin4DriveFilter>(empty), QStringList());
+        QCOMPARE(shownThrough<FolderFilesFilter>(empty), QStringList());
+    }
+
+    void realPlayerIsShownThroughTheDriveFilter()
+    {
+        SimulatedPlayer player;
+        player.addSystemFiles();
+        player.addFolder("CorvinUpdate"_s);
+        player.addFile("My Songs/System/Azzurro.mid"_s);
+        VolumeModel volume;
+        volume.open(player.root(), "CORVIN4"_s);
+        Corvin4DriveFilter filter;
+        filter.setSourceModel(volume.model());
+
+        const auto indexOf = [&](const QString &relative) {
+            return filter.mapFromSource(volume.indexForPath(player.path(relative)));
+        };
+        QTRY_COMPARE(filter.rowCount(), 1);
+        const QPersistentModelIndex drive = filter.index(0, 0);
+        QVERIFY(drive.data().toString().contains("CORVIN4"_s));
+        fetch(filter, drive);
+        QTRY_VERIFY(indexOf("My Songs"_s).isValid());
+        QTRY_VERIFY(indexOf("My Songs/System"_s).isValid());
+        QTRY_VERIFY(volume.indexForPath(player.path("CorvinUpdate"_s)).isValid());
+        QVERIFY(!indexOf("CorvinUpdate"_s).isValid());
+        QVERIFY(!indexOf("System"_s).isValid());
+        QTRY_COMPARE(filter.rowCount(drive), 2); // AUTOEXEC.BAT and "My Songs"
+    }
+
+    void realPlayersFoldersAreHiddenByTheFolderFilter()
+    {
+        SimulatedPlayer player;
+        player.addSystemFiles();
+        player.addFolder("CorvinUpdate"_s);
+        VolumeModel volume;
+        volume.open(player.root(), "CORVIN4"_s);
+        FolderFilesFilter filter;
+        filter.setSourceModel(volume.model());
+        const QPersistentModelIndex drive = filter.mapFromSource(volume.indexForPath(player.root()));
+        QVERIFY(drive.isValid());
+        fetch(filter, drive);
+        QTRY_COMPARE(filter.rowCount(drive), 1);
+        QCOMPARE(filter.index(0, 0, drive).data().toString(), "AUTOEXEC.BAT"_s);
+    }
+};
 
 QTEST_MAIN(TestDeviceFilters)
 #include "tst_devicefilters.moc"

@@ -1,231 +1,173 @@
 #include "device/devicelocator.h"
 
 #include "device/listedvolumes.h"
+#include "support/files.h"
 #include "support/logcapture.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-namespace {
-const char kVariable[] = "CORVIN_VOLUMES";
-}
+#include "support/platform.h"
+#include "support/testing.h"
 
 class TestDeviceLocator : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
-
-    void labelDecidesWhetherAVolumeIsThePlayer_data();
-    void labelDecidesWhetherAVolumeIsThePlayer();
-    void firstOfTwoPlayersWins();
-    void otherVolumesBeforeThePlayerArePassedOver();
-    void volumeWithoutLabelFileHasAnEmptyLabel();
-    void withoutVolumesTheResultIsEmptyAndNothingIsSaid_data();
-    void withoutVolumesTheResultIsEmptyAndNothingIsSaid();
-    void rootIsCanonicalWithAClosingSlash();
-    void everyRootEndsWithOneSlash();
-    void everyCallLooksAfresh();
-    void labelIsTrimmed();
-    void labelOfAFolderThatIsNotListedIsEmpty();
-    void onlyTheFirstLineOfTheLabelFileCounts();
-    void hugeLabelFileIsNotThePlayer();
-    void emptyPathIsNoRemovableDrive();
-    void fileSystemWithoutADiskIsNotRemovable();
-
-private:
-    QString addVolume(const QString &name, const QByteArray &label);
-    static void list(const QStringList &folders);
-
-    QScopedPointer<QTemporaryDir> m_dir;
+    PcFolder m_folder;
     DeviceLocator m_locator;
-};
 
-void TestDeviceLocator::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    list({});
-}
+    /// A folder that plays a volume. Returns its canonical path.
+    QString addVolume(const QString &name, const QByteArray &label) const
+    {
+        QString folder = QFileInfo(m_folder.path()).canonicalFilePath() + "/"_s + name;
+        putFile(folder + "/.windows-label"_s, label);
+        return folder;
+    }
 
-void TestDeviceLocator::cleanup()
-{
-    list({});
-}
+    static void list(const QStringList &folders)
+    {
+        qputenv("CORVIN_VOLUMES", QFile::encodeName(folders.join(QDir::listSeparator())));
+    }
 
-QString TestDeviceLocator::addVolume(const QString &name, const QByteArray &label)
-{
-    QString folder = QFileInfo(m_dir->path()).canonicalFilePath() + QLatin1Char('/') + name;
-    QDir().mkpath(folder);
-    QFile file(folder + QStringLiteral("/.windows-label"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(label) != label.size())
-        qFatal("cannot write the label file");
-    return folder;
-}
+    /// What is found while these are the volumes of the PC.
+    QString foundAmong(const QStringList &folders) const
+    {
+        list(folders);
+        return m_locator.findDeviceRoot();
+    }
 
-void TestDeviceLocator::list(const QStringList &folders)
-{
-    qputenv(kVariable, QFile::encodeName(folders.join(QDir::listSeparator())));
-}
+private slots:
+    void cleanup()
+    {
+        list({});
+        QVERIFY(QDir(m_folder.path()).removeRecursively() && QDir().mkpath(m_folder.path()));
+    }
 
-void TestDeviceLocator::labelDecidesWhetherAVolumeIsThePlayer_data()
-{
-    QTest::addColumn<QByteArray>("label");
-    QTest::addColumn<bool>("isPlayer");
-    QTest::newRow("capitals") << QByteArray("CORVIN4") << true;
-    QTest::newRow("lower case") << QByteArray("corvin4") << true;
-    QTest::newRow("mixed case") << QByteArray("Corvin4\n") << true;
-    QTest::newRow("two trailing blanks") << QByteArray("CORVIN4  ") << true;
-    QTest::newRow("blanks around") << QByteArray("  Corvin4 \r\n") << true;
-    QTest::newRow("longer") << QByteArray("CORVIN4 BACKUP") << false;
-    QTest::newRow("shorter") << QByteArray("CORVIN") << false;
-    QTest::newRow("other number") << QByteArray("CORVIN5") << false;
-    QTest::newRow("blank inside") << QByteArray("CORVIN 4") << false;
-    QTest::newRow("empty") << QByteArray() << false;
-    QTest::newRow("empty first line") << QByteArray("\nCORVIN4") << false;
-    QTest::newRow("no text") << QByteArray("\xff\xfe\0\0", 4) << false;
-}
+    void labelDecidesWhetherAVolumeIsThePlayer_data()
+    {
+        columns<QByteArray, QString, bool>("file", "label", "isPlayer");
+        row("capitals", QByteArray("CORVIN4"), "CORVIN4"_s, true);
+        row("lower case", QByteArray("corvin4"), "corvin4"_s, true);
+        row("mixed case", QByteArray("Corvin4\n"), "Corvin4"_s, true);
+        row("two trailing blanks", QByteArray("CORVIN4  "), "CORVIN4"_s, true);
+        row("blanks around", QByteArray("  Corvin4 \r\n"), "Corvin4"_s, true);
+        row("only the first line counts", QByteArray("CORVIN4\r\nBACKUP\r\n"), "CORVIN4"_s, true);
+        row("longer", QByteArray("CORVIN4 BACKUP"), "CORVIN4 BACKUP"_s, false);
+        row("shorter", QByteArray("CORVIN"), "CORVIN"_s, false);
+        row("other number", QByteArray("CORVIN5"), "CORVIN5"_s, false);
+        row("blank inside", QByteArray("CORVIN 4"), "CORVIN 4"_s, false);
+        row("another name, blanks around", QByteArray(" My Disk \t\n"), "My Disk"_s, false);
+        row("empty", QByteArray(), QString(), false);
+        row("empty first line", QByteArray("\nCORVIN4"), QString(), false);
+        row("no text", QByteArray("\xff\xfe\0\0", 4), "\uFFFD\uFFFD"_s, false);
+    }
 
-void TestDeviceLocator::labelDecidesWhetherAVolumeIsThePlayer()
-{
-    QFETCH(QByteArray, label);
-    QFETCH(bool, isPlayer);
-    const QString folder = addVolume(QStringLiteral("volume"), label);
-    list({folder});
-    QCOMPARE(m_locator.findDeviceRoot(), isPlayer ? folder + QLatin1Char('/') : QString());
-}
+    void labelDecidesWhetherAVolumeIsThePlayer()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, label);
+        QFETCH(bool, isPlayer);
+        const QString folder = addVolume("volume"_s, file);
+        QCOMPARE(foundAmong({folder}), isPlayer ? folder + "/"_s : QString());
+        QCOMPARE(m_locator.volumeLabel(folder), label);
+        QCOMPARE(m_locator.volumeLabel(folder + "/"_s), label);
+    }
 
-void TestDeviceLocator::firstOfTwoPlayersWins()
-{
-    const QString first = addVolume(QStringLiteral("z"), "CORVIN4");
-    const QString second = addVolume(QStringLiteral("a"), "CORVIN4");
-    LogCapture log;
-    list({first, second});
-    QCOMPARE(m_locator.findDeviceRoot(), first + QLatin1Char('/'));
-    list({second, first});
-    QCOMPARE(m_locator.findDeviceRoot(), second + QLatin1Char('/'));
-    QVERIFY(log.lines().isEmpty());
-}
+    void firstOfTwoPlayersWins()
+    {
+        const QString first = addVolume("z"_s, "CORVIN4");
+        const QString second = addVolume("a"_s, "CORVIN4");
+        const LogCapture log;
+        QCOMPARE(foundAmong({first, second}), first + "/"_s);
+        QCOMPARE(foundAmong({second, first}), second + "/"_s);
+        QVERIFY(log.lines().isEmpty());
+    }
 
-void TestDeviceLocator::otherVolumesBeforeThePlayerArePassedOver()
-{
-    const QString other = addVolume(QStringLiteral("other"), "DATA");
-    const QString player = addVolume(QStringLiteral("player"), "CORVIN4");
-    list({QStringLiteral("/no/such/folder"), QString(), other, other + QStringLiteral("/.windows-label"), player});
-    QCOMPARE(m_locator.findDeviceRoot(), player + QLatin1Char('/'));
-}
+    void otherVolumesBeforeThePlayerArePassedOver()
+    {
+        const QString other = addVolume("other"_s, "DATA");
+        const QString player = addVolume("player"_s, "CORVIN4");
+        const QStringList volumes = {"/no/such/folder"_s, QString(), other, other + "/.windows-label"_s, player};
+        QCOMPARE(foundAmong(volumes), player + "/"_s);
+    }
 
-void TestDeviceLocator::volumeWithoutLabelFileHasAnEmptyLabel()
-{
-    list({m_dir->path()});
-    QCOMPARE(m_locator.volumeLabel(m_dir->path() + QLatin1Char('/')), QString());
-    QCOMPARE(m_locator.findDeviceRoot(), QString());
-}
+    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid_data()
+    {
+        columns<QStringList>("folders");
+        row("set to nothing", QStringList());
+        row("no such folder", QStringList{"/no/such/folder"_s});
+        row("separators only", QStringList{QString(), QString(), QString()});
+        row("volume without a label file", QStringList{m_folder.path()});
+    }
 
-void TestDeviceLocator::withoutVolumesTheResultIsEmptyAndNothingIsSaid_data()
-{
-    QTest::addColumn<QStringList>("folders");
-    QTest::newRow("set to nothing") << QStringList();
-    QTest::newRow("no such folder") << QStringList{QStringLiteral("/no/such/folder")};
-    QTest::newRow("separators only") << QStringList{QString(), QString(), QString()};
-}
+    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid()
+    {
+        QFETCH(QStringList, folders);
+        const LogCapture log;
+        QCOMPARE(foundAmong(folders), QString());
+        for (const QString &folder : folders + QStringList{"/no/such/folder"_s})
+            QCOMPARE(m_locator.volumeLabel(folder + "/"_s), QString());
+        QVERIFY(log.lines().isEmpty());
+    }
 
-void TestDeviceLocator::withoutVolumesTheResultIsEmptyAndNothingIsSaid()
-{
-    QFETCH(QStringList, folders);
-    list(folders);
-    LogCapture log;
-    QCOMPARE(m_locator.findDeviceRoot(), QString());
-    QCOMPARE(m_locator.volumeLabel(QStringLiteral("/no/such/folder/")), QString());
-    QVERIFY(log.lines().isEmpty());
-}
-
-void TestDeviceLocator::rootIsCanonicalWithAClosingSlash()
-{
-    const QString player = addVolume(QStringLiteral("player"), "CORVIN4");
-    list({player + QStringLiteral("/./../player/")});
-    QCOMPARE(m_locator.findDeviceRoot(), player + QLatin1Char('/'));
+    void rootIsCanonicalWithAClosingSlash()
+    {
+        const QString player = addVolume("player"_s, "CORVIN4");
+        QCOMPARE(foundAmong({player + "/./../player/"_s}), player + "/"_s);
 #ifdef Q_OS_UNIX
-    const QString link = m_dir->filePath(QStringLiteral("link"));
-    QVERIFY(QFile::link(player, link));
-    list({link});
-    QCOMPARE(m_locator.findDeviceRoot(), player + QLatin1Char('/'));
+        const QString link = m_folder.path("link"_s);
+        QVERIFY(QFile::link(player, link));
+        QCOMPARE(foundAmong({link}), player + "/"_s);
 #endif
-}
+    }
 
-void TestDeviceLocator::everyRootEndsWithOneSlash()
-{
-    QCOMPARE(withClosingSlash(QStringLiteral("/media/CORVIN4")), QStringLiteral("/media/CORVIN4/"));
-    QCOMPARE(withClosingSlash(QStringLiteral("E:/")), QStringLiteral("E:/"));
-    QCOMPARE(withClosingSlash(QStringLiteral("/")), QStringLiteral("/"));
-    list({QDir::rootPath()});
-    QCOMPARE(ListedVolumes::roots(), QStringList{QDir::rootPath()});
-}
+    void everyRootEndsWithOneSlash()
+    {
+        QCOMPARE(withClosingSlash("/media/CORVIN4"_s), "/media/CORVIN4/"_s);
+        QCOMPARE(withClosingSlash("E:/"_s), "E:/"_s);
+        QCOMPARE(withClosingSlash("/"_s), "/"_s);
+        list({QDir::rootPath()});
+        QCOMPARE(ListedVolumes::roots(), QStringList{QDir::rootPath()});
+    }
 
-void TestDeviceLocator::everyCallLooksAfresh()
-{
-    const QString first = addVolume(QStringLiteral("first"), "CORVIN4");
-    const QString second = addVolume(QStringLiteral("second"), "CORVIN4");
-    list({first});
-    QCOMPARE(m_locator.findDeviceRoot(), first + QLatin1Char('/'));
-    list({});
-    QCOMPARE(m_locator.findDeviceRoot(), QString());
-    list({second});
-    QCOMPARE(m_locator.findDeviceRoot(), second + QLatin1Char('/'));
-    addVolume(QStringLiteral("second"), "OTHER");
-    QCOMPARE(m_locator.findDeviceRoot(), QString());
-}
+    void everyCallLooksAfresh()
+    {
+        const QString first = addVolume("first"_s, "CORVIN4");
+        const QString second = addVolume("second"_s, "CORVIN4");
+        QCOMPARE(foundAmong({first}), first + "/"_s);
+        QCOMPARE(foundAmong({}), QString());
+        QCOMPARE(foundAmong({second}), second + "/"_s);
+        addVolume("second"_s, "OTHER");
+        QCOMPARE(m_locator.findDeviceRoot(), QString());
+    }
 
-void TestDeviceLocator::labelIsTrimmed()
-{
-    const QString folder = addVolume(QStringLiteral("volume"), " My Disk \t\n");
-    list({folder});
-    QCOMPARE(m_locator.volumeLabel(folder + QLatin1Char('/')), QStringLiteral("My Disk"));
-    QCOMPARE(m_locator.volumeLabel(folder), QStringLiteral("My Disk"));
-}
+    void labelOfAFolderThatIsNotListedIsEmpty()
+    {
+        const QString listed = addVolume("listed"_s, "CORVIN4");
+        const QString other = addVolume("other"_s, "CORVIN4");
+        addVolume("listed/below"_s, "CORVIN4");
+        list({listed});
+        QCOMPARE(m_locator.volumeLabel(other + "/"_s), QString());
+        QCOMPARE(m_locator.volumeLabel(listed + "/below/"_s), QString());
+        QCOMPARE(m_locator.volumeLabel(QString()), QString());
+    }
 
-void TestDeviceLocator::labelOfAFolderThatIsNotListedIsEmpty()
-{
-    const QString listed = addVolume(QStringLiteral("listed"), "CORVIN4");
-    const QString other = addVolume(QStringLiteral("other"), "CORVIN4");
-    addVolume(QStringLiteral("listed/below"), "CORVIN4");
-    list({listed});
-    QCOMPARE(m_locator.volumeLabel(other + QLatin1Char('/')), QString());
-    QCOMPARE(m_locator.volumeLabel(listed + QStringLiteral("/below/")), QString());
-    QCOMPARE(m_locator.volumeLabel(QString()), QString());
-}
+    void hugeLabelFileIsNotThePlayer()
+    {
+        const QString folder = addVolume("volume"_s, "CORVIN4" + QByteArray(3000000, 'x'));
+        QCOMPARE(foundAmong({folder}), QString());
+        QVERIFY(m_locator.volumeLabel(folder).size() < 2000);
+    }
 
-void TestDeviceLocator::onlyTheFirstLineOfTheLabelFileCounts()
-{
-    const QString folder = addVolume(QStringLiteral("volume"), "CORVIN4\r\nBACKUP\r\n");
-    list({folder});
-    QCOMPARE(m_locator.volumeLabel(folder), QStringLiteral("CORVIN4"));
-}
+    void emptyPathIsNoRemovableDrive()
+    {
+        QVERIFY(!m_locator.isRemovableDrive(QString()));
+    }
 
-void TestDeviceLocator::hugeLabelFileIsNotThePlayer()
-{
-    const QString folder = addVolume(QStringLiteral("volume"), "CORVIN4" + QByteArray(3000000, 'x'));
-    list({folder});
-    QCOMPARE(m_locator.findDeviceRoot(), QString());
-    QVERIFY(m_locator.volumeLabel(folder).size() < 2000);
-}
-
-void TestDeviceLocator::emptyPathIsNoRemovableDrive()
-{
-    QVERIFY(!m_locator.isRemovableDrive(QString()));
-}
-
-void TestDeviceLocator::fileSystemWithoutADiskIsNotRemovable()
-{
-#ifdef Q_OS_WIN
-    QSKIP("Every file system has a drive here");
-#endif
-    QVERIFY(!m_locator.isRemovableDrive(QStringLiteral("/proc/")));
-    QVERIFY(!m_locator.isRemovableDrive(QStringLiteral("/proc/self/")));
-}
+    void fileSystemWithoutADiskIsNotRemovable()
+    {
+        SKIP_ON_WINDOWS("Every file system has a drive here");
+        QVERIFY(!m_locator.isRemovableDrive("/proc/"_s));
+        QVERIFY(!m_locator.isRemovableDrive("/proc/self/"_s));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestDeviceLocator)
 #include "tst_devicelocator.moc"

@@ -1,9 +1,6 @@
 #include "boxanswerer.h"
 
-#include <QApplication>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
+#include "testing.h"
 
 namespace {
 
@@ -22,43 +19,13 @@ QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text)
     return nullptr;
 }
 
-void fail(const QString &why)
-{
-    QTest::qFail(qPrintable(why), __FILE__, __LINE__);
-}
-
 } // namespace
-
-BoxAnswerer::BoxAnswerer()
-{
-    qApp->installEventFilter(this);
-}
 
 BoxAnswerer::~BoxAnswerer()
 {
     qApp->removeEventFilter(this);
     for (const Answer &answer : qAsConst(m_expected))
-        fail(QStringLiteral("The announced box \"%1\" never came").arg(answer.title));
-}
-
-void BoxAnswerer::answer(const QString &title, const QString &buttonText)
-{
-    m_expected.append({title, Means::Button, buttonText, Qt::Key_unknown});
-}
-
-void BoxAnswerer::answerByKey(const QString &title, Qt::Key key)
-{
-    m_expected.append({title, Means::Key, QString(), key});
-}
-
-void BoxAnswerer::answerByClosing(const QString &title)
-{
-    m_expected.append({title, Means::Close, QString(), Qt::Key_unknown});
-}
-
-void BoxAnswerer::answerAlways(const QString &title, const QString &buttonText)
-{
-    m_always.append({title, Means::Button, buttonText, Qt::Key_unknown});
+        failTest("The announced box \"%1\" never came"_s.arg(answer.title));
 }
 
 bool BoxAnswerer::eventFilter(QObject *watched, QEvent *event)
@@ -98,39 +65,28 @@ void BoxAnswerer::handle(QMessageBox *box)
     if (gone)
         return;
 
-    if (!m_expected.isEmpty() && m_expected.first().title == seen.title) {
-        act(box, m_expected.takeFirst());
-        return;
-    }
+    if (!m_expected.isEmpty() && m_expected.first().title == seen.title)
+        return act(box, m_expected.takeFirst());
     for (const Answer &answer : qAsConst(m_always)) {
-        if (answer.title == seen.title) {
-            act(box, answer);
-            return;
-        }
+        if (answer.title == seen.title)
+            return act(box, answer);
     }
-    fail(
-        QStringLiteral("Unexpected box \"%1\": \"%2\" [%3]%4")
-            .arg(seen.title, seen.text, seen.buttons.join(QLatin1Char('|')),
-                 m_expected.isEmpty() ? QString() : QStringLiteral(", expected \"%1\"").arg(m_expected.first().title)));
+    const QString expected = m_expected.isEmpty() ? QString() : ", expected \"%1\""_s.arg(m_expected.first().title);
+    const QString buttonTexts = seen.buttons.join(QLatin1Char('|'));
+    failTest("Unexpected box \"%1\": \"%2\" [%3]%4"_s.arg(seen.title, seen.text, buttonTexts, expected));
     box->done(0);
 }
 
 void BoxAnswerer::act(QMessageBox *box, const Answer &answer)
 {
-    switch (answer.means) {
-    case Means::Button:
-        if (QAbstractButton *button = buttonWithText(box, answer.buttonText)) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            return;
-        }
-        fail(QStringLiteral("The box \"%1\" has no button \"%2\"").arg(answer.title, answer.buttonText));
-        box->done(0);
-        return;
-    case Means::Key:
+    if (answer.means == Means::Key) {
         QTest::keyClick(box, answer.key);
-        return;
-    case Means::Close:
+    } else if (answer.means == Means::Close) {
         box->close();
-        return;
+    } else if (QAbstractButton *button = buttonWithText(box, answer.buttonText)) {
+        QTest::mouseClick(button, Qt::LeftButton);
+    } else {
+        failTest("The box \"%1\" has no button \"%2\""_s.arg(answer.title, answer.buttonText));
+        box->done(0);
     }
 }

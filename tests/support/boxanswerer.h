@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QList>
 #include <QMessageBox>
 #include <QObject>
@@ -28,17 +29,20 @@ public:
         bool hadParent;
     };
 
-    BoxAnswerer();
+    BoxAnswerer() { qApp->installEventFilter(this); }
     ~BoxAnswerer() override;
 
     /// The next box has this title and is answered with the button of this text.
-    void answer(const QString &title, const QString &buttonText);
+    void answer(const QString &title, const QString &buttonText) { expect({title, Means::Button, buttonText, {}}); }
     /// The next box has this title and is answered by a key: Return, Escape, …
-    void answerByKey(const QString &title, Qt::Key key);
+    void answerByKey(const QString &title, Qt::Key key) { expect({title, Means::Key, {}, key}); }
     /// The next box has this title and is closed by its own close button.
-    void answerByClosing(const QString &title);
+    void answerByClosing(const QString &title) { expect({title, Means::Close, {}, {}}); }
     /// From now on every box with this title, however many, is answered so; announced single answers come first.
-    void answerAlways(const QString &title, const QString &buttonText);
+    void answerAlways(const QString &title, const QString &buttonText)
+    {
+        m_always.append({title, Means::Button, buttonText, {}});
+    }
     /// Called with each box after it is shown and before it is answered: for what a test does while a box is open.
     void whenShown(const std::function<void(QMessageBox *)> &action) { m_whenShown = action; }
 
@@ -63,6 +67,7 @@ private:
         Qt::Key key;
     };
 
+    void expect(const Answer &answer) { m_expected.append(answer); }
     void handle(QMessageBox *box);
     void act(QMessageBox *box, const Answer &answer);
 

@@ -1,27 +1,19 @@
 #include "exfatvolume.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
+#include "testing.h"
 
 namespace {
 
 constexpr qint64 kBytesPerMegabyte = qint64(1024) * 1024;
 constexpr int kProgramTimeoutMs = 60000;
 
-const QString kLoopControl = QStringLiteral("/dev/loop-control");
-const QString kFuse = QStringLiteral("/dev/fuse");
-const QString kDiskFolder = QStringLiteral("/dev/disk");
-const QString kLabelFolder = QStringLiteral("/dev/disk/by-label");
+const QString kDiskFolder = "/dev/disk"_s;
+const QString kLabelFolder = "/dev/disk/by-label"_s;
 
 QString program(const QString &name)
 {
-    QString found = QStandardPaths::findExecutable(name);
-    if (!found.isEmpty())
-        return found;
-    return QStandardPaths::findExecutable(name, {QStringLiteral("/usr/sbin"), QStringLiteral("/sbin")});
+    const QString found = QStandardPaths::findExecutable(name);
+    return found.isEmpty() ? QStandardPaths::findExecutable(name, words("/usr/sbin /sbin")) : found;
 }
 
 bool canOpen(const QString &device)
@@ -35,18 +27,16 @@ bool canOpen(const QString &device)
 bool ExFatVolume::isPossible(QString *why)
 {
     QString missing;
-    const QStringList tools = {QStringLiteral("mkfs.exfat"), QStringLiteral("mount.exfat-fuse"),
-                               QStringLiteral("losetup"), QStringLiteral("umount")};
-    for (const QString &tool : tools) {
+    for (const QString &tool : words("mkfs.exfat mount.exfat-fuse losetup umount")) {
         if (program(tool).isEmpty())
-            missing = QStringLiteral("%1 is not installed").arg(tool);
+            missing = "%1 is not installed"_s.arg(tool);
     }
-    if (!canOpen(kLoopControl))
-        missing = QStringLiteral("no loop devices here (or not root)");
-    else if (!canOpen(kFuse))
-        missing = QStringLiteral("no fuse here (or not root)");
-    else if (!QFileInfo(QStringLiteral("/dev")).isWritable())
-        missing = QStringLiteral("/dev cannot be written (not root)");
+    if (!canOpen("/dev/loop-control"_s))
+        missing = "no loop devices here (or not root)"_s;
+    else if (!canOpen("/dev/fuse"_s))
+        missing = "no fuse here (or not root)"_s;
+    else if (!QFileInfo("/dev"_s).isWritable())
+        missing = "/dev cannot be written (not root)"_s;
     if (why)
         *why = missing;
     return missing.isEmpty();
@@ -54,19 +44,19 @@ bool ExFatVolume::isPossible(QString *why)
 
 ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label)
 {
-    const QString image = m_dir.filePath(QStringLiteral("volume.img"));
-    const QString point = m_dir.filePath(QStringLiteral("mnt"));
+    const QString image = m_dir.filePath("volume.img"_s);
+    const QString point = m_dir.filePath("mnt"_s);
     QFile file(image);
     if (!QDir().mkpath(point) || !file.open(QIODevice::WriteOnly) || !file.resize(megabytes * kBytesPerMegabyte)) {
-        m_error = QStringLiteral("no room for an image in ") + m_dir.path();
+        m_error = "no room for an image in "_s + m_dir.path();
         return;
     }
     file.close();
-    m_root = QFileInfo(point).canonicalFilePath() + QLatin1Char('/');
-    if (!run(QStringLiteral("mkfs.exfat"), {QStringLiteral("-L"), label, image}))
+    m_root = QFileInfo(point).canonicalFilePath() + "/"_s;
+    if (!run("mkfs.exfat"_s, {"-L"_s, label, image}))
         return;
     QString device;
-    if (!run(QStringLiteral("losetup"), {QStringLiteral("--find"), QStringLiteral("--show"), image}, &device))
+    if (!run("losetup"_s, {"--find"_s, "--show"_s, image}, &device))
         return;
     m_device = device.trimmed();
     mount();
@@ -78,26 +68,24 @@ ExFatVolume::~ExFatVolume()
     if (m_mounted && !unmount())
         pull();
     if (!m_device.isEmpty())
-        run(QStringLiteral("losetup"), {QStringLiteral("--detach"), m_device});
+        run("losetup"_s, {"--detach"_s, m_device});
 }
 
 bool ExFatVolume::mount()
 {
-    m_mounted = m_mounted || run(QStringLiteral("mount.exfat-fuse"), {m_device, QDir::cleanPath(m_root)});
+    m_mounted = m_mounted || run("mount.exfat-fuse"_s, {m_device, QDir::cleanPath(m_root)});
     return m_mounted;
 }
 
 bool ExFatVolume::unmount()
 {
-    if (m_mounted && run(QStringLiteral("umount"), {QDir::cleanPath(m_root)}))
-        m_mounted = false;
+    m_mounted = m_mounted && !run("umount"_s, {QDir::cleanPath(m_root)});
     return !m_mounted;
 }
 
 bool ExFatVolume::pull()
 {
-    if (m_mounted && run(QStringLiteral("umount"), {QStringLiteral("--lazy"), QDir::cleanPath(m_root)}))
-        m_mounted = false;
+    m_mounted = m_mounted && !run("umount"_s, {"--lazy"_s, QDir::cleanPath(m_root)});
     return !m_mounted;
 }
 
@@ -105,20 +93,17 @@ bool ExFatVolume::linkLabel(const QString &linkName)
 {
     unlinkLabel();
     for (const QString &folder : {kDiskFolder, kLabelFolder}) {
-        if (QFileInfo::exists(folder))
-            continue;
-        if (!QDir().mkdir(folder))
-            return false;
-        m_madeFolders.prepend(folder);
+        if (QDir().mkdir(folder))
+            m_madeFolders.prepend(folder);
     }
-    const QString link = kLabelFolder + QLatin1Char('/') + (linkName.isEmpty() ? m_label : linkName);
+    const QString link = kLabelFolder + "/"_s + (linkName.isEmpty() ? m_label : linkName);
     const QString target = QFile::symLinkTarget(link);
     // A link left behind by a test that was killed may go; a real player's may not.
-    if (QFileInfo::exists(target) && !target.startsWith(QStringLiteral("/dev/loop")))
+    if (QFileInfo::exists(target) && !target.startsWith("/dev/loop"_s))
         return false;
     QFile::remove(link);
     // Relative, as udev writes it.
-    if (!QFile::link(QStringLiteral("../../") + QFileInfo(m_device).fileName(), link))
+    if (!QFile::link("../../"_s + QFileInfo(m_device).fileName(), link))
         return false;
     m_link = link;
     return true;
@@ -144,6 +129,6 @@ bool ExFatVolume::run(const QString &name, const QStringList &arguments, QString
     if (output)
         *output = QString::fromLocal8Bit(process.readAllStandardOutput());
     if (!good)
-        m_error = name + QLatin1String(": ") + QString::fromLocal8Bit(process.readAllStandardError()).trimmed();
+        m_error = name + ": "_s + QString::fromLocal8Bit(process.readAllStandardError()).trimmed();
     return good;
 }

@@ -1,13 +1,8 @@
 #include "httpserver.h"
 
 #include <QTcpSocket>
-#include <QTest>
-#include <QTimer>
-#include <QUrl>
 
 namespace {
-constexpr qint64 kNoLength = -1;
-constexpr int kOk = 200;
 constexpr int kNotFound = 404;
 constexpr int kPauseMs = 200;
 } // namespace
@@ -16,48 +11,8 @@ HttpServer::HttpServer()
 {
     connect(&m_server, &QTcpServer::newConnection, this, &HttpServer::accept);
     if (!m_server.listen(QHostAddress::LocalHost))
-        QTest::qFail("Cannot listen on loopback", __FILE__, __LINE__);
+        failTest("Cannot listen on loopback"_s);
     m_port = m_server.serverPort();
-}
-
-QString HttpServer::address() const
-{
-    return QStringLiteral("http://127.0.0.1:%1").arg(m_port);
-}
-
-void HttpServer::serve(const QString &path, const QByteArray &content)
-{
-    m_answers.insert(path, {kOk, content, content.size(), End::Close});
-}
-
-void HttpServer::serveCut(const QString &path, const QByteArray &content, int sent)
-{
-    m_answers.insert(path, {kOk, content.left(sent), content.size(), End::Close});
-}
-
-void HttpServer::serveStalled(const QString &path, const QByteArray &content, int sent)
-{
-    m_answers.insert(path, {kOk, content.left(sent), content.size(), End::Silence});
-}
-
-void HttpServer::serveWithoutLength(const QString &path, const QByteArray &content)
-{
-    m_answers.insert(path, {kOk, content, kNoLength, End::Close});
-}
-
-void HttpServer::serveUnderLength(const QString &path, const QByteArray &content, qint64 length)
-{
-    m_answers.insert(path, {kOk, content, length, End::Close});
-}
-
-void HttpServer::serveError(const QString &path, int status, const QByteArray &page)
-{
-    m_answers.insert(path, {status, page, page.size(), End::Close});
-}
-
-void HttpServer::refuse()
-{
-    m_server.close();
 }
 
 void HttpServer::accept()

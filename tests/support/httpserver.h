@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QByteArray>
-#include <QHash>
-#include <QObject>
-#include <QString>
-#include <QStringList>
+#include "testing.h"
+
 #include <QTcpServer>
 
 class QTcpSocket;
@@ -20,23 +17,41 @@ public:
     HttpServer();
 
     /// "http://127.0.0.1:port", without a closing slash.
-    QString address() const;
+    QString address() const { return "http://127.0.0.1:%1"_s.arg(m_port); }
     QString url(const QString &path) const { return address() + path; }
 
     /// The whole file with its true length.
-    void serve(const QString &path, const QByteArray &content);
+    void serve(const QString &path, const QByteArray &content)
+    {
+        answer(path, {kOk, content, content.size(), End::Close});
+    }
     /// The first @p sent bytes of the file under the length of the whole, then the connection is closed.
-    void serveCut(const QString &path, const QByteArray &content, int sent);
+    void serveCut(const QString &path, const QByteArray &content, int sent)
+    {
+        answer(path, {kOk, content.left(sent), content.size(), End::Close});
+    }
     /// The first @p sent bytes under the length of the whole, in two parts, then silence while the connection stays open.
-    void serveStalled(const QString &path, const QByteArray &content, int sent);
+    void serveStalled(const QString &path, const QByteArray &content, int sent)
+    {
+        answer(path, {kOk, content.left(sent), content.size(), End::Silence});
+    }
     /// The whole file without a word about its length.
-    void serveWithoutLength(const QString &path, const QByteArray &content);
+    void serveWithoutLength(const QString &path, const QByteArray &content)
+    {
+        answer(path, {kOk, content, kNoLength, End::Close});
+    }
     /// The whole file under another length than its own, then the connection is closed.
-    void serveUnderLength(const QString &path, const QByteArray &content, qint64 length);
+    void serveUnderLength(const QString &path, const QByteArray &content, qint64 length)
+    {
+        answer(path, {kOk, content, length, End::Close});
+    }
     /// An error status with a page of its own.
-    void serveError(const QString &path, int status, const QByteArray &page);
+    void serveError(const QString &path, int status, const QByteArray &page)
+    {
+        answer(path, {status, page, page.size(), End::Close});
+    }
     /// Stops listening: from now on every connection is refused. The address stays the same.
-    void refuse();
+    void refuse() { m_server.close(); }
 
     /// The paths that were asked for with GET, in order.
     const QStringList &requests() const { return m_requests; }
@@ -59,6 +74,10 @@ private:
         End end;
     };
 
+    static constexpr qint64 kNoLength = -1;
+    static constexpr int kOk = 200;
+
+    void answer(const QString &path, const Answer &with) { m_answers.insert(path, with); }
     void accept();
     void read(QTcpSocket *socket);
     void reply(QTcpSocket *socket, const QString &path);

@@ -1,5 +1,7 @@
 #include "logcapture.h"
 
+#include <algorithm>
+
 namespace {
 LogCapture *g_current = nullptr;
 }
@@ -17,15 +19,6 @@ LogCapture::~LogCapture()
     g_current = nullptr;
 }
 
-QStringList LogCapture::texts() const
-{
-    QStringList texts;
-    texts.reserve(m_lines.size());
-    for (const Line &line : m_lines)
-        texts.append(line.text);
-    return texts;
-}
-
 QStringList LogCapture::textsStartingWith(const QString &prefix) const
 {
     QStringList found;
@@ -38,11 +31,8 @@ QStringList LogCapture::textsStartingWith(const QString &prefix) const
 
 bool LogCapture::contains(QtMsgType type, const QString &text) const
 {
-    for (const Line &line : m_lines) {
-        if (line.type == type && line.text == text)
-            return true;
-    }
-    return false;
+    return std::any_of(m_lines.cbegin(), m_lines.cend(),
+                       [&](const Line &line) { return line.type == type && line.text == text; });
 }
 
 void LogCapture::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)

@@ -23,7 +23,7 @@ public:
 
     const QList<Line> &lines() const { return m_lines; }
     /// The texts alone, in order.
-    QStringList texts() const;
+    QStringList texts() const { return textsStartingWith(QString()); }
     /// The texts that begin with @p prefix, in order.
     QStringList textsStartingWith(const QString &prefix) const;
     bool contains(const QString &text) const { return texts().contains(text); }

@@ -1,7 +1,5 @@
 #include "programfolder.h"
 
-#include <QFile>
-
 ProgramFolder::ProgramFolder() : m_before(qgetenv("PATH"))
 {
     qputenv("PATH", QFile::encodeName(folder()) + ':' + m_before);

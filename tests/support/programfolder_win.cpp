@@ -1,13 +1,8 @@
 #include "programfolder.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
 namespace {
 
-const QString kProgramSuffix = QStringLiteral(".exe");
+const QString kProgramSuffix = ".exe"_s;
 
 /// What a test that was killed left here would be found by the next one.
 void removeLeftOvers(const QDir &folder)
@@ -15,8 +10,7 @@ void removeLeftOvers(const QDir &folder)
     const QFileInfo own(QCoreApplication::applicationFilePath());
     if (own.completeBaseName().compare(folder.dirName(), Qt::CaseInsensitive) != 0)
         qFatal("%s is not a folder of this test's own", qPrintable(folder.path()));
-    const QFileInfoList files =
-        folder.entryInfoList({QLatin1Char('*') + kProgramSuffix, QStringLiteral("*.does")}, QDir::Files);
+    const QFileInfoList files = folder.entryInfoList({QLatin1Char('*') + kProgramSuffix, "*.does"_s}, QDir::Files);
     for (const QFileInfo &file : files) {
         if (file != own)
             QFile::remove(file.filePath());

@@ -1,23 +1,11 @@
 #include "simulatedplayer.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QFileInfo>
-#include <QTest>
-
-namespace {
-const QString kLabelFile = QStringLiteral(".windows-label");
-} // namespace
+#include "files.h"
 
 SimulatedPlayer::SimulatedPlayer(const QString &label)
+    : m_root(QFileInfo(m_dir.path()).canonicalFilePath() + "/"_s), m_folder(m_root)
 {
-    m_folder = QFileInfo(m_dir.path()).canonicalFilePath() + QLatin1Char('/');
-    m_root = m_folder;
-    QFile file(m_folder + kLabelFile);
-    if (!file.open(QIODevice::WriteOnly) || file.write(label.toUtf8() + '\n') < 0)
-        QTest::qFail("The label cannot be written", __FILE__, __LINE__);
-    file.close();
+    putFile(m_folder + ".windows-label"_s, label.toUtf8() + '\n');
     connect();
 }
 
@@ -28,11 +16,7 @@ SimulatedPlayer::~SimulatedPlayer()
 
 QString SimulatedPlayer::addFile(const QString &relative, const QByteArray &content)
 {
-    const QString full = m_folder + relative;
-    QDir().mkpath(QFileInfo(full).absolutePath());
-    QFile file(full);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        QTest::qFail(qPrintable(QStringLiteral("Cannot write ") + full), __FILE__, __LINE__);
+    putFile(m_folder + relative, content);
     return path(relative);
 }
 
@@ -44,32 +28,22 @@ QString SimulatedPlayer::addFolder(const QString &relative)
 
 void SimulatedPlayer::addSystemFiles()
 {
-    addFile(QStringLiteral("AUTOEXEC.BAT"), "@echo off\r\n");
-    addFile(QStringLiteral("System/Corvin/Corvin.exe"), "MZ");
-    addFile(QStringLiteral("System/GuiProc/GuiProc.exe"), "MZ");
-}
-
-bool SimulatedPlayer::exists(const QString &relative) const
-{
-    return QFileInfo::exists(m_folder + relative);
+    addFile("AUTOEXEC.BAT"_s, "@echo off\r\n");
+    addFile("System/Corvin/Corvin.exe"_s, "MZ");
+    addFile("System/GuiProc/GuiProc.exe"_s, "MZ");
 }
 
 QByteArray SimulatedPlayer::content(const QString &relative) const
 {
-    QFile file(m_folder + relative);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return contentOf(m_folder + relative);
 }
 
 QStringList SimulatedPlayer::files(const QString &folder) const
 {
+    const QString start = folder.isEmpty() || folder.endsWith(QLatin1Char('/')) ? folder : folder + "/"_s;
     QStringList found;
-    QDirIterator entries(m_folder + folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QString relative = entries.next().mid(m_folder.size());
-        if (relative != kLabelFile)
-            found.append(relative);
-    }
-    found.sort();
+    for (const QString &file : filesBelow(m_folder + folder))
+        found.append(start + file);
     return found;
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
+#include "testing.h"
 
 /// A temporary folder that plays the player: while it is connected, the program's device look-up finds it as a volume
 /// with the given label; under Wine it is the removable drive E:. Paths given to the calls are relative to the player's root, with forward slashes.
@@ -11,7 +8,7 @@ class SimulatedPlayer
 {
 public:
     /// Makes the folder and connects it. @p label is written as the volume label as it stands.
-    explicit SimulatedPlayer(const QString &label = QStringLiteral("CORVIN4"));
+    explicit SimulatedPlayer(const QString &label = "CORVIN4"_s);
     ~SimulatedPlayer();
     SimulatedPlayer(const SimulatedPlayer &) = delete;
     SimulatedPlayer &operator=(const SimulatedPlayer &) = delete;
@@ -33,7 +30,7 @@ public:
     /// The three system files that the check looks for.
     void addSystemFiles();
 
-    bool exists(const QString &relative) const;
+    bool exists(const QString &relative) const { return QFileInfo::exists(m_folder + relative); }
     QByteArray content(const QString &relative) const;
     /// All files below @p folder (relative), sorted, relative to the root; hidden ones too, the label file not.
     QStringList files(const QString &folder = QString()) const;

@@ -1,7 +1,5 @@
 #include "simulatedplayer.h"
 
-#include <QFile>
-
 namespace {
 const char kVolumes[] = "CORVIN_VOLUMES";
 } // namespace

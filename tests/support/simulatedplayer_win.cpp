@@ -2,12 +2,7 @@
 
 #include "winedrive.h"
 
-#include <QDir>
-#include <QTest>
-
-namespace {
-constexpr wchar_t kLetter = L'e';
-} // namespace
+static constexpr wchar_t kLetter = L'e';
 
 // The program's own look-up through the system is meant, so no list of folders may be in force.
 void SimulatedPlayer::connect()
@@ -15,8 +10,8 @@ void SimulatedPlayer::connect()
     qunsetenv("CORVIN_VOLUMES");
     const std::string folder = WineDrive::unixPath(QDir::toNativeSeparators(m_folder).toStdWString());
     if (folder.empty() || !WineDrive::plug(kLetter, folder))
-        QTest::qFail("The player cannot be plugged in; is this Wine?", __FILE__, __LINE__);
-    m_root = QStringLiteral("E:/");
+        failTest("The player cannot be plugged in; is this Wine?"_s);
+    m_root = "E:/"_s;
 }
 
 void SimulatedPlayer::disconnect()

@@ -1,260 +1,205 @@
 #include "playertool/initial.h"
 #include "playertool/makeplayer.h"
-#include "playertool/playerpaths.h"
 #include "playertool/report.h"
 #include "playertool/snapshot.h"
 
 #include "songfactory/songfactory.h"
 
-#include <QDir>
-#include <QFile>
-#include <QLoggingCategory>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
-
-namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-/// Returns the root of a disk below the folder.
-QString makeSmallDisk(const QTemporaryDir &dir, Manifest *manifest = nullptr)
-{
-    QString root = dir.filePath(text("disk"));
-    QDir().mkpath(root);
-    MakeOptions options;
-    options.songs = kFewestSongs;
-    const MakeResult made = makePlayer(root, options);
-    if (!made.error.isEmpty())
-        QTest::qFail(qPrintable(made.error), __FILE__, __LINE__);
-    if (manifest)
-        *manifest = made.manifest;
-    return root;
-}
-
-} // namespace
+#include "support/files.h"
+#include "support/testing.h"
 
 /// What the tool consists of, each part alone, and its command line.
 class TestPlayerToolParts : public QObject
 {
     Q_OBJECT
 
+    /// A small disk in an empty folder.
+    static Manifest makeDisk(const QString &root)
+    {
+        const MakeResult made = makePlayer(root, {kFewestSongs, 1});
+        if (!made.error.isEmpty())
+            failTest(made.error);
+        return made.manifest;
+    }
+
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(text("default.debug=false")); }
+    void initTestCase() { QLoggingCategory::setFilterRules("default.debug=false"_s); }
 
-    void foldersInUseAreRefused();
-    void labelAndLostFoundDoNotMatter();
-    void numberOfSongsHasLimits();
-    void snapshotSurvivesItsFile();
-    void manifestSurvivesItsFile();
-    void spoiledFilesAreNoSnapshotAndNoManifest();
-    void initialFollowsTheTitle_data();
-    void initialFollowsTheTitle();
-    void brokenBytesAreRecognised_data();
-    void brokenBytesAreRecognised();
-    void reportTellsWhatChanged();
-    void programMakesNotesReportsAndJudges();
+    void foldersInUseAreRefused()
+    {
+        PcFolder dir;
+        dir.addFile("letter.txt"_s);
+        for (const QString &root : {dir.path(), dir.path("nowhere"_s), QString()})
+            QVERIFY2(!makePlayer(root, MakeOptions()).error.isEmpty(), qPrintable(root));
+        QCOMPARE(Snapshot::take(dir.path()).files.keys(), QStringList{"letter.txt"_s});
+    }
+
+    void labelAndLostFoundDoNotMatter()
+    {
+        PcFolder dir;
+        dir.addFolder("lost+found"_s);
+        dir.addFile(".windows-label"_s);
+        QVERIFY(mayBecomeAPlayer(dir.path()));
+    }
+
+    void numberOfSongsHasLimits()
+    {
+        const PcFolder dir;
+        for (const int songs : {kFewestSongs - 1, kMostSongs + 1, 0, -1})
+            QVERIFY(!makePlayer(dir.path(), {songs, 1}).error.isEmpty());
+        QVERIFY(mayBecomeAPlayer(dir.path()));
+    }
+
+    void snapshotSurvivesItsFile()
+    {
+        const PcFolder dir;
+        makeDisk(dir.path());
+        const Snapshot taken = Snapshot::take(dir.path());
+        Snapshot loaded;
+        QVERIFY(taken.save(dir.path("s"_s)));
+        QVERIFY(Snapshot::load(dir.path("s"_s), loaded));
+        QCOMPARE(loaded.files.keys(), taken.files.keys());
+        QCOMPARE(loaded.folders, taken.folders);
+        QCOMPARE(loaded.playlists, taken.playlists);
+        for (auto it = loaded.files.cbegin(); it != loaded.files.cend(); ++it) {
+            const Snapshot::File original = taken.files.value(it.key());
+            QVERIFY(it->sha1 == original.sha1 && it->size == original.size && it->looksBroken == original.looksBroken);
+        }
+    }
+
+    void manifestSurvivesItsFile()
+    {
+        const PcFolder dir;
+        const Manifest made = makeDisk(dir.path());
+        Manifest loaded;
+        QVERIFY(made.save(dir.path("m"_s)));
+        QVERIFY(Manifest::load(dir.path("m"_s), loaded));
+        QCOMPARE(loaded.songs.keys(), made.songs.keys());
+        for (auto it = loaded.songs.cbegin(); it != loaded.songs.cend(); ++it) {
+            const ExpectedSong song = made.songs.value(it.key());
+            QVERIFY(it->broken == song.broken && it->title == song.title && it->artist == song.artist &&
+                    it->genre == song.genre && it->author == song.author && it->bpm == song.bpm &&
+                    it->key == song.key && it->isMp3 == song.isMp3 && it->hasMarkers == song.hasMarkers &&
+                    it->filedUnder == song.filedUnder);
+        }
+    }
+
+    void spoiledFilesAreNoSnapshotAndNoManifest()
+    {
+        PcFolder dir;
+        const QString spoiled = dir.addFile("spoiled"_s, "{\"path\":\"a.mid\",\"size\":1}\n{not json\n");
+        Snapshot snapshot;
+        Manifest manifest;
+        for (const QString &file : {spoiled, dir.path("nowhere"_s)})
+            QVERIFY2(!Snapshot::load(file, snapshot) && !Manifest::load(file, manifest), qPrintable(file));
+        QVERIFY(!snapshot.save(dir.path("no/folder"_s)));
+        QVERIFY(!manifest.save(dir.path("no/folder"_s)));
+    }
+
+    void initialFollowsTheTitle_data()
+    {
+        columns<QString, QString>("title", "initial");
+        const char *const rows[][2] = {
+            {"Alba", "A"},  {"alba", "A"},    {"99 palloni", "9"}, {"È sera", "E"}, {"ça va", "C"}, {"'Round", "R"},
+            {"(I", "I"},    {"\"7\"", "7"},   {"'è", "E"},         {"((I", "#"},    {"'", "#"},     {"…poi", "#"},
+            {"!Viva", "#"}, {"#1", "#"},      {"“Alte”", "#"},     {"Ωmega", "Ω"},  {"ж", "Ж"},     {"½", "1"},
+            {"🎵", "#"},     {" Spazio", "#"}, {"", "#"},           {"-", "#"},      {"ﬁore", "f"},  {"[a]", "#"}};
+        for (const auto &[title, initial] : rows)
+            row(title, QString::fromUtf8(title), QString::fromUtf8(initial));
+    }
+
+    void initialFollowsTheTitle()
+    {
+        QFETCH(QString, title);
+        QTEST(QString(initialOfTitle(title)), "initial");
+    }
+
+    void brokenBytesAreRecognised_data()
+    {
+        columns<QString, QByteArray, bool>("name", "bytes", "broken");
+        SongInfo info;
+        info.title = "Prova"_s;
+        const QByteArray midi = SongFactory::midi(info);
+        const QByteArray mp3 = SongFactory::mp3(3, info, 0, 1);
+        row("empty", "a.mid"_s, QByteArray(), true);
+        row("midi", "a.mid"_s, midi, false);
+        row("midi of 21 bytes", "a.mid"_s, midi.left(21), true);
+        row("midi without a track", "a.mid"_s, QByteArray("MThd").leftJustified(40, 'x'), true);
+        row("text", "a.mid"_s, QByteArray("a letter"), true);
+        row("mf5", "a.mf5"_s, SongFactory::mfx(5, info), false);
+        row("mf5 cut in its header", "a.mf5"_s, SongFactory::mfx(5, info).left(1023), true);
+        row("mf3 without a stream", "a.mf3"_s, SongFactory::mfx(3, info).left(512), true);
+        row("tagged mp3", "a.Mp3"_s, mp3, false);
+        row("mp3 bytes under another name", "a.mid"_s, mp3, true);
+        row("tag longer than the file", "a.mp3"_s, SongFactory::id3v2Tag(3, info, 0, 900).left(500), true);
+        row("untagged mp3", "a.xmp3"_s, SongFactory::mp3(0, info, 0, 1), false);
+        row("mp3 of zeros", "a.mp3"_s, QByteArray(20, '\0'), false);
+        row("frame of another layer", "a.mp3"_s, QByteArray("\xFF\xF2").leftJustified(20, 'x'), true);
+    }
+
+    void brokenBytesAreRecognised()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+        QTEST(looksLikeABrokenSong(name, bytes), "broken");
+    }
+
+    void reportTellsWhatChanged()
+    {
+        PcFolder disk;
+        const auto rename = [&](const QString &from, const QString &to) {
+            return QFile::rename(disk.path(from), disk.path(to));
+        };
+        disk.addFile("note.txt"_s, "note");
+        disk.addFile("loose.mid"_s, "loose");
+        disk.addFile("My Songs/long.midi"_s, "long");
+        disk.addFile("System/Playlist/p.pls"_s, "\\sdmemory\\loose.mid^1^2\r\nother\r\n");
+        for (int i = 0; i <= 1000; ++i)
+            disk.addFile("Big/%1.mid"_s.arg(i), QByteArray::number(i));
+        const Snapshot before = Snapshot::take(disk.path());
+        QVERIFY(QFile::remove(disk.path("note.txt"_s)));
+        QVERIFY(rename("loose.mid"_s, "My Songs/loose.mid"_s));
+        QVERIFY(rename("My Songs/long.midi"_s, "My Songs/long.mid"_s));
+        disk.addFolder("Big/A0"_s);
+        for (int i = 0; i <= 1000; ++i)
+            QVERIFY(rename("Big/%1.mid"_s.arg(i), "Big/A0/%1.mid"_s.arg(i)));
+        disk.addFile("System/Playlist/p.pls"_s, "\\sdmemory\\My Songs\\loose.mid^1^2\r\nother\r\n");
+        disk.addFile("CorvinImportDB.sql"_s,
+                     "INSERT INTO songs one\nINSERT INTO songs two\nDELETE FROM songs WHERE x\n");
+        const QString report = changesText(before, disk.path());
+        for (const char *part :
+             {"Removed: 1\n    note.txt\n", "Moved: 1\n    loose.mid -> My Songs/loose.mid\n",
+              "Renamed: 1\n    My Songs/long.midi -> My Songs/long.mid\n",
+              "Folders split: 1\n    Big, into sub-folders with songs (with companions): A0 1001 (1001)\n",
+              "Playlists rewritten: 1\n    System/Playlist/p.pls : 1 of 3 lines\n",
+              "CorvinImportDB.sql: 2 INSERT, 1 DELETE; it begins\n    INSERT INTO songs one\n"})
+            QVERIFY2(report.contains(QLatin1String(part)), qPrintable(report));
+    }
+
+    void programMakesNotesReportsAndJudges()
+    {
+        PcFolder dir;
+        const QString disk = dir.addFolder("disk"_s);
+        const QString notes = dir.path("notes"_s);
+        const QString manifest = dir.path("manifest"_s);
+        const auto run = [](const QStringList &arguments) {
+            return QProcess::execute(QStringLiteral(CORVIN_PLAYER_TOOL), arguments);
+        };
+        QCOMPARE(run(QStringList{"make"_s, disk} + words("--songs 1500 --seed 3 --manifest") + QStringList{manifest}),
+                 0);
+        QCOMPARE(run({"make"_s, disk}), 2);
+        QCOMPARE(run({"snapshot"_s, disk, notes}), 0);
+        QCOMPARE(run({"report"_s, notes, disk}), 0);
+        QCOMPARE(run({"judge"_s, notes, disk, "--manifest"_s, manifest}), 1);
+        QCOMPARE(run({"judge"_s, manifest + "x"_s, disk}), 2);
+        QCOMPARE(run({"make"_s, disk, "--songs"_s, "many"_s}), 2);
+        QCOMPARE(run({"dance"_s}), 2);
+        qputenv("CORVIN_VOLUMES", QFile::encodeName(disk));
+        QCOMPARE(run({"locate"_s}), 0);
+        qputenv("CORVIN_VOLUMES", "/nonexistent");
+        QCOMPARE(run({"locate"_s}), 1);
+    }
 };
-
-void TestPlayerToolParts::foldersInUseAreRefused()
-{
-    QTemporaryDir dir;
-    QFile file(dir.filePath(text("letter.txt")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    QVERIFY(!makePlayer(dir.path(), MakeOptions()).error.isEmpty());
-    QCOMPARE(Snapshot::take(dir.path()).files.keys(), QStringList{text("letter.txt")});
-    QVERIFY(!makePlayer(dir.filePath(text("nowhere")), MakeOptions()).error.isEmpty());
-    QVERIFY(!makePlayer(QString(), MakeOptions()).error.isEmpty());
-}
-
-void TestPlayerToolParts::labelAndLostFoundDoNotMatter()
-{
-    QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkdir(text("lost+found")));
-    QFile label(dir.filePath(text(".windows-label")));
-    QVERIFY(label.open(QIODevice::WriteOnly));
-    label.close();
-    QVERIFY(mayBecomeAPlayer(dir.path()));
-}
-
-void TestPlayerToolParts::numberOfSongsHasLimits()
-{
-    QTemporaryDir dir;
-    for (const int songs : {kFewestSongs - 1, kMostSongs + 1, 0, -1}) {
-        MakeOptions options;
-        options.songs = songs;
-        QVERIFY(!makePlayer(dir.path(), options).error.isEmpty());
-    }
-    QVERIFY(mayBecomeAPlayer(dir.path()));
-}
-
-void TestPlayerToolParts::snapshotSurvivesItsFile()
-{
-    QTemporaryDir dir;
-    Snapshot loaded;
-    const Snapshot taken = Snapshot::take(makeSmallDisk(dir));
-    QVERIFY(taken.save(dir.filePath(text("s"))));
-    QVERIFY(Snapshot::load(dir.filePath(text("s")), loaded));
-    QCOMPARE(loaded.files.keys(), taken.files.keys());
-    QCOMPARE(loaded.folders, taken.folders);
-    QCOMPARE(loaded.playlists, taken.playlists);
-    for (auto it = loaded.files.cbegin(); it != loaded.files.cend(); ++it) {
-        const Snapshot::File original = taken.files.value(it.key());
-        QVERIFY(it->sha1 == original.sha1 && it->size == original.size && it->looksBroken == original.looksBroken);
-    }
-}
-
-void TestPlayerToolParts::manifestSurvivesItsFile()
-{
-    QTemporaryDir dir;
-    Manifest loaded;
-    Manifest made;
-    makeSmallDisk(dir, &made);
-    QVERIFY(made.save(dir.filePath(text("m"))));
-    QVERIFY(Manifest::load(dir.filePath(text("m")), loaded));
-    QCOMPARE(loaded.songs.keys(), made.songs.keys());
-    for (auto it = loaded.songs.cbegin(); it != loaded.songs.cend(); ++it) {
-        const ExpectedSong song = made.songs.value(it.key());
-        QVERIFY(it->broken == song.broken && it->title == song.title && it->artist == song.artist &&
-                it->genre == song.genre && it->author == song.author && it->bpm == song.bpm && it->key == song.key &&
-                it->isMp3 == song.isMp3 && it->hasMarkers == song.hasMarkers && it->filedUnder == song.filedUnder);
-    }
-}
-
-void TestPlayerToolParts::spoiledFilesAreNoSnapshotAndNoManifest()
-{
-    QTemporaryDir dir;
-    QFile file(dir.filePath(text("spoiled")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{\"path\":\"a.mid\",\"size\":1}\n{not json\n");
-    file.close();
-    Snapshot snapshot;
-    Manifest manifest;
-    QVERIFY(!Snapshot::load(file.fileName(), snapshot));
-    QVERIFY(!Manifest::load(file.fileName(), manifest));
-    QVERIFY(!Snapshot::load(dir.filePath(text("nowhere")), snapshot));
-    QVERIFY(!Manifest::load(dir.filePath(text("nowhere")), manifest));
-    QVERIFY(!snapshot.save(dir.filePath(text("no/folder"))));
-    QVERIFY(!manifest.save(dir.filePath(text("no/folder"))));
-}
-
-void TestPlayerToolParts::initialFollowsTheTitle_data()
-{
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("initial");
-    const char *const rows[][2] = {
-        {"Alba", "A"},  {"alba", "A"},    {"99 palloni", "9"}, {"È sera", "E"}, {"ça va", "C"}, {"'Round", "R"},
-        {"(I", "I"},    {"\"7\"", "7"},   {"'è", "E"},         {"((I", "#"},    {"'", "#"},     {"…poi", "#"},
-        {"!Viva", "#"}, {"#1", "#"},      {"“Alte”", "#"},     {"Ωmega", "Ω"},  {"ж", "Ж"},     {"½", "1"},
-        {"🎵", "#"},     {" Spazio", "#"}, {"", "#"},           {"-", "#"},      {"ﬁore", "f"},  {"[a]", "#"}};
-    for (const auto &row : rows)
-        QTest::newRow(row[0]) << text(row[0]) << text(row[1]);
-}
-
-void TestPlayerToolParts::initialFollowsTheTitle()
-{
-    QFETCH(QString, title);
-    QFETCH(QString, initial);
-    QCOMPARE(QString(initialOfTitle(title)), initial);
-}
-
-void TestPlayerToolParts::brokenBytesAreRecognised_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("broken");
-    SongInfo info;
-    info.title = text("Prova");
-    const QByteArray midi = SongFactory::midi(info);
-    const QByteArray mp3 = SongFactory::mp3(3, info, 0, 1);
-    QTest::newRow("empty") << text("a.mid") << QByteArray() << true;
-    QTest::newRow("midi") << text("a.mid") << midi << false;
-    QTest::newRow("midi of 21 bytes") << text("a.mid") << midi.left(21) << true;
-    QTest::newRow("midi without a track") << text("a.mid") << QByteArray("MThd").leftJustified(40, 'x') << true;
-    QTest::newRow("text") << text("a.mid") << QByteArray("a letter") << true;
-    QTest::newRow("mf5") << text("a.mf5") << SongFactory::mfx(5, info) << false;
-    QTest::newRow("mf5 cut in its header") << text("a.mf5") << SongFactory::mfx(5, info).left(1023) << true;
-    QTest::newRow("mf3 without a stream") << text("a.mf3") << SongFactory::mfx(3, info).left(512) << true;
-    QTest::newRow("tagged mp3") << text("a.Mp3") << mp3 << false;
-    QTest::newRow("mp3 bytes under another name") << text("a.mid") << mp3 << true;
-    QTest::newRow("tag longer than the file")
-        << text("a.mp3") << SongFactory::id3v2Tag(3, info, 0, 900).left(500) << true;
-    QTest::newRow("untagged mp3") << text("a.xmp3") << SongFactory::mp3(0, info, 0, 1) << false;
-    QTest::newRow("mp3 of zeros") << text("a.mp3") << QByteArray(20, '\0') << false;
-    QTest::newRow("frame of another layer") << text("a.mp3") << QByteArray("\xFF\xF2").leftJustified(20, 'x') << true;
-}
-
-void TestPlayerToolParts::brokenBytesAreRecognised()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, broken);
-    QCOMPARE(looksLikeABrokenSong(name, bytes), broken);
-}
-
-void TestPlayerToolParts::reportTellsWhatChanged()
-{
-    QTemporaryDir dir;
-    const QString root = dir.path() + QLatin1Char('/');
-    const auto write = [&](const char *path, const QByteArray &bytes) {
-        QDir(root).mkpath(PlayerPaths::folderOf(text(path)));
-        QFile file(root + text(path));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    };
-    write("note.txt", "note");
-    write("loose.mid", "loose");
-    write("My Songs/long.midi", "long");
-    write("System/Playlist/p.pls", "\\sdmemory\\loose.mid^1^2\r\nother\r\n");
-    for (int i = 0; i <= 1000; ++i)
-        write(qPrintable(text("Big/%1.mid").arg(i)), QByteArray::number(i));
-    const Snapshot before = Snapshot::take(root);
-    QVERIFY(QFile::remove(root + text("note.txt")));
-    QVERIFY(QFile::rename(root + text("loose.mid"), root + text("My Songs/loose.mid")));
-    QVERIFY(QFile::rename(root + text("My Songs/long.midi"), root + text("My Songs/long.mid")));
-    QVERIFY(QDir(root).mkpath(text("Big/A0")));
-    for (int i = 0; i <= 1000; ++i)
-        QVERIFY(QFile::rename(root + text("Big/%1.mid").arg(i), root + text("Big/A0/%1.mid").arg(i)));
-    write("System/Playlist/p.pls", "\\sdmemory\\My Songs\\loose.mid^1^2\r\nother\r\n");
-    write("CorvinImportDB.sql", "INSERT INTO songs one\nINSERT INTO songs two\nDELETE FROM songs WHERE x\n");
-    const QString report = changesText(before, root);
-    for (const char *part :
-         {"Removed: 1\n    note.txt\n", "Moved: 1\n    loose.mid -> My Songs/loose.mid\n",
-          "Renamed: 1\n    My Songs/long.midi -> My Songs/long.mid\n",
-          "Folders split: 1\n    Big, into sub-folders with songs (with companions): A0 1001 (1001)\n",
-          "Playlists rewritten: 1\n    System/Playlist/p.pls : 1 of 3 lines\n",
-          "CorvinImportDB.sql: 2 INSERT, 1 DELETE; it begins\n    INSERT INTO songs one\n"})
-        QVERIFY2(report.contains(text(part)), qPrintable(report));
-}
-
-void TestPlayerToolParts::programMakesNotesReportsAndJudges()
-{
-    QTemporaryDir dir;
-    const QString program = text(CORVIN_PLAYER_TOOL);
-    const QString disk = dir.filePath(text("disk"));
-    const QString notes = dir.filePath(text("notes"));
-    const QString manifest = dir.filePath(text("manifest"));
-    QVERIFY(QDir(dir.path()).mkdir(text("disk")));
-    const auto run = [&](const QStringList &arguments) { return QProcess::execute(program, arguments); };
-    QCOMPARE(run({text("make"), disk, text("--songs"), text("1500"), text("--seed"), text("3"), text("--manifest"),
-                  manifest}),
-             0);
-    QCOMPARE(run({text("make"), disk}), 2);
-    QCOMPARE(run({text("snapshot"), disk, notes}), 0);
-    QCOMPARE(run({text("report"), notes, disk}), 0);
-    QCOMPARE(run({text("judge"), notes, disk, text("--manifest"), manifest}), 1);
-    QCOMPARE(run({text("judge"), manifest + text("x"), disk}), 2);
-    QCOMPARE(run({text("make"), disk, text("--songs"), text("many")}), 2);
-    QCOMPARE(run({text("dance")}), 2);
-    qputenv("CORVIN_VOLUMES", QFile::encodeName(disk));
-    QCOMPARE(run({text("locate")}), 0);
-    qputenv("CORVIN_VOLUMES", "/nonexistent");
-    QCOMPARE(run({text("locate")}), 1);
-}
 
 QTEST_GUILESS_MAIN(TestPlayerToolParts)
 #include "tst_playertoolparts.moc"

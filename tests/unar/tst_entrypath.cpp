@@ -1,61 +1,54 @@
 #include "entrypath.h"
 
-#include <QTest>
+#include "support/testing.h"
 
 class TestEntryPath : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void safeNamesAreKept_data();
-    void safeNamesAreKept();
-    void namesThatLeadElsewhereAreRefused_data();
-    void namesThatLeadElsewhereAreRefused();
+    void safeNamesAreKept_data()
+    {
+        columns<QByteArray, QByteArray>("name", "path");
+        const auto kept = [](const char *why, const QByteArray &name, const QByteArray &path) { row(why, name, path); };
+        kept("plain", "a.txt", "a.txt");
+        kept("folders", "a/b/c.txt", "a/b/c.txt");
+        kept("backslashes part folders", "a\\b\\c.txt", "a/b/c.txt");
+        kept("closing slash", "a/b/", "a/b");
+        kept("doubled slash", "a//b", "a/b");
+        kept("dot parts", "./a/./b", "a/b");
+        kept("the folder itself", "./", "");
+        kept("hidden file", "a/.hidden", "a/.hidden");
+        kept("two dots inside a name", "a..b/c..d", "a..b/c..d");
+        kept("accents", "Perch\xc3\xa9.mid", "Perch\xc3\xa9.mid");
+        kept("longer than a device name", "CONSOLE.txt", "CONSOLE.txt");
+        kept("port zero is no device", "COM0", "COM0");
+    }
+
+    void safeNamesAreKept()
+    {
+        QFETCH(QByteArray, name);
+        const auto path = safeEntryPath(name.toStdString());
+        QVERIFY(path.has_value());
+        QTEST(QByteArray::fromStdString(*path), "path");
+    }
+
+    void namesThatLeadElsewhereAreRefused_data()
+    {
+        columns<QByteArray>("name");
+        for (const char *name :
+             {"",       "/etc/passwd", "\\a",        "..",  "../evil", "a/../../evil", "a\\..\\..\\evil",
+              "C:evil", "C:\\evil",    "a/b:stream", "nul", "CON.txt", "a/Lpt1.dat",   "com9",
+              "a. ",    "a./b",        "a /b",       "...", "a*b",     "a\nb",         "what?"})
+            row(*name ? name : "empty", QByteArray(name));
+    }
+
+    void namesThatLeadElsewhereAreRefused()
+    {
+        QFETCH(QByteArray, name);
+        QVERIFY(!safeEntryPath(name.toStdString()).has_value());
+    }
 };
-
-void TestEntryPath::safeNamesAreKept_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("path");
-    QTest::newRow("plain") << QByteArray("a.txt") << QByteArray("a.txt");
-    QTest::newRow("folders") << QByteArray("a/b/c.txt") << QByteArray("a/b/c.txt");
-    QTest::newRow("backslashes part folders") << QByteArray("a\\b\\c.txt") << QByteArray("a/b/c.txt");
-    QTest::newRow("closing slash") << QByteArray("a/b/") << QByteArray("a/b");
-    QTest::newRow("doubled slash") << QByteArray("a//b") << QByteArray("a/b");
-    QTest::newRow("dot parts") << QByteArray("./a/./b") << QByteArray("a/b");
-    QTest::newRow("the folder itself") << QByteArray("./") << QByteArray("");
-    QTest::newRow("hidden file") << QByteArray("a/.hidden") << QByteArray("a/.hidden");
-    QTest::newRow("two dots inside a name") << QByteArray("a..b/c..d") << QByteArray("a..b/c..d");
-    QTest::newRow("accents") << QByteArray("Perch\xc3\xa9.mid") << QByteArray("Perch\xc3\xa9.mid");
-    QTest::newRow("longer than a device name") << QByteArray("CONSOLE.txt") << QByteArray("CONSOLE.txt");
-    QTest::newRow("port zero is no device") << QByteArray("COM0") << QByteArray("COM0");
-}
-
-void TestEntryPath::safeNamesAreKept()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(QByteArray, path);
-    const auto result = safeEntryPath(name.toStdString());
-    QVERIFY(result.has_value());
-    QCOMPARE(QByteArray::fromStdString(*result), path);
-}
-
-void TestEntryPath::namesThatLeadElsewhereAreRefused_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    const char *const names[] = {
-        "",       "/etc/passwd", "\\a",        "..",  "../evil", "a/../../evil", "a\\..\\..\\evil",
-        "C:evil", "C:\\evil",    "a/b:stream", "nul", "CON.txt", "a/Lpt1.dat",   "com9",
-        "a. ",    "a./b",        "a /b",       "...", "a*b",     "a\nb",         "what?"};
-    for (const char *name : names)
-        QTest::newRow(*name ? name : "empty") << QByteArray(name);
-}
-
-void TestEntryPath::namesThatLeadElsewhereAreRefused()
-{
-    QFETCH(QByteArray, name);
-    QVERIFY(!safeEntryPath(name.toStdString()).has_value());
-}
 
 QTEST_APPLESS_MAIN(TestEntryPath)
 #include "tst_entrypath.moc"

@@ -1,17 +1,29 @@
-#include <QDir>
-#include <QDirIterator>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/files.h"
+#include "support/testing.h"
 
 namespace {
 
-QByteArray contentOf(const QString &path)
+/// A folder for one archive, which is unpacked into its "deep/out". Paths are relative to that, with a closing slash.
+struct Place : PcFolder
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+    /// Puts one of the archives of makearchives.py in place.
+    explicit Place(const QString &name = {})
+    {
+        if (!name.isEmpty() && !QFile::copy(QStringLiteral(UNAR_ARCHIVES "/") + name, archive))
+            failTest("There is no archive "_s + name);
+    }
+
+    int run(const QStringList &arguments) const
+    {
+        QProcess tool;
+        tool.start(QStringLiteral(UNAR_PROGRAM), arguments);
+        return tool.waitForFinished() && tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1;
+    }
+    int unpack() const { return run({archive, "-o"_s, out, "-no-directory"_s}); }
+
+    const QString archive = path("archive.c4"_s);
+    const QString out = addFolder("deep/out"_s) + "/"_s;
+};
 
 } // namespace
 
@@ -20,169 +32,89 @@ class TestUnar : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
-    void wholeZipIsUnpackedStraightIntoTheFolder();
-    void moreThanAThousandFilesAreUnpacked();
-    void formatIsTakenFromTheContentNotFromTheName();
-    void existingFilesAreOverwritten();
-    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data();
-    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked();
-    void linksAreRefused();
-    void cutArchiveFailsAndLeavesNoHalfFile();
-    void wrongChecksumFails();
-    void garbageFails();
-    void missingArchiveFails();
-    void wrongCommandLineIsItsOwnExitCode();
-
-private:
-    /// Puts one of the archives of makearchives.py in place.
-    bool takeArchive(const QString &name) const;
-    int unpack(const QStringList &extra = {QStringLiteral("-no-directory")});
-    QStringList unpacked() const;
-    QString target(const QString &name) const { return m_dir->filePath(QStringLiteral("deep/out/") + name); }
-
-    QScopedPointer<QTemporaryDir> m_dir;
-    QString m_archive;
-};
-
-void TestUnar::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("deep/out")));
-    m_archive = m_dir->filePath(QStringLiteral("archive.c4"));
-}
-
-void TestUnar::cleanup()
-{
-    m_dir.reset();
-}
-
-bool TestUnar::takeArchive(const QString &name) const
-{
-    return QFile::copy(QStringLiteral(UNAR_ARCHIVES "/") + name, m_archive);
-}
-
-int TestUnar::unpack(const QStringList &extra)
-{
-    QProcess tool;
-    tool.start(QStringLiteral(UNAR_PROGRAM), QStringList{m_archive, QStringLiteral("-o"), target(QString())} + extra);
-    if (!tool.waitForFinished() || tool.exitStatus() != QProcess::NormalExit)
-        return -1;
-    return tool.exitCode();
-}
-
-QStringList TestUnar::unpacked() const
-{
-    QStringList names;
-    QDirIterator files(m_dir->path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString path = files.next();
-        if (path != m_archive)
-            names.append(QDir(target(QString())).relativeFilePath(path));
+    void wholeZipIsUnpackedStraightIntoTheFolder()
+    {
+        const Place place("whole"_s);
+        QCOMPARE(place.unpack(), 0);
+        QCOMPARE(filesBelow(place.out), words("Canzoni/Perché.mid README System/.hidden System/Corvin/Corvin.exe"));
+        QCOMPARE(place.files().size(), 5); // the archive too, and nothing beside it
+        QCOMPARE(contentOf(place.out + "System/Corvin/Corvin.exe"_s), QByteArray("MZ").repeated(5000));
+        QVERIFY(QFileInfo(place.out + "Empty"_s).isDir());
     }
-    names.sort();
-    return names;
-}
 
-void TestUnar::wholeZipIsUnpackedStraightIntoTheFolder()
-{
-    QVERIFY(takeArchive(QStringLiteral("whole")));
-    QCOMPARE(unpack(), 0);
-    QCOMPARE(unpacked(), (QStringList{QStringLiteral("Canzoni/Perché.mid"), QStringLiteral("README"),
-                                      QStringLiteral("System/.hidden"), QStringLiteral("System/Corvin/Corvin.exe")}));
-    QCOMPARE(contentOf(target(QStringLiteral("System/Corvin/Corvin.exe"))), QByteArray("MZ").repeated(5000));
-    QVERIFY(QFileInfo(target(QStringLiteral("Empty"))).isDir());
-}
+    void moreThanAThousandFilesAreUnpacked()
+    {
+        const Place place("many"_s);
+        QCOMPARE(place.unpack(), 0);
+        QCOMPARE(place.files().size(), 1 + 1200); // the archive too
+        QCOMPARE(contentOf(place.out + "d3/f1011.txt"_s), QByteArray("1011"));
+    }
 
-void TestUnar::moreThanAThousandFilesAreUnpacked()
-{
-    QVERIFY(takeArchive(QStringLiteral("many")));
-    QCOMPARE(unpack(), 0);
-    QCOMPARE(unpacked().size(), 1200);
-    QCOMPARE(contentOf(target(QStringLiteral("d3/f1011.txt"))), QByteArray("1011"));
-}
+    void formatIsTakenFromTheContentNotFromTheName()
+    {
+        const Place place("tar"_s);
+        QCOMPARE(place.run({place.archive, "-o"_s, place.out}), 0);
+        QCOMPARE(contentOf(place.out + "a/b.txt"_s), QByteArray("tar"));
+    }
 
-void TestUnar::formatIsTakenFromTheContentNotFromTheName()
-{
-    QVERIFY(takeArchive(QStringLiteral("tar")));
-    QCOMPARE(unpack({}), 0);
-    QCOMPARE(contentOf(target(QStringLiteral("a/b.txt"))), QByteArray("tar"));
-}
+    void existingFilesAreOverwritten()
+    {
+        const Place place("new"_s);
+        const QString file = putFile(place.out + "a.txt"_s, "a longer old content");
+        QCOMPARE(place.unpack(), 0);
+        QCOMPARE(contentOf(file), QByteArray("new"));
+    }
 
-void TestUnar::existingFilesAreOverwritten()
-{
-    QFile old(target(QStringLiteral("a.txt")));
-    QVERIFY(old.open(QIODevice::WriteOnly) && old.write("a longer old content") > 0);
-    old.close();
-    QVERIFY(takeArchive(QStringLiteral("new")));
-    QCOMPARE(unpack(), 0);
-    QCOMPARE(contentOf(target(QStringLiteral("a.txt"))), QByteArray("new"));
-}
+    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data()
+    {
+        columns<QString>("name");
+        for (const QString &name : words("parent parent-from-inside absolute drive-letter backslashes"))
+            row(qPrintable(name), name);
+    }
 
-void TestUnar::entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("parent") << QStringLiteral("parent");
-    QTest::newRow("parent from inside") << QStringLiteral("parent-from-inside");
-    QTest::newRow("absolute") << QStringLiteral("absolute");
-    QTest::newRow("drive letter") << QStringLiteral("drive-letter");
-    QTest::newRow("backslashes") << QStringLiteral("backslashes");
-}
+    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked()
+    {
+        QFETCH(QString, name);
+        const Place place(name);
+        QVERIFY(place.unpack() > 0);
+        QCOMPARE(place.files(), words("archive.c4 deep/out/after.txt deep/out/before.txt"));
+        QVERIFY(!QFileInfo::exists("/tmp/corvin-unar-evil"_s));
+    }
 
-void TestUnar::entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked()
-{
-    QFETCH(QString, name);
-    QVERIFY(takeArchive(name));
-    QVERIFY(unpack() > 0);
-    QCOMPARE(unpacked(), (QStringList{QStringLiteral("after.txt"), QStringLiteral("before.txt")}));
-    QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/corvin-unar-evil")));
-}
+    void linksAreRefused()
+    {
+        const Place place("links"_s);
+        QVERIFY(place.unpack() > 0);
+        QVERIFY(!QFileInfo(place.out + "way"_s).isSymLink());
+        QVERIFY(!QFileInfo::exists(place.path("deep/evil"_s)));
+        QVERIFY(!QFileInfo::exists(place.out + "hard"_s));
+    }
 
-void TestUnar::linksAreRefused()
-{
-    QVERIFY(takeArchive(QStringLiteral("links")));
-    QVERIFY(unpack() > 0);
-    QVERIFY(!QFileInfo(target(QStringLiteral("way"))).isSymLink());
-    QVERIFY(!QFileInfo::exists(m_dir->filePath(QStringLiteral("deep/evil"))));
-    QVERIFY(!QFileInfo::exists(target(QStringLiteral("hard"))));
-}
+    void cutArchiveFailsAndLeavesNoHalfFile()
+    {
+        const Place place("cut"_s);
+        QVERIFY(place.unpack() > 0);
+        QVERIFY(!QFileInfo::exists(place.out + "big.bin"_s));
+    }
 
-void TestUnar::cutArchiveFailsAndLeavesNoHalfFile()
-{
-    QVERIFY(takeArchive(QStringLiteral("cut")));
-    QVERIFY(unpack() > 0);
-    QVERIFY(!QFileInfo::exists(target(QStringLiteral("big.bin"))));
-}
+    void wrongChecksumFails() { QVERIFY(Place("checksum"_s).unpack() > 0); }
 
-void TestUnar::wrongChecksumFails()
-{
-    QVERIFY(takeArchive(QStringLiteral("checksum")));
-    QVERIFY(unpack() > 0);
-}
+    void garbageFails()
+    {
+        Place place;
+        putFile(place.archive, QByteArray(20000, 'x'));
+        QVERIFY(place.unpack() > 0);
+        QCOMPARE(place.files(), words("archive.c4"));
+    }
 
-void TestUnar::garbageFails()
-{
-    QFile file(m_archive);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(20000, 'x')) > 0);
-    file.close();
-    QVERIFY(unpack() > 0);
-    QVERIFY(unpacked().isEmpty());
-}
+    void missingArchiveFails() { QVERIFY(Place().unpack() > 0); }
 
-void TestUnar::missingArchiveFails()
-{
-    QVERIFY(unpack() > 0);
-}
-
-void TestUnar::wrongCommandLineIsItsOwnExitCode()
-{
-    QProcess tool;
-    tool.start(QStringLiteral(UNAR_PROGRAM), {m_archive});
-    QVERIFY(tool.waitForFinished());
-    QCOMPARE(tool.exitCode(), 2);
-}
+    void wrongCommandLineIsItsOwnExitCode()
+    {
+        const Place place;
+        QCOMPARE(place.run({place.archive}), 2);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestUnar)
 #include "tst_unar.moc"
