@@ -1,6 +1,6 @@
 #include "songfiles/byteview.h"
 
-#include <QTest>
+#include "bytes.h"
 
 #include <limits>
 
@@ -11,27 +11,25 @@ class TestByteView : public QObject
 private slots:
     void onlyBytesThatExistAreRead_data()
     {
-        QTest::addColumn<qint64>("offset");
-        QTest::addColumn<qint64>("count");
-        QTest::addColumn<QByteArray>("expected");
-        const qint64 huge = std::numeric_limits<qint64>::max();
-        QTest::newRow("inside") << qint64(1) << qint64(2) << QByteArray("bc");
-        QTest::newRow("all") << qint64(0) << qint64(4) << QByteArray("abcd");
-        QTest::newRow("past the end") << qint64(2) << qint64(9) << QByteArray("cd");
-        QTest::newRow("huge count") << qint64(1) << huge << QByteArray("bcd");
-        QTest::newRow("nothing") << qint64(1) << qint64(0) << QByteArray();
-        QTest::newRow("negative count") << qint64(1) << qint64(-1) << QByteArray();
-        QTest::newRow("most negative count") << qint64(1) << std::numeric_limits<qint64>::min() << QByteArray();
-        QTest::newRow("at the end") << qint64(4) << qint64(1) << QByteArray();
-        QTest::newRow("huge offset") << huge << huge << QByteArray();
-        QTest::newRow("negative offset") << qint64(-1) << qint64(3) << QByteArray();
+        columns<qint64, qint64, QByteArray>("offset", "count", "expected");
+        const qint64 most = std::numeric_limits<qint64>::max();
+        const qint64 least = std::numeric_limits<qint64>::min();
+        row("inside", qint64(1), qint64(2), "bc"_b);
+        row("all", qint64(0), qint64(4), "abcd"_b);
+        row("past the end", qint64(2), qint64(9), "cd"_b);
+        row("huge count", qint64(1), most, "bcd"_b);
+        row("nothing", qint64(1), qint64(0), ""_b);
+        row("negative count", qint64(1), qint64(-1), ""_b);
+        row("most negative count", qint64(1), least, ""_b);
+        row("at the end", qint64(4), qint64(1), ""_b);
+        row("huge offset", most, most, ""_b);
+        row("negative offset", qint64(-1), qint64(3), ""_b);
     }
     void onlyBytesThatExistAreRead()
     {
         QFETCH(qint64, offset);
         QFETCH(qint64, count);
-        QFETCH(QByteArray, expected);
-        QCOMPARE(ByteView::bytesAt("abcd", offset, count), expected);
+        QTEST(ByteView::bytesAt("abcd", offset, count), "expected");
     }
 
     void missingByteReadsAsZero()
@@ -44,22 +42,22 @@ private slots:
 
     void textEndsAtTheFirstZeroByteAndIsTrimmed()
     {
-        const QByteArray bytes("xx \t\xE8 a \0 b", 12);
-        QCOMPARE(ByteView::textAt(bytes, 2, 9), QStringLiteral("\u00E8 a"));
-        QCOMPARE(ByteView::textAt(bytes, 2, 100), QStringLiteral("\u00E8 a"));
-        QCOMPARE(ByteView::textAt(bytes, 0, 1), QStringLiteral("x"));
+        const QByteArray bytes = "xx \t\xE8 a \0 b\0"_b;
+        QCOMPARE(ByteView::textAt(bytes, 2, 9), "è a"_s);
+        QCOMPARE(ByteView::textAt(bytes, 2, 100), "è a"_s);
+        QCOMPARE(ByteView::textAt(bytes, 0, 1), "x"_s);
         QCOMPARE(ByteView::textAt(bytes, 8, 4), QString());
         QCOMPARE(ByteView::textAt(bytes, 0, -3), QString());
     }
 
     void cutLeavesNoHalfCharacter()
     {
-        const QString note = QString::fromUtf8("\xF0\x9D\x84\x9E"); // one character, two UTF-16 units
-        QCOMPARE(ByteView::cutText(QStringLiteral("ab") + note, 4), QStringLiteral("ab") + note);
-        QCOMPARE(ByteView::cutText(QStringLiteral("ab") + note, 3), QStringLiteral("ab"));
-        QCOMPARE(ByteView::cutText(QStringLiteral("ab") + note, 2), QStringLiteral("ab"));
+        const QString note = "\xF0\x9D\x84\x9E"_s; // one character, two UTF-16 units
+        QCOMPARE(ByteView::cutText("ab"_s + note, 4), "ab"_s + note);
+        QCOMPARE(ByteView::cutText("ab"_s + note, 3), "ab"_s);
+        QCOMPARE(ByteView::cutText("ab"_s + note, 2), "ab"_s);
         QCOMPARE(ByteView::cutText(note, 1), QString());
-        QCOMPARE(ByteView::cutText(QStringLiteral("abc"), 0), QString());
+        QCOMPARE(ByteView::cutText("abc"_s, 0), QString());
         QCOMPARE(ByteView::cutText(QString(), 5), QString());
         // Half a pair that was there before is not ours to repair.
         QCOMPARE(ByteView::cutText(note.left(1), 5), note.left(1));
