@@ -61,7 +61,7 @@ inline SongMarker marker(quint16 bar, const QString &text)
 
 inline QList<SongMarker> markersOf(const RawMidiFile &file, bool firstOnly = false)
 {
-    QList<SongMarker> list{marker(99, "left over"_s)};
+    QList<SongMarker> list{{99, "left over"_s}};
     file.markers(list, firstOnly);
     return list;
 }
