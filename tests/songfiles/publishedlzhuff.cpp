@@ -1,8 +1,6 @@
 #include "publishedlzhuff.h"
 
-#include <algorithm>
-#include <map>
-#include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -24,24 +22,22 @@ public:
     explicit PointerTree(int symbols)
     {
         for (int symbol = 0; symbol < symbols; ++symbol) {
-            m_list.push_back(newNode(1));
-            m_list.back()->symbol = symbol;
+            m_list.append(newNode(1));
+            m_list.last()->symbol = symbol;
         }
         m_leaves = m_list;
         joinAll();
     }
 
-    Node *root() const { return m_list.back(); }
+    Node *root() const { return m_list.last(); }
 
     void count(int symbol)
     {
         if (root()->weight == 32768)
             halve();
-        for (Node *node = m_leaves[static_cast<std::size_t>(symbol)]; node; node = node->parent) {
+        for (Node *node = m_leaves[symbol]; node; node = node->parent) {
             // The last node of the same weight changes places with this one, which then can grow.
-            const auto behind = std::upper_bound(m_list.begin(), m_list.end(), node->weight,
-                                                 [](int weight, const Node *other) { return weight < other->weight; });
-            swapPlaces(node, *(behind - 1));
+            swapPlaces(node, m_list.at(placeBehind(node->weight) - 1));
             ++node->weight;
         }
     }
@@ -54,27 +50,32 @@ private:
         return m_all.back().get();
     }
 
+    /// The place behind all nodes of this weight.
+    int placeBehind(int weight) const
+    {
+        const auto isHeavier = [](int than, const Node *node) { return than < node->weight; };
+        return int(std::upper_bound(m_list.begin(), m_list.end(), weight, isHeavier) - m_list.begin());
+    }
+
     void joinAll()
     {
-        const std::size_t wanted = 2 * m_list.size() - 1;
-        for (std::size_t pair = 0; m_list.size() < wanted; pair += 2) {
-            Node *both = newNode(m_list[pair]->weight + m_list[pair + 1]->weight);
+        const int wanted = 2 * m_list.size() - 1;
+        for (int pair = 0; m_list.size() < wanted; pair += 2) {
+            Node *both = newNode(m_list.at(pair)->weight + m_list.at(pair + 1)->weight);
             for (int side = 0; side < 2; ++side) {
-                both->child[side] = m_list[pair + static_cast<std::size_t>(side)];
+                both->child[side] = m_list.at(pair + side);
                 both->child[side]->parent = both;
             }
-            m_list.insert(std::upper_bound(m_list.begin(), m_list.end(), both->weight,
-                                           [](int weight, const Node *other) { return weight < other->weight; }),
-                          both);
+            m_list.insert(placeBehind(both->weight), both);
         }
         root()->parent = nullptr;
     }
 
     void halve()
     {
-        m_list.erase(std::remove_if(m_list.begin(), m_list.end(), [](const Node *node) { return node->symbol < 0; }),
-                     m_list.end());
-        for (Node *leaf : m_list)
+        const auto isNoLeaf = [](const Node *node) { return node->symbol < 0; };
+        m_list.erase(std::remove_if(m_list.begin(), m_list.end(), isNoLeaf), m_list.end());
+        for (Node *leaf : qAsConst(m_list))
             leaf->weight = (leaf->weight + 1) / 2;
         joinAll();
     }
@@ -83,16 +84,15 @@ private:
     {
         if (a == b)
             return;
-        std::iter_swap(std::find(m_list.begin(), m_list.end(), a), std::find(m_list.begin(), m_list.end(), b));
-        Node *&slotOfA = a->parent->child[a->parent->child[1] == a ? 1 : 0];
-        Node *&slotOfB = b->parent->child[b->parent->child[1] == b ? 1 : 0];
-        std::swap(slotOfA, slotOfB);
+        std::swap(m_list[m_list.indexOf(a)], m_list[m_list.indexOf(b)]);
+        std::swap(a->parent->child[a->parent->child[1] == a ? 1 : 0],
+                  b->parent->child[b->parent->child[1] == b ? 1 : 0]);
         std::swap(a->parent, b->parent);
     }
 
     std::vector<std::unique_ptr<Node>> m_all;
-    std::vector<Node *> m_list;
-    std::vector<Node *> m_leaves;
+    QVector<Node *> m_list;
+    QVector<Node *> m_leaves;
 };
 
 struct Bits
@@ -128,7 +128,7 @@ int takeUpperPosition(Bits &bits)
 class MapSearch
 {
 public:
-    MapSearch(std::vector<int> &ring, int lookAhead) : m_ring(ring), m_lookAhead(lookAhead) {}
+    MapSearch(const QVector<int> &ring, int lookAhead) : m_ring(ring), m_lookAhead(lookAhead) {}
 
     int length = 0;
     int position = 0;
@@ -136,21 +136,21 @@ public:
     void insert(int r)
     {
         length = 0;
-        m_child[0].erase(r);
-        m_child[1].erase(r);
-        int at = -1 - text(r);
+        m_child[0].remove(r);
+        m_child[1].remove(r);
+        int at = -1 - m_ring.at(r);
         int side = 1;
         for (;;) {
-            const auto next = m_child[side].find(at);
-            if (next == m_child[side].end()) {
-                hang(r, at, side);
+            const int next = childOf(at, side);
+            if (next < 0) {
+                hang(r, {at, side});
                 return;
             }
-            at = next->second;
+            at = next;
             int same = 0;
-            while (same < m_lookAhead && text(r + same) == text(at + same))
+            while (same < m_lookAhead && m_ring.at(r + same) == m_ring.at(at + same))
                 ++same;
-            side = same < m_lookAhead && text(r + same) < text(at + same) ? 0 : 1;
+            side = same < m_lookAhead && m_ring.at(r + same) < m_ring.at(at + same) ? 0 : 1;
             const int distance = ((r - at + kRing) % kRing) - 1;
             if (same >= 3 && (same > length || (same == length && distance < position))) {
                 length = same;
@@ -160,27 +160,26 @@ public:
                 break;
         }
         for (int i = 0; i < 2; ++i) {
-            const auto child = m_child[i].find(at);
-            if (child != m_child[i].end())
-                hang(child->second, r, i);
+            if (childOf(at, i) >= 0)
+                hang(childOf(at, i), {r, i});
         }
-        const auto where = m_place.at(at);
+        const Place where = m_place.value(at);
         forget(at);
-        hang(r, where.first, where.second);
+        hang(r, where);
     }
 
     void remove(int p)
     {
-        if (m_place.count(p) == 0)
+        if (!m_place.contains(p))
             return;
-        const auto where = m_place.at(p);
+        const Place where = m_place.value(p);
         const int left = childOf(p, 0);
         const int right = childOf(p, 1);
         forget(p);
         if (left < 0 || right < 0) {
-            m_child[where.second].erase(where.first);
+            m_child[where.second].remove(where.first);
             if (left >= 0 || right >= 0)
-                hang(qMax(left, right), where.first, where.second);
+                hang(qMax(left, right), where);
             return;
         }
         // The largest of the smaller ones takes the place.
@@ -188,43 +187,39 @@ public:
         while (childOf(heir, 1) >= 0)
             heir = childOf(heir, 1);
         if (heir != left) {
-            const auto heirsPlace = m_place.at(heir);
+            const Place heirsPlace = m_place.value(heir);
             const int orphan = childOf(heir, 0);
-            m_child[heirsPlace.second].erase(heirsPlace.first);
+            m_child[heirsPlace.second].remove(heirsPlace.first);
             if (orphan >= 0)
-                hang(orphan, heirsPlace.first, heirsPlace.second);
-            hang(left, heir, 0);
+                hang(orphan, heirsPlace);
+            hang(left, {heir, 0});
         }
-        hang(right, heir, 1);
-        hang(heir, where.first, where.second);
+        hang(right, {heir, 1});
+        hang(heir, where);
     }
 
 private:
-    int text(int at) const { return m_ring[static_cast<std::size_t>(at)]; }
+    using Place = QPair<int, int>; // parent and side
 
-    int childOf(int node, int side) const
-    {
-        const auto found = m_child[side].find(node);
-        return found == m_child[side].end() ? -1 : found->second;
-    }
+    int childOf(int node, int side) const { return m_child[side].value(node, -1); }
 
-    void hang(int node, int parent, int side)
+    void hang(int node, const Place &place)
     {
-        m_child[side][parent] = node;
-        m_place[node] = std::make_pair(parent, side);
+        m_child[place.second].insert(place.first, node);
+        m_place.insert(node, place);
     }
 
     void forget(int node)
     {
-        m_child[0].erase(node);
-        m_child[1].erase(node);
-        m_place.erase(node);
+        m_child[0].remove(node);
+        m_child[1].remove(node);
+        m_place.remove(node);
     }
 
-    std::vector<int> &m_ring;
+    const QVector<int> &m_ring;
     int m_lookAhead;
-    std::map<int, int> m_child[2];
-    std::map<int, std::pair<int, int>> m_place;
+    QHash<int, int> m_child[2];
+    QHash<int, Place> m_place;
 };
 
 } // namespace
@@ -241,7 +236,7 @@ QVector<PublishedLzHuff::Token> PublishedLzHuff::decode(const QByteArray &bits, 
     while (data.size() - blanks < size) {
         Token token;
         const Node *node = tree.root();
-        for (; node->symbol < 0; ++token.codeBits)
+        while (node->symbol < 0)
             node = node->child[reader.take()];
         tree.count(node->symbol);
         if (node->symbol < 256) {
@@ -263,8 +258,7 @@ QVector<PublishedLzHuff::Token> PublishedLzHuff::decode(const QByteArray &bits, 
 
 QVector<PublishedLzHuff::Token> PublishedLzHuff::chooseMatches(const QByteArray &data, int lookAhead)
 {
-    std::vector<int> ring(static_cast<std::size_t>(kRing + lookAhead - 1), 0);
-    const auto cell = [&ring](int at) -> int & { return ring[static_cast<std::size_t>(at)]; };
+    QVector<int> ring(kRing + lookAhead - 1);
     MapSearch search(ring, lookAhead);
     int r = kRing - lookAhead;
     int s = 0;
@@ -272,7 +266,7 @@ QVector<PublishedLzHuff::Token> PublishedLzHuff::chooseMatches(const QByteArray 
     int waiting = 0;
     std::fill_n(ring.begin(), r, ' ');
     for (; waiting < lookAhead && next < data.size(); ++waiting)
-        cell(r + waiting) = static_cast<quint8>(data.at(next++));
+        ring[r + waiting] = static_cast<quint8>(data.at(next++));
     for (int i = 1; i <= lookAhead; ++i)
         search.insert(r - i);
     search.insert(r);
@@ -283,15 +277,15 @@ QVector<PublishedLzHuff::Token> PublishedLzHuff::chooseMatches(const QByteArray 
             token.length = qMin(search.length, waiting);
             token.position = search.position;
         } else {
-            token.byte = cell(r);
+            token.byte = ring.at(r);
         }
         tokens.append(token);
         for (int i = 0; i < token.length; ++i) {
             search.remove(s);
             if (next < data.size()) {
-                cell(s) = static_cast<quint8>(data.at(next++));
+                ring[s] = static_cast<quint8>(data.at(next++));
                 if (s < lookAhead - 1)
-                    cell(s + kRing) = cell(s);
+                    ring[s + kRing] = ring.at(s);
             } else {
                 --waiting;
             }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QVector>
+#include "support/testing.h"
 
 /// A second, plain implementation of the published algorithm, made to check the first: a decoder whose tree is made of
 /// nodes and pointers, and the match search with its links in maps. Nothing here is fast, all of it is easy to follow.
@@ -13,7 +12,6 @@ struct Token
     int length = 1;    ///< 1 for a byte as it is
     int position = -1; ///< of a match
     int byte = -1;     ///< of a byte as it is
-    int codeBits = 0;  ///< length of the symbol's own code; not compared
 };
 
 inline bool operator==(const Token &a, const Token &b)
