@@ -8,7 +8,7 @@
 
 // What the tests of the song classes share.
 
-inline SongInfo infoOf(const QStringList &texts, int length, int bpm, const QList<SongMarker> &markers)
+inline SongInfo infoOf(const QStringList &texts, int length, int bpm, const QList<SongMarker> &markers = {})
 {
     SongInfo info;
     info.title = texts.value(0);
