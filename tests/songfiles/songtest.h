@@ -51,6 +51,16 @@ inline QStringList fieldsOf(const SongInfo &info)
             QString::number(info.userBpm)};
 }
 
+/// All that a record holds.
+inline QStringList linesOf(const SongInfo &info)
+{
+    QStringList lines = fieldsOf(info) + QStringList({info.format, info.filename, info.MfxLongName});
+    lines += "flags %1, %2"_s.arg(info.MfxFlags).arg(info.isQArte ? "the maker's"_s : "anyone's"_s);
+    for (const SongMarker &marker : info.markers)
+        lines += "%1: %2"_s.arg(marker.bar).arg(marker.text);
+    return lines;
+}
+
 inline QByteArray compressed(const QByteArray &bytes)
 {
     QByteArray result;

@@ -8,83 +8,77 @@ class TestMetaSong : public QObject
     Q_OBJECT
 
 private slots:
-    void newSongIsUnknownAndEmpty()
+    void formatNamesFollowTheirCodes_data()
     {
-        const MetaSong song;
-        QCOMPARE(song.formatCode(), int(UnknownFormat));
-        SongInfo info = fullInfo();
-        song.getSongInfo(info);
-        QCOMPARE(info.format, "UNKNOWN"_s);
-        QVERIFY(info.title.isEmpty() && info.markers.isEmpty() && !info.isQArte);
-    }
-
-    void formatNamesFollowTheirCodes()
-    {
-        QStringList names;
+        outcomes<QString>();
+        const QStringList names = words("UNKNOWN UNKNOWN MIDI MIDI MF3 MF4 MF5 MP3 UNKNOWN");
         for (int code = -1; code <= 7; ++code)
-            names.append(MetaSong::formatName(code));
-        QCOMPARE(names, words("UNKNOWN UNKNOWN MIDI MIDI MF3 MF4 MF5 MP3 UNKNOWN"));
-        QCOMPARE(MetaSong::formatName(255), "UNKNOWN"_s);
+            QTest::addRow("%d", code) << MetaSong::formatName(code) << names.at(code + 1);
+        row("255", MetaSong::formatName(255), "UNKNOWN"_s);
     }
+    void formatNamesFollowTheirCodes() { compareRow<QString>(); }
 
-    void songIsRecognisedByItsFirstBytes_data()
+    void songIsRecognisedByItsFirstBytesAndRead_data()
     {
-        columns<QString, QByteArray, int>("name", "bytes", "code");
-        const SongInfo info = fullInfo();
-        row("MIDI format 0", "a.mid"_s, midi(info, 0), 1);
-        row("MIDI format 1", "a.mid"_s, midi(info, 1), 2);
-        row("MIDI format 2", "a.mid"_s, midi(info, 2), 2);
-        row("MIDI under any name", "a.txt"_s, midi(info, 0), 1);
-        row("MIDI called MP3", "a.mp3"_s, midi(info, 0), 1);
-        row("karaoke", "a.kar"_s, karaoke({}, {"la"_s}), 2);
-        row("MF3", "a.mf3"_s, mfx(3, info), 3);
-        row("MF4", "a.mf4"_s, mfx(4, info), 4);
-        row("MF5", "a.mf5"_s, mfx(5, info), 5);
-        row("MF5 called MF3", "a.mf3"_s, mfx(5, info), 5);
-        row("MP3 without tag", "a.mp3"_s, mp3(0, info), 6);
-        row("MP3 with tag", "a.mp3"_s, mp3(3, info), 6);
-        row("text", "a.mid"_s, "just some text of a letter"_b, 0);
+        outcomes<QStringList>();
+        const SongInfo other = otherInfo();
+        SongInfo standard = other;
+        standard.markers = {{0, "Coro"_s}};
+        SongInfo accented = other;
+        accented.title = "Perché"_s;
+        SongInfo tagged = accented;
+        tagged.markers.clear();
+        SongInfo words;
+        words.title = "Words"_s;
+        SongInfo makers;
+        makers.isQArte = true;
+        row("MIDI format 0", read("a.mid"_s, midi(other, 0)), told(1, other));
+        row("MIDI format 1", read("a.mid"_s, midi(other, 1)), told(2, other));
+        row("MIDI format 2", read("a.mid"_s, midi(other, 2)), told(2, other));
+        row("MIDI under any name", read("a.txt"_s, midi(other, 0)), told(1, other));
+        row("MIDI called MP3", read("a.mp3"_s, midi(other, 0)), told(1, other));
+        row("MIDI with standard markers", read("a.mid"_s, midi(other, 0, Markers::Standard)), told(1, standard));
+        row("MIDI of nobody", read("a.mid"_s, midi(SongInfo())), told(1, SongInfo()));
+        row("karaoke, the name of its word track", read("a.kar"_s, karaoke({"@TVolare"_s}, {"la"_s})), told(2, words));
+        for (const int version : {3, 4, 5}) {
+            QTest::addRow("MF%d", version) << read("a.mfx"_s, mfx(version, fullInfo())) << told(version, fullInfo());
+            QTest::addRow("MF%d with other texts in its stream", version)
+                << read("a.mfx"_s, mfxHeader(version, fullInfo(), 0, 0) + streamOfAnother(version))
+                << told(version, fullInfo());
+            QTest::addRow("MF%d is always the maker's", version)
+                << read("a.mfx"_s, mfx(version, SongInfo())) << told(version, makers);
+        }
+        row("MF5 called MF3", read("a.mf3"_s, mfx(5, fullInfo())), told(5, fullInfo()));
+        row("MP3 without tag", read("a.mp3"_s, mp3(0, other)), told(6, SongInfo()));
+        row("MP3 2.2 has no frame of a four-letter name", read("a.mp3"_s, mp3(2, other)), told(6, SongInfo()));
+        row("MP3 2.3 Latin-1", read("a.mp3"_s, mp3(3, accented, 0)), told(6, tagged));
+        row("MP3 2.3 UTF-16", read("a.mp3"_s, mp3(3, accented, 1)), told(6, tagged));
+        row("MP3 2.4 UTF-8", read("a.mp3"_s, mp3(4, accented, 3)), told(6, tagged));
+        row("text", read("a.mid"_s, "just some text of a letter"), told(0, SongInfo()));
     }
-    void songIsRecognisedByItsFirstBytes()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, code);
-        MetaSong song;
-        QCOMPARE(isTaken(song, name, bytes), code != 0);
-        QCOMPARE(song.formatCode(), code);
-    }
+    void songIsRecognisedByItsFirstBytesAndRead() { compareRow<QStringList>(); }
 
     void mp3IsRecognisedByItsNameAndItsFirstBytes_data()
     {
-        columns<QString, QByteArray, bool>("name", "start", "accepted");
-        row("ID3 in song.Mp3", "song.Mp3"_s, "ID3\x03"_b, true);
-        row("ID3 in song.wav", "song.wav"_s, "ID3\x03"_b, false);
-        row("no dot before MP3", "songmP3"_s, "ID3\x03"_b, true);
-        row("MP3 inside the name", "song.mp3.bak"_s, "ID3\x03"_b, false);
-        row("00 00", "s.mp3"_s, "0000FFFB"_hex, true);
-        row("00 01", "s.mp3"_s, "0001FFFB"_hex, false);
-        row("FF FB", "s.mp3"_s, "FFFB90C4"_hex, true);
-        row("FF F3", "s.mp3"_s, "FFF390C4"_hex, true);
-        row("FF F2", "s.mp3"_s, "FFF290C4"_hex, false);
-        row("FF FF", "s.mp3"_s, "FFFF90C4"_hex, true);
-        row("FF 05", "s.mp3"_s, "FF0590C4"_hex, true);
-        row("FF 00", "s.mp3"_s, "FF0090C4"_hex, true);
-        row("FF 7F", "s.mp3"_s, "FF7F90C4"_hex, true);
-        row("FF 80", "s.mp3"_s, "FF8090C4"_hex, false);
-        row("FE FB", "s.mp3"_s, "FEFB90C4"_hex, false);
-        row("RIFF", "s.mp3"_s, "RIFF"_b, false);
+        outcomes<bool>();
+        row("ID3 in song.Mp3", isMp3("song.Mp3"_s, "ID3\x03"), true);
+        row("ID3 in song.wav", isMp3("song.wav"_s, "ID3\x03"), false);
+        row("no dot before MP3", isMp3("songmP3"_s, "ID3\x03"), true);
+        row("MP3 inside the name", isMp3("song.mp3.bak"_s, "ID3\x03"), false);
+        row("00 00", isMp3("s.mp3"_s, "0000FFFB"_hex), true);
+        row("00 01", isMp3("s.mp3"_s, "0001FFFB"_hex), false);
+        row("FF FB", isMp3("s.mp3"_s, "FFFB90C4"_hex), true);
+        row("FF F3", isMp3("s.mp3"_s, "FFF390C4"_hex), true);
+        row("FF F2", isMp3("s.mp3"_s, "FFF290C4"_hex), false);
+        row("FF FF", isMp3("s.mp3"_s, "FFFF90C4"_hex), true);
+        row("FF 05", isMp3("s.mp3"_s, "FF0590C4"_hex), true);
+        row("FF 00", isMp3("s.mp3"_s, "FF0090C4"_hex), true);
+        row("FF 7F", isMp3("s.mp3"_s, "FF7F90C4"_hex), true);
+        row("FF 80", isMp3("s.mp3"_s, "FF8090C4"_hex), false);
+        row("FE FB", isMp3("s.mp3"_s, "FEFB90C4"_hex), false);
+        row("RIFF", isMp3("s.mp3"_s, "RIFF"), false);
     }
-    void mp3IsRecognisedByItsNameAndItsFirstBytes()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, start);
-        MetaSong song;
-        QTEST(isTaken(song, name, start.leftJustified(40, '\0')), "accepted");
-        // Fewer than ten bytes are no MP3, whatever they begin with.
-        MetaSong shorter;
-        QVERIFY(!isTaken(shorter, name, start.leftJustified(9, '\0')));
-    }
+    void mp3IsRecognisedByItsNameAndItsFirstBytes() { compareRow<bool>(); }
 
     void fileThatCannotBeOpenedIsRefused()
     {
@@ -99,45 +93,25 @@ private slots:
 
     void brokenSongIsSkippedWithItsMessage_data()
     {
-        columns<QString, QByteArray, QStringList>("name", "bytes", "log");
+        outcomes<QStringList>();
         const QString noExpansion = "[MetaSong::importFile] LzHuff Expand filed, skipping file"_s;
         const QString noMidi = "[MetaSong::importFile] MidiStream corrupted, skipping file"_s;
         const QString ruler(69, QLatin1Char('='));
         const QString tooLong = "WARNING: skipping file, compressed stream corrupted/wrong size !!!"_s;
-        const QByteArray mf5 = mfx(5, fullInfo());
-        row("nothing", "a.mid"_s, ""_b, QStringList());
-        row("MIDI of three bytes", "b.mid"_s, "MTh"_b, QStringList());
-        row("MP3 of three bytes", "c.mp3"_s, "ID3"_b, QStringList());
-        row("MIDI that is cut", "a.mid"_s, midi(fullInfo()).left(21), QStringList(noMidi));
-        row("MF3 without a stream", "a.mf3"_s, mfxHeader(3, fullInfo(), 512, 0) + "\0\0\0\0"_b,
-            QStringList(noExpansion));
-        row("MF4 whose stream is no MIDI", "a.mf4"_s,
-            mfxHeader(4, fullInfo(), 0, 0) + compressed("certainly no MIDI stream at all"), QStringList(noMidi));
-        row("MF5 whose stream is a byte too long", "a.mf5"_s,
-            mfxHeader(5, fullInfo(), 0, 0) + littleEndian(500001) + "stream",
+        const QByteArray noStream = compressed("certainly no MIDI stream at all");
+        const auto head = [](int version) { return mfxHeader(version, fullInfo(), 0, 0); };
+        row("nothing", linesAt("a.mid"_s, ""), QStringList());
+        row("MIDI of three bytes", linesAt("b.mid"_s, "MTh"), QStringList());
+        row("MP3 of three bytes", linesAt("c.mp3"_s, "ID3"), QStringList());
+        row("MIDI that is cut", linesAt("a.mid"_s, midi(fullInfo()).left(21)), QStringList(noMidi));
+        row("MF5 of 1000 bytes", linesAt("a.mf5"_s, mfx(5, fullInfo()).left(1000)), QStringList());
+        row("MF5 of 1023 bytes", linesAt("a.mf5"_s, mfx(5, fullInfo()).left(1023)), QStringList());
+        row("MF3 without a stream", linesAt("a.mf3"_s, head(3) + "\0\0\0\0"_b), QStringList(noExpansion));
+        row("MF4 whose stream is no MIDI", linesAt("a.mf4"_s, head(4) + noStream), QStringList(noMidi));
+        row("MF5 whose stream is a byte too long", linesAt("a.mf5"_s, head(5) + littleEndian(500001) + "stream"),
             QStringList({ruler, tooLong, "Text size:  500001"_s, ruler, "Expand: ERROR"_s, noExpansion}));
     }
-    void brokenSongIsSkippedWithItsMessage()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        const LogCapture captured;
-        MetaSong song;
-        QVERIFY(!isTaken(song, name, bytes));
-        QTEST(captured.texts(), "log");
-        for (const LogCapture::Line &line : captured.lines())
-            QCOMPARE(line.type, QtDebugMsg);
-        QCOMPARE(song.formatCode(), int(UnknownFormat));
-    }
-
-    void mf5FileOf1000BytesIsRefused()
-    {
-        const QByteArray whole = mfx(5, fullInfo());
-        MetaSong song;
-        QVERIFY(!isTaken(song, "a.mf5"_s, whole.left(1000)));
-        QVERIFY(!isTaken(song, "b.mf5"_s, whole.left(1023)));
-        QVERIFY(isTaken(song, "c.mf5"_s, whole));
-    }
+    void brokenSongIsSkippedWithItsMessage() { compareRow<QStringList>(); }
 
     void failedImportLeavesTheFormatAsItWas()
     {
@@ -182,106 +156,6 @@ private slots:
         const QByteArray stream = streamOf(file.content());
         QCOMPARE(stream.mid(stream.indexOf("MTrk") + 8, 7), "FF00FF00FF0306"_hex);
         QCOMPARE(stream.size(), midi(fullInfo()).size() + 3);
-    }
-
-    void infoIsClearedFirst()
-    {
-        const SongOnDisk file("a.mp3"_s, mp3(3, SongInfo()));
-        SongInfo info = fullInfo();
-        info.filename = "x"_s;
-        file.song.getSongInfo(info);
-        QCOMPARE(info.format, "MP3"_s);
-        QCOMPARE(fieldsOf(info), fieldsOf(SongInfo()));
-        QVERIFY(info.filename.isEmpty() && info.markers.isEmpty() && info.MfxLongName.isEmpty());
-        QVERIFY(!info.isQArte && info.MfxFlags == 0);
-    }
-
-    void infoOfAMidiSong_data()
-    {
-        columns<int, bool>("headerFormat", "standardMarkers");
-        row("format 0", 0, false);
-        row("format 1", 1, false);
-        row("standard markers", 0, true);
-    }
-    void infoOfAMidiSong()
-    {
-        QFETCH(int, headerFormat);
-        QFETCH(bool, standardMarkers);
-        SongInfo expected = fullInfo();
-        const auto style = standardMarkers ? Markers::Standard : Markers::WithBars;
-        const SongInfo info = SongOnDisk("a.mid"_s, midi(expected, headerFormat, style)).info();
-        if (standardMarkers)
-            expected.markers = {{0, "Intro"_s}, {0, "Ritornello"_s}};
-        QCOMPARE(info.format, "MIDI"_s);
-        QCOMPARE(fieldsOf(info), fieldsOf(expected));
-        QVERIFY(info.isQArte);
-        QVERIFY(info.markers == expected.markers);
-        QVERIFY(info.MfxLongName.isEmpty() && info.MfxFlags == 0 && info.filename.isEmpty());
-    }
-
-    void infoOfAnMfxSong_data()
-    {
-        columns<int, QByteArray>("version", "extraBytes");
-        row("MF3", 3, ""_b);
-        row("MF4", 4, "FF00FF"_hex);
-        row("MF5", 5, ""_b);
-    }
-    void infoOfAnMfxSong()
-    {
-        QFETCH(int, version);
-        QFETCH(QByteArray, extraBytes);
-        const SongInfo expected = fullInfo();
-        SongInfo other = expected; // in the stream, where only key, length and markers are taken from
-        other.title = other.artist = other.genre = other.author = "other"_s;
-        other.userBpm = 77;
-        QByteArray stream = midi(other);
-        stream.insert(stream.indexOf("MTrk") + 8, extraBytes);
-        const SongInfo info = SongOnDisk("a.mfx"_s, mfxHeader(version, expected, 0, 0) + compressed(stream)).info();
-        QCOMPARE(info.format, "MF%1"_s.arg(version));
-        QCOMPARE(fieldsOf(info), fieldsOf(expected));
-        QVERIFY(info.markers == expected.markers);
-        QCOMPARE(info.MfxLongName, expected.MfxLongName);
-        QCOMPARE(info.MfxFlags, quint8(0x20));
-    }
-
-    void mfxSongIsAlwaysTheMakers()
-    {
-        for (int version = 3; version <= 5; ++version)
-            QVERIFY(SongOnDisk("a.mfx"_s, mfx(version, SongInfo())).info().isQArte);
-        QVERIFY(!SongOnDisk("a.mid"_s, midi(SongInfo())).info().isQArte);
-    }
-
-    void infoOfAnMp3Song_data()
-    {
-        columns<int, int>("version", "encoding");
-        row("2.3 Latin-1", 3, 0);
-        row("2.3 UTF-16", 3, 1);
-        row("2.4 UTF-8", 4, 3);
-    }
-    void infoOfAnMp3Song()
-    {
-        QFETCH(int, version);
-        QFETCH(int, encoding);
-        SongInfo expected = fullInfo();
-        expected.title = "Perché"_s;
-        const SongInfo info = SongOnDisk("a.mp3"_s, mp3(version, expected, encoding)).info();
-        QCOMPARE(info.format, "MP3"_s);
-        QCOMPARE(fieldsOf(info), fieldsOf(expected));
-        QVERIFY(info.isQArte && info.markers.isEmpty());
-    }
-
-    void tagOfVersion2HasNoFrameOfAFourLetterName()
-    {
-        const SongInfo info = SongOnDisk("a.mp3"_s, mp3(2, fullInfo())).info();
-        QCOMPARE(info.format, "MP3"_s);
-        QVERIFY(info.title.isEmpty() && info.artist.isEmpty() && info.length == 0);
-    }
-
-    void karaokeSongReadsTheNameOfItsWordTrack()
-    {
-        const SongInfo info = SongOnDisk("a.kar"_s, karaoke({"@TVolare"_s}, words("Vo la"))).info();
-        QCOMPARE(info.format, "MIDI"_s);
-        QCOMPARE(info.title, "Words"_s);
     }
 
     void dumpWritesEveryField()
@@ -354,6 +228,50 @@ private:
     {
         PcFolder folder;
         return song.importFile(folder.addFile(name, bytes));
+    }
+    /// Whether 40 bytes are taken. Fewer than ten are no MP3, whatever they begin with.
+    static bool isMp3(const QString &name, const QByteArray &start)
+    {
+        MetaSong song;
+        if (isTaken(song, name, start.leftJustified(9, '\0')))
+            failTest("nine bytes are taken"_s);
+        return isTaken(song, name, start.leftJustified(40, '\0'));
+    }
+    /// The log lines with which a song is refused.
+    static QStringList linesAt(const QString &name, const QByteArray &bytes)
+    {
+        const LogCapture log;
+        MetaSong song;
+        if (isTaken(song, name, bytes) || song.formatCode() != UnknownFormat)
+            failTest("this song should be refused"_s);
+        for (const LogCapture::Line &line : log.lines()) {
+            if (line.type != QtDebugMsg)
+                failTest("no debug message: "_s + line.text);
+        }
+        return log.texts();
+    }
+    /// What is read of a song, into a record that held something else before.
+    static QStringList read(const QString &name, const QByteArray &bytes)
+    {
+        MetaSong song;
+        const bool taken = isTaken(song, name, bytes);
+        SongInfo info = fullInfo();
+        info.filename = "x"_s;
+        song.getSongInfo(info);
+        return linesOf(info) + QStringList("%1 %2"_s.arg(taken).arg(song.formatCode()));
+    }
+    static QStringList told(int code, SongInfo info)
+    {
+        info.format = words("UNKNOWN MIDI MIDI MF3 MF4 MF5 MP3").at(code);
+        return linesOf(info) + QStringList("%1 %2"_s.arg(code != 0).arg(code));
+    }
+    /// The stream of an MFx song from which only key, length and markers are taken.
+    static QByteArray streamOfAnother(int version)
+    {
+        SongInfo other = fullInfo();
+        other.title = other.artist = other.genre = other.author = "other"_s;
+        other.userBpm = 77;
+        return mfx(version, other).mid(MfxHeader::sizeOfVersion(version));
     }
 };
 
