@@ -39,26 +39,22 @@ inline SongInfo otherInfo()
     return infoOf(words("Azzurro Adriano Pop Paolo F#-"), 90, 77, {{7, "Coro"_s}});
 }
 
-/// The fields that every format holds.
+/// The fields that every format holds, and the markers.
 inline QStringList fieldsOf(const SongInfo &info)
 {
-    return {info.title,
-            info.artist,
-            info.genre,
-            info.author,
-            info.key,
-            QString::number(info.length),
-            QString::number(info.userBpm)};
+    QStringList lines{info.title, info.artist, info.genre, info.author, info.key};
+    lines += "%1 s, %2 bpm"_s.arg(info.length).arg(info.userBpm);
+    for (const SongMarker &marker : info.markers)
+        lines += "%1: %2"_s.arg(marker.bar).arg(marker.text);
+    return lines;
 }
 
 /// All that a record holds.
 inline QStringList linesOf(const SongInfo &info)
 {
-    QStringList lines = fieldsOf(info) + QStringList({info.format, info.filename, info.MfxLongName});
-    lines += "flags %1, %2"_s.arg(info.MfxFlags).arg(info.isQArte ? "the maker's"_s : "anyone's"_s);
-    for (const SongMarker &marker : info.markers)
-        lines += "%1: %2"_s.arg(marker.bar).arg(marker.text);
-    return lines;
+    const QString maker = info.isQArte ? "the maker's"_s : "anyone's"_s;
+    return fieldsOf(info) +
+           QStringList({maker, info.format, info.filename, info.MfxLongName, QString::number(info.MfxFlags)});
 }
 
 inline QByteArray compressed(const QByteArray &bytes)
