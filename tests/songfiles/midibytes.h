@@ -54,11 +54,6 @@ inline RawMidiFile loaded(const QByteArray &bytes)
     return file;
 }
 
-inline SongMarker marker(quint16 bar, const QString &text)
-{
-    return {bar, text};
-}
-
 inline QList<SongMarker> markersOf(const RawMidiFile &file, bool firstOnly = false)
 {
     QList<SongMarker> list{{99, "left over"_s}};

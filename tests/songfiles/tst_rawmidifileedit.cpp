@@ -1,8 +1,5 @@
-#include "foreignprogram.h"
 #include "midibytes.h"
-#include "support/files.h"
 #include "support/logcapture.h"
-#include "support/platform.h"
 
 using namespace MidiBytes;
 
@@ -235,28 +232,6 @@ private slots:
         QVERIFY(!file.hasAuthor());
         file.setMarkers({});
         QCOMPARE(markersOf(file).size(), 3);
-    }
-
-    void foreignProgramReadsTheEdits()
-    {
-        SKIP_ON_WINDOWS("the other program is one of Linux");
-        const QByteArray second = chunk(meta(3, "Piano") + kNote + kEndOfTrack);
-        RawMidiFile file = loaded(header(1, 2) + chunk(meta(3, "old") + "00FF5902FF00"_hex + kEndOfTrack) + second);
-        file.setTitle("La canzone"_s);
-        file.setArtist("Artist"_s);
-        file.setLength(215);
-        file.setKey("Bb"_s);
-        file.setMarkers({{4, "Verse"_s}});
-        PcFolder folder;
-        const QByteArray list = outputOf("midicsv"_s, {folder.addFile("song.mid"_s, file.bytes())});
-        QVERIFY2(!list.contains("old"), list.constData());
-        // The maker's own events: type 0x4B, then size and bytes.
-        for (const char *line :
-             {"1, 0, Title_t, \"La canzone\"\n", "1, 0, Key_signature, -2, \"major\"\n", "2, 0, Title_t, \"Piano\"\n",
-              "2, 96, Note_off_c", "1, 0, Unknown_meta_event, 75, 7, 2, 65, 114, 116, 105, 115, 116\n",
-              "1, 0, Unknown_meta_event, 75, 4, 4, 50, 49, 53\n",
-              "1, 0, Unknown_meta_event, 75, 8, 6, 0, 4, 86, 101, 114, 115, 101\n"})
-            QVERIFY2(list.contains(line), list.constData());
     }
 
     void damagedSongsAreReadAndEditedInTime()
