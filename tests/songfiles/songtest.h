@@ -8,35 +8,20 @@
 
 // What the tests of the song classes share.
 
-inline SongInfo infoOf(const QStringList &texts, int length, int bpm, const QList<SongMarker> &markers = {})
-{
-    SongInfo info;
-    info.title = texts.value(0);
-    info.artist = texts.value(1);
-    info.genre = texts.value(2);
-    info.author = texts.value(3);
-    info.key = texts.value(4);
-    info.length = length;
-    info.userBpm = bpm;
-    info.isQArte = true;
-    info.markers = markers;
-    return info;
-}
-
 /// A record in which every field has a value of its own that all formats can hold.
 inline SongInfo fullInfo()
 {
-    SongInfo info =
-        infoOf(words("Volare Domenico Canzone Modugno Bb"), 215, 128, {{1, "Intro"_s}, {300, "Ritornello"_s}});
-    info.MfxLongName = "VOLARE.MID"_s;
-    info.MfxFlags = 0x20;
-    return info;
+    const QList<SongMarker> markers{{1, "Intro"_s}, {300, "Ritornello"_s}};
+    return {"Volare"_s, "Domenico"_s, "Canzone"_s, "Modugno"_s,    215, 128, "Bb"_s, QString(),
+            true,       markers,      QString(),   "VOLARE.MID"_s, 0x20};
 }
 
 /// Another one, without what only MFx songs have.
 inline SongInfo otherInfo()
 {
-    return infoOf(words("Azzurro Adriano Pop Paolo F#-"), 90, 77, {{7, "Coro"_s}});
+    const QList<SongMarker> markers{{7, "Coro"_s}};
+    return {"Azzurro"_s, "Adriano"_s, "Pop"_s, "Paolo"_s, 90,        77, "F#-"_s,
+            QString(),   true,        markers, QString(), QString(), 0};
 }
 
 /// The fields that every format holds, and the markers.

@@ -302,8 +302,8 @@ private:
     }
     static QStringList fieldsIn(const Id3Tag &tag)
     {
-        SongInfo info =
-            infoOf({tag.title(), tag.artist(), tag.genre(), tag.author(), tag.key()}, tag.length(), tag.bpm());
+        const SongInfo info{tag.title(), tag.artist(),  tag.genre(), tag.author(), tag.length(), tag.bpm(), tag.key(),
+                            {},          tag.isQArte(), {},          {},           {},           0};
         return fieldsOf(info) + words(tag.isQArte() ? "marked" : "unmarked");
     }
     static QString lengthAndTempo(const QString &text)

@@ -17,15 +17,11 @@ const QString kProtected =
 const QString kNoSeek = "[MetaSong::saveToFile] Impossible to seek file."_s;
 
 /// A folder that is the current one while this lives: a relative path into it has no dots but a test's own. In it is a
-/// folder "dir.d", so that "dir.d/songmp3" is a song whose temporary file is "dir.tmp".
+/// folder "dir.d", so that the temporary file of the song "dir.d/songmp3" is "dir.tmp".
 class CurrentFolder
 {
 public:
-    CurrentFolder()
-    {
-        QDir::setCurrent(m_folder.path());
-        m_folder.addFolder("dir.d"_s);
-    }
+    CurrentFolder() { QDir::setCurrent(m_folder.path()); }
     ~CurrentFolder()
     {
         for (const QString &folder : {"."_s, "dir.d"_s})
@@ -38,6 +34,7 @@ public:
 private:
     PcFolder m_folder;
     const QString m_before = QDir::currentPath();
+    const QString m_dotted = m_folder.addFolder("dir.d"_s);
 };
 
 } // namespace
@@ -310,43 +307,36 @@ private slots:
 #endif
     }
 
-    void songThatCannotBeDeletedLeavesTheTemporaryFile()
+    void temporaryFileStaysWhenTheSongCannotBeReplaced_data()
+    {
+        columns<int, int, bool>("rightsOfTheParent", "rightsOfTheFolder", "deleted");
+        // The temporary file is made where there is room for it; where the song is, nothing can be deleted.
+        row("song that cannot be deleted", 0777, 0555, false);
+        // The temporary file is there already, in a folder that gives no name away: it can be written, but not renamed.
+        row("temporary file that cannot be renamed", 0555, 0777, true);
+    }
+    void temporaryFileStaysWhenTheSongCannotBeReplaced()
     {
 #ifdef Q_OS_UNIX
-        // The temporary file is made where there is room for it; where the song is, nothing can be deleted.
+        QFETCH(int, rightsOfTheParent);
+        QFETCH(int, rightsOfTheFolder);
+        QFETCH(bool, deleted);
         const CurrentFolder folder;
         MetaSong song;
         QVERIFY(song.importFile(putFile("dir.d/songmp3"_s, mp3(3, fullInfo()))));
-        QVERIFY(chmod(".", 0777) == 0 && chmod("dir.d/songmp3", 0644) == 0 && chmod("dir.d", 0555) == 0);
+        if (deleted)
+            putFile("dir.tmp"_s, "left over");
+        QVERIFY(chmod("dir.d/songmp3", 0644) == 0 && (!deleted || chmod("dir.tmp", 0666) == 0));
+        QVERIFY(chmod("dir.d", mode_t(rightsOfTheFolder)) == 0 && chmod(".", mode_t(rightsOfTheParent)) == 0);
         const LogCapture log;
         {
             const NoRoot noRoot;
             QVERIFY(!song.saveToFile("dir.d/songmp3"_s));
         }
-        QCOMPARE(contentOf("dir.d/songmp3"_s), mp3(3, fullInfo()));
+        QCOMPARE(QFile::exists("dir.d/songmp3"_s), !deleted);
+        QCOMPARE(contentOf("dir.d/songmp3"_s), deleted ? QByteArray() : mp3(3, fullInfo()));
         QCOMPARE(contentOf("dir.tmp"_s), mp3(3, fullInfo()));
         QVERIFY(log.lines().isEmpty());
-#else
-        QSKIP("needs the rights of Unix");
-#endif
-    }
-
-    void temporaryFileThatCannotBeRenamedStaysAndIsAFailure()
-    {
-#ifdef Q_OS_UNIX
-        // The temporary file is there already, in a folder that gives no name away: it can be written, but not renamed.
-        const CurrentFolder folder;
-        MetaSong song;
-        QVERIFY(song.importFile(putFile("dir.d/songmp3"_s, mp3(3, fullInfo()))));
-        putFile("dir.tmp"_s, "left over");
-        QVERIFY(chmod("dir.d/songmp3", 0644) == 0 && chmod("dir.tmp", 0666) == 0);
-        QVERIFY(chmod("dir.d", 0777) == 0 && chmod(".", 0555) == 0);
-        {
-            const NoRoot noRoot;
-            QVERIFY(!song.saveToFile("dir.d/songmp3"_s));
-        }
-        QVERIFY(!QFile::exists("dir.d/songmp3"_s));
-        QCOMPARE(contentOf("dir.tmp"_s), mp3(3, fullInfo()));
 #else
         QSKIP("needs the rights of Unix");
 #endif

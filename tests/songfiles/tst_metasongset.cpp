@@ -7,7 +7,6 @@ using namespace SongFactory;
 class TestMetaSongSet : public QObject
 {
     Q_OBJECT
-
 private slots:
     void callIsLogged_data() { addKinds(); }
     void callIsLogged()
@@ -70,24 +69,53 @@ private slots:
         QCOMPARE(file.info().userBpm, 77);
     }
 
-    void titleIsReplaced_data()
+    void textIsReplacedOrStays_data()
     {
         outcomes<QString>();
         const auto title = [](const QString &old, const QString &text) {
             return changed(make(Midi, titled(old)), titled(text), false).title;
         };
-        row("extends it in other letters", title("MY SONG"_s, "My Song (live)"_s), "My Song (live)"_s);
-        row("the same in other letters", title("MY SONG"_s, "my song"_s), "my song"_s);
-        row("holds it elsewhere", title("MY SONG"_s, "Live: My Song"_s), "MY SONG"_s);
-        row("shorter", title("MY SONG"_s, "My"_s), "MY SONG"_s);
-        row("empty", title("MY SONG"_s, QString()), "MY SONG"_s);
-        row("the old one is blank", title("  "_s, "Other"_s), "Other"_s);
-        row("cut to 125 characters", title(QString(), QString(130, QLatin1Char('t'))), QString(125, QLatin1Char('t')));
+        row("title that extends the old one in other letters", title("MY SONG"_s, "My Song (live)"_s),
+            "My Song (live)"_s);
+        row("title that is the same in other letters", title("MY SONG"_s, "my song"_s), "my song"_s);
+        row("title that holds the old one elsewhere", title("MY SONG"_s, "Live: My Song"_s), "MY SONG"_s);
+        row("shorter title", title("MY SONG"_s, "My"_s), "MY SONG"_s);
+        row("empty title", title("MY SONG"_s, QString()), "MY SONG"_s);
+        row("title for a blank one", title("  "_s, "Other"_s), "Other"_s);
+        row("title cut to 125 characters", title(QString(), QString(130, QLatin1Char('t'))),
+            QString(125, QLatin1Char('t')));
         for (const int kind : {Midi, Mp3, Mf3})
             QTest::addRow("accents of %s read back byte by byte", kKindNames[kind])
                 << changed(make(kind, SongInfo()), titled("Perché"_s), true).title << "PerchÃ©"_s;
+        SongInfo song;
+        song.author = "Old Author"_s;
+        // No markers in the song: its author is removed, even when there are no markers to add, and filled in again.
+        row("author of a song without markers", changed(make(Midi, song), otherInfo(), false).author, "Paolo"_s);
+        SongInfo authorAlone;
+        authorAlone.author = "New Author"_s;
+        row("author without markers", changed(make(Midi, song), authorAlone, false).author, "New Author"_s);
+        song.markers = {{1, "m"_s}};
+        row("author of a song with markers", changed(make(Midi, song), authorAlone, false).author, "Old Author"_s);
+        SongInfo change = otherInfo();
+        change.key = "f#"_s;
+        row("unknown key", changed(make(Midi, fullInfo()), change, true).key, QString());
+        change.key = "G#"_s;
+        row("key in extra spelling", changed(make(Midi, fullInfo()), change, true).key, "E"_s);
+        // A dash in the header of an MFx song counts as missing.
+        const auto texts = [](const QString &text) {
+            SongInfo dashed;
+            dashed.title = dashed.author = dashed.genre = dashed.artist = text;
+            const SongInfo info = changed(make(Mf3, dashed), otherInfo(), false);
+            return QStringList({info.title, info.author, info.genre, info.artist}).join(QLatin1Char('|'));
+        };
+        row("MFx texts, empty", texts(QString()), "Azzurro|Paolo|Pop|"_s);
+        row("MFx texts, -", texts("-"_s), "Azzurro|Paolo|Pop|-"_s);
+        row("MFx texts, --", texts("--"_s), "Azzurro|Paolo|Pop|--"_s);
+        row("MFx texts, ---", texts("---"_s), "---|---|---|---"_s);
+        row("MFx texts, - between blanks", texts(" - "_s), "Azzurro|Paolo|Pop|-"_s);
+        row("MFx texts, a text", texts("x"_s), "x|x|x|x"_s);
     }
-    void titleIsReplaced() { compareRow<QString>(); }
+    void textIsReplacedOrStays() { compareRow<QString>(); }
 
     void automaticMarkersKeepTheirOrderAndAreCut()
     {
@@ -98,42 +126,11 @@ private slots:
         QVERIFY(info.markers == change.markers);
     }
 
-    void automaticMarkersRemoveTheAuthorWhichMidiSongsGetBack()
-    {
-        SongInfo song;
-        song.author = "Old Author"_s;
-        SongInfo change;
-        change.author = "New Author"_s;
-        // No markers in the song: its author is removed, even when there are no markers to add, and filled in again.
-        QCOMPARE(changed(make(Midi, song), change, false).author, "New Author"_s);
-        // With markers in the song its author stays.
-        song.markers = {{1, "m"_s}};
-        QCOMPARE(changed(make(Midi, song), change, false).author, "Old Author"_s);
-    }
-
     void standardMarkersDoNotKeepMarkersOut()
     {
         const QByteArray bytes = midi(fullInfo(), 0, Markers::Standard);
         QVERIFY(changed(bytes, otherInfo(), false).markers == otherInfo().markers);
     }
-
-    void dashInAnMfxHeaderCountsAsMissing_data()
-    {
-        outcomes<QStringList>();
-        const auto texts = [](const QString &text) {
-            SongInfo song;
-            song.title = song.author = song.genre = song.artist = text;
-            const SongInfo info = changed(make(Mf3, song), otherInfo(), false);
-            return QStringList({info.title, info.author, info.genre, info.artist});
-        };
-        row("empty", texts(QString()), QStringList({"Azzurro"_s, "Paolo"_s, "Pop"_s, QString()}));
-        row("-", texts("-"_s), words("Azzurro Paolo Pop -"));
-        row("--", texts("--"_s), words("Azzurro Paolo Pop --"));
-        row("---", texts("---"_s), words("--- --- --- ---"));
-        row("- between blanks", texts(" - "_s), words("Azzurro Paolo Pop -"));
-        row("a text", texts("x"_s), words("x x x x"));
-    }
-    void dashInAnMfxHeaderCountsAsMissing() { compareRow<QStringList>(); }
 
     void mfxTempoOutsideItsRangeIsReplacedByOneToWrite_data()
     {
@@ -254,15 +251,6 @@ private slots:
         QVERIFY(file.song.importFile(file.path));
         QVERIFY(file.info().isQArte); // what stands behind the title is still found
         QVERIFY(file.content().endsWith("00FF2F00"_hex));
-    }
-
-    void unknownKeyLeavesTheSongWithoutOne()
-    {
-        SongInfo change = otherInfo();
-        change.key = "f#"_s;
-        QCOMPARE(changed(make(Midi, fullInfo()), change, true).key, QString());
-        change.key = "G#"_s;
-        QCOMPARE(changed(make(Midi, fullInfo()), change, true).key, "E"_s);
     }
 
 private:
