@@ -57,10 +57,14 @@ Entry entryOf(const dirent64 &value)
     const char *bytes = value.d_name;
     std::mbstate_t state = {};
     wchar_t character = 0;
-    while (std::mbrtowc(&character, bytes, MB_CUR_MAX, &state) - 1 < MB_CUR_MAX) {
+    // 0 at the end of the name; what is no character has a length that no character can have.
+    for (;;) {
+        const size_t length = std::mbrtowc(&character, bytes, MB_CUR_MAX, &state);
+        if (length == 0 || length > MB_CUR_MAX)
+            break;
         append(entry.key, static_cast<wchar_t>(towupper(static_cast<wint_t>(character))));
         append(entry.name, character);
-        bytes += std::mbrlen(bytes, MB_CUR_MAX, nullptr);
+        bytes += length;
     }
     uselocale(before);
     return entry;

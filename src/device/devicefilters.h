@@ -4,6 +4,7 @@
 
 /// Hides the player's own folders "CorvinUpdate" and "System" where they lie directly below the player's drive, and
 /// nothing else. Decides from display names (column 0) alone, so that any source model will do.
+/// For outsiders; the transfer page shows the player's drive alone, by the other filter.
 class FolderFilesFilter : public QSortFilterProxyModel
 {
     Q_OBJECT

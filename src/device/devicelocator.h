@@ -21,6 +21,7 @@ public:
     /// closing slash is forgiven). Empty when the label cannot be read or the path is not the root of a volume.
     QString volumeLabel(const QString &rootPath) const;
 
+    /// For outsiders; the program itself goes by the label alone.
     /// Whether the volume that holds @p path is a medium that can be taken out, by what the system says of its drive.
     /// False when that cannot be told.
     bool isRemovableDrive(const QString &path) const;

@@ -15,6 +15,9 @@ class QNetworkReply;
 /// each on standard output and standard error. Asynchronous: needs events to be processed while a download runs; whoever
 /// waits polls `done` and `percent`. There is no time limit; a manager that is destroyed breaks its download off and
 /// leaves the file as far as it got.
+///
+/// The queue (append(), startNextDownload(), finished()) is there for outsiders: the program itself downloads one file a
+/// manager, by download().
 class DownloadManager : public QObject
 {
     Q_OBJECT

@@ -15,6 +15,8 @@ class QFile;
 /// Made for one file, used and dropped: importFile, then any of getSongInfo, setSongInfo and addMarker, then
 /// saveToFile. Only saveToFile touches the disk for writing. Every failure is a false result; those worth telling are
 /// also debug messages. No message is meant for the user.
+///
+/// The program itself only reads (importFile, getSongInfo); changing, saving and dumpInfo are there for outsiders.
 class MetaSong
 {
 public:

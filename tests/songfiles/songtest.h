@@ -1,57 +1,82 @@
 #pragma once
 
-#include "songfiles/songinfo.h"
+#include "bytes.h"
+#include "songfactory/songfactory.h"
+#include "songfiles/lzhuff.h"
+#include "songfiles/metasong.h"
+#include "support/files.h"
 
-#include <QByteArray>
-#include <QFile>
-#include <QString>
-#include <QTest>
-
-/// What the tests of the song classes share.
-namespace SongTest {
-
-/// Writes a file and returns whether all of it could be written.
-inline bool write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-/// The content of a file; empty when it cannot be read.
-inline QByteArray read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+// What the tests of the song classes share.
 
 /// A record in which every field has a value of its own that all formats can hold.
 inline SongInfo fullInfo()
 {
-    SongInfo info;
-    info.title = QStringLiteral("Volare");
-    info.artist = QStringLiteral("Domenico");
-    info.genre = QStringLiteral("Canzone");
-    info.author = QStringLiteral("Modugno");
-    info.length = 215;
-    info.userBpm = 128;
-    info.key = QStringLiteral("Bb");
-    info.isQArte = true;
-    info.markers = {{1, QStringLiteral("Intro")}, {300, QStringLiteral("Ritornello")}};
-    info.MfxLongName = QStringLiteral("VOLARE.MID");
-    info.MfxFlags = 0x20;
-    return info;
+    const QList<SongMarker> markers{{1, "Intro"_s}, {300, "Ritornello"_s}};
+    return {"Volare"_s, "Domenico"_s, "Canzone"_s, "Modugno"_s,    215, 128, "Bb"_s, QString(),
+            true,       markers,      QString(),   "VOLARE.MID"_s, 0x20};
 }
 
-/// Compares the fields that every format holds.
-inline void compareFields(const SongInfo &info, const SongInfo &expected)
+/// Another one, without what only MFx songs have.
+inline SongInfo otherInfo()
 {
-    QCOMPARE(info.title, expected.title);
-    QCOMPARE(info.artist, expected.artist);
-    QCOMPARE(info.genre, expected.genre);
-    QCOMPARE(info.author, expected.author);
-    QCOMPARE(info.length, expected.length);
-    QCOMPARE(info.userBpm, expected.userBpm);
-    QCOMPARE(info.key, expected.key);
+    const QList<SongMarker> markers{{7, "Coro"_s}};
+    return {"Azzurro"_s, "Adriano"_s, "Pop"_s, "Paolo"_s, 90,        77, "F#-"_s,
+            QString(),   true,        markers, QString(), QString(), 0};
 }
 
-} // namespace SongTest
+/// The fields that every format holds, and the markers.
+inline QStringList fieldsOf(const SongInfo &info)
+{
+    QStringList lines{info.title, info.artist, info.genre, info.author, info.key};
+    lines += "%1 s, %2 bpm"_s.arg(info.length).arg(info.userBpm);
+    for (const SongMarker &marker : info.markers)
+        lines += "%1: %2"_s.arg(marker.bar).arg(marker.text);
+    return lines;
+}
+
+/// All that a record holds.
+inline QStringList linesOf(const SongInfo &info)
+{
+    const QString maker = info.isQArte ? "the maker's"_s : "anyone's"_s;
+    return fieldsOf(info) +
+           QStringList({maker, info.format, info.filename, info.MfxLongName, QString::number(info.MfxFlags)});
+}
+
+inline QByteArray compressed(const QByteArray &bytes)
+{
+    QByteArray result;
+    LzHuff().compress(bytes, result);
+    return result;
+}
+
+/// The MIDI stream in the file of an MFx song.
+inline QByteArray streamOf(const QByteArray &file)
+{
+    QByteArray stream;
+    if (!LzHuff().expand(file.mid(MfxHeader::sizeOfVersion(MfxHeader::versionOf(file))), stream))
+        failTest("the stream cannot be expanded"_s);
+    return stream;
+}
+
+/// A song in a folder of its own, loaded from there; the test fails when it is refused.
+class SongOnDisk
+{
+public:
+    SongOnDisk(const QString &name, const QByteArray &bytes) : path(folder.addFile(name, bytes))
+    {
+        if (!song.importFile(path))
+            failTest(path + " should be taken"_s);
+    }
+    SongInfo info() const
+    {
+        SongInfo result = fullInfo();
+        song.getSongInfo(result);
+        return result;
+    }
+    bool save() { return song.saveToFile(path); }
+    QByteArray content() const { return contentOf(path); }
+
+    PcFolder folder;
+    const QString path;
+    MetaSong song;
+};

@@ -1,7 +1,7 @@
 #include "songfiles/byteview.h"
 #include "songfiles/cuttext.h"
 
-#include <QTest>
+#include "bytes.h"
 
 #include <limits>
 
@@ -12,28 +12,20 @@ class TestByteView : public QObject
 private slots:
     void onlyBytesThatExistAreRead_data()
     {
-        QTest::addColumn<qint64>("offset");
-        QTest::addColumn<qint64>("count");
-        QTest::addColumn<QByteArray>("expected");
-        const qint64 huge = std::numeric_limits<qint64>::max();
-        QTest::newRow("inside") << qint64(1) << qint64(2) << QByteArray("bc");
-        QTest::newRow("all") << qint64(0) << qint64(4) << QByteArray("abcd");
-        QTest::newRow("past the end") << qint64(2) << qint64(9) << QByteArray("cd");
-        QTest::newRow("huge count") << qint64(1) << huge << QByteArray("bcd");
-        QTest::newRow("nothing") << qint64(1) << qint64(0) << QByteArray();
-        QTest::newRow("negative count") << qint64(1) << qint64(-1) << QByteArray();
-        QTest::newRow("most negative count") << qint64(1) << std::numeric_limits<qint64>::min() << QByteArray();
-        QTest::newRow("at the end") << qint64(4) << qint64(1) << QByteArray();
-        QTest::newRow("huge offset") << huge << huge << QByteArray();
-        QTest::newRow("negative offset") << qint64(-1) << qint64(3) << QByteArray();
+        outcomes<QByteArray>();
+        const qint64 most = std::numeric_limits<qint64>::max();
+        row("inside", ByteView::bytesAt("abcd", 1, 2), "bc"_b);
+        row("all", ByteView::bytesAt("abcd", 0, 4), "abcd"_b);
+        row("past the end", ByteView::bytesAt("abcd", 2, 9), "cd"_b);
+        row("huge count", ByteView::bytesAt("abcd", 1, most), "bcd"_b);
+        row("nothing", ByteView::bytesAt("abcd", 1, 0), ""_b);
+        row("negative count", ByteView::bytesAt("abcd", 1, -1), ""_b);
+        row("most negative count", ByteView::bytesAt("abcd", 1, -most - 1), ""_b);
+        row("at the end", ByteView::bytesAt("abcd", 4, 1), ""_b);
+        row("huge offset", ByteView::bytesAt("abcd", most, most), ""_b);
+        row("negative offset", ByteView::bytesAt("abcd", -1, 3), ""_b);
     }
-    void onlyBytesThatExistAreRead()
-    {
-        QFETCH(qint64, offset);
-        QFETCH(qint64, count);
-        QFETCH(QByteArray, expected);
-        QCOMPARE(ByteView::bytesAt("abcd", offset, count), expected);
-    }
+    void onlyBytesThatExistAreRead() { compareRow<QByteArray>(); }
 
     void missingByteReadsAsZero()
     {
@@ -45,22 +37,22 @@ private slots:
 
     void textEndsAtTheFirstZeroByteAndIsTrimmed()
     {
-        const QByteArray bytes("xx \t\xE8 a \0 b", 12);
-        QCOMPARE(ByteView::textAt(bytes, 2, 9), QStringLiteral("\u00E8 a"));
-        QCOMPARE(ByteView::textAt(bytes, 2, 100), QStringLiteral("\u00E8 a"));
-        QCOMPARE(ByteView::textAt(bytes, 0, 1), QStringLiteral("x"));
+        const QByteArray bytes = "xx \t\xE8 a \0 b\0"_b;
+        QCOMPARE(ByteView::textAt(bytes, 2, 9), "è a"_s);
+        QCOMPARE(ByteView::textAt(bytes, 2, 100), "è a"_s);
+        QCOMPARE(ByteView::textAt(bytes, 0, 1), "x"_s);
         QCOMPARE(ByteView::textAt(bytes, 8, 4), QString());
         QCOMPARE(ByteView::textAt(bytes, 0, -3), QString());
     }
 
     void cutLeavesNoHalfCharacter()
     {
-        const QString note = QString::fromUtf8("\xF0\x9D\x84\x9E"); // one character, two UTF-16 units
-        QCOMPARE(cutText(QStringLiteral("ab") + note, 4), QStringLiteral("ab") + note);
-        QCOMPARE(cutText(QStringLiteral("ab") + note, 3), QStringLiteral("ab"));
-        QCOMPARE(cutText(QStringLiteral("ab") + note, 2), QStringLiteral("ab"));
+        const QString note = "\U0001D11E"_s; // one character, two UTF-16 units
+        QCOMPARE(cutText("ab"_s + note, 4), "ab"_s + note);
+        QCOMPARE(cutText("ab"_s + note, 3), "ab"_s);
+        QCOMPARE(cutText("ab"_s + note, 2), "ab"_s);
         QCOMPARE(cutText(note, 1), QString());
-        QCOMPARE(cutText(QStringLiteral("abc"), 0), QString());
+        QCOMPARE(cutText("abc"_s, 0), QString());
         QCOMPARE(cutText(QString(), 5), QString());
         // Half a pair that was there before is not ours to repair.
         QCOMPARE(cutText(note.left(1), 5), note.left(1));
