@@ -1,88 +1,68 @@
 #include "procedures/backupcheck.h"
 
+#include "support/files.h"
 #include "support/simulatedplayer.h"
-#include "systemfixture.h"
+#include "support/testing.h"
 
-#include <QTest>
+namespace {
+
+/// A player with a song and a playlist, and its whole backup.
+struct Saved
+{
+    Saved()
+    {
+        for (const QString &file : {"My Songs/a.mid"_s, "System/Playlist/one.pls"_s}) {
+            player.addFile(file, "MThd");
+            backup.addFile(file, "MThd");
+        }
+    }
+    bool isComplete(bool abort = false) const { return isBackupComplete(backup.path(), player.root(), abort); }
+
+    SimulatedPlayer player;
+    PcFolder backup;
+};
+
+} // namespace
 
 class TestBackupCheck : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void wholeBackupIsComplete();
-    void missingSongIsNoticed();
-    void shortSongIsNoticed();
-    void missingPlaylistIsNoticed();
-    void systemPartsAndNamesWithoutADotAreNotExpected();
-    void stopEndsTheCheck();
+    void wholeBackupIsComplete() { QVERIFY(Saved().isComplete()); }
 
-private:
-    void addBoth(const QString &relative, const QByteArray &content);
-    bool isComplete(bool abort = false) const { return isBackupComplete(m_backup->path(), m_player->root(), abort); }
+    void missingFileIsNoticed_data()
+    {
+        columns<QString>("file");
+        row("song", "My Songs/deep/b.mp3"_s);
+        row("playlist", "System/Playlist/two"_s);
+    }
+    void missingFileIsNoticed()
+    {
+        QFETCH(QString, file);
+        Saved saved;
+        saved.player.addFile(file);
+        QVERIFY(!saved.isComplete());
+    }
 
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<QTemporaryDir> m_backup;
+    void shortSongIsNoticed()
+    {
+        Saved saved;
+        saved.backup.addFile("My Songs/a.mid"_s, "MTh");
+        QVERIFY(!saved.isComplete());
+    }
+
+    void systemPartsAndNamesWithoutADotAreNotExpected()
+    {
+        Saved saved;
+        saved.player.addSystemFiles();
+        for (const QString &file : words("BRIDGES/b.dat effects/e.dat README"))
+            saved.player.addFile(file);
+        QVERIFY(saved.isComplete());
+    }
+
+    void stopEndsTheCheck() { QVERIFY(!Saved().isComplete(true)); }
 };
-
-void TestBackupCheck::init()
-{
-    m_player.reset(new SimulatedPlayer);
-    m_backup.reset(new QTemporaryDir);
-    addBoth(QStringLiteral("My Songs/a.mid"), "MThd");
-    addBoth(QStringLiteral("System/Playlist/one.pls"), "list");
-}
-
-void TestBackupCheck::cleanup()
-{
-    m_player.reset();
-    m_backup.reset();
-}
-
-void TestBackupCheck::addBoth(const QString &relative, const QByteArray &content)
-{
-    m_player->addFile(relative, content);
-    putFile(m_backup->filePath(relative), content);
-}
-
-void TestBackupCheck::wholeBackupIsComplete()
-{
-    QVERIFY(isComplete());
-}
-
-void TestBackupCheck::missingSongIsNoticed()
-{
-    m_player->addFile(QStringLiteral("My Songs/deep/b.mp3"));
-    QVERIFY(!isComplete());
-}
-
-void TestBackupCheck::shortSongIsNoticed()
-{
-    putFile(m_backup->filePath(QStringLiteral("My Songs/a.mid")), "MTh");
-    QVERIFY(!isComplete());
-}
-
-void TestBackupCheck::missingPlaylistIsNoticed()
-{
-    m_player->addFile(QStringLiteral("System/Playlist/two"));
-    QVERIFY(!isComplete());
-}
-
-void TestBackupCheck::systemPartsAndNamesWithoutADotAreNotExpected()
-{
-    m_player->addSystemFiles();
-    m_player->addFile(QStringLiteral("BRIDGES/b.dat"));
-    m_player->addFile(QStringLiteral("effects/e.dat"));
-    m_player->addFile(QStringLiteral("README"));
-    QVERIFY(isComplete());
-}
-
-void TestBackupCheck::stopEndsTheCheck()
-{
-    QVERIFY(!isComplete(true));
-}
 
 QTEST_GUILESS_MAIN(TestBackupCheck)
 #include "tst_backupcheck.moc"
