@@ -7,10 +7,9 @@ namespace {
 
 /// The one text of each box that tells something and is closed with "OK".
 const QMap<QString, QString> kTold = {
-    {Titles::kDeviceNotFound, Texts::kConnectAgain},  {Titles::kDownloadError1, Texts::kDownloadError},
-    {Titles::kDownloadError2, Texts::kDownloadError}, {Titles::kDownloadError3, Texts::kDownloadError},
-    {Titles::kFormatError, Texts::kFormatError},      {Titles::kBackupError, Texts::kBackupError},
-    {Titles::kRestoreError, Texts::kRestoreError},    {Titles::kDone, Titles::kDone}};
+    {Titles::kDeviceNotFound, Texts::kConnectAgain}, {Titles::kDownloadError2, Texts::kDownloadError},
+    {Titles::kFormatError, Texts::kFormatError},     {Titles::kBackupError, Texts::kBackupError},
+    {Titles::kRestoreError, Texts::kRestoreError},   {Titles::kDone, Titles::kDone}};
 
 /// The buttons with which the questions of a procedure are agreed to.
 const QMap<QString, QString> kGoingOn = {{Titles::kErase, Buttons::kSi},      {Titles::kEraseDrive, Buttons::kSi},
@@ -24,9 +23,10 @@ constexpr size_t kZipEntryOverhead = 2000; ///< both heads of it, with any name 
 void expectUsualLook(const BoxAnswerer::Seen &box, const char *slot)
 {
     const bool updates = qstrcmp(slot, Slots::kUpdate) == 0;
-    const bool isCritical = box.title.startsWith("Download"_s);
-    if (kTold.contains(box.title))
-        expectLook(box, isCritical ? QMessageBox::Critical : QMessageBox::Information, kTold.value(box.title));
+    if (box.title.startsWith("Download Error"_s))
+        expectLook(box, QMessageBox::Critical, Texts::kDownloadError);
+    else if (kTold.contains(box.title))
+        expectLook(box, QMessageBox::Information, kTold.value(box.title));
     else if (box.title == Titles::kFinished)
         expectLook(box, QMessageBox::Information, updates ? Texts::kUpdated : Texts::kInstalled);
     else if (box.title == Titles::kErase)
@@ -85,18 +85,6 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
     return zip;
 }
 
-Entries systemEntries(const Entries &more)
-{
-    Entries entries = {{"AUTOEXEC.BAT"_s, "new"},
-                       {"System/Corvin/Corvin.exe"_s, "new"},
-                       {"System/GuiProc/GuiProc.exe"_s, "new"},
-                       {"Bridges/b.dat"_s, "new"},
-                       {"Effects/e.dat"_s, "new"}};
-    for (auto entry = more.begin(); entry != more.end(); ++entry)
-        entries.insert(entry.key(), entry.value());
-    return entries;
-}
-
 void addUnar(ProgramFolder &programs, const QString &program)
 {
     programs.addCopy("unar"_s, program);
@@ -143,12 +131,6 @@ StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, c
         window.stop()->click();
     });
     m_timer.start(0);
-}
-
-StopPresser::~StopPresser()
-{
-    if (!m_pressed)
-        failTest("The moment to press STOP never came"_s);
 }
 
 FolderDialogAnswerer::FolderDialogAnswerer(const QString &path) : m_path(path)
@@ -206,10 +188,12 @@ Maintenance::Maintenance()
     serveSystem();
 }
 
-void Maintenance::hideTool()
+void Maintenance::serveSystem(Entries entries)
 {
-    programs.remove("unar"_s);
-    programs.hideOthers();
+    for (const QString &file : words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe Bridges/b.dat "
+                                     "Effects/e.dat"))
+        entries.insert(file, "new");
+    server.serve(kSystemArchivePath, zipOf(entries, "System/"_s, kLeastRelease));
 }
 
 void Maintenance::run(const char *slot, const QList<Answer> &answers, const std::optional<QString> &folder)
@@ -234,6 +218,14 @@ void Maintenance::runThrough(const QByteArray &slot, const QStringList &titles)
 {
     const bool asks = slot == Slots::kBackUp || slot == Slots::kRestore || slot == Slots::kReinstallRestoring;
     run(slot.constData(), {titles.begin(), titles.end()}, asks ? std::optional(backup) : std::nullopt);
+}
+
+void Maintenance::pullAt(const MountedPlayer &mounted, const QString &status, int count)
+{
+    QObject::connect(window.bar(), &QProgressBar::valueChanged, &server, [this, &mounted, status, count](int value) {
+        if (!pulled && window.status() == status && window.bar()->format() == "%v"_s && value == count)
+            pulled = mounted.volume->pull();
+    });
 }
 
 QStringList statusTexts(const LogCapture &log)

@@ -27,6 +27,8 @@
     const MountedPlayer name(megabytes);                                                                               \
     QVERIFY2(name.isMounted(), qPrintable(name.volume->error()))
 
+/// Longer than anything takes that is not waited for.
+inline constexpr int kLongWaitMs = 30000;
 /// The fewest bytes that count as a release.
 inline constexpr int kLeastRelease = 10000;
 
@@ -46,9 +48,6 @@ using Entries = QMap<QString, QByteArray>;
 /// The entries as a zip of at least @p leastBytes bytes; what is missing goes into an entry "filler.bin" in @p fillerIn.
 QByteArray zipOf(const Entries &entries, const QString &fillerIn = QString(), int leastBytes = 0);
 
-/// The parts of a player's system, each file "new", and what else is given.
-Entries systemEntries(const Entries &more = {});
-
 /// Bytes that do not repeat, the same in every run.
 QByteArray noise(int size);
 
@@ -61,8 +60,7 @@ public:
         qputenv(name, value);
     }
     ~Environment() { m_before.isNull() ? qunsetenv(m_name) : qputenv(m_name, m_before); }
-    Environment(const Environment &) = delete;
-    Environment &operator=(const Environment &) = delete;
+    Q_DISABLE_COPY(Environment)
 
 private:
     const char *m_name;
@@ -116,7 +114,11 @@ class StopPresser : public QObject
 {
 public:
     StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition = {});
-    ~StopPresser() override;
+    ~StopPresser() override
+    {
+        if (!m_pressed)
+            failTest("The moment to press STOP never came"_s);
+    }
 
 private:
     QTimer m_timer;
@@ -147,10 +149,14 @@ private:
 /// said, with the button by which the procedure goes on.
 struct Answer
 {
-    Answer(const QString &boxTitle, const QString &answeredHow = QString()) : title(boxTitle), how(answeredHow) {}
+    Answer(const QString &boxTitle = QString(), const QString &answeredHow = QString())
+        : title(boxTitle), how(answeredHow)
+    {
+    }
     QString title;
     QString how;
 };
+Q_DECLARE_METATYPE(Answer)
 void announce(BoxAnswerer &boxes, const QList<Answer> &answers);
 
 /// A box had this icon and text and these buttons, given in the order of the alphabet.
@@ -171,13 +177,14 @@ public:
     {
         server.serve(kUpdateArchivePath, zipOf(entries, "CorvinUpdate/"_s, kLeastRelease));
     }
-    /// The system's parts and what else is given.
-    void serveSystem(const Entries &more = {})
-    {
-        server.serve(kSystemArchivePath, zipOf(systemEntries(more), "System/"_s, kLeastRelease));
-    }
+    /// The system's parts, each file "new", and what else is given.
+    void serveSystem(Entries entries = {});
     /// No extraction tool is found.
-    void hideTool();
+    void hideTool()
+    {
+        programs.remove("unar"_s);
+        programs.hideOthers();
+    }
     /// Unpacking only ends when it is stopped.
     void useSlowTool() { programs.addStandIn("unar"_s, {Does::waitForever()}); }
 
@@ -189,6 +196,8 @@ public:
     void runThrough(const QByteArray &slot, const QStringList &titles);
     void backUp(const QList<Answer> &answers) { run(Slots::kBackUp, answers, backup); }
     void restore(const QList<Answer> &answers) { run(Slots::kRestore, answers, backup); }
+    /// The cable of a player is pulled when a status is shown and the bar counts this many files.
+    void pullAt(const MountedPlayer &mounted, const QString &status, int count);
     BoxAnswerer::Seen firstBox() const { return boxes.seen().value(0); }
     BoxAnswerer::Seen lastBox() const { return boxes.seen().value(boxes.seen().size() - 1); }
 
@@ -200,4 +209,5 @@ public:
     SimulatedPlayer player;
     ProcedureWindow window;
     BoxAnswerer boxes;
+    bool pulled = false; ///< pullAt() did it
 };

@@ -4,64 +4,38 @@
 #include "support/simulatedplayer.h"
 #include "support/testing.h"
 
-namespace {
-
-/// A player with a song and a playlist, and its whole backup.
-struct Saved
-{
-    Saved()
-    {
-        for (const QString &file : {"My Songs/a.mid"_s, "System/Playlist/one.pls"_s}) {
-            player.addFile(file, "MThd");
-            backup.addFile(file, "MThd");
-        }
-    }
-    bool isComplete(bool abort = false) const { return isBackupComplete(backup.path(), player.root(), abort); }
-
-    SimulatedPlayer player;
-    PcFolder backup;
-};
-
-} // namespace
-
 class TestBackupCheck : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void wholeBackupIsComplete() { QVERIFY(Saved().isComplete()); }
-
-    void missingFileIsNoticed_data()
+    void everySongAndPlaylistIsExpectedInItsSize_data()
     {
-        columns<QString>("file");
-        row("song", "My Songs/deep/b.mp3"_s);
-        row("playlist", "System/Playlist/two"_s);
+        columns<QStringList, QByteArray, bool, bool>("more", "saved", "abort", "complete");
+        const QByteArray whole("MThd");
+        row("whole backup", QStringList(), whole, false, true);
+        row("missing song", QStringList{"My Songs/deep/b.mp3"_s}, whole, false, false);
+        row("missing playlist", QStringList{"System/Playlist/two"_s}, whole, false, false);
+        row("short song", QStringList(), QByteArray("MTh"), false, false);
+        row("system parts and names without a dot", words("BRIDGES/b.dat effects/e.dat README"), whole, false, true);
+        row("stop", QStringList(), whole, true, false);
     }
-    void missingFileIsNoticed()
+    void everySongAndPlaylistIsExpectedInItsSize()
     {
-        QFETCH(QString, file);
-        Saved saved;
-        saved.player.addFile(file);
-        QVERIFY(!saved.isComplete());
+        QFETCH(QStringList, more);
+        QFETCH(QByteArray, saved);
+        QFETCH(bool, abort);
+        SimulatedPlayer player;
+        PcFolder backup;
+        player.addSystemFiles();
+        player.addFile("My Songs/a.mid"_s, "MThd");
+        backup.addFile("My Songs/a.mid"_s, saved);
+        player.addFile("System/Playlist/one.pls"_s, "list");
+        backup.addFile("System/Playlist/one.pls"_s, "list");
+        for (const QString &file : more)
+            player.addFile(file);
+        QTEST(isBackupComplete(backup.path(), player.root(), abort), "complete");
     }
-
-    void shortSongIsNoticed()
-    {
-        Saved saved;
-        saved.backup.addFile("My Songs/a.mid"_s, "MTh");
-        QVERIFY(!saved.isComplete());
-    }
-
-    void systemPartsAndNamesWithoutADotAreNotExpected()
-    {
-        Saved saved;
-        saved.player.addSystemFiles();
-        for (const QString &file : words("BRIDGES/b.dat effects/e.dat README"))
-            saved.player.addFile(file);
-        QVERIFY(saved.isComplete());
-    }
-
-    void stopEndsTheCheck() { QVERIFY(!Saved().isComplete(true)); }
 };
 
 QTEST_GUILESS_MAIN(TestBackupCheck)

@@ -39,11 +39,6 @@ struct Copying : Maintenance
     QProgressBar *const bar = window.bar();
 };
 
-QString failedText(const QString &path)
-{
-    return "Il File\n%1\nnon è stato copiato. Vuoi continuare a copiare?"_s.arg(path);
-}
-
 } // namespace
 
 class TestFolderCopy : public QObject
@@ -150,8 +145,9 @@ private slots:
         });
         QVERIFY(!c.copy({c.source(name), c.from + "sub/missing.mid"_s, c.from + "Vol.1"_s},
                         {{Titles::kCopyExists, Buttons::kNo}, Titles::kCopyFailed, Titles::kCopyFailed}));
+        const QString failed = "Il File\n%1\nnon è stato copiato. Vuoi continuare a copiare?"_s;
         const QStringList texts = {"Il File\n%1\nEsiste già. Vuoi sostituirlo?"_s.arg(c.to + name),
-                                   failedText(c.to + "sub/missing.mid"_s), failedText(c.to + "Vol.1"_s)};
+                                   failed.arg(c.to + "sub/missing.mid"_s), failed.arg(c.to + "Vol.1"_s)};
         for (int i = 0; i < texts.size(); ++i) {
             const BoxAnswerer::Seen box = c.boxes.seen().value(i);
             expectLook(box, QMessageBox::Question, texts.at(i), {Buttons::kNo, Buttons::kSi, Buttons::kSiTutti});

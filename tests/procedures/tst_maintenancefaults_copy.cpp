@@ -13,18 +13,7 @@ struct RealCopy : Maintenance
         if (!disk.isMounted())
             qFatal("%s", qPrintable(disk.volume->error()));
     }
-    QString onDisk(const QString &relative) const { return disk.path(relative); }
-    /// The cable is pulled as soon as the bar counts this many files and a status is shown.
-    void pullAt(const QString &status, int value)
-    {
-        QObject::connect(window.bar(), &QProgressBar::valueChanged, window.bar(), [this, status, value](int now) {
-            if (window.status() == status && window.bar()->format() == "%v"_s && now == value && !pulled)
-                pulled = disk.volume->pull();
-        });
-    }
-
     MountedPlayer disk;
-    bool pulled = false;
 };
 
 void addNumbered(const QString &folder, int count, const QByteArray &content = "x")
@@ -67,11 +56,11 @@ private slots:
                                                  {"System/playlist/one.pls"_s, "d"},
                                                  {"My Songs/empty.mid"_s, ""}};
         for (auto song = songs.begin(); song != songs.end(); ++song)
-            putFile(c.onDisk(song.key()), song.value());
+            putFile(c.disk.path(song.key()), song.value());
         c.backUp({Titles::kDone});
         QCOMPARE(contentBelow(c.backup), songs);
         for (auto song = songs.begin(); song != songs.end(); ++song)
-            QVERIFY(QFile::remove(c.onDisk(song.key())));
+            QVERIFY(QFile::remove(c.disk.path(song.key())));
         c.restore({Titles::kDone});
         // What stands after the cable was pulled is what reached the disk.
         QVERIFY(c.disk.volume->pull());
@@ -84,7 +73,7 @@ private slots:
         RealCopy c;
         for (const QString &name : words("SYSTEM/PLAYLIST/one.pls SYSTEM/GuiProc/GuiProc.exe BRIDGES/a.mid "
                                          "Effects/b.fx AutoExec.bat Songs/c.mid"))
-            putFile(c.onDisk(name));
+            putFile(c.disk.path(name));
         c.backUp({Titles::kDone});
         // A name that is found as it is written keeps that spelling.
         QCOMPARE(entriesBelow(c.backup), words("Songs Songs/c.mid System System/playlist System/playlist/one.pls"));
@@ -103,7 +92,7 @@ private slots:
     {
         RealCopy c;
         for (int i = 0; i < 20; ++i)
-            putFile(c.onDisk("Songs%1/a.mid"_s.arg(i)));
+            putFile(c.disk.path("Songs%1/a.mid"_s.arg(i)));
         QTimer watch;
         connect(&watch, &QTimer::timeout, this, [&] {
             if (!c.pulled && c.window.status() == Status::kReading)
@@ -118,7 +107,7 @@ private slots:
     {
         RealCopy c;
         addNumbered(c.disk.root(), 20);
-        c.pullAt(Status::kBackingUp, 3);
+        c.pullAt(c.disk, Status::kBackingUp, 3);
         c.backUp({{Titles::kCopyFailed, Buttons::kSiTutti}, Titles::kBackupError});
         QVERIFY(c.pulled);
         QCOMPARE(entriesBelow(c.backup).size(), 3);
@@ -128,7 +117,7 @@ private slots:
     {
         RealCopy c;
         addNumbered(c.backup, 6);
-        c.pullAt(Status::kRestoring, 3);
+        c.pullAt(c.disk, Status::kRestoring, 3);
         c.restore({Titles::kBackupError});
         QVERIFY(c.pulled);
     }
@@ -145,49 +134,43 @@ private slots:
         expectOnlyWhole(folder, 8, song);
     }
 
-    void backupOntoAReadOnlyDiskIsRefused()
+    void backupIsRefusedWhereTheFolderCannotBeEmptied_data()
     {
-        RealCopy c;
-        putFile(c.onDisk("a.mid"_s));
-        const QString old = c.pc.addFile("disk/backup/old.mid"_s);
-        const Mount mount(c.pc.path("disk"_s));
-        NEEDS(mount.isGood(), "Nothing can be mounted here");
-        c.run(Slots::kBackUp, kRefusedAfterAYes, c.pc.path("disk/backup"_s));
-        QVERIFY(QFileInfo::exists(old));
+        columns<QString>("obstacle");
+        for (const char *obstacle : {"read-only disk", "root of a disk", "immutable file"})
+            row(obstacle, QString(QLatin1String(obstacle)));
     }
-
-    void backupOntoTheRootOfADiskKeepsWhatIsThere()
+    void backupIsRefusedWhereTheFolderCannotBeEmptied()
     {
+        QFETCH(QString, obstacle);
+        const bool isRoot = obstacle == "root of a disk"_s;
+        const bool isImmutable = obstacle == "immutable file"_s;
         RealCopy c;
-        putFile(c.onDisk("a.mid"_s));
-        const QString other = c.pc.addFolder("disk"_s);
-        const Mount mount(other, 1000);
-        NEEDS(mount.isGood(), "Nothing can be mounted here");
-        putFile(other + "/old.mid"_s);
-        c.run(Slots::kBackUp, kRefusedAfterAYes, other);
-        QCOMPARE(entriesBelow(other), words("old.mid"));
+        putFile(c.disk.path("a.mid"_s));
+        const QString disk = c.pc.addFolder("disk"_s);
+        const QString folder = isRoot ? disk : c.pc.addFolder("disk/backup"_s);
+        std::optional<Mount> mount;
+        if (isRoot)
+            mount.emplace(disk, 1000);
+        const QString old = putFile(folder + "/old.mid"_s);
+        if (!isRoot && !isImmutable)
+            mount.emplace(disk);
+        NEEDS(!mount || mount->isGood(), "Nothing can be mounted here");
+        NEEDS(!isImmutable || runProgram("chattr"_s, {"+i"_s, old}), "This file system has no immutable files");
+        c.run(Slots::kBackUp, kRefusedAfterAYes, folder);
+        QVERIFY(!isImmutable || runProgram("chattr"_s, {"-i"_s, old}));
+        QCOMPARE(entriesBelow(folder), words("old.mid"));
     }
 
     void backupOntoTheSameDiskByAnotherWayIsRefused()
     {
         RealCopy c;
-        putFile(c.onDisk("Songs/a.mid"_s));
+        putFile(c.disk.path("Songs/a.mid"_s));
         const QString other = c.pc.addFolder("other"_s);
         NEEDS(runProgram("mount"_s, {"--bind"_s, c.disk.root(), other}), "Nothing can be mounted here");
         c.run(Slots::kBackUp, kRefused, other + "/Songs"_s);
         QVERIFY(runProgram("umount"_s, {other}));
-        QVERIFY(QFileInfo::exists(c.onDisk("Songs/a.mid"_s)));
-    }
-
-    void destinationThatCannotBeEmptiedIsTold()
-    {
-        RealCopy c;
-        putFile(c.onDisk("a.mid"_s));
-        const QString kept = putFile(c.backup + "/kept.mid"_s);
-        NEEDS(runProgram("chattr"_s, {"+i"_s, kept}), "This file system has no immutable files");
-        c.backUp(kRefusedAfterAYes);
-        QVERIFY(runProgram("chattr"_s, {"-i"_s, kept}));
-        QCOMPARE(entriesBelow(c.backup), words("kept.mid"));
+        QVERIFY(QFileInfo::exists(c.disk.path("Songs/a.mid"_s)));
     }
 
     void restoreOntoAReadOnlyPlayerIsNoSuccess()

@@ -1,11 +1,9 @@
-#include "playerdisk.h"
 #include "systemfixture.h"
 
 #include "pages/avanzate.h"
 
 namespace {
 
-constexpr int kManyFiles = 300;
 const QStringList kOldFiles = {"AUTOEXEC.BAT"_s, "My Songs/a.mid"_s, "System/old.exe"_s};
 const QString kNewFile = "System/Corvin/Corvin.exe"_s;
 
@@ -54,10 +52,7 @@ private slots:
 
     void archiveWithAFolderAroundEverythingIsUnderstood()
     {
-        const Entries plain = systemEntries();
-        Entries wrapped;
-        for (auto entry = plain.begin(); entry != plain.end(); ++entry)
-            wrapped.insert("CorvinAll/"_s + entry.key(), entry.value());
+        const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"}, {"CorvinAll/"_s + kNewFile, "new"}};
         Reinstall r;
         r.server.serve(kSystemArchivePath, zipOf(wrapped, "CorvinAll/System/"_s, kLeastRelease));
         r.run({Titles::kFinished});
@@ -106,13 +101,9 @@ private slots:
         MOUNT_PLAYER(player, 16);
         putFile(player.path("My Songs/a.mid"_s), "MThd");
         // The mount point is left, an ordinary folder that takes the rest without an error.
-        bool pulled = false;
-        connect(r.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
-            if (r.window.status() == Status::kTransferring && value == 2 && !pulled)
-                pulled = player.volume->pull();
-        });
+        r.pullAt(player, Status::kTransferring, 2);
         r.run({Titles::kError});
-        QVERIFY(pulled);
+        QVERIFY(r.pulled);
         expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
         QCOMPARE(r.server.requests(), kSystemAlone);
         // Nothing is mounted over what landed on the PC.
@@ -151,36 +142,6 @@ private slots:
         r.run({Titles::kDownloadError1, Titles::kFinished});
         QVERIFY(r.isInstalled());
         QVERIFY(!r.isDownloadThere());
-    }
-
-    void stopEndsSilentlyAtEachStep_data()
-    {
-        columns<QString>("step");
-        row("download", Status::kDownloading);
-        row("unpacking", Status::kUnpacking);
-        row("transfer", Status::kTransferring);
-    }
-    void stopEndsSilentlyAtEachStep()
-    {
-        QFETCH(QString, step);
-        QString why;
-        NEEDS(PlayerDisk::isPossible(&why), qPrintable(why));
-        Entries many;
-        for (int i = 0; i < kManyFiles; ++i)
-            many.insert("System/%1.dat"_s.arg(i), "x");
-        Maintenance m;
-        m.serveSystem(many);
-        if (step == Status::kUnpacking)
-            m.useSlowTool();
-        const PlayerDisk player;
-        putFile(player.path("System/old.exe"_s), "old");
-        putFile(player.path("My Songs/a.mid"_s), "MThd");
-        const bool transferring = step == Status::kTransferring;
-        const StopPresser stop(m.window, step, [&] { return !transferring || m.window.bar()->value() > 5; });
-        m.run(Slots::kReinstall, {Titles::kStop});
-        QCOMPARE(QFile::exists(player.path("System/old.exe"_s)), !transferring);
-        QCOMPARE(contentOf(player.path("My Songs/a.mid"_s)), QByteArray("MThd"));
-        QCOMPARE(m.server.requests(), kSystemAlone);
     }
 
     void stopDuringTheUpdateEndsWithoutTheClosingBox_data()

@@ -4,10 +4,11 @@
 namespace {
 
 constexpr int kManyFiles = 60; ///< songs, and as many files of the system
+const QByteArray kAlone = Slots::kReinstall;
 const QByteArray kClean = Slots::kReinstallClean;
 const QByteArray kRestoring = Slots::kReinstallRestoring;
 
-/// The two procedures with format, of a player with an old system and songs on a disk of its own, with a format command
+/// The procedures that reinstall, of a player with an old system and songs on a disk of its own, with a format command
 /// for that disk.
 struct FormatReinstall : Maintenance
 {
@@ -27,14 +28,12 @@ struct FormatReinstall : Maintenance
             more.insert("System/many/%1.dat"_s.arg(i), "x");
         serveSystem(more);
     }
-    /// Runs one of the two: with these boxes after its first question, which is agreed to, and with the backup folder that
-    /// it asks for.
+    /// Runs a procedure with these boxes after its first question, which is agreed to, and with the backup folder that it
+    /// asks for.
     void runAgreed(const QByteArray &procedure, const QList<Answer> &answers)
     {
-        if (procedure == kClean)
-            run(kClean.constData(), QList<Answer>{Titles::kErase} + answers);
-        else
-            run(kRestoring.constData(), answers, backup);
+        const QList<Answer> first = procedure == kClean ? QList<Answer>{Titles::kErase} : QList<Answer>();
+        run(procedure.constData(), first + answers, procedure == kRestoring ? std::optional(backup) : std::nullopt);
     }
     void expectOldDisk() const
     {
@@ -148,46 +147,38 @@ private slots:
 
     void failureBeforeTheFormatKeepsTheDisk_data()
     {
-        columns<QByteArray, QString, QString>("procedure", "failing", "title");
+        columns<QByteArray, QString, QByteArray, QString>("procedure", "failing", "archive", "title");
+        const QByteArray named = zipOf({{"README"_s, noise(kLeastRelease)}});
+        const QByteArray folders = zipOf({{"System/"_s, ""}, {"big"_s, noise(kLeastRelease)}});
         for (const QByteArray &procedure : {kClean, kRestoring}) {
-            row((procedure + ", not on the server").constData(), procedure, "download"_s, Titles::kDownloadError1);
-            row((procedure + ", no tool").constData(), procedure, "tool"_s, Titles::kError);
-            row((procedure + ", long error page").constData(), procedure, "page"_s, Titles::kError);
-            row((procedure + ", player pulled").constData(), procedure, "pulled"_s, Titles::kDeviceNotFound);
+            const auto add = [procedure](const char *failing, const QByteArray &archive, const QString &title) {
+                QTest::addRow("%s, %s", procedure.constData(), failing)
+                    << procedure << QString(QLatin1String(failing)) << archive << title;
+            };
+            add("not on the server", "short", Titles::kDownloadError1);
+            add("long error page", noise(kLeastRelease), Titles::kError);
+            add("only names that are not copied", named, Titles::kError);
+            add("only folders", folders, Titles::kError);
+            add("no tool", QByteArray(), Titles::kError);
+            add("player pulled", QByteArray(), Titles::kDeviceNotFound);
         }
     }
     void failureBeforeTheFormatKeepsTheDisk()
     {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, failing);
+        QFETCH(QByteArray, archive);
         QFETCH(QString, title);
         FormatReinstall r;
-        if (failing == "download"_s)
-            r.server.serveError(kSystemArchivePath, 404, "short");
-        else if (failing == "page"_s)
-            r.server.serveError(kSystemArchivePath, 404, noise(kLeastRelease));
-        else if (failing == "pulled"_s)
+        if (!archive.isEmpty())
+            r.server.serveError(kSystemArchivePath, failing.startsWith("only"_s) ? 200 : 404, archive);
+        else if (failing == "player pulled"_s)
             connect(&r.server, &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
         else
             r.hideTool();
         r.runAgreed(procedure, {title});
         r.expectOldDisk();
         QCOMPARE(r.savedFiles(), procedure == kRestoring ? kManyFiles + 1 : 0);
-    }
-
-    void unreadySystemKeepsTheDisk_data()
-    {
-        columns<QByteArray>("archive");
-        row("only names that are not copied", zipOf({{"README"_s, noise(kLeastRelease)}}));
-        row("only folders", zipOf({{"System/"_s, ""}, {"big"_s, noise(kLeastRelease)}}));
-    }
-    void unreadySystemKeepsTheDisk()
-    {
-        QFETCH(QByteArray, archive);
-        FormatReinstall r;
-        r.server.serve(kSystemArchivePath, archive);
-        r.runAgreed(kClean, {Titles::kError});
-        r.expectOldDisk();
     }
 
     void missingFormatCommandKeepsTheDisk_data() { addBothProcedures(); }
@@ -236,51 +227,46 @@ private slots:
 
     void failureAfterTheFormatTellsWhereTheSongsAre_data()
     {
-        columns<QString, QString, QString, QString>("failing", "firstBox", "title", "text");
-        row("transfer", "transfer"_s, Titles::kCopyFailed, Titles::kError, Titles::kError);
-        row("folder with a name that exFAT does not know", "name"_s, Titles::kError, Titles::kError,
+        columns<QString, Answer, QString, QString>("more", "firstBox", "title", "text");
+        const Answer giveUp(Titles::kCopyFailed, Buttons::kNo);
+        const Answer told(Titles::kError);
+        row("transfer", "Zzz/big.bin"_s, giveUp, Titles::kError, Titles::kError);
+        row("folder with a name that exFAT does not know", "bad:name/x.txt"_s, told, Titles::kError,
             Texts::kReinstallAgain);
-        row("folder with a file in its way", "file"_s, Titles::kError, Titles::kError, Texts::kReinstallAgain);
-        row("restore", "restore"_s, Titles::kCopyFailed, Titles::kRestoreError, Texts::kRestoreError);
+        row("folder with a file in its way", "Data/x.txt"_s, told, Titles::kError, Texts::kReinstallAgain);
+        row("restore", QString(), giveUp, Titles::kRestoreError, Texts::kRestoreError);
     }
     void failureAfterTheFormatTellsWhereTheSongsAre()
     {
-        QFETCH(QString, failing);
-        QFETCH(QString, firstBox);
+        QFETCH(QString, more);
+        QFETCH(Answer, firstBox);
         QFETCH(QString, title);
-        QFETCH(QString, text);
-        const QString how = firstBox == Titles::kCopyFailed ? Buttons::kNo : Buttons::kOk;
-        if (failing == "transfer"_s)
+        const bool isBig = more.endsWith("big.bin"_s);
+        if (isBig)
             SKIP_ON_WINDOWS("the drive is as large as the disk of the machine");
-        if (failing == "name"_s)
+        if (more.startsWith("bad"_s))
             SKIP_ON_WINDOWS("no folder of the PC can have that name either");
         FormatReinstall r;
-        QTimer spoil;
-        if (failing == "transfer"_s) {
-            r.serve({{"Zzz/big.bin"_s, noise(20 * 1024 * 1024)}});
-        } else if (failing == "name"_s) {
-            r.serve({{"bad:name/x.txt"_s, "x"}});
+        if (!more.isEmpty())
+            r.serve({{more, isBig ? noise(20 * 1024 * 1024) : "x"}});
+        if (more.startsWith("bad"_s))
             addUnar(r.programs, "/usr/bin/unar"_s);
-        } else if (failing == "file"_s) {
-            r.serve({{"Data/x.txt"_s, "x"}});
+        if (more.startsWith("Data"_s))
             r.disk.addFormatCommand(r.programs, r.record, "Data"_s);
-        } else {
-            // The last song vanishes from the backup while the system is transferred.
-            connect(&spoil, &QTimer::timeout, this, [&, song = r.backup + "/My Songs/7.mid"_s] {
-                if (r.window.status() != Status::kTransferring)
-                    return;
-                QFile::remove(song);
+        // The last song vanishes from the backup while the system is transferred.
+        QTimer spoil;
+        connect(&spoil, &QTimer::timeout, this, [&, song = r.backup + "/My Songs/7.mid"_s] {
+            if (more.isEmpty() && r.window.status() == Status::kTransferring && QFile::remove(song))
                 QDir().mkpath(song);
-            });
-            spoil.start(1);
-        }
-        r.runAgreed(kRestoring, {Titles::kEraseDrive, {firstBox, how}, title});
-        QCOMPARE(r.lastBox().text, text);
+        });
+        spoil.start(1);
+        r.runAgreed(kRestoring, {Titles::kEraseDrive, firstBox, title});
+        QTEST(r.lastBox().text, "text");
         r.expectBackupIsNamed();
         QVERIFY(QFile::exists(r.record));
         QVERIFY(r.savedFiles() >= kManyFiles);
         // After a transfer that was completed the download is gone, whatever came then.
-        QCOMPARE(QFile::exists(r.pc.downloads()), failing == "transfer"_s);
+        QCOMPARE(QFile::exists(r.pc.downloads()), isBig);
     }
 
     void failedUpdateTellsWhereTheSongsAre()
@@ -295,6 +281,8 @@ private slots:
     void stopBeforeTheFormatKeepsTheDisk_data()
     {
         columns<QByteArray, QString>("procedure", "step");
+        row("system alone, download", kAlone, Status::kDownloading);
+        row("system alone, unpacking", kAlone, Status::kUnpacking);
         row("clean, download", kClean, Status::kDownloading);
         row("clean, unpacking", kClean, Status::kUnpacking);
         row("restore, reading", kRestoring, Status::kReading);
@@ -314,31 +302,37 @@ private slots:
         r.expectOldDisk();
     }
 
-    void stopAfterTheFormatTellsWhereTheSongsAre_data()
+    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre_data()
     {
         columns<QByteArray, QString>("procedure", "step");
+        row("system alone, transfer", kAlone, Status::kTransferring);
         row("clean, format", kClean, Status::kFormatting);
         row("clean, transfer", kClean, Status::kTransferring);
         row("restore, format", kRestoring, Status::kFormatting);
         row("restore, transfer", kRestoring, Status::kTransferring);
         row("restore, restore", kRestoring, Status::kRestoring);
     }
-    void stopAfterTheFormatTellsWhereTheSongsAre()
+    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre()
     {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, step);
         FormatReinstall r;
-        const StopPresser stop(r.window, step);
-        // There are none after the clean one, which says nothing.
-        QList<Answer> answers = {Titles::kEraseDrive, Titles::kStop};
+        const bool formats = procedure != kAlone;
+        const StopPresser stop(r.window, step, [&] { return formats || r.window.bar()->value() > 5; });
+        QList<Answer> answers = {Titles::kStop};
+        if (formats)
+            answers.prepend(Titles::kEraseDrive);
+        // The other two have nothing to tell.
         if (procedure == kRestoring)
             answers.append(Titles::kRestoreError);
         r.runAgreed(procedure, answers);
         QCOMPARE(r.server.requests(), QStringList{kSystemArchivePath});
-        if (procedure == kClean)
-            return;
-        r.expectBackupIsNamed();
-        QCOMPARE(r.savedFiles(), kManyFiles + 1);
+        QVERIFY(!r.isOnDisk("System/old.exe"_s));
+        if (!formats)
+            QCOMPARE(filesBelow(r.disk.path("My Songs"_s)).size(), kManyFiles);
+        if (procedure == kRestoring)
+            r.expectBackupIsNamed();
+        QCOMPARE(r.savedFiles(), procedure == kRestoring ? kManyFiles + 1 : 0);
     }
 
     void stopDuringTheUpdateNamesNoBackup_data() { addBothProcedures(); }

@@ -93,24 +93,25 @@ private slots:
         QVERIFY(!transfer.isBatchThere());
     }
 
-    void failedCopyEndsTheTransferBeforeTheBatch()
+    void whatCannotBeWrittenEndsTheTransfer_data()
     {
-        Replacement transfer;
-        transfer.unpack("Aaa.d/x.txt"_s);
-        transfer.boxes.answer(Titles::kCopyFailed, Buttons::kNo);
-        QVERIFY(!transfer.run());
-        QVERIFY(transfer.window->procedureOk);
-        QVERIFY(!transfer.isBatchThere());
+        columns<QString, Answer, bool, bool>("unpacked", "box", "goesOn", "flag");
+        row("file, before the batch", "Aaa.d/x.txt"_s, Answer(Titles::kCopyFailed, Buttons::kNo), false, true);
+        row("folder, told by the flag alone", "Data/x.txt"_s, Answer(Titles::kError), true, false);
+        row("batch file", "MATTRB.BAT/x.txt"_s, Answer(Titles::kCopyFailed), false, true);
     }
-
-    void folderThatCannotBeMadeIsToldByTheFlagAlone()
+    void whatCannotBeWrittenEndsTheTransfer()
     {
+        QFETCH(QString, unpacked);
+        QFETCH(Answer, box);
+        QFETCH(bool, goesOn);
         Replacement transfer;
-        transfer.unpack("Data/x.txt"_s);
+        transfer.unpack(unpacked);
         transfer.player.addFile("Data"_s, "file in the way");
-        transfer.boxes.answer(Titles::kError, Buttons::kOk);
-        QVERIFY(transfer.run());
-        QVERIFY(!transfer.window->procedureOk);
+        announce(transfer.boxes, {box});
+        QCOMPARE(transfer.run(), goesOn);
+        QTEST(transfer.window->procedureOk, "flag");
+        QCOMPARE(QFileInfo(transfer.pc.downloads("MATTRB.BAT"_s)).isFile(), goesOn);
         QCOMPARE(transfer.player.content("Data"_s), QByteArray("file in the way"));
     }
 
@@ -139,14 +140,6 @@ private slots:
         QCOMPARE(contentOf(transfer.pc.downloads("MATTRB.BAT"_s)), attributeBatch(transfer.player.root()));
         // Written after the copy: it is none of the player's files.
         QVERIFY(!transfer.player.exists("MATTRB.BAT"_s));
-    }
-
-    void batchFileThatCannotBeWrittenIsAFailure()
-    {
-        Replacement transfer;
-        transfer.pc.addFolder("Corvin/MATTRB.BAT"_s);
-        transfer.boxes.answer(Titles::kCopyFailed, Buttons::kSi);
-        QVERIFY(!transfer.run());
     }
 
     void volumeWithoutAttributesIsLeftAsItIs()

@@ -14,12 +14,6 @@ struct Update : Maintenance
         player.addFile("My Songs/a.mid"_s, "MThd");
     }
     void removeOld() const { QVERIFY(QDir(player.path("CorvinUpdate"_s)).removeRecursively()); }
-    /// Runs to the box of a failure with this title, after other boxes.
-    void runToError(const QString &title, QList<Answer> answers = {})
-    {
-        answers.append(title);
-        run(Slots::kUpdate, answers);
-    }
     bool isOldThere() const { return player.exists(kOld); }
     bool isDownloadThere() const { return QFile::exists(pc.downloads()); }
 
@@ -33,24 +27,16 @@ class TestSystemUpdate : public QObject
     Q_OBJECT
 
 private slots:
-    void updateReachesThePlayer()
+    void updateReachesThePlayerWhateverStopSaidBefore()
     {
         Update update;
-        bool shown = false;
-        QTimer look;
-        connect(&look, &QTimer::timeout, this, [&, &window = update.window] {
-            shown = shown || (window.label()->isVisible() && window.bar()->isVisible() && window.stop()->isVisible());
-        });
-        look.start(5);
         update.boxes.whenShown([&](QMessageBox *) {
             QCOMPARE(update.player.files(), kUpdated);
-            QVERIFY(update.window.label()->isHidden());
             QVERIFY(update.window.status().isEmpty());
-            QVERIFY(update.window.bar()->isHidden());
         });
+        update.window->abortRequested = true;
         const LogCapture log;
         update.run(Slots::kUpdate, {Titles::kFinished});
-        QVERIFY(shown);
         QCOMPARE(statusTexts(log), (QStringList{Status::kLooking, Status::kDownloading, Status::kCopyingUpdate}));
         QCOMPARE(update.player.content("CorvinUpdate/sub/a.exe"_s), QByteArray("new a"));
         QCOMPARE(update.player.content("CorvinUpdate/filler.bin"_s), noise(kLeastRelease));
@@ -89,7 +75,7 @@ private slots:
         update.server.serveError(kUpdateArchivePath, fault == "404"_s ? 404 : 200, content);
         if (fault == "tool"_s)
             update.hideTool();
-        update.runToError(title);
+        update.run(Slots::kUpdate, {title});
         // Left as it is, when there was nothing to copy yet.
         const bool copies = title == Titles::kDownloadError3;
         QVERIFY(copies || update.isOldThere());
@@ -116,7 +102,7 @@ private slots:
         std::optional<Mount> mount;
         if (readOnly)
             NEEDS(mount.emplace(QDir::cleanPath(update.player.root())).isGood(), "Nothing can be mounted here");
-        update.runToError(Titles::kDownloadError3, {Titles::kError});
+        update.run(Slots::kUpdate, {Titles::kError, Titles::kDownloadError3});
         expectLook(update.firstBox(), QMessageBox::Information, Titles::kError);
         QCOMPARE(update.isOldThere(), oldUpdate);
         QVERIFY(!update.isDownloadThere());
@@ -127,7 +113,7 @@ private slots:
         Update update;
         // A sub-folder whose name has a dot is listed like a file, and cannot be copied as one.
         update.serveUpdate({{"CorvinUpdate/aaa.exe"_s, "a"}, {"CorvinUpdate/v1.0/b.exe"_s, "b"}});
-        update.runToError(Titles::kDownloadError3, {{Titles::kCopyFailed, Buttons::kNo}});
+        update.run(Slots::kUpdate, {{Titles::kCopyFailed, Buttons::kNo}, Titles::kDownloadError3});
         QVERIFY(update.firstBox().text.contains(update.player.path("CorvinUpdate/v1.0"_s)));
         QCOMPARE(update.player.files(), QStringList{"My Songs/a.mid"_s});
         QVERIFY(!update.player.exists("CorvinUpdate"_s));
@@ -139,7 +125,7 @@ private slots:
         Update update;
         MOUNT_PLAYER(player, 4);
         update.serveUpdate({{"CorvinUpdate/a.exe"_s, "a"}, {"CorvinUpdate/z.exe"_s, noise(6000000)}});
-        update.runToError(Titles::kDownloadError3, {{Titles::kCopyFailed, Buttons::kNo}});
+        update.run(Slots::kUpdate, {{Titles::kCopyFailed, Buttons::kNo}, Titles::kDownloadError3});
         QCOMPARE(player.files(), QStringList());
         QVERIFY(!QFile::exists(player.path("CorvinUpdate"_s)));
     }
@@ -148,7 +134,7 @@ private slots:
     {
         Update update;
         connect(&update.server, &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
-        update.runToError(Titles::kDownloadError3);
+        update.run(Slots::kUpdate, {Titles::kDownloadError3});
         QVERIFY(!update.player.exists("CorvinUpdate/sub/a.exe"_s));
     }
 
@@ -159,33 +145,10 @@ private slots:
         update.serveUpdate(
             {{"CorvinUpdate/a.exe"_s, "a"}, {"CorvinUpdate/b.exe"_s, "b"}, {"CorvinUpdate/c.exe"_s, "c"}});
         // The mount point is left, an ordinary folder that takes the rest without an error.
-        bool pulled = false;
-        connect(update.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
-            if (update.window.status() == Status::kCopyingUpdate && value == 1 && !pulled)
-                pulled = player.volume->pull();
-        });
-        update.runToError(Titles::kDownloadError3);
-        QVERIFY(pulled);
+        update.pullAt(player, Status::kCopyingUpdate, 1);
+        update.run(Slots::kUpdate, {Titles::kDownloadError3});
+        QVERIFY(update.pulled);
         QCOMPARE(player.files(), QStringList());
-    }
-
-    void readOnlyPlayerIsCodeThree_data()
-    {
-        columns<bool>("oldUpdate");
-        row("an old update cannot be removed", true);
-        row("a folder cannot be made", false);
-    }
-    void readOnlyPlayerIsCodeThree()
-    {
-        QFETCH(bool, oldUpdate);
-        Update update;
-        if (!oldUpdate)
-            update.removeOld();
-        const Mount mount(QDir::cleanPath(update.player.root()));
-        NEEDS(mount.isGood(), "Nothing can be mounted here");
-        update.runToError(Titles::kDownloadError3, {Titles::kError});
-        QCOMPARE(update.isOldThere(), oldUpdate);
-        QVERIFY(!update.isDownloadThere());
     }
 
     void oldUpdateIsFoundWhateverItsCase()
@@ -239,18 +202,10 @@ private slots:
         Update update;
         update.serveUpdate(entries);
         const StopPresser stop(update.window, Status::kCopyingUpdate, [&] { return update.window.bar()->value() > 0; });
-        update.runToError(Titles::kDownloadError3, {Titles::kStop});
+        update.run(Slots::kUpdate, {Titles::kStop, Titles::kDownloadError3});
         QVERIFY(!update.player.exists("CorvinUpdate"_s));
         QVERIFY(!update.isDownloadThere());
         QVERIFY(update.player.exists("My Songs/a.mid"_s));
-    }
-
-    void stopFromAnEarlierRunDoesNotCount()
-    {
-        Update update;
-        update.window->abortRequested = true;
-        update.run(Slots::kUpdate, {Titles::kFinished});
-        QCOMPARE(update.player.files(), kUpdated);
     }
 };
 

@@ -10,17 +10,6 @@ namespace {
 
 constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
-/// A path as Windows takes it; valid as long as @p native, which holds it.
-const wchar_t *wide(const QString &native)
-{
-    return reinterpret_cast<const wchar_t *>(native.utf16());
-}
-
-DWORD attributesOf(const QString &path)
-{
-    return GetFileAttributesW(wide(QDir::toNativeSeparators(path))) & kBoth;
-}
-
 /// Of several attributes in one call Wine's own "attrib" sets only the last.
 bool attribTakesSeveral()
 {
@@ -35,7 +24,9 @@ struct Replacement : Maintenance
         putFile(pc.downloads("AUTOEXEC.BAT"_s), "new");
     }
     bool run() { return transferSystem(window, player.root(), pc.downloads()); }
-    DWORD attributes(const QString &name) const { return attributesOf(player.path(name)); }
+    /// A file of the player as Windows names it.
+    std::wstring wide(const QString &name) const { return QDir::toNativeSeparators(player.path(name)).toStdWString(); }
+    DWORD attributes(const QString &name) const { return GetFileAttributesW(wide(name).c_str()) & kBoth; }
 };
 
 } // namespace
@@ -81,7 +72,7 @@ private slots:
         transfer.player.addFile("System/old.exe"_s, "old");
         transfer.player.addFile("AUTOEXEC.BAT"_s, "old");
         for (const QString &name : words("System System/old.exe AUTOEXEC.BAT")) {
-            QVERIFY(SetFileAttributesW(wide(QDir::toNativeSeparators(transfer.player.path(name))), kBoth));
+            QVERIFY(SetFileAttributesW(transfer.wide(name).c_str(), kBoth));
             QCOMPARE(transfer.attributes(name), kBoth);
         }
         QVERIFY(transfer.run());
