@@ -5,7 +5,8 @@
 /// The names that the player gives its own folders and files, as its system writes them.
 namespace PlayerNames {
 inline constexpr QLatin1String kLabel("CORVIN4"); ///< of its volume
-inline constexpr QLatin1String kPathStart("\\sdmemory\\"); ///< of every path in the form in which the player itself names its files
+inline constexpr QLatin1String
+    kPathStart("\\sdmemory\\"); ///< of every path in the form in which the player itself names its files
 inline constexpr QLatin1String kSystem("System");
 inline constexpr QLatin1String kUpdate("CorvinUpdate");
 inline constexpr QLatin1String kBridges("Bridges");

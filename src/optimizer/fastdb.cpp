@@ -1,7 +1,9 @@
 #include "fastdb.h"
 
 FastDbReader::FastDbReader(const QByteArray &data, const Player &player)
-    : m_data(data), m_player(player), m_start(QByteArray(PlayerNames::kPathStart.data(), PlayerNames::kPathStart.size()))
+    : m_data(data),
+      m_player(player),
+      m_start(QByteArray(PlayerNames::kPathStart.data(), PlayerNames::kPathStart.size()))
 {
 }
 

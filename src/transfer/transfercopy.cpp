@@ -195,7 +195,8 @@ void Transfer::copyOneFile(const QString &source, const QString &destination)
         return;
     emit increaseProgressBarVal();
     processEvents();
-    const CopyResult result = m_player.isThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
+    const CopyResult result =
+        m_player.isThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
     if (result == CopyResult::Copied)
         return;
     if (result != CopyResult::DestinationExists) {

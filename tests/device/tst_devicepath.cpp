@@ -37,10 +37,7 @@ private slots:
         row("no root", "/a/b"_s, QString(), R"(\a\b)"_s);
         row("empty", QString(), "E:/"_s, QString());
     }
-    void pcPathBecomesDevicePath()
-    {
-        QTEST(Player(given<QString>("root")).devicePath(given<QString>("pc")), "device");
-    }
+    void pcPathBecomesDevicePath() { QTEST(Player(given<QString>("root")).devicePath(given<QString>("pc")), "device"); }
 
     void bothWaysGiveTheSamePath()
     {

@@ -61,7 +61,8 @@ private slots:
         const Folder folder({{"source"_s, content}});
         QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy"_s)), CopyResult::Copied);
         int seen = 0; // events are processed between blocks only
-        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy 2"_s), [&seen] { return ++seen > 0; }), CopyResult::Copied);
+        QCOMPARE(copyFile(folder.path("source"_s), folder.path("copy 2"_s), [&seen] { return ++seen > 0; }),
+                 CopyResult::Copied);
         QCOMPARE(seen, rounds);
         QCOMPARE(folder.now(), (Files{{"source"_s, content}, {"copy"_s, content}, {"copy 2"_s, content}}));
     }

@@ -115,7 +115,8 @@ private slots:
     {
         const QString root = "/media/u/CORVIN4/"_s;
         QVERIFY(insertLine(SongInfo(), root + "a/b.mid"_s, Player(root)).contains(R"(('\sdmemory\a\b.mid',)"_s));
-        QCOMPARE(deleteLine(root + "a/b.mid"_s, Player(root)), "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
+        QCOMPARE(deleteLine(root + "a/b.mid"_s, Player(root)),
+                 "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
     }
 
     void vanishedSongIsDeleted_data()

@@ -1,39 +1,31 @@
 #pragma once
 
+#include "support/mountedplayer.h"
 #include "support/programfolder.h"
+#include "support/simulatedplayer.h"
 
-#include <QString>
-#include <QStringList>
-#include <memory>
+#ifdef Q_OS_WIN
+using PlayerDiskBase = SimulatedPlayer;
+#else
+using PlayerDiskBase = MountedPlayer;
+#endif
 
 /// The player's disk as a volume of its own, which can be formatted: on Linux a real exFAT volume, on Windows the
 /// removable drive of the simulated player.
-class PlayerDisk
+class PlayerDisk : public PlayerDiskBase
 {
 public:
     /// Whether this machine lets such a disk be made. When not, @p why says in a clear word what is missing.
     static bool isPossible(QString *why);
 
-    /// Makes the disk and connects it. isThere() tells whether that went well, and error() what did not.
+    /// Makes the disk and connects it; where that fails the test program ends.
     PlayerDisk();
-    ~PlayerDisk();
-    bool isThere() const;
-    QString error() const;
-
-    /// Path of the root with a closing slash, as the program finds it.
-    QString root() const;
-    QString path(const QString &relative) const { return root() + relative; }
-    /// All files, hidden ones too, sorted, relative to the root; and the content of one. Also of a pulled player.
-    QStringList files() const;
+    /// The content of a file. Also of a pulled player, as its files() are.
     QByteArray content(const QString &relative) const;
 
     /// A format command that formats this disk, or on Windows empties it, and writes what it was given into
     /// @p recordTo. A file named @p inTheWay then lies on the new disk.
     void addFormatCommand(ProgramFolder &programs, const QString &recordTo, const QString &inTheWay = QString()) const;
-
-private:
-    struct Volume;
-    std::unique_ptr<Volume> m_volume;
 };
 
 /// A stand-in that does this when the program formats. On Windows it is "format", found by the real command

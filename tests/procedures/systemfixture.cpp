@@ -1,48 +1,42 @@
 #include "systemfixture.h"
 
-#include "app/mainwindow.h"
 #include "app/windowjobview.h"
 #include "procedures/extraction.h"
 #include "procedures/systemtransfer.h"
-#include "procedures/systemupdate.h"
-#include "support/simulatedplayer.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QDirIterator>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProcess>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
 #include <archive.h>
 #include <archive_entry.h>
 
 namespace {
 
-constexpr int kLookIntervalMs = 1;
+/// The one text of each box that tells something and is closed with "OK".
+const QMap<QString, QString> kTold = {
+    {Titles::kDeviceNotFound, Texts::kConnectAgain}, {Titles::kDownloadError2, Texts::kDownloadError},
+    {Titles::kFormatError, Texts::kFormatError},     {Titles::kBackupError, Texts::kBackupError},
+    {Titles::kRestoreError, Texts::kRestoreError},   {Titles::kDone, Titles::kDone}};
+
+/// The buttons with which the questions of a procedure are agreed to.
+const QMap<QString, QString> kGoingOn = {{Titles::kErase, Buttons::kSi},      {Titles::kEraseDrive, Buttons::kSi},
+                                         {Titles::kStop, Buttons::kSi},       {Titles::kCopyExists, Buttons::kSi},
+                                         {Titles::kCopyFailed, Buttons::kSi}, {Titles::kBackupNotEmpty, Buttons::kYes},
+                                         {Titles::kManyFiles, Buttons::kYes}};
+
 constexpr size_t kZipEnd = 1000;
 constexpr size_t kZipEntryOverhead = 2000; ///< both heads of it, with any name of the tests
-#ifdef Q_OS_WIN
-const char kTemporaryFolder[] = "TMP";
-#else
-const char kTemporaryFolder[] = "TMPDIR";
-#endif
 
-void fail(const QString &why)
+void expectUsualLook(const BoxAnswerer::Seen &box, const char *slot)
 {
-    QTest::qFail(qPrintable(why), __FILE__, __LINE__);
-}
-
-template <typename T> T *child(const MainWindow *window, const char *name)
-{
-    auto *found = window->findChild<T *>(QLatin1String(name));
-    if (!found)
-        qFatal("The window has no %s", name);
-    return found;
+    const bool updates = qstrcmp(slot, Slots::kUpdate) == 0;
+    if (box.title.startsWith("Download Error"_s))
+        expectLook(box, QMessageBox::Critical, Texts::kDownloadError);
+    else if (kTold.contains(box.title))
+        expectLook(box, QMessageBox::Information, kTold.value(box.title));
+    else if (box.title == Titles::kFinished)
+        expectLook(box, QMessageBox::Information, updates ? Texts::kUpdated : Texts::kInstalled);
+    else if (box.title == Titles::kErase)
+        expectLook(box, QMessageBox::Question, Texts::kErase, {Buttons::kNo, Buttons::kSi});
+    else if (box.title == Titles::kBackupNotEmpty)
+        expectLook(box, QMessageBox::Question, Texts::kBackupNotEmpty, {Buttons::kNo, Buttons::kYes});
 }
 
 } // namespace
@@ -62,7 +56,7 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
 {
     Entries all = entries;
     if (leastBytes > 0)
-        all.insert(fillerIn + QStringLiteral("filler.bin"), noise(leastBytes));
+        all.insert(fillerIn + "filler.bin"_s, noise(leastBytes));
     size_t room = kZipEnd;
     for (auto entry = all.begin(); entry != all.end(); ++entry)
         room += size_t(entry.value().size()) + kZipEntryOverhead;
@@ -89,25 +83,15 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
     }
     good = archive_write_close(writer) == ARCHIVE_OK && good;
     if (!good)
-        fail(QStringLiteral("No zip: ") + QString::fromLocal8Bit(archive_error_string(writer)));
+        failTest("No zip: "_s + QString::fromLocal8Bit(archive_error_string(writer)));
     archive_write_free(writer);
     zip.truncate(int(used));
     return zip;
 }
 
-TemporaryPc::TemporaryPc() : m_before(qgetenv(kTemporaryFolder))
-{
-    qputenv(kTemporaryFolder, QFile::encodeName(QDir::toNativeSeparators(m_dir.path())));
-}
-
-TemporaryPc::~TemporaryPc()
-{
-    qputenv(kTemporaryFolder, m_before);
-}
-
 void addUnar(ProgramFolder &programs, const QString &program)
 {
-    programs.addCopy(QStringLiteral("unar"), program);
+    programs.addCopy("unar"_s, program);
 }
 
 ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
@@ -119,56 +103,21 @@ ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
     window->show();
 }
 
-ProcedureWindow::~ProcedureWindow() = default;
-
 void ProcedureWindow::run(const char *slot) const
 {
     if (!QMetaObject::invokeMethod(window.get(), slot, Qt::DirectConnection))
-        fail(QStringLiteral("The window has no slot ") + QLatin1String(slot));
-}
-
-QLabel *ProcedureWindow::label() const
-{
-    return child<QLabel>(window.get(), "labelAction");
-}
-
-QProgressBar *ProcedureWindow::bar() const
-{
-    return child<QProgressBar>(window.get(), "progressBar");
-}
-
-QPushButton *ProcedureWindow::stop() const
-{
-    return child<QPushButton>(window.get(), "pushButtonStop");
-}
-
-QString ProcedureWindow::status() const
-{
-    return label()->text();
+        failTest("The window has no slot "_s + QLatin1String(slot));
 }
 
 bool ProcedureWindow::isAtRest() const
 {
     return label()->isHidden() && bar()->isHidden() && stop()->isHidden() && bar()->value() == 0 &&
-           bar()->maximum() == 100 && bar()->format() == QStringLiteral("%p%");
+           bar()->maximum() == 100 && bar()->format() == "%p%"_s && status().isEmpty();
 }
 
-namespace {
-
-WindowJobView viewOf(const ProcedureWindow &window)
+static WindowJobView viewOf(const ProcedureWindow &window)
 {
     return {*window.window, *window.label(), *window.bar(), *window.stop()};
-}
-
-} // namespace
-
-bool transferSystem(const ProcedureWindow &window, const QString &root, const QString &unpacked)
-{
-    WindowJobView view = viewOf(window);
-    SystemTransfer job(view, Player(root), unpacked);
-    const bool done = job.run().isDone();
-    window->procedureOk = window->procedureOk && job.isWhole();
-    return done;
 }
 
 bool unpackArchive(const ProcedureWindow &window, const QString &archive)
@@ -177,31 +126,25 @@ bool unpackArchive(const ProcedureWindow &window, const QString &archive)
     return Extraction(view, archive).run().isDone();
 }
 
-bool updateSystem(const ProcedureWindow &window, bool showFinalMessage)
+bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, const QString &unpacked)
 {
     WindowJobView view = viewOf(window);
-    return SystemUpdate(view, showFinalMessage).run().isDone();
+    SystemTransfer job(view, Player(deviceRoot), unpacked);
+    const bool done = job.run().isDone();
+    window->procedureOk = window->procedureOk && job.isWhole();
+    return done;
 }
 
-StopPresser::StopPresser(const ProcedureWindow &window, const std::function<bool()> &moment)
+StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition)
 {
-    connect(&m_timer, &QTimer::timeout, this, [this, button = window.stop(), moment] {
-        if (pressed || !moment())
+    connect(&m_timer, &QTimer::timeout, this, [this, &window, status, condition] {
+        if (m_pressed || window.status() != status || (condition && !condition()))
             return;
         m_timer.stop();
-        pressed = true;
-        button->click();
+        m_pressed = true;
+        window.stop()->click();
     });
     m_timer.start(0);
-}
-
-StopPresser::StopPresser(const ProcedureWindow &window, const QString &statusText,
-                         const std::function<bool()> &condition)
-    : StopPresser(window, [label = window.label(), statusText, condition] {
-          return label->text() == statusText && (!condition || condition());
-      })
-{
-    m_timer.start(kLookIntervalMs);
 }
 
 FolderDialogAnswerer::FolderDialogAnswerer(const QString &path) : m_path(path)
@@ -225,7 +168,85 @@ void FolderDialogAnswerer::answer(QFileDialog *dialog)
     if (whenShown)
         whenShown(dialog);
     if (!m_path.isEmpty())
-        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(m_path);
+        child<QLineEdit>(*dialog, "fileNameEdit")->setText(m_path);
     const auto *buttons = dialog->findChild<QDialogButtonBox *>();
     buttons->button(m_path.isEmpty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Open)->click();
+}
+
+void announce(BoxAnswerer &boxes, const QList<Answer> &answers)
+{
+    const QMap<QString, Qt::Key> keys = {{"enter"_s, Qt::Key_Return}, {"escape"_s, Qt::Key_Escape}};
+    for (const Answer &answer : answers) {
+        if (keys.contains(answer.how))
+            boxes.answerByKey(answer.title, keys.value(answer.how));
+        else if (answer.how == "close"_s)
+            boxes.answerByClosing(answer.title);
+        else
+            boxes.answer(answer.title, answer.how.isEmpty() ? kGoingOn.value(answer.title, Buttons::kOk) : answer.how);
+    }
+}
+
+void expectLook(const BoxAnswerer::Seen &box, QMessageBox::Icon icon, const QString &text, const QStringList &buttons)
+{
+    QStringList sorted = box.buttons;
+    sorted.sort();
+    QCOMPARE(box.icon, icon);
+    QCOMPARE(box.text, text);
+    QCOMPARE(sorted, buttons);
+}
+
+Maintenance::Maintenance()
+{
+    addUnar(programs);
+    serveUpdate({{"CorvinUpdate/sub/a.exe"_s, "new a"}, {"CorvinUpdate/.hidden.cfg"_s, "new b"}});
+    serveSystem();
+}
+
+void Maintenance::serveSystem(Entries entries)
+{
+    for (const QString &file : words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe Bridges/b.dat "
+                                     "Effects/e.dat"))
+        entries.insert(file, "new");
+    server.serve(kSystemArchivePath, zipOf(entries, "System/"_s, kLeastRelease));
+}
+
+void Maintenance::run(const char *slot, const QList<Answer> &answers, const std::optional<QString> &folder)
+{
+    QStringList expected;
+    if (folder)
+        expected.append(qstrcmp(slot, Slots::kRestore) == 0 ? "Scegli cartella da cui prendere i files salvati"_s
+                                                            : "Scegli una cartella per il salvataggio dei files"_s);
+    announce(boxes, answers);
+    const FolderDialogAnswerer dialogs(folder.value_or(QString()));
+    const int seenBefore = boxes.seen().size();
+    window.run(slot);
+    if (dialogs.captions() != expected)
+        failTest("Folders were chosen for: "_s + dialogs.captions().join(QLatin1Char('|')));
+    if (!window.isAtRest())
+        failTest("The window still shows a procedure"_s);
+    for (int i = seenBefore; i < boxes.seen().size(); ++i)
+        expectUsualLook(boxes.seen().at(i), slot);
+}
+
+void Maintenance::runThrough(const QByteArray &slot, const QStringList &titles)
+{
+    const bool asks = slot == Slots::kBackUp || slot == Slots::kRestore || slot == Slots::kReinstallRestoring;
+    run(slot.constData(), {titles.begin(), titles.end()}, asks ? std::optional(backup) : std::nullopt);
+}
+
+void Maintenance::pullAt(const MountedPlayer &mounted, const QString &status, int count)
+{
+    QObject::connect(window.bar(), &QProgressBar::valueChanged, &server, [this, &mounted, status, count](int value) {
+        if (!pulled && window.status() == status && window.bar()->format() == "%v"_s && value == count)
+            pulled = mounted.volume->pull();
+    });
+}
+
+QStringList statusTexts(const LogCapture &log)
+{
+    const QString prefix = "MainWindow::on_updateLabelAction : \""_s;
+    QStringList texts = log.textsStartingWith(prefix);
+    for (QString &text : texts)
+        text = text.mid(prefix.size()).chopped(1);
+    return texts;
 }

@@ -1,124 +1,95 @@
 #include "procedures/backupchoice.h"
 #include "procedures/songlist.h"
 
+#include "support/files.h"
 #include "support/platform.h"
+#include "support/testing.h"
 
-#include <QDir>
-#include <QFile>
 #include <QStorageInfo>
-#include <QTemporaryDir>
-#include <QTest>
 
 class TestBackupChoice : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void systemPartsStayOut_data();
-    void systemPartsStayOut();
-    void wayToTheRootDoesNotCount();
-    void folderHoldsItselfAndWhatIsBelow();
-    void linksAreResolvedBeforeComparing();
-    void foldersThatMustNotBeEmptied();
-    void rootOfAVolumeIsKnown();
+    void systemPartsStayOutWhateverLeadsToTheRoot_data()
+    {
+        columns<QString, bool>("path", "system");
+        row("song in the root", "song.mid"_s, false);
+        row("song in a folder", "My Songs/song.mid"_s, false);
+        row("bridges", "Bridges/a.brg"_s, true);
+        row("bridges in lower case", "bridges/a.brg"_s, true);
+        row("bridges deep", "My Songs/BRIDGES/x/a.mid"_s, true);
+        row("other bridges", "MyBridges/a.mid"_s, false);
+        row("bridges as the end of the path", "x.y/bridges"_s, false);
+        row("effects", "effects/a.fx"_s, true);
+        row("system", "SYSTEM/GuiProc/GuiProc.exe"_s, true);
+        row("system folder alone", "System"_s, false);
+        row("systems", "Systems/a.mid"_s, false);
+        row("start-up file", "AUTOEXEC.BAT"_s, true);
+        row("start-up file deep", "Songs/AutoExec.bat"_s, true);
+        row("start-up file inside a name", "Songs/my autoexec.bat.mid"_s, true);
+        row("start-up file as a folder", "autoexec.bat/a.mid"_s, true);
+    }
+    void systemPartsStayOutWhateverLeadsToTheRoot()
+    {
+        QFETCH(QString, path);
+        for (const QString &root : {"E:/"_s, "/media/system/effects/CORVIN4/"_s})
+            QTEST(isSystemPart(root + path, Player(root)), "system");
+    }
+
+    void folderHoldsItselfAndWhatIsBelow()
+    {
+        PcFolder dir;
+        const QString outer = dir.path("songs"_s);
+        const QString inner = dir.addFolder("songs/a/b"_s);
+        const QString beside = dir.addFolder("songs2/c"_s);
+        QVERIFY(holdsFolder(outer, outer));
+        QVERIFY(holdsFolder(outer + QLatin1Char('/'), inner));
+        QVERIFY(holdsFolder(QDir::rootPath(), inner));
+        QVERIFY(!holdsFolder(inner, outer));
+        QVERIFY(!holdsFolder(outer, beside));
+        // Not there yet, but it would be below.
+        QVERIFY(holdsFolder(outer, outer + "/new"_s));
+    }
+
+    void linksAreResolvedBeforeComparing()
+    {
+        SKIP_ON_WINDOWS("links are files of another kind here");
+        PcFolder dir;
+        const QString inner = dir.addFolder("songs/a"_s);
+        const QString link = dir.path("link"_s);
+        QVERIFY(QFile::link(dir.path("songs"_s), link));
+        QVERIFY(holdsFolder(link, inner));
+        QVERIFY(holdsFolder(dir.path("songs"_s), link + "/a"_s));
+    }
+
+    void foldersThatMustNotBeEmptied()
+    {
+        PcFolder dir;
+        const QString songs = dir.addFolder("media/CORVIN4/My Songs"_s);
+        const QString player = dir.path("media/CORVIN4/"_s);
+        const QString backup = dir.addFolder("home/anna/backup"_s);
+        const QString home = dir.path("home/anna"_s);
+        const QString program = dir.addFolder("opt/program"_s);
+        const QStringList keep = {program, home};
+        QVERIFY(mayBeEmptied(backup, Player(player), keep));
+        QVERIFY(mayBeEmptied(dir.addFolder("opt/other"_s), Player(player), keep));
+        const QStringList refused = {
+            QString(),         player,          songs, dir.path("media"_s), home, dir.path("home"_s), program,
+            dir.path("opt"_s), QDir::rootPath()};
+        for (const QString &folder : refused)
+            QVERIFY2(!mayBeEmptied(folder, Player(player), keep), qPrintable(folder));
+    }
+
+    void rootOfAVolumeIsKnown()
+    {
+        // Inside a chroot the system knows no volume for the root folder.
+        if (QStorageInfo::root().rootPath() == QDir::rootPath())
+            QVERIFY(isVolumeRoot(QDir::rootPath()));
+        QVERIFY(!isVolumeRoot(PcFolder().path()));
+    }
 };
-
-void TestBackupChoice::systemPartsStayOut_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("system");
-    QTest::newRow("song in the root") << "song.mid" << false;
-    QTest::newRow("song in a folder") << "My Songs/song.mid" << false;
-    QTest::newRow("bridges") << "Bridges/a.brg" << true;
-    QTest::newRow("bridges in lower case") << "bridges/a.brg" << true;
-    QTest::newRow("bridges deep") << "My Songs/BRIDGES/x/a.mid" << true;
-    QTest::newRow("other bridges") << "MyBridges/a.mid" << false;
-    QTest::newRow("bridges as the end of the path") << "x.y/bridges" << false;
-    QTest::newRow("effects") << "effects/a.fx" << true;
-    QTest::newRow("system") << "SYSTEM/GuiProc/GuiProc.exe" << true;
-    QTest::newRow("system folder alone") << "System" << false;
-    QTest::newRow("systems") << "Systems/a.mid" << false;
-    QTest::newRow("start-up file") << "AUTOEXEC.BAT" << true;
-    QTest::newRow("start-up file deep") << "Songs/AutoExec.bat" << true;
-    QTest::newRow("start-up file inside a name") << "Songs/my autoexec.bat.mid" << true;
-    QTest::newRow("start-up file as a folder") << "autoexec.bat/a.mid" << true;
-}
-
-void TestBackupChoice::systemPartsStayOut()
-{
-    QFETCH(QString, path);
-    const QString root = QStringLiteral("E:/");
-    QTEST(isSystemPart(root + path, Player(root)), "system");
-}
-
-void TestBackupChoice::wayToTheRootDoesNotCount()
-{
-    const QString root = QStringLiteral("/media/system/effects/CORVIN4/");
-    QVERIFY(!isSystemPart(root + QStringLiteral("song.mid"), Player(root)));
-    QVERIFY(isSystemPart(root + QStringLiteral("system/song.mid"), Player(root)));
-}
-
-void TestBackupChoice::folderHoldsItselfAndWhatIsBelow()
-{
-    const QTemporaryDir dir;
-    const QString outer = dir.path() + QStringLiteral("/songs");
-    const QString inner = outer + QStringLiteral("/a/b");
-    QVERIFY(QDir().mkpath(inner));
-    QVERIFY(QDir().mkpath(outer + QStringLiteral("2/c")));
-    QVERIFY(holdsFolder(outer, outer));
-    QVERIFY(holdsFolder(outer + QLatin1Char('/'), inner));
-    QVERIFY(holdsFolder(QDir::rootPath(), inner));
-    QVERIFY(!holdsFolder(inner, outer));
-    QVERIFY(!holdsFolder(outer, outer + QStringLiteral("2/c")));
-    // Not there yet, but it would be below.
-    QVERIFY(holdsFolder(outer, outer + QStringLiteral("/new")));
-}
-
-void TestBackupChoice::linksAreResolvedBeforeComparing()
-{
-    SKIP_ON_WINDOWS("links are files of another kind here");
-    const QTemporaryDir dir;
-    QVERIFY(QDir().mkpath(dir.path() + QStringLiteral("/songs/a")));
-    const QString link = dir.path() + QStringLiteral("/link");
-    QVERIFY(QFile::link(dir.path() + QStringLiteral("/songs"), link));
-    QVERIFY(holdsFolder(link, dir.path() + QStringLiteral("/songs/a")));
-    QVERIFY(holdsFolder(dir.path() + QStringLiteral("/songs"), link + QStringLiteral("/a")));
-}
-
-void TestBackupChoice::foldersThatMustNotBeEmptied()
-{
-    const QTemporaryDir dir;
-    const QString base = dir.path();
-    const QString player = base + QStringLiteral("/media/CORVIN4/");
-    const QString home = base + QStringLiteral("/home/anna");
-    const QString program = base + QStringLiteral("/opt/program");
-    for (const QString &folder : {player + QStringLiteral("My Songs"), home + QStringLiteral("/backup"), program,
-                                  base + QStringLiteral("/opt/other")})
-        QVERIFY(QDir().mkpath(folder));
-    const QStringList keep = {program, home};
-    QVERIFY(mayBeEmptied(home + QStringLiteral("/backup"), player, keep));
-    QVERIFY(mayBeEmptied(base + QStringLiteral("/opt/other"), player, keep));
-    const QStringList refused = {QString(),
-                                 player,
-                                 player + QStringLiteral("My Songs"),
-                                 base + QStringLiteral("/media"),
-                                 home,
-                                 base + QStringLiteral("/home"),
-                                 program,
-                                 base + QStringLiteral("/opt"),
-                                 QDir::rootPath()};
-    for (const QString &folder : refused)
-        QVERIFY2(!mayBeEmptied(folder, player, keep), qPrintable(folder));
-}
-
-void TestBackupChoice::rootOfAVolumeIsKnown()
-{
-    // Inside a chroot the system knows no volume for the root folder.
-    if (QStorageInfo::root().rootPath() == QDir::rootPath())
-        QVERIFY(isVolumeRoot(QDir::rootPath()));
-    const QTemporaryDir dir;
-    QVERIFY(!isVolumeRoot(dir.path()));
-}
 
 QTEST_GUILESS_MAIN(TestBackupChoice)
 #include "tst_backupchoice.moc"

@@ -1,252 +1,176 @@
-#include "app/mainwindow.h"
-#include "procedures/archivetool.h"
-
-#include "support/boxanswerer.h"
-#include "support/platform.h"
-#include "support/simulatedplayer.h"
 #include "systemfixture.h"
 
-#include <QDir>
-#include <QElapsedTimer>
-#include <QProgressBar>
-#include <QStandardPaths>
-#include <QTest>
+#include "procedures/archivetool.h"
 
 namespace {
-constexpr int kLongWaitMs = 30000;
+
+struct Extraction : Maintenance
+{
+    Extraction() : folder(pc.path("deep/Corvin"_s)), archive(putFile(folder + "/CorvinUpdate.c4"_s, "archive")) {}
+    bool unpack() { return unpackArchive(window, archive); }
+
+    const QString folder;
+    const QString archive;
+};
+
+/// "own" is the project's tool, "system" the one that the distribution brings.
+void addTools()
+{
+    columns<QString>("tool");
+    row("own", QStringLiteral(UNAR_PROGRAM));
+#ifdef Q_OS_UNIX
+    row("system", "/usr/bin/unar"_s);
+#endif
 }
+
+} // namespace
 
 class TestExtraction : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void toolInTheProgramsFolderComesBeforeTheSystems()
+    {
+        PcFolder folder;
+        ProgramFolder programs;
+        programs.addStandIn("unar"_s);
+        // Windows has no such tool of its own.
+#ifdef Q_OS_UNIX
+        QCOMPARE(archiveTool(folder.path()), programs.path("unar"_s));
+#endif
+        folder.addFile("unar.exe"_s, "MZ");
+        QCOMPARE(archiveTool(folder.path()), folder.path("unar.exe"_s));
+        // Without any, the one that should be there is named.
+        const PcFolder empty;
+        programs.hideOthers();
+        programs.remove("unar"_s);
+        QCOMPARE(archiveTool(empty.path()), empty.path("unar.exe"_s));
+    }
 
-    void toolInTheProgramsFolderComesFirst();
-    void systemsToolIsFound();
-    void toolGetsFourArgumentsAndItsOwnFolder();
-    void archiveIsDeletedWhateverTheToolMadeOfIt_data();
-    void archiveIsDeletedWhateverTheToolMadeOfIt();
-    void withoutAToolNothingIsUnpacked();
-    void toolThatCannotBeStartedIsAFailure();
-    void realZipIsUnpacked_data();
-    void realZipIsUnpacked();
-    void nothingLandsOutsideTheFolder_data();
-    void nothingLandsOutsideTheFolder();
-    void linksOfAToolGoAndWhatTheyPointToStays();
-    void barIsBusyWhileTheToolRuns();
-    void toolThatAsksIsNotWaitedForForEver();
-    void stopEndsTheTool();
+    void toolGetsFourArgumentsAndItsOwnFolder()
+    {
+        Extraction extraction;
+        const QString arguments = extraction.pc.path("arguments"_s);
+        const QString folder = extraction.pc.path("folder"_s);
+        extraction.programs.addStandIn("unar"_s, {Does::record(arguments), Does::recordFolder(folder)});
+        QVERIFY(extraction.unpack());
+        const QStringList expected = {extraction.archive, "-o"_s, extraction.folder, "-no-directory"_s, QString()};
+        QCOMPARE(QString::fromUtf8(contentOf(arguments)).split(QLatin1Char('\n')), expected);
+        const QString programs = QFileInfo(extraction.programs.path("unar"_s)).dir().canonicalPath();
+        QCOMPARE(QString::fromUtf8(contentOf(folder)), programs + QLatin1Char('\n'));
+    }
 
-private:
-    bool unpack() { return unpackArchive(*m_window, m_archive); }
-    QStringList unpacked() const { return filesBelow(m_pc->path(QStringLiteral("deep/Corvin"))); }
-    void useTool(const QString &tool);
+    void archiveIsDeletedWhateverTheToolMadeOfIt_data()
+    {
+        columns<QString>("ending");
+        row("well", Does::exitWith(0));
+        // Deliberate: neither its exit code nor its death is looked at.
+        row("failed", Does::exitWith(3));
+        row("killed", Does::die());
+    }
+    void archiveIsDeletedWhateverTheToolMadeOfIt()
+    {
+        QFETCH(QString, ending);
+        Extraction extraction;
+        extraction.programs.addStandIn("unar"_s, {ending});
+        QVERIFY(extraction.unpack());
+        QVERIFY(!QFile::exists(extraction.archive));
+    }
 
-    QScopedPointer<TemporaryPc> m_pc;
-    QScopedPointer<ProgramFolder> m_programs;
-    QScopedPointer<ProcedureWindow> m_window;
-    QString m_archive;
+    void withoutAToolThatStartsNothingIsUnpacked()
+    {
+        Extraction extraction;
+        extraction.programs.addBroken("unar"_s);
+        QVERIFY(!extraction.unpack());
+        extraction.hideTool();
+        QVERIFY(!extraction.unpack());
+        QVERIFY(QFile::exists(extraction.archive));
+    }
+
+    void realZipIsUnpacked_data()
+    {
+        addTools();
+    }
+    void realZipIsUnpacked()
+    {
+        QFETCH(QString, tool);
+        NEEDS(QFile::exists(tool), "unar is not installed");
+        Extraction extraction;
+        addUnar(extraction.programs, tool);
+        Entries entries = {{"CorvinUpdate/sub/folder/a.exe"_s, noise(5000)},
+                           {"CorvinUpdate/.hidden"_s, "h"},
+                           {"CorvinUpdate/README"_s, "no dot"},
+                           {"CorvinUpdate/Perché così.txt"_s, "accents"}};
+        for (int i = 0; i < 1100; ++i)
+            entries.insert("CorvinUpdate/many/%1.dat"_s.arg(i), QByteArray::number(i));
+        putFile(extraction.archive, zipOf(entries));
+        QVERIFY(extraction.unpack());
+        QCOMPARE(contentBelow(extraction.folder), entries);
+    }
+
+    void nothingLandsOutsideTheFolder_data()
+    {
+        addTools();
+    }
+    void nothingLandsOutsideTheFolder()
+    {
+        QFETCH(QString, tool);
+        NEEDS(QFile::exists(tool), "unar is not installed");
+        Extraction extraction;
+        addUnar(extraction.programs, tool);
+        const QString outside = extraction.pc.path("outside"_s);
+        putFile(outside + "/kept.txt"_s);
+        putFile(extraction.archive, zipOf({{"../evil.txt"_s, "evil"},
+                                           {"../../evil.txt"_s, "evil"},
+                                           {outside + "/evil.txt"_s, "evil"},
+                                           {"CorvinUpdate/good.txt"_s, "good"}}));
+        QVERIFY(extraction.unpack());
+        QVERIFY(filesBelow(extraction.folder).contains("CorvinUpdate/good.txt"_s));
+        QCOMPARE(filesBelow(outside), words("kept.txt"));
+        QVERIFY(!QFile::exists(extraction.pc.path("evil.txt"_s)));
+        QVERIFY(!QFile::exists(extraction.pc.path("deep/evil.txt"_s)));
+    }
+
+    void linksOfAToolGoAndWhatTheyPointToStays()
+    {
+        SKIP_ON_WINDOWS("the tool that is shipped makes no links, and there is no other");
+        Extraction extraction;
+        const QString outside = extraction.pc.path("outside"_s);
+        putFile(outside + "/kept.txt"_s);
+        extraction.programs.addScript("unar"_s, "ln -s '" + outside.toLocal8Bit() + "' \"$3/CorvinUpdate.d\"\n" +
+                                                    "ln -s nowhere \"$3/dangling\"\n");
+        QVERIFY(extraction.unpack());
+        for (const QString &link : {"/CorvinUpdate.d"_s, "/dangling"_s})
+            QVERIFY2(!QFileInfo(extraction.folder + link).isSymLink(), qPrintable(link));
+        QCOMPARE(filesBelow(outside), words("kept.txt"));
+    }
+
+    void toolThatAsksIsNotWaitedForForEver()
+    {
+        Extraction extraction;
+        const QString ended = extraction.pc.path("ended"_s);
+        extraction.programs.addStandIn("unar"_s, {Does::readInput(), Does::make(ended)});
+        QVERIFY(extraction.unpack());
+        QVERIFY(QFile::exists(ended));
+    }
+
+    void barIsBusyWhileTheToolRunsAndStopEndsIt()
+    {
+        Extraction extraction;
+        extraction.useSlowTool();
+        QProgressBar *bar = extraction.window.bar();
+        bar->setRange(0, 100);
+        bar->setValue(100);
+        announce(extraction.boxes, {Titles::kStop});
+        const StopPresser stop(extraction.window, QString(), [bar] { return bar->maximum() == 0; });
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(extraction.unpack());
+        QVERIFY(clock.elapsed() < kLongWaitMs);
+        QVERIFY(!QFile::exists(extraction.archive));
+    }
 };
 
-void TestExtraction::init()
-{
-    SimulatedPlayer::disconnect();
-    m_pc.reset(new TemporaryPc);
-    m_programs.reset(new ProgramFolder);
-    m_window.reset(new ProcedureWindow);
-    m_archive = m_pc->path(QStringLiteral("deep/Corvin/CorvinUpdate.c4"));
-    putFile(m_archive, "archive");
-}
-
-void TestExtraction::cleanup()
-{
-    m_window.reset();
-    m_programs.reset();
-    m_pc.reset();
-}
-
-/// "own" is the project's tool, "system" the one that the distribution brings.
-void TestExtraction::useTool(const QString &tool)
-{
-    if (tool == QStringLiteral("own"))
-        addUnar(*m_programs);
-    else if (!QFile::exists(QStringLiteral("/usr/bin/unar")))
-        QSKIP("unar is not installed");
-    else
-        addUnar(*m_programs, QStringLiteral("/usr/bin/unar"));
-}
-
-void TestExtraction::toolInTheProgramsFolderComesFirst()
-{
-    const QTemporaryDir folder;
-    m_programs->addStandIn(QStringLiteral("unar"));
-    putFile(folder.filePath(QStringLiteral("unar.exe")), "MZ");
-    QCOMPARE(archiveTool(folder.path()), folder.filePath(QStringLiteral("unar.exe")));
-    // Without any, the one that should be there is named.
-    const QTemporaryDir empty;
-    m_programs->hideOthers();
-    m_programs->remove(QStringLiteral("unar"));
-    QCOMPARE(archiveTool(empty.path()), empty.filePath(QStringLiteral("unar.exe")));
-}
-
-void TestExtraction::systemsToolIsFound()
-{
-    SKIP_ON_WINDOWS("the system has no such tool");
-    const QTemporaryDir empty;
-    m_programs->addStandIn(QStringLiteral("unar"));
-    QCOMPARE(archiveTool(empty.path()), m_programs->path(QStringLiteral("unar")));
-}
-
-void TestExtraction::toolGetsFourArgumentsAndItsOwnFolder()
-{
-    const QString arguments = m_pc->path(QStringLiteral("arguments"));
-    const QString folder = m_pc->path(QStringLiteral("folder"));
-    m_programs->addStandIn(QStringLiteral("unar"), {Does::record(arguments), Does::recordFolder(folder)});
-    QVERIFY(unpack());
-    const QStringList expected = {m_archive, QStringLiteral("-o"), QFileInfo(m_archive).absolutePath(),
-                                  QStringLiteral("-no-directory"), QString()};
-    QCOMPARE(QString::fromUtf8(contentOf(arguments)).split(QLatin1Char('\n')), expected);
-    const QString programs = QFileInfo(m_programs->path(QStringLiteral("unar"))).dir().canonicalPath();
-    QCOMPARE(QString::fromUtf8(contentOf(folder)), programs + QLatin1Char('\n'));
-}
-
-void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt_data()
-{
-    QTest::addColumn<QString>("ending");
-    QTest::newRow("well") << Does::exitWith(0);
-    // Deliberate: neither its exit code nor its death is looked at.
-    QTest::newRow("failed") << Does::exitWith(3);
-    QTest::newRow("killed") << Does::die();
-}
-
-void TestExtraction::archiveIsDeletedWhateverTheToolMadeOfIt()
-{
-    QFETCH(QString, ending);
-    m_programs->addStandIn(QStringLiteral("unar"), {ending});
-    QVERIFY(unpack());
-    QVERIFY(!QFile::exists(m_archive));
-}
-
-void TestExtraction::withoutAToolNothingIsUnpacked()
-{
-    m_programs->hideOthers();
-    QVERIFY(!unpack());
-    QVERIFY(QFile::exists(m_archive));
-}
-
-void TestExtraction::toolThatCannotBeStartedIsAFailure()
-{
-    m_programs->addBroken(QStringLiteral("unar"));
-    QVERIFY(!unpack());
-    QVERIFY(QFile::exists(m_archive));
-}
-
-void TestExtraction::realZipIsUnpacked_data()
-{
-    QTest::addColumn<QString>("tool");
-    QTest::newRow("own") << QStringLiteral("own");
-#ifdef Q_OS_UNIX
-    QTest::newRow("system") << QStringLiteral("system");
-#endif
-}
-
-void TestExtraction::realZipIsUnpacked()
-{
-    QFETCH(QString, tool);
-    useTool(tool);
-    Entries entries = {{QStringLiteral("CorvinUpdate/sub/folder/a.exe"), noise(5000)},
-                       {QStringLiteral("CorvinUpdate/.hidden"), "h"},
-                       {QStringLiteral("CorvinUpdate/README"), "no dot"},
-                       {QStringLiteral("CorvinUpdate/Perché così.txt"), "accents"}};
-    for (int i = 0; i < 1100; ++i)
-        entries.insert(QStringLiteral("CorvinUpdate/many/%1.dat").arg(i), QByteArray::number(i));
-    putFile(m_archive, zipOf(entries));
-    QVERIFY(unpack());
-    QStringList expected = entries.keys();
-    expected.sort();
-    QCOMPARE(unpacked(), expected);
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
-        QCOMPARE(contentOf(QFileInfo(m_archive).absolutePath() + QLatin1Char('/') + entry.key()), entry.value());
-}
-
-void TestExtraction::nothingLandsOutsideTheFolder_data()
-{
-    realZipIsUnpacked_data();
-}
-
-void TestExtraction::nothingLandsOutsideTheFolder()
-{
-    QFETCH(QString, tool);
-    useTool(tool);
-    const QString outside = m_pc->path(QStringLiteral("outside"));
-    putFile(outside + QStringLiteral("/kept.txt"), "kept");
-    putFile(m_archive, zipOf({{QStringLiteral("../evil.txt"), "evil"},
-                              {QStringLiteral("../../evil.txt"), "evil"},
-                              {outside + QStringLiteral("/evil.txt"), "evil"},
-                              {QStringLiteral("CorvinUpdate/good.txt"), "good"}}));
-    QVERIFY(unpack());
-    QVERIFY(unpacked().contains(QStringLiteral("CorvinUpdate/good.txt")));
-    QCOMPARE(filesBelow(outside), QStringList{QStringLiteral("kept.txt")});
-    QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("evil.txt"))));
-    QVERIFY(!QFile::exists(m_pc->path(QStringLiteral("deep/evil.txt"))));
-}
-
-void TestExtraction::linksOfAToolGoAndWhatTheyPointToStays()
-{
-    SKIP_ON_WINDOWS("the tool that is shipped makes no links, and there is no other");
-    const QString outside = m_pc->path(QStringLiteral("outside"));
-    putFile(outside + QStringLiteral("/kept.txt"), "kept");
-    m_programs->addScript(QStringLiteral("unar"), "ln -s '" + outside.toLocal8Bit() + "' \"$3/CorvinUpdate.d\"\n" +
-                                                      "ln -s nowhere \"$3/dangling\"\n");
-    QVERIFY(unpack());
-    const QString folder = QFileInfo(m_archive).absolutePath();
-    QVERIFY(!QFileInfo(folder + QStringLiteral("/CorvinUpdate.d")).isSymLink());
-    QVERIFY(!QFileInfo(folder + QStringLiteral("/dangling")).isSymLink());
-    QCOMPARE(filesBelow(outside), QStringList{QStringLiteral("kept.txt")});
-}
-
-void TestExtraction::barIsBusyWhileTheToolRuns()
-{
-    const QString go = m_pc->path(QStringLiteral("go"));
-    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitFor(go)});
-    QProgressBar *bar = m_window->bar();
-    bar->setRange(0, 100);
-    bar->setValue(100);
-    QTimer look;
-    connect(&look, &QTimer::timeout, this, [&] {
-        if (bar->maximum() == 0)
-            putFile(go, "go");
-    });
-    look.start(5);
-    // The tool only ends once the bar was seen busy.
-    QVERIFY(unpack());
-    QVERIFY(QFile::exists(go));
-}
-
-void TestExtraction::toolThatAsksIsNotWaitedForForEver()
-{
-    const QString ended = m_pc->path(QStringLiteral("ended"));
-    m_programs->addStandIn(QStringLiteral("unar"), {Does::readInput(), Does::make(ended)});
-    QVERIFY(unpack());
-    QVERIFY(QFile::exists(ended));
-}
-
-void TestExtraction::stopEndsTheTool()
-{
-    m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("Interrompi Operazione"), QStringLiteral("Si"));
-    StopPresser stop(*m_window, QString(), [this] { return m_window->bar()->maximum() == 0; });
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(unpack());
-    QVERIFY(stop.pressed);
-    QVERIFY(clock.elapsed() < kLongWaitMs);
-    QVERIFY(!QFile::exists(m_archive));
-}
-
-QTEST_MAIN(TestExtraction)
+PAGE_TEST_MAIN(TestExtraction)
 #include "tst_extraction.moc"

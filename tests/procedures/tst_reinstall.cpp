@@ -1,35 +1,26 @@
-#include "app/mainwindow.h"
-#include "procedures/updateserver.h"
-
-#include "pages/avanzate.h"
-#include "playerdisk.h"
-#include "support/boxanswerer.h"
-#include "support/httpserver.h"
-#include "support/logcapture.h"
-#include "support/simulatedplayer.h"
 #include "systemfixture.h"
 
-#include <QDir>
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
+#include "pages/avanzate.h"
 
 namespace {
 
-const QString kLooking = QStringLiteral("Cerco se Corvin4 è connesso via USB...");
-const QString kDownloading = QStringLiteral("Scarico l' ultima release dal sito Q-Arte...");
-const QString kUnpacking = QStringLiteral("Creazione della copia del sistema operativo...");
-const QString kTransferring = QStringLiteral("Trasferimento del sistema operativo...");
-const QString kCopyingUpdate = QStringLiteral("Copia dei files dell' aggiornamento...");
-const QString kStopTitle = QStringLiteral("Interrompi Operazione");
-const QString kEndTitle = QStringLiteral("Fine operazioni");
-const QString kErrorTitle = QStringLiteral("ERRORE");
-const QString kCodeOne = QStringLiteral("Download Error , Cod 1");
-const QString kYes = QStringLiteral("Si");
-const QString kOk = QStringLiteral("OK");
-constexpr int kLeast = 10000;
-constexpr int kManyFiles = 300;
+const QStringList kOldFiles = {"AUTOEXEC.BAT"_s, "My Songs/a.mid"_s, "System/old.exe"_s};
+const QString kNewFile = "System/Corvin/Corvin.exe"_s;
+
+/// The reinstall of a player with an old system and a song.
+struct Reinstall : Maintenance
+{
+    Reinstall()
+    {
+        for (const QString &file : kOldFiles)
+            player.addFile(file, "old");
+    }
+    void run(const QList<Answer> &answers) { Maintenance::run(Slots::kReinstall, answers); }
+    bool isInstalled() const { return player.content(kNewFile) == "new"; }
+    bool isDownloadThere() const { return QFile::exists(pc.downloads()); }
+};
+
+const QStringList kSystemAlone = {kSystemArchivePath};
 
 } // namespace
 
@@ -38,400 +29,181 @@ class TestReinstall : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void systemIsReplacedAndUpdatedAndTheSongsStay()
+    {
+        Reinstall r;
+        const LogCapture log;
+        r.run({Titles::kFinished});
+        QCOMPARE(r.player.files(),
+                 (QStringList{"AUTOEXEC.BAT"_s, "Bridges/b.dat"_s, "CorvinUpdate/.hidden.cfg"_s,
+                              "CorvinUpdate/filler.bin"_s, "CorvinUpdate/sub/a.exe"_s, "Effects/e.dat"_s,
+                              "My Songs/a.mid"_s, kNewFile, "System/GuiProc/GuiProc.exe"_s, "System/filler.bin"_s}));
+        QCOMPARE(r.player.content("AUTOEXEC.BAT"_s), QByteArray("new"));
+        QCOMPARE(r.player.content("System/filler.bin"_s), noise(kLeastRelease));
+        // The update has no closing box of its own.
+        QCOMPARE(r.boxes.seen().size(), 1);
+        QVERIFY(r.lastBox().informativeText.isEmpty());
+        QVERIFY(!r.isDownloadThere());
+        QCOMPARE(statusTexts(log),
+                 (QStringList{Status::kLooking, Status::kDownloading, Status::kUnpacking, Status::kTransferring,
+                              Status::kLooking, Status::kDownloading, Status::kCopyingUpdate}));
+        QCOMPARE(r.server.requests(), (QStringList{kSystemArchivePath, kUpdateArchivePath}));
+    }
 
-    void systemIsReplacedAndUpdatedAndTheSongsStay();
-    void textsAppearInTheirOrder();
-    void archiveWithAFolderAroundEverythingIsUnderstood();
-    void absentPlayerIsToldOf();
-    void failedDownloadLeavesThePlayerAlone();
-    void missingToolLeavesThePlayerAlone();
-    void longErrorPageLeavesThePlayerAlone();
-    void playerPulledDuringTheDownloadIsToldOf();
-    void playerPulledDuringTheTransferIsNotCalledInstalled();
-    void readOnlyPlayerEndsTheProcedure();
-    void failedTransferEndsTheProcedure();
-    void folderThatCannotBeMadeEndsInItsOwnWords();
-    void failedUpdateStillEndsWithAnInstalledSystem();
-    void stopEndsSilentlyAtEachStep_data();
-    void stopEndsSilentlyAtEachStep();
-    void stopDuringTheUpdateEndsWithoutTheClosingBox_data();
-    void stopDuringTheUpdateEndsWithoutTheClosingBox();
-    void wayBackIsClosedForTheWholeTime_data();
-    void wayBackIsClosedForTheWholeTime();
+    void archiveWithAFolderAroundEverythingIsUnderstood()
+    {
+        const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"}, {"CorvinAll/"_s + kNewFile, "new"}};
+        Reinstall r;
+        r.server.serve(kSystemArchivePath, zipOf(wrapped, "CorvinAll/System/"_s, kLeastRelease));
+        r.run({Titles::kFinished});
+        QVERIFY(r.isInstalled());
+        QVERIFY(!r.player.exists("CorvinAll"_s));
+    }
 
-private:
-    static Entries systemEntries();
-    void serve();
-    void expectUntouchedPlayer() const;
+    void failureLeavesThePlayerAlone_data()
+    {
+        columns<QString, QString>("fault", "title");
+        row("absent player", "absent"_s, Titles::kDeviceNotFound);
+        row("failed download", "download"_s, Titles::kDownloadError1);
+        row("missing tool", "tool"_s, Titles::kError);
+        row("long error page", "page"_s, Titles::kError);
+        row("player pulled during the download", "pulled"_s, Titles::kDeviceNotFound);
+        row("read-only player", "read-only"_s, Titles::kError);
+    }
+    void failureLeavesThePlayerAlone()
+    {
+        QFETCH(QString, fault);
+        QFETCH(QString, title);
+        Reinstall r;
+        std::optional<Mount> mount;
+        if (fault == "absent"_s)
+            SimulatedPlayer::disconnect();
+        else if (fault == "download"_s)
+            r.server.serveError(kSystemArchivePath, 404, "short");
+        else if (fault == "tool"_s)
+            r.hideTool();
+        else if (fault == "page"_s)
+            r.server.serveError(kSystemArchivePath, 404, noise(kLeastRelease));
+        else if (fault == "pulled"_s)
+            connect(&r.server, &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
+        else
+            NEEDS(mount.emplace(QDir::cleanPath(r.player.root())).isGood(), "Nothing can be mounted here");
+        r.run({title});
+        if (title == Titles::kError)
+            expectLook(r.lastBox(), QMessageBox::Information, Titles::kError);
+        QCOMPARE(r.player.files(), kOldFiles);
+        QCOMPARE(r.server.requests(), fault == "absent"_s ? QStringList() : kSystemAlone);
+    }
 
-    QScopedPointer<TemporaryPc> m_pc;
-    QScopedPointer<ProgramFolder> m_programs;
-    QScopedPointer<HttpServer> m_server;
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<ProcedureWindow> m_window;
+    void playerPulledDuringTheTransferIsNotCalledInstalled()
+    {
+        Reinstall r;
+        MOUNT_PLAYER(player, 16);
+        putFile(player.path("My Songs/a.mid"_s), "MThd");
+        // The mount point is left, an ordinary folder that takes the rest without an error.
+        r.pullAt(player, Status::kTransferring, 2);
+        r.run({Titles::kError});
+        QVERIFY(r.pulled);
+        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
+        QCOMPARE(r.server.requests(), kSystemAlone);
+        // Nothing is mounted over what landed on the PC.
+        QVERIFY(QDir(player.root()).removeRecursively() && QDir().mkpath(player.root()));
+        QVERIFY(player.volume->mount());
+        QCOMPARE(contentOf(player.path("My Songs/a.mid"_s)), QByteArray("MThd"));
+    }
+
+    void failedTransferEndsTheProcedure()
+    {
+        Reinstall r;
+        r.player.addFile("bridges"_s, "a file");
+        r.run({Titles::kError});
+        QCOMPARE(r.lastBox().text, Titles::kError);
+        QCOMPARE(r.server.requests(), kSystemAlone);
+        QVERIFY(r.player.exists("My Songs/a.mid"_s));
+    }
+
+    void folderThatCannotBeMadeEndsInItsOwnWords()
+    {
+        Reinstall r;
+        r.serveSystem({{"Data/x.txt"_s, "x"}});
+        r.player.addFile("Data"_s, "file in the way");
+        r.run({Titles::kError, Titles::kError});
+        QCOMPARE(r.firstBox().text, Titles::kError);
+        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
+        // No update then.
+        QCOMPARE(r.server.requests(), kSystemAlone);
+        QVERIFY(!r.isDownloadThere());
+    }
+
+    void failedUpdateStillEndsWithAnInstalledSystem()
+    {
+        Reinstall r;
+        r.server.serveError(kUpdateArchivePath, 404, "short");
+        r.run({Titles::kDownloadError1, Titles::kFinished});
+        QVERIFY(r.isInstalled());
+        QVERIFY(!r.isDownloadThere());
+    }
+
+    void stopDuringTheUpdateEndsWithoutTheClosingBox_data()
+    {
+        columns<QString, QString>("step", "status");
+        row("download", Status::kDownloading, Status::kDownloading);
+        // The status line has no text of its own for it here.
+        row("unpacking", Status::kUnpacking, Status::kDownloading);
+        row("copy", Status::kCopyingUpdate, Status::kCopyingUpdate);
+    }
+    void stopDuringTheUpdateEndsWithoutTheClosingBox()
+    {
+        QFETCH(QString, step);
+        QFETCH(QString, status);
+        Reinstall r;
+        QList<Answer> answers = {Titles::kStop};
+        if (step == Status::kDownloading)
+            r.server.serveStalled(kUpdateArchivePath, noise(40000), 100);
+        if (step == Status::kCopyingUpdate)
+            answers.append(Titles::kDownloadError3);
+        connect(&r.server, &HttpServer::answered, this, [&](const QString &path) {
+            if (step == Status::kUnpacking && path == kUpdateArchivePath)
+                r.useSlowTool();
+        });
+        const StopPresser stop(r.window, status, [&, bar = r.window.bar()] {
+            return r.server.requests().contains(kUpdateArchivePath) &&
+                   (step != Status::kUnpacking || bar->maximum() == 0) &&
+                   (step != Status::kCopyingUpdate || bar->format() == "%v"_s);
+        });
+        r.run(answers);
+        QVERIFY(r.isInstalled());
+        QVERIFY(!r.player.exists("CorvinUpdate"_s));
+        QVERIFY(!r.isDownloadThere());
+    }
+
+    void wayBackIsClosedForTheWholeTime_data()
+    {
+        columns<QString>("lastBox");
+        row("well", Titles::kFinished);
+        row("failed", Titles::kDownloadError1);
+        row("stopped", Titles::kStop);
+    }
+    void wayBackIsClosedForTheWholeTime()
+    {
+        QFETCH(QString, lastBox);
+        Reinstall r;
+        const bool stops = lastBox == Titles::kStop;
+        if (lastBox == Titles::kDownloadError1)
+            r.server.serve(kSystemArchivePath, "short");
+        std::optional<StopPresser> stop;
+        if (stops)
+            stop.emplace(r.window, Status::kUnpacking);
+        auto *page = pageOf<Avanzate>(*r.window.window);
+        const auto *back = button(*page, "pushBtnBack");
+        page->show();
+        r.boxes.whenShown([back](QMessageBox *) { QVERIFY(!back->isEnabled()); });
+        r.boxes.answer(lastBox, stops ? Buttons::kSi : Buttons::kOk);
+        click(*page, "pushBtnInstall");
+        QCOMPARE(r.boxes.seen().size(), 1);
+        QVERIFY(back->isEnabled());
+    }
 };
 
-Entries TestReinstall::systemEntries()
-{
-    return {{QStringLiteral("AUTOEXEC.BAT"), "new"},
-            {QStringLiteral("System/Corvin/Corvin.exe"), "new"},
-            {QStringLiteral("System/GuiProc/GuiProc.exe"), "new"},
-            {QStringLiteral("Bridges/b.dat"), "new"},
-            {QStringLiteral("Effects/e.dat"), "new"}};
-}
-
-void TestReinstall::init()
-{
-    m_pc.reset(new TemporaryPc);
-    m_programs.reset(new ProgramFolder);
-    addUnar(*m_programs);
-    m_server.reset(new HttpServer);
-    qputenv("CORVIN_UPDATE_SERVER", m_server->address().toLatin1());
-    m_player.reset(new SimulatedPlayer);
-    m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "old");
-    m_player->addFile(QStringLiteral("System/old.exe"), "old");
-    m_player->addFile(QStringLiteral("My Songs/a.mid"), "MThd");
-    m_window.reset(new ProcedureWindow);
-}
-
-void TestReinstall::cleanup()
-{
-    m_window.reset();
-    m_player.reset();
-    m_server.reset();
-    m_programs.reset();
-    m_pc.reset();
-    qunsetenv("CORVIN_UPDATE_SERVER");
-}
-
-void TestReinstall::serve()
-{
-    m_server->serve(kSystemArchivePath, zipOf(systemEntries(), QStringLiteral("System/"), kLeast));
-    m_server->serve(kUpdateArchivePath,
-                    zipOf({{QStringLiteral("CorvinUpdate/u.exe"), "update"}}, QStringLiteral("CorvinUpdate/"), kLeast));
-}
-
-void TestReinstall::expectUntouchedPlayer() const
-{
-    QCOMPARE(m_player->files(), (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("My Songs/a.mid"),
-                                             QStringLiteral("System/old.exe")}));
-    QVERIFY(m_window->isAtRest());
-}
-
-void TestReinstall::systemIsReplacedAndUpdatedAndTheSongsStay()
-{
-    serve();
-    BoxAnswerer answers;
-    answers.answer(kEndTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(m_player->files(),
-             (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("Bridges/b.dat"),
-                          QStringLiteral("CorvinUpdate/filler.bin"), QStringLiteral("CorvinUpdate/u.exe"),
-                          QStringLiteral("Effects/e.dat"), QStringLiteral("My Songs/a.mid"),
-                          QStringLiteral("System/Corvin/Corvin.exe"), QStringLiteral("System/GuiProc/GuiProc.exe"),
-                          QStringLiteral("System/filler.bin")}));
-    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("new"));
-    QCOMPARE(m_player->content(QStringLiteral("System/filler.bin")), noise(kLeast));
-    QCOMPARE(answers.seen().first().text,
-             QStringLiteral("Installazione terminata.\nSpegnere il Corvin e scollegare dal PC e riaccendere Corvin.\n"
-                            "Se viene chiesto di riavviare, spegnere e accendere\n"
-                            "finchè non appare la lista delle canzoni."));
-    QCOMPARE(answers.seen().first().icon, QMessageBox::Information);
-    QVERIFY(answers.seen().first().informativeText.isEmpty());
-    QVERIFY(!QFile::exists(m_pc->downloads()));
-    QVERIFY(m_window->isAtRest());
-}
-
-void TestReinstall::textsAppearInTheirOrder()
-{
-    serve();
-    BoxAnswerer answers;
-    answers.answer(kEndTitle, kOk);
-    const LogCapture log;
-    m_window->run("reinstallOpSysOnly");
-    const QString prefix = QStringLiteral("MainWindow::on_updateLabelAction : ");
-    QStringList expected;
-    for (const QString &text :
-         {kLooking, kDownloading, kUnpacking, kTransferring, kLooking, kDownloading, kCopyingUpdate})
-        expected.append(prefix + QLatin1Char('"') + text + QLatin1Char('"'));
-    QCOMPARE(log.textsStartingWith(prefix), expected);
-    QCOMPARE(m_server->requests(), (QStringList{kSystemArchivePath, kUpdateArchivePath}));
-}
-
-void TestReinstall::archiveWithAFolderAroundEverythingIsUnderstood()
-{
-    serve();
-    const Entries plain = systemEntries();
-    Entries wrapped;
-    for (auto entry = plain.begin(); entry != plain.end(); ++entry)
-        wrapped.insert(QStringLiteral("CorvinAll/") + entry.key(), entry.value());
-    m_server->serve(kSystemArchivePath, zipOf(wrapped, QStringLiteral("CorvinAll/System/"), kLeast));
-    BoxAnswerer answers;
-    answers.answer(kEndTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(m_player->content(QStringLiteral("System/Corvin/Corvin.exe")), QByteArray("new"));
-    QVERIFY(!m_player->exists(QStringLiteral("CorvinAll")));
-}
-
-void TestReinstall::absentPlayerIsToldOf()
-{
-    serve();
-    SimulatedPlayer::disconnect();
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("Corvin4 non è stato trovato"), kOk);
-    m_window->run("reinstallOpSysOnly");
-    QVERIFY(m_server->requests().isEmpty());
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::failedDownloadLeavesThePlayerAlone()
-{
-    BoxAnswerer answers;
-    answers.answer(kCodeOne, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(answers.seen().first().text,
-             QStringLiteral("C'è stato un errore durante il download dell' aggiornamento di Corvin\n"
-                            "Riprovare più tardi"));
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::missingToolLeavesThePlayerAlone()
-{
-    serve();
-    m_programs->remove(QStringLiteral("unar"));
-    m_programs->hideOthers();
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(answers.seen().first().text, kErrorTitle);
-    QCOMPARE(answers.seen().first().icon, QMessageBox::Information);
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::longErrorPageLeavesThePlayerAlone()
-{
-    m_server->serveError(kSystemArchivePath, 404, noise(kLeast));
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::playerPulledDuringTheDownloadIsToldOf()
-{
-    serve();
-    connect(m_server.data(), &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("Corvin4 non è stato trovato"), kOk);
-    m_window->run("reinstallOpSysOnly");
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::playerPulledDuringTheTransferIsNotCalledInstalled()
-{
-    QString why;
-    if (!ExFatVolume::isPossible(&why))
-        QSKIP(qPrintable(why));
-    const MountedPlayer player(16);
-    QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
-    putFile(player.path(QStringLiteral("My Songs/a.mid")), "MThd");
-    serve();
-    // The mount point is left, an ordinary folder that takes the rest without an error.
-    bool pulled = false;
-    connect(m_window->bar(), &QProgressBar::valueChanged, this, [&](int value) {
-        if (m_window->status() == kTransferring && value == 2 && !pulled)
-            pulled = player.volume->pull();
-    });
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QVERIFY(pulled);
-    QCOMPARE(answers.seen().first().text, QStringLiteral("Procedura terminata in modo inaspettato.\n"
-                                                         "Provare a reinstallare il sistema operativo."));
-    QCOMPARE(answers.seen().first().icon, QMessageBox::Critical);
-    QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
-    // Nothing is mounted over what landed on the PC.
-    QVERIFY(QDir(player.root()).removeRecursively() && QDir().mkpath(player.root()));
-    QVERIFY(player.volume->mount());
-    QCOMPARE(contentOf(player.path(QStringLiteral("My Songs/a.mid"))), QByteArray("MThd"));
-}
-
-void TestReinstall::readOnlyPlayerEndsTheProcedure()
-{
-    serve();
-    const Mount mount(QDir::cleanPath(m_player->root()));
-    if (!mount.isGood())
-        QSKIP("Nothing can be mounted here");
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(answers.seen().first().text, kErrorTitle);
-    expectUntouchedPlayer();
-}
-
-void TestReinstall::failedTransferEndsTheProcedure()
-{
-    serve();
-    m_player->addFile(QStringLiteral("bridges"), "a file");
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(answers.seen().first().text, kErrorTitle);
-    QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
-    QVERIFY(m_player->exists(QStringLiteral("My Songs/a.mid")));
-    QVERIFY(m_window->isAtRest());
-}
-
-void TestReinstall::folderThatCannotBeMadeEndsInItsOwnWords()
-{
-    Entries entries = systemEntries();
-    entries.insert(QStringLiteral("Data/x.txt"), "x");
-    m_server->serve(kSystemArchivePath, zipOf(entries, QStringLiteral("System/"), kLeast));
-    m_player->addFile(QStringLiteral("Data"), "file in the way");
-    BoxAnswerer answers;
-    answers.answer(kErrorTitle, kOk);
-    answers.answer(kErrorTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(answers.seen().at(0).text, kErrorTitle);
-    QCOMPARE(answers.seen().at(1).text, QStringLiteral("Procedura terminata in modo inaspettato.\n"
-                                                       "Provare a reinstallare il sistema operativo."));
-    QCOMPARE(answers.seen().at(1).icon, QMessageBox::Critical);
-    // No update then.
-    QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
-    QVERIFY(!QFile::exists(m_pc->downloads()));
-    QVERIFY(m_window->isAtRest());
-}
-
-void TestReinstall::failedUpdateStillEndsWithAnInstalledSystem()
-{
-    m_server->serve(kSystemArchivePath, zipOf(systemEntries(), QStringLiteral("System/"), kLeast));
-    BoxAnswerer answers;
-    answers.answer(kCodeOne, kOk);
-    answers.answer(kEndTitle, kOk);
-    m_window->run("reinstallOpSysOnly");
-    QCOMPARE(m_player->content(QStringLiteral("System/Corvin/Corvin.exe")), QByteArray("new"));
-    QVERIFY(!QFile::exists(m_pc->downloads()));
-}
-
-void TestReinstall::stopEndsSilentlyAtEachStep_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<bool>("systemTouched");
-    QTest::newRow("download") << kDownloading << false;
-    QTest::newRow("unpacking") << kUnpacking << false;
-    QTest::newRow("transfer") << kTransferring << true;
-}
-
-void TestReinstall::stopEndsSilentlyAtEachStep()
-{
-    QFETCH(QString, step);
-    QFETCH(bool, systemTouched);
-    QString why;
-    if (!PlayerDisk::isPossible(&why))
-        QSKIP(qPrintable(why));
-    const PlayerDisk player;
-    QVERIFY2(player.isThere(), qPrintable(player.error()));
-    putFile(player.path(QStringLiteral("System/old.exe")), "old");
-    putFile(player.path(QStringLiteral("My Songs/a.mid")), "MThd");
-    Entries entries = systemEntries();
-    for (int i = 0; i < kManyFiles; ++i)
-        entries.insert(QStringLiteral("System/%1.dat").arg(i), "x");
-    m_server->serve(kSystemArchivePath, zipOf(entries, QStringLiteral("System/"), kLeast));
-    if (step == kUnpacking)
-        m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
-
-    BoxAnswerer answers;
-    answers.answer(kStopTitle, kYes);
-    const StopPresser stop(*m_window, step, [&] { return step != kTransferring || m_window->bar()->value() > 5; });
-    m_window->run("reinstallOpSysOnly");
-    QVERIFY(stop.pressed);
-    QCOMPARE(answers.seen().size(), 1);
-    QVERIFY(m_window->isAtRest());
-    QCOMPARE(QFile::exists(player.path(QStringLiteral("System/old.exe"))), !systemTouched);
-    QCOMPARE(contentOf(player.path(QStringLiteral("My Songs/a.mid"))), QByteArray("MThd"));
-    QCOMPARE(m_server->requests(), QStringList{kSystemArchivePath});
-}
-
-void TestReinstall::stopDuringTheUpdateEndsWithoutTheClosingBox_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::newRow("download") << kDownloading;
-    QTest::newRow("unpacking") << kUnpacking;
-    QTest::newRow("copy") << kCopyingUpdate;
-}
-
-void TestReinstall::stopDuringTheUpdateEndsWithoutTheClosingBox()
-{
-    QFETCH(QString, step);
-    serve();
-    BoxAnswerer answers;
-    answers.answer(kStopTitle, kYes);
-    QString status = step;
-    if (step == kDownloading) {
-        m_server->serveStalled(kUpdateArchivePath, noise(40000), 100);
-    } else if (step == kUnpacking) {
-        // The status line has no text of its own for it here.
-        status = kDownloading;
-        connect(m_server.data(), &HttpServer::answered, this, [this](const QString &path) {
-            if (path == kUpdateArchivePath)
-                m_programs->addStandIn(QStringLiteral("unar"), {Does::waitForever()});
-        });
-    } else {
-        answers.answer(QStringLiteral("Download Error , Cod 3"), kOk);
-    }
-    const StopPresser stop(*m_window, status, [&] {
-        return m_server->requests().contains(kUpdateArchivePath) &&
-               (step != kUnpacking || m_window->bar()->maximum() == 0) &&
-               (step != kCopyingUpdate || m_window->bar()->format() == QStringLiteral("%v"));
-    });
-    m_window->run("reinstallOpSysOnly");
-    QVERIFY(stop.pressed);
-    QCOMPARE(answers.pending(), 0);
-    QCOMPARE(m_player->content(QStringLiteral("System/Corvin/Corvin.exe")), QByteArray("new"));
-    QVERIFY(!m_player->exists(QStringLiteral("CorvinUpdate")));
-    QVERIFY(!QFile::exists(m_pc->downloads()));
-    QVERIFY(m_window->isAtRest());
-}
-
-void TestReinstall::wayBackIsClosedForTheWholeTime_data()
-{
-    QTest::addColumn<QString>("ending");
-    QTest::newRow("well") << QStringLiteral("well");
-    QTest::newRow("failed") << QStringLiteral("failed");
-    QTest::newRow("stopped") << QStringLiteral("stopped");
-}
-
-void TestReinstall::wayBackIsClosedForTheWholeTime()
-{
-    QFETCH(QString, ending);
-    serve();
-    BoxAnswerer answers;
-    if (ending == QStringLiteral("failed")) {
-        m_server->serve(kSystemArchivePath, "short");
-        answers.answer(kCodeOne, kOk);
-    } else if (ending == QStringLiteral("stopped")) {
-        answers.answer(kStopTitle, kYes);
-    } else {
-        answers.answer(kEndTitle, kOk);
-    }
-    const StopPresser stop(*m_window, kUnpacking, [&ending] { return ending == QStringLiteral("stopped"); });
-    auto *page = m_window->window->findChild<Avanzate *>();
-    auto *back = page->findChild<QPushButton *>(QStringLiteral("pushBtnBack"));
-    auto *install = page->findChild<QPushButton *>(QStringLiteral("pushBtnInstall"));
-    page->show();
-    int looks = 0;
-    int open = 0;
-    answers.whenShown([&](QMessageBox *) {
-        ++looks;
-        open += back->isEnabled() ? 1 : 0;
-    });
-    QTest::mouseClick(install, Qt::LeftButton);
-    QCOMPARE(looks, 1);
-    QCOMPARE(open, 0);
-    QVERIFY(back->isEnabled());
-}
-
-QTEST_MAIN(TestReinstall)
+PAGE_TEST_MAIN(TestReinstall)
 #include "tst_reinstall.moc"

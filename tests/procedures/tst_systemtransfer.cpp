@@ -1,207 +1,159 @@
-#include "app/mainwindow.h"
-#include "procedures/systemattributes.h"
-
-#include "support/boxanswerer.h"
-#include "support/platform.h"
-#include "support/simulatedplayer.h"
 #include "systemfixture.h"
 
-#include <QDir>
-#include <QProgressBar>
-#include <QTest>
+#include "procedures/systemattributes.h"
+
+namespace {
+
+const QStringList kNewSystem = words("AUTOEXEC.BAT Bridges/b.dat Effects/e.dat System/Corvin/Corvin.exe");
+
+/// An unpacked system for a player.
+struct Replacement : Maintenance
+{
+    Replacement()
+    {
+        for (const QString &file : kNewSystem)
+            unpack(file);
+    }
+    void unpack(const QString &file) const { putFile(pc.downloads(file), "new"); }
+    bool run() { return transferSystem(window, player.root(), pc.downloads()); }
+    bool isBatchThere() const { return QFile::exists(pc.downloads("MATTRB.BAT"_s)); }
+    void addOld(const QStringList &files)
+    {
+        for (const QString &file : files)
+            player.addFile(file, "old");
+    }
+};
+
+} // namespace
 
 class TestSystemTransfer : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
-    void systemPartsAreReplacedAndAllElseStays();
-    void systemPartsAreFoundWhateverTheirCase();
-    void transferOnARealVolume();
-    void linksOnThePlayerAreRemovedNotFollowed();
-    void partThatCannotBeRemovedEndsTheTransfer();
-    void failedCopyEndsTheTransferBeforeTheBatch();
-    void folderThatCannotBeMadeIsToldByTheFlagAlone();
-    void stopDuringTheCopyEndsTheTransfer();
-    void batchFileHidesSystemAndStartUpFile();
-    void batchFileIsWrittenIntoTheUnpackedFolder();
-    void batchFileThatCannotBeWrittenIsAFailure();
-    void volumeWithoutAttributesIsLeftAsItIs();
-
-private:
-    void unpack(const QString &relative, const QByteArray &content = "new") const
+    void systemPartsAreReplacedAndAllElseStays()
     {
-        putFile(m_unpacked + QLatin1Char('/') + relative, content);
+        const QStringList others = {"CorvinImportDB.sql"_s, "Images/c.jpg"_s,      "My Songs/System/b.mid"_s,
+                                    "My Songs/a.mid"_s,     "SystemNotes/n.txt"_s, "d.mp3"_s};
+        Replacement transfer;
+        transfer.addOld(others + words("System/old.exe System/Playlist/mine.pls Bridges/old.dat Effects/old/e.dat "
+                                       "AUTOEXEC.BAT"));
+        // No question is asked: what is replaced was removed before.
+        QVERIFY(transfer.run());
+        QStringList expected = kNewSystem + others;
+        expected.sort();
+        QCOMPARE(transfer.player.files(), expected);
+        QCOMPARE(transfer.player.content("AUTOEXEC.BAT"_s), QByteArray("new"));
+        QCOMPARE(transfer.player.content("My Songs/System/b.mid"_s), QByteArray("old"));
     }
-    bool transfer() { return transferSystem(*m_window, m_player->root(), m_unpacked); }
 
-    QScopedPointer<TemporaryPc> m_pc;
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<ProcedureWindow> m_window;
-    QString m_unpacked;
+    void systemPartsAreFoundWhateverTheirCase()
+    {
+        Replacement transfer;
+        transfer.addOld(words("SYSTEM/a.exe system/b.exe bRIDGES/old.dat EFFECTS/old.dat autoexec.bat"));
+        QVERIFY(transfer.run());
+        QCOMPARE(transfer.player.files(), kNewSystem);
+        QCOMPARE(transfer.player.folders(), words("Bridges Effects System"));
+    }
+
+    void transferOnARealVolume()
+    {
+        Replacement transfer;
+        MOUNT_PLAYER(player, 16);
+        for (const auto *old : {"SYSTEM/a.exe", "bridges/old.dat", "autoexec.bat", "My Songs/a.mid"})
+            putFile(player.path(QLatin1String(old)), "old");
+        QVERIFY(transferSystem(transfer.window, player.root(), transfer.pc.downloads()));
+        QCOMPARE(player.files(), (QStringList{"AUTOEXEC.BAT"_s, "Bridges/b.dat"_s, "Effects/e.dat"_s,
+                                              "My Songs/a.mid"_s, "System/Corvin/Corvin.exe"_s}));
+        QCOMPARE(contentOf(player.path("AUTOEXEC.BAT"_s)), QByteArray("new"));
+    }
+
+    void linksOnThePlayerAreRemovedNotFollowed()
+    {
+        SKIP_ON_WINDOWS("links are files of another kind here");
+        Replacement transfer;
+        const QString home = transfer.pc.path("home"_s);
+        putFile(home + "/letter.txt"_s);
+        transfer.player.addFile("bridges/old.dat"_s);
+        QVERIFY(QFile::link(home, transfer.player.path("effects"_s)));
+        QVERIFY(QFile::link(home, transfer.player.path("bridges/link"_s)));
+        QVERIFY(transfer.run());
+        QCOMPARE(filesBelow(home), words("letter.txt"));
+        QVERIFY(!transfer.player.exists("effects"_s));
+    }
+
+    void partThatCannotBeRemovedEndsTheTransfer()
+    {
+        Replacement transfer;
+        // A file where the folder should be.
+        transfer.addOld(words("bridges system/a.exe effects/e.dat AUTOEXEC.BAT"));
+        QVERIFY(!transfer.run());
+        // Removed in their order, up to the one that failed.
+        QCOMPARE(transfer.player.files(), words("AUTOEXEC.BAT bridges effects/e.dat"));
+        QVERIFY(!transfer.isBatchThere());
+    }
+
+    void whatCannotBeWrittenEndsTheTransfer_data()
+    {
+        columns<QString, Answer, bool, bool>("unpacked", "box", "goesOn", "flag");
+        row("file, before the batch", "Aaa.d/x.txt"_s, Answer(Titles::kCopyFailed, Buttons::kNo), false, true);
+        row("folder, told by the flag alone", "Data/x.txt"_s, Answer(Titles::kError), true, false);
+        row("batch file", "MATTRB.BAT/x.txt"_s, Answer(Titles::kCopyFailed), false, true);
+    }
+    void whatCannotBeWrittenEndsTheTransfer()
+    {
+        QFETCH(QString, unpacked);
+        QFETCH(Answer, box);
+        QFETCH(bool, goesOn);
+        Replacement transfer;
+        transfer.unpack(unpacked);
+        transfer.player.addFile("Data"_s, "file in the way");
+        announce(transfer.boxes, {box});
+        QCOMPARE(transfer.run(), goesOn);
+        QTEST(transfer.window->procedureOk, "flag");
+        QCOMPARE(QFileInfo(transfer.pc.downloads("MATTRB.BAT"_s)).isFile(), goesOn);
+        QCOMPARE(transfer.player.content("Data"_s), QByteArray("file in the way"));
+    }
+
+    void stopDuringTheCopyEndsTheTransfer()
+    {
+        Replacement transfer;
+        transfer.window->abortRequested = true;
+        QVERIFY(!transfer.run());
+        // The first file of the sorted list, and no other.
+        QCOMPARE(transfer.player.files(), words("AUTOEXEC.BAT"));
+        QVERIFY(!transfer.isBatchThere());
+    }
+
+    void batchFileHidesSystemAndStartUpFile()
+    {
+        QCOMPARE(attributeBatch(Player("E:/"_s)),
+                 QByteArray("ATTRIB +H +S E:\\System\nATTRIB +H +S E:\\AUTOEXEC.BAT\n"));
+        QCOMPARE(attributeBatch(Player("/media/anna/CORVIN4/"_s)),
+                 QByteArray("ATTRIB +H +S \\media\\anna\\CORVIN4\\System\n"
+                            "ATTRIB +H +S \\media\\anna\\CORVIN4\\AUTOEXEC.BAT\n"));
+    }
+
+    void batchFileIsWrittenIntoTheUnpackedFolder()
+    {
+        Replacement transfer;
+        QVERIFY(transfer.run());
+        QCOMPARE(contentOf(transfer.pc.downloads("MATTRB.BAT"_s)), attributeBatch(Player(transfer.player.root())));
+        // Written after the copy: it is none of the player's files.
+        QVERIFY(!transfer.player.exists("MATTRB.BAT"_s));
+    }
+
+    void volumeWithoutAttributesIsLeftAsItIs()
+    {
+        SKIP_ON_WINDOWS("every volume has attributes");
+        Replacement transfer;
+        transfer.addOld(words("System/a.exe AUTOEXEC.BAT"));
+        QVERIFY(runAttributeBatch(transfer.pc.downloads("MATTRB.BAT"_s), Player(transfer.player.root())));
+        QCOMPARE(transfer.player.content("AUTOEXEC.BAT"_s), QByteArray("old"));
+        // Nothing there to hide is no failure either.
+        QVERIFY(runAttributeBatch(QString(), Player(transfer.pc.path("nowhere/"_s))));
+    }
 };
 
-void TestSystemTransfer::init()
-{
-    m_pc.reset(new TemporaryPc);
-    m_unpacked = m_pc->downloads();
-    m_player.reset(new SimulatedPlayer);
-    m_window.reset(new ProcedureWindow);
-    unpack(QStringLiteral("System/Corvin/Corvin.exe"));
-    unpack(QStringLiteral("Bridges/b.dat"));
-    unpack(QStringLiteral("Effects/e.dat"));
-    unpack(QStringLiteral("AUTOEXEC.BAT"));
-}
-
-void TestSystemTransfer::cleanup()
-{
-    m_window.reset();
-    m_player.reset();
-    m_pc.reset();
-}
-
-void TestSystemTransfer::systemPartsAreReplacedAndAllElseStays()
-{
-    for (const auto *old : {"System/old.exe", "System/Playlist/mine.pls", "Bridges/old.dat", "Effects/old/e.dat",
-                            "AUTOEXEC.BAT", "My Songs/a.mid", "My Songs/System/b.mid", "Images/c.jpg", "d.mp3",
-                            "CorvinImportDB.sql", "SystemNotes/n.txt"})
-        m_player->addFile(QLatin1String(old), "old");
-    // No question is asked: what is replaced was removed before.
-    const BoxAnswerer answers;
-    QVERIFY(transfer());
-    QStringList expected;
-    for (const auto *file :
-         {"AUTOEXEC.BAT", "Bridges/b.dat", "CorvinImportDB.sql", "Effects/e.dat", "Images/c.jpg",
-          "My Songs/System/b.mid", "My Songs/a.mid", "System/Corvin/Corvin.exe", "SystemNotes/n.txt", "d.mp3"})
-        expected.append(QLatin1String(file));
-    QCOMPARE(m_player->files(), expected);
-    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("new"));
-    QCOMPARE(m_player->content(QStringLiteral("My Songs/System/b.mid")), QByteArray("old"));
-}
-
-void TestSystemTransfer::systemPartsAreFoundWhateverTheirCase()
-{
-    for (const auto *old : {"SYSTEM/a.exe", "system/b.exe", "bRIDGES/old.dat", "EFFECTS/old.dat", "autoexec.bat"})
-        m_player->addFile(QLatin1String(old), "old");
-    QVERIFY(transfer());
-    QCOMPARE(m_player->files(),
-             (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("Bridges/b.dat"),
-                          QStringLiteral("Effects/e.dat"), QStringLiteral("System/Corvin/Corvin.exe")}));
-    QCOMPARE(m_player->folders(),
-             (QStringList{QStringLiteral("Bridges"), QStringLiteral("Effects"), QStringLiteral("System")}));
-}
-
-void TestSystemTransfer::transferOnARealVolume()
-{
-    QString why;
-    if (!ExFatVolume::isPossible(&why))
-        QSKIP(qPrintable(why));
-    const MountedPlayer player(16);
-    QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
-    for (const auto *old : {"SYSTEM/a.exe", "bridges/old.dat", "autoexec.bat", "My Songs/a.mid"})
-        putFile(player.path(QLatin1String(old)), "old");
-    const BoxAnswerer answers;
-    QVERIFY(transferSystem(*m_window, player.root(), m_unpacked));
-    QCOMPARE(player.files(), (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("Bridges/b.dat"),
-                                          QStringLiteral("Effects/e.dat"), QStringLiteral("My Songs/a.mid"),
-                                          QStringLiteral("System/Corvin/Corvin.exe")}));
-    QCOMPARE(contentOf(player.path(QStringLiteral("AUTOEXEC.BAT"))), QByteArray("new"));
-}
-
-void TestSystemTransfer::linksOnThePlayerAreRemovedNotFollowed()
-{
-    SKIP_ON_WINDOWS("links are files of another kind here");
-    putFile(m_pc->path(QStringLiteral("home/letter.txt")), "mine");
-    m_player->addFile(QStringLiteral("bridges/old.dat"));
-    QVERIFY(QFile::link(m_pc->path(QStringLiteral("home")), m_player->path(QStringLiteral("effects"))));
-    QVERIFY(QFile::link(m_pc->path(QStringLiteral("home")), m_player->path(QStringLiteral("bridges/link"))));
-    QVERIFY(transfer());
-    QCOMPARE(filesBelow(m_pc->path(QStringLiteral("home"))), QStringList{QStringLiteral("letter.txt")});
-    QVERIFY(!m_player->exists(QStringLiteral("effects")));
-}
-
-void TestSystemTransfer::partThatCannotBeRemovedEndsTheTransfer()
-{
-    // A file where the folder should be.
-    m_player->addFile(QStringLiteral("bridges"), "file");
-    m_player->addFile(QStringLiteral("system/a.exe"), "old");
-    m_player->addFile(QStringLiteral("effects/e.dat"), "old");
-    m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "old");
-    QVERIFY(!transfer());
-    // Removed in their order, up to the one that failed.
-    QCOMPARE(m_player->files(),
-             (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("bridges"), QStringLiteral("effects/e.dat")}));
-    QVERIFY(!QFile::exists(m_unpacked + QStringLiteral("/MATTRB.BAT")));
-}
-
-void TestSystemTransfer::failedCopyEndsTheTransferBeforeTheBatch()
-{
-    unpack(QStringLiteral("Aaa.d/x.txt"));
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("Errore sulla copia"), QStringLiteral("No"));
-    QVERIFY(!transfer());
-    QVERIFY((*m_window)->procedureOk);
-    QVERIFY(!QFile::exists(m_unpacked + QStringLiteral("/MATTRB.BAT")));
-}
-
-void TestSystemTransfer::folderThatCannotBeMadeIsToldByTheFlagAlone()
-{
-    unpack(QStringLiteral("Data/x.txt"));
-    m_player->addFile(QStringLiteral("Data"), "file in the way");
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("ERRORE"), QStringLiteral("OK"));
-    QVERIFY(transfer());
-    QVERIFY(!(*m_window)->procedureOk);
-    QCOMPARE(m_player->content(QStringLiteral("Data")), QByteArray("file in the way"));
-}
-
-void TestSystemTransfer::stopDuringTheCopyEndsTheTransfer()
-{
-    (*m_window)->abortRequested = true;
-    QVERIFY(!transfer());
-    // The first file of the sorted list, and no other.
-    QCOMPARE(m_player->files(), QStringList{QStringLiteral("AUTOEXEC.BAT")});
-    QVERIFY(!QFile::exists(m_unpacked + QStringLiteral("/MATTRB.BAT")));
-}
-
-void TestSystemTransfer::batchFileHidesSystemAndStartUpFile()
-{
-    QCOMPARE(attributeBatch(QStringLiteral("E:/")),
-             QByteArray("ATTRIB +H +S E:\\System\nATTRIB +H +S E:\\AUTOEXEC.BAT\n"));
-    QCOMPARE(attributeBatch(QStringLiteral("/media/anna/CORVIN4/")),
-             QByteArray("ATTRIB +H +S \\media\\anna\\CORVIN4\\System\n"
-                        "ATTRIB +H +S \\media\\anna\\CORVIN4\\AUTOEXEC.BAT\n"));
-}
-
-void TestSystemTransfer::batchFileIsWrittenIntoTheUnpackedFolder()
-{
-    QVERIFY(transfer());
-    QCOMPARE(contentOf(m_unpacked + QStringLiteral("/MATTRB.BAT")), attributeBatch(m_player->root()));
-    // Written after the copy: it is none of the player's files.
-    QVERIFY(!m_player->exists(QStringLiteral("MATTRB.BAT")));
-}
-
-void TestSystemTransfer::batchFileThatCannotBeWrittenIsAFailure()
-{
-    QVERIFY(QDir().mkpath(m_unpacked + QStringLiteral("/MATTRB.BAT")));
-    BoxAnswerer answers;
-    answers.answer(QStringLiteral("Errore sulla copia"), QStringLiteral("Si"));
-    QVERIFY(!transfer());
-}
-
-void TestSystemTransfer::volumeWithoutAttributesIsLeftAsItIs()
-{
-    SKIP_ON_WINDOWS("every volume has attributes");
-    m_player->addFile(QStringLiteral("System/a.exe"), "a");
-    m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "b");
-    QVERIFY(runAttributeBatch(m_unpacked + QStringLiteral("/MATTRB.BAT"), Player(m_player->root())));
-    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("b"));
-    // Nothing there to hide is no failure either.
-    QVERIFY(runAttributeBatch(QString(), Player(m_pc->path(QStringLiteral("nowhere/")))));
-}
-
-QTEST_MAIN(TestSystemTransfer)
+PAGE_TEST_MAIN(TestSystemTransfer)
 #include "tst_systemtransfer.moc"

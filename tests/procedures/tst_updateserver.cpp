@@ -1,54 +1,38 @@
 #include "procedures/updateserver.h"
 
-#include <QTest>
+#include "support/testing.h"
 
 class TestUpdateServer : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
-    void addressOfTheBuildIsUsed();
-    void environmentOverridesTheBuild_data();
-    void environmentOverridesTheBuild();
-    void pathsAreTheServers();
+    void init() { qunsetenv("CORVIN_UPDATE_SERVER"); }
+
+    void environmentOverridesTheBuild_data()
+    {
+        columns<QByteArray, QString>("address", "url");
+        row("not set", QByteArray(), QStringLiteral(BUILT_IN_SERVER "/x"));
+        row("plain", QByteArray("http://127.0.0.1:8080"), "http://127.0.0.1:8080/x"_s);
+        row("closing slashes", QByteArray("http://shop//"), "http://shop/x"_s);
+        row("blanks around", QByteArray(" http://shop "), "http://shop/x"_s);
+        row("below a path", QByteArray("http://shop/c4/"), "http://shop/c4/x"_s);
+        row("empty counts as not set", QByteArray(""), QStringLiteral(BUILT_IN_SERVER "/x"));
+    }
+    void environmentOverridesTheBuild()
+    {
+        QFETCH(QByteArray, address);
+        if (!address.isNull())
+            qputenv("CORVIN_UPDATE_SERVER", address);
+        QTEST(updateServerUrl("/x"_s), "url");
+    }
+
+    void pathsAreTheServers()
+    {
+        QCOMPARE(kUpdateArchivePath, "/download/Corvin4/CorvinUpdate.c4"_s);
+        QCOMPARE(kSystemArchivePath, "/download/Corvin4/CorvinAll.zip"_s);
+    }
 };
-
-void TestUpdateServer::cleanup()
-{
-    qunsetenv("CORVIN_UPDATE_SERVER");
-}
-
-void TestUpdateServer::addressOfTheBuildIsUsed()
-{
-    qunsetenv("CORVIN_UPDATE_SERVER");
-    QCOMPARE(updateServerUrl(QStringLiteral("/a/b.zip")), QStringLiteral(BUILT_IN_SERVER "/a/b.zip"));
-}
-
-void TestUpdateServer::environmentOverridesTheBuild_data()
-{
-    QTest::addColumn<QByteArray>("address");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("plain") << QByteArray("http://127.0.0.1:8080") << QStringLiteral("http://127.0.0.1:8080/x");
-    QTest::newRow("closing slashes") << QByteArray("http://shop//") << QStringLiteral("http://shop/x");
-    QTest::newRow("blanks around") << QByteArray(" http://shop ") << QStringLiteral("http://shop/x");
-    QTest::newRow("below a path") << QByteArray("http://shop/c4/") << QStringLiteral("http://shop/c4/x");
-    QTest::newRow("empty counts as not set") << QByteArray("") << QStringLiteral(BUILT_IN_SERVER "/x");
-}
-
-void TestUpdateServer::environmentOverridesTheBuild()
-{
-    QFETCH(QByteArray, address);
-    QFETCH(QString, url);
-    qputenv("CORVIN_UPDATE_SERVER", address);
-    QCOMPARE(updateServerUrl(QStringLiteral("/x")), url);
-}
-
-void TestUpdateServer::pathsAreTheServers()
-{
-    QCOMPARE(kUpdateArchivePath, QStringLiteral("/download/Corvin4/CorvinUpdate.c4"));
-    QCOMPARE(kSystemArchivePath, QStringLiteral("/download/Corvin4/CorvinAll.zip"));
-}
 
 QTEST_GUILESS_MAIN(TestUpdateServer)
 #include "tst_updateserver.moc"

@@ -2,12 +2,7 @@
 // files, and that is no obstacle to the next transfer.
 #include "systemfixture.h"
 
-#include "app/mainwindow.h"
 #include "procedures/systemattributes.h"
-#include "support/simulatedplayer.h"
-
-#include <QDir>
-#include <QTest>
 
 #include <windows.h>
 
@@ -15,21 +10,24 @@ namespace {
 
 constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
-const wchar_t *wide(const QString &text)
-{
-    return reinterpret_cast<const wchar_t *>(text.utf16());
-}
-
-DWORD attributesOf(const QString &path)
-{
-    return GetFileAttributesW(wide(QDir::toNativeSeparators(path))) & kBoth;
-}
-
 /// Of several attributes in one call Wine's own "attrib" sets only the last.
 bool attribTakesSeveral()
 {
     return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
 }
+
+struct Replacement : Maintenance
+{
+    Replacement()
+    {
+        putFile(pc.downloads("System/Corvin/Corvin.exe"_s), "new");
+        putFile(pc.downloads("AUTOEXEC.BAT"_s), "new");
+    }
+    bool run() { return transferSystem(window, player.root(), pc.downloads()); }
+    /// A file of the player as Windows names it.
+    std::wstring wide(const QString &name) const { return QDir::toNativeSeparators(player.path(name)).toStdWString(); }
+    DWORD attributes(const QString &name) const { return GetFileAttributesW(wide(name).c_str()) & kBoth; }
+};
 
 } // namespace
 
@@ -38,88 +36,56 @@ class TestWindowsAttributes : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void bothEntriesCarryTheAttributesAfterATransfer()
+    {
+        Replacement transfer;
+        QVERIFY(transfer.run());
+        const DWORD expected = attribTakesSeveral() ? kBoth : FILE_ATTRIBUTE_SYSTEM;
+        QCOMPARE(transfer.attributes("System"_s), expected);
+        QCOMPARE(transfer.attributes("AUTOEXEC.BAT"_s), expected);
+        QCOMPARE(transfer.attributes("System/Corvin"_s), DWORD(0));
+    }
 
-    void bothEntriesCarryTheAttributesAfterATransfer();
-    void attribIsAskedForBothAttributesOfBothEntries();
-    void batchFileInAFolderWithBlanksIsRun();
-    void hiddenPartsAreReplaced();
-    void missingBatchFileIsAFailure();
+    void attribIsAskedForBothAttributesOfBothEntries()
+    {
+        Replacement transfer;
+        const QString record = transfer.pc.path("record"_s);
+        transfer.programs.addStandIn("attrib"_s, {Does::record(record)});
+        QVERIFY(transfer.run());
+        QCOMPARE(QString::fromUtf8(contentOf(record)).split(QLatin1Char('\n'), Qt::SkipEmptyParts),
+                 words("+H +S E:\\System +H +S E:\\AUTOEXEC.BAT"));
+    }
 
-private:
-    bool transfer() { return transferSystem(*m_window, m_player->root(), m_pc->downloads()); }
+    void batchFileInAFolderWithBlanksIsRun()
+    {
+        Replacement transfer;
+        const QString batch =
+            transfer.pc.addFile("Mario Rossi/Temp (1)/MATTRB.BAT"_s, attributeBatch(Player(transfer.player.root())));
+        transfer.player.addFile("AUTOEXEC.BAT"_s);
+        QVERIFY(runAttributeBatch(batch, Player(transfer.player.root())));
+        QVERIFY(transfer.attributes("AUTOEXEC.BAT"_s) & FILE_ATTRIBUTE_SYSTEM);
+    }
 
-    QScopedPointer<TemporaryPc> m_pc;
-    QScopedPointer<SimulatedPlayer> m_player;
-    QScopedPointer<ProcedureWindow> m_window;
+    void hiddenPartsAreReplaced()
+    {
+        Replacement transfer;
+        transfer.player.addFile("System/old.exe"_s, "old");
+        transfer.player.addFile("AUTOEXEC.BAT"_s, "old");
+        for (const QString &name : words("System System/old.exe AUTOEXEC.BAT")) {
+            QVERIFY(SetFileAttributesW(transfer.wide(name).c_str(), kBoth));
+            QCOMPARE(transfer.attributes(name), kBoth);
+        }
+        QVERIFY(transfer.run());
+        QCOMPARE(transfer.player.files(), words("AUTOEXEC.BAT System/Corvin/Corvin.exe"));
+        QCOMPARE(transfer.player.content("AUTOEXEC.BAT"_s), QByteArray("new"));
+    }
+
+    void missingBatchFileIsAFailure()
+    {
+        Replacement transfer;
+        QVERIFY(!runAttributeBatch(transfer.pc.path("MATTRB.BAT"_s), Player(transfer.player.root())));
+    }
 };
 
-void TestWindowsAttributes::init()
-{
-    m_pc.reset(new TemporaryPc);
-    m_player.reset(new SimulatedPlayer);
-    m_window.reset(new ProcedureWindow);
-    putFile(m_pc->downloads() + QStringLiteral("/System/Corvin/Corvin.exe"), "new");
-    putFile(m_pc->downloads() + QStringLiteral("/AUTOEXEC.BAT"), "new");
-}
-
-void TestWindowsAttributes::cleanup()
-{
-    m_window.reset();
-    m_player.reset();
-    m_pc.reset();
-}
-
-void TestWindowsAttributes::bothEntriesCarryTheAttributesAfterATransfer()
-{
-    QVERIFY(transfer());
-    const DWORD expected = attribTakesSeveral() ? kBoth : FILE_ATTRIBUTE_SYSTEM;
-    QCOMPARE(attributesOf(m_player->path(QStringLiteral("System"))), expected);
-    QCOMPARE(attributesOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))), expected);
-    QCOMPARE(attributesOf(m_player->path(QStringLiteral("System/Corvin"))), DWORD(0));
-}
-
-void TestWindowsAttributes::attribIsAskedForBothAttributesOfBothEntries()
-{
-    const QString record = m_pc->path(QStringLiteral("record"));
-    ProgramFolder programs;
-    programs.addStandIn(QStringLiteral("attrib"), {Does::record(record)});
-    QVERIFY(transfer());
-    QCOMPARE(QString::fromUtf8(contentOf(record)).split(QLatin1Char('\n'), Qt::SkipEmptyParts),
-             (QStringList{QStringLiteral("+H"), QStringLiteral("+S"), QStringLiteral("E:\\System"),
-                          QStringLiteral("+H"), QStringLiteral("+S"), QStringLiteral("E:\\AUTOEXEC.BAT")}));
-}
-
-void TestWindowsAttributes::batchFileInAFolderWithBlanksIsRun()
-{
-    const QString batch = m_pc->path(QStringLiteral("Mario Rossi/Temp (1)/MATTRB.BAT"));
-    putFile(batch, attributeBatch(m_player->root()));
-    m_player->addFile(QStringLiteral("AUTOEXEC.BAT"));
-    QVERIFY(runAttributeBatch(batch, m_player->root()));
-    QVERIFY(attributesOf(m_player->path(QStringLiteral("AUTOEXEC.BAT"))) & FILE_ATTRIBUTE_SYSTEM);
-}
-
-void TestWindowsAttributes::hiddenPartsAreReplaced()
-{
-    m_player->addFile(QStringLiteral("System/old.exe"), "old");
-    m_player->addFile(QStringLiteral("AUTOEXEC.BAT"), "old");
-    for (const QString &name :
-         {QStringLiteral("System"), QStringLiteral("System/old.exe"), QStringLiteral("AUTOEXEC.BAT")}) {
-        const QString path = m_player->path(name);
-        QVERIFY(SetFileAttributesW(wide(QDir::toNativeSeparators(path)), kBoth));
-        QCOMPARE(attributesOf(path), kBoth);
-    }
-    QVERIFY(transfer());
-    QCOMPARE(m_player->files(),
-             (QStringList{QStringLiteral("AUTOEXEC.BAT"), QStringLiteral("System/Corvin/Corvin.exe")}));
-    QCOMPARE(m_player->content(QStringLiteral("AUTOEXEC.BAT")), QByteArray("new"));
-}
-
-void TestWindowsAttributes::missingBatchFileIsAFailure()
-{
-    QVERIFY(!runAttributeBatch(m_pc->path(QStringLiteral("MATTRB.BAT")), m_player->root()));
-}
-
-QTEST_MAIN(TestWindowsAttributes)
+PAGE_TEST_MAIN(TestWindowsAttributes)
 #include "tst_windowsattributes.moc"

@@ -5,7 +5,7 @@
 #include "widgets.h"
 
 /// The main function of a test of pages or windows: with the program's own resources and fonts.
-#define PAGE_TEST_MAIN(TestClass)                                                                                       \
+#define PAGE_TEST_MAIN(TestClass)                                                                                      \
     int main(int argc, char **argv)                                                                                    \
     {                                                                                                                  \
         QApplication application(argc, argv);                                                                          \
