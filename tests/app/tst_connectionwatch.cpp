@@ -35,8 +35,7 @@ class TestConnectionWatch : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void withoutAPlayerTheConnectionPageAppearsAndStays()
-    {
+    void withoutAPlayerTheConnectionPageAppearsAndStays() {
         const ShownWindow window;
         QVERIFY(window.watch);
         QCOMPARE(window.watch->interval(), 500);
@@ -50,8 +49,7 @@ private slots:
         QVERIFY(window.check->isHidden());
     }
 
-    void pluggingInLeadsToTheCheck()
-    {
+    void pluggingInLeadsToTheCheck() {
         IntactPlayer player;
         SimulatedPlayer::disconnect();
         const ShownWindow window;
@@ -67,16 +65,14 @@ private slots:
         QVERIFY(window.menu->isVisible());
     }
 
-    void playerThatIsThereAtTheStartIsCheckedAtOnce()
-    {
+    void playerThatIsThereAtTheStartIsCheckedAtOnce() {
         const IntactPlayer player;
         const ShownWindow window;
         QTRY_VERIFY(window.forward->isVisible());
         QVERIFY(window.connection->isHidden());
     }
 
-    void watchNeverStartsAgain()
-    {
+    void watchNeverStartsAgain() {
         const IntactPlayer player;
         ShownWindow window;
         QTRY_VERIFY(!window.watch->isActive());
@@ -91,8 +87,7 @@ private slots:
         QVERIFY(window.menu->isVisible());
     }
 
-    void missingSystemFileLeadsToTheMenuAfterTheOffer()
-    {
+    void missingSystemFileLeadsToTheMenuAfterTheOffer() {
         const SimulatedPlayer player;
         const AnnouncedServer server;
         BoxAnswerer answerer;
@@ -106,8 +101,7 @@ private slots:
         QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
     }
 
-    void transferIsPreparedWithTheRootOfTheMoment()
-    {
+    void transferIsPreparedWithTheRootOfTheMoment() {
         MainWindow window;
         window.on_gotoTransfer();
         QCOMPARE(pageOf<Transfer>(window)->deviceRoot, QString());
@@ -116,8 +110,7 @@ private slots:
         QCOMPARE(pageOf<Transfer>(window)->deviceRoot, player.root());
     }
 
-    void finishButtonStartsTheOptimisation()
-    {
+    void finishButtonStartsTheOptimisation() {
         SimulatedPlayer player;
         player.addFile("My Songs/notes.txt"_s);
         ShownWindow window;

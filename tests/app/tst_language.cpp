@@ -8,8 +8,7 @@ namespace {
 const QString kKey = "Application/Language"_s;
 
 /// A text of the program whose translations all differ from it.
-QString someText()
-{
+QString someText() {
     return QCoreApplication::translate("MainWindow", "Interrompi Operazione");
 }
 
@@ -27,8 +26,7 @@ private slots:
     void initTestCase() { startInItalian(); }
     void cleanupTestCase() { appSettings().remove(kKey); }
 
-    void valueLeadsToAnother_data()
-    {
+    void valueLeadsToAnother_data() {
         columns<Function, QString, QString>("function", "given", "result");
         row("first language: Italian", Function(initialLanguage), "it_IT"_s, "lang_it"_s);
         row("first language: English", Function(initialLanguage), "en_US"_s, "lang_en"_s);
@@ -51,15 +49,13 @@ private slots:
         row("last two characters: one character", Function(languageButtonText), "x"_s, "X"_s);
         row("last two characters: empty", Function(languageButtonText), QString(), QString());
     }
-    void valueLeadsToAnother()
-    {
+    void valueLeadsToAnother() {
         QFETCH(Function, function);
         QFETCH(QString, given);
         QTEST(function(given), "result");
     }
 
-    void storeIsTheProgramsOwn()
-    {
+    void storeIsTheProgramsOwn() {
         const QSettings &settings = appSettings();
         QCOMPARE(settings.organizationName(), "Q-Arte"_s);
         QCOMPARE(settings.applicationName(), "Corvin4Manager"_s);
@@ -69,14 +65,12 @@ private slots:
         QCOMPARE(&appSettings(), &settings);
     }
 
-    void storedLanguageIsEmptyWhenThereIsNone()
-    {
+    void storedLanguageIsEmptyWhenThereIsNone() {
         appSettings().remove(kKey);
         QCOMPARE(storedLanguage(), QString());
     }
 
-    void firstStartStoresTheSystemsLanguage()
-    {
+    void firstStartStoresTheSystemsLanguage() {
         const QString expected = initialLanguage(QLocale::system().name());
         appSettings().remove(kKey);
         QCOMPARE(startLanguage(), expected);
@@ -87,8 +81,7 @@ private slots:
         QCOMPARE(storedLanguage(), expected);
     }
 
-    void storedValueIsStartedWithAsItStands_data()
-    {
+    void storedValueIsStartedWithAsItStands_data() {
         columns<QString>("value");
         row("known", "lang_de"_s);
         row("without a translation", "lang_fr"_s);
@@ -96,16 +89,14 @@ private slots:
         row("empty", QString());
         row("nearly not set", "NO_SET"_s);
     }
-    void storedValueIsStartedWithAsItStands()
-    {
+    void storedValueIsStartedWithAsItStands() {
         QFETCH(QString, value);
         appSettings().setValue(kKey, value);
         QCOMPARE(startLanguage(), value);
         QCOMPARE(storedLanguage(), value);
     }
 
-    void installedLanguageReplacesTheOneBefore()
-    {
+    void installedLanguageReplacesTheOneBefore() {
         installLanguage("lang_it"_s);
         QCOMPARE(someText(), Titles::kStop);
         installLanguage("lang_en"_s);
@@ -120,8 +111,7 @@ private slots:
         QCOMPARE(someText(), Titles::kStop);
     }
 
-    void everyWidgetIsToldOfAChange()
-    {
+    void everyWidgetIsToldOfAChange() {
         startInItalian();
         installLanguage("lang_it"_s);
         const MainWindow window;
@@ -131,8 +121,7 @@ private slots:
         QTRY_COMPARE(stop->text(), "STOP"_s);
     }
 
-    void threeClicksGoRoundTheCycle()
-    {
+    void threeClicksGoRoundTheCycle() {
         startInItalian();
         installLanguage("lang_it"_s);
         const MainWindow window;
@@ -149,15 +138,13 @@ private slots:
         }
     }
 
-    void clickOnAnyOtherLanguageLeadsToItalian_data()
-    {
+    void clickOnAnyOtherLanguageLeadsToItalian_data() {
         columns<QString, QString>("value", "text");
         row("Spanish", "lang_es"_s, "ES"_s);
         row("not set", "no_set"_s, "ET"_s);
         row("empty", QString(), QString());
     }
-    void clickOnAnyOtherLanguageLeadsToItalian()
-    {
+    void clickOnAnyOtherLanguageLeadsToItalian() {
         QFETCH(QString, value);
         appSettings().setValue(kKey, value);
         const MainWindow window;

@@ -17,8 +17,7 @@ const QString kUpdate = "/download/Corvin4/CorvinUpdate.c4"_s;
 const QString kSystem = "/download/Corvin4/CorvinAll.zip"_s;
 const QByteArray kAfterTheCheck("reinstallOpSysOnly of the check");
 
-void start(const ProcedureWindow &shell, const QByteArray &procedure)
-{
+void start(const ProcedureWindow &shell, const QByteArray &procedure) {
     QObject *page = pageOf<Avanzate>(*shell.window);
     if (procedure == kAfterTheCheck)
         page = pageOf<Check>(*shell.window);
@@ -34,8 +33,7 @@ class TestMaintenanceStart : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void withoutAPlayerEveryProcedureSaysSo_data()
-    {
+    void withoutAPlayerEveryProcedureSaysSo_data() {
         columns<QByteArray>("procedure");
         for (const char *procedure :
              {"updateCorvinWithLastRelease", "makeSecurityCopyOfSongs", "restoreSecurityCopyOfSongs",
@@ -43,8 +41,7 @@ private slots:
             row(procedure, QByteArray(procedure));
         row("reinstall after the check", kAfterTheCheck);
     }
-    void withoutAPlayerEveryProcedureSaysSo()
-    {
+    void withoutAPlayerEveryProcedureSaysSo() {
         QFETCH(QByteArray, procedure);
         const ProcedureWindow shell;
         BoxAnswerer boxes;
@@ -55,8 +52,7 @@ private slots:
         QVERIFY(shell.bar()->isHidden());
     }
 
-    void procedureAsksForWhatIsItsOwn_data()
-    {
+    void procedureAsksForWhatIsItsOwn_data() {
         columns<QByteArray, QString, QString, QStringList>("procedure", "box", "answer", "asked");
         const QString failed = Titles::kDownloadError1;
         row("update", QByteArray("updateCorvinWithLastRelease"), failed, "OK"_s, QStringList(kUpdate));
@@ -66,8 +62,7 @@ private slots:
         row("restore", QByteArray("restoreSecurityCopyOfSongs"), QString(), QString(), QStringList(kRestoreCaption));
         row("reinstall, clean songs", QByteArray("reinstallOpSysAndCleanSongs"), Titles::kErase, "No"_s, QStringList());
     }
-    void procedureAsksForWhatIsItsOwn()
-    {
+    void procedureAsksForWhatIsItsOwn() {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, box);
         QFETCH(QString, answer);
@@ -83,8 +78,7 @@ private slots:
         QTEST(dialogs.captions() + server.requests(), "asked");
     }
 
-    void reinstallWithSongsSavesThemBeforeItLoadsTheSystem()
-    {
+    void reinstallWithSongsSavesThemBeforeItLoadsTheSystem() {
         SimulatedPlayer player;
         player.addFile("My Songs/a.mid"_s, "song");
         const PcFolder backup;

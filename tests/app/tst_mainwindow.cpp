@@ -10,8 +10,7 @@ class TestMainWindow : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void formCarriesItsTextsAndStyles()
-    {
+    void formCarriesItsTextsAndStyles() {
         const MainWindow window;
         QCOMPARE(window.windowTitle(), "Corvin4 Manager"_s);
         QVERIFY(!window.windowIcon().isNull());
@@ -47,14 +46,12 @@ private slots:
                                          "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
     }
 
-    void releaseAgreesWithTheVersionOfTheProject()
-    {
+    void releaseAgreesWithTheVersionOfTheProject() {
         const MainWindow window;
         QCOMPARE(textOf(window, "labelRelease"), QStringLiteral("Release " CORVIN_VERSION));
     }
 
-    void widgetsHaveTheSharedFonts()
-    {
+    void widgetsHaveTheSharedFonts() {
         const MainWindow window;
         const SharedFonts &fonts = sharedFonts();
         const auto fontOf = [&window](const char *name) { return child<QWidget>(window, name)->font().toString(); };
@@ -64,8 +61,7 @@ private slots:
         QCOMPARE(fontOf("labelRelease"), fonts.fontText10.toString());
     }
 
-    void pictureFillsTheWindowInAllColourGroups()
-    {
+    void pictureFillsTheWindowInAllColourGroups() {
         const MainWindow window;
         const QImage picture(":/imgs/sfondo_prog.png"_s);
         QVERIFY(!picture.isNull());
@@ -75,8 +71,7 @@ private slots:
         }
     }
 
-    void pictureShowsThroughTheScrollArea()
-    {
+    void pictureShowsThroughTheScrollArea() {
         MainWindow window;
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -88,8 +83,7 @@ private slots:
                  texture.pixelColor(middle.x() % texture.width(), middle.y() % texture.height()));
     }
 
-    void darkDesktopLeavesTheTextsOnThePictureReadable()
-    {
+    void darkDesktopLeavesTheTextsOnThePictureReadable() {
         const QPalette before = QApplication::palette();
         QPalette dark(QColor(40, 40, 40));
         for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
@@ -109,16 +103,14 @@ private slots:
         QApplication::setPalette(before);
     }
 
-    void progressIsHiddenAtTheStart()
-    {
+    void progressIsHiddenAtTheStart() {
         const MainWindow window;
         for (const char *name : {"progressBar", "labelAction", "pushButtonStop"})
             QVERIFY2(child<QWidget>(window, name)->isHidden(), name);
         QVERIFY(!window.abortRequested);
     }
 
-    void pagesAreHiddenChildrenOfTheFrame()
-    {
+    void pagesAreHiddenChildrenOfTheFrame() {
         const MainWindow window;
         const auto *frame = child<QFrame>(window, "framePage");
         QStringList names;
@@ -131,8 +123,7 @@ private slots:
         QVERIFY(frame->parentWidget() == child<QWidget>(window, "scrollAreaWidgetContents"));
     }
 
-    void shownPageFillsTheFrame()
-    {
+    void shownPageFillsTheFrame() {
         MainWindow window;
         window.show();
         window.on_checkDone();
@@ -144,23 +135,20 @@ private slots:
         QCOMPARE(pageOf<Ottimizza>(window)->geometry(), frame->rect());
     }
 
-    void openingHeightLeavesRoomForTheFrame_data()
-    {
+    void openingHeightLeavesRoomForTheFrame_data() {
         columns<int, int, int>("wanted", "available", "height");
         row("lower", 820, 1040, 820);
         row("as high", 820, 820, 820);
         row("one pixel higher", 821, 820, 770);
         row("much higher", 2000, 728, 678);
     }
-    void openingHeightLeavesRoomForTheFrame()
-    {
+    void openingHeightLeavesRoomForTheFrame() {
         QFETCH(int, wanted);
         QFETCH(int, available);
         QTEST(MainWindow::openingHeight(wanted, available), "height");
     }
 
-    void windowTallerThanTheScreenOpensShorter()
-    {
+    void windowTallerThanTheScreenOpensShorter() {
         // The screen of the platform without a display is 800 pixels high, the window wants more.
         const int available = QApplication::primaryScreen()->availableGeometry().height();
         const MainWindow window;
@@ -170,16 +158,14 @@ private slots:
         QCOMPARE(window.width(), 1100);
     }
 
-    void windowFlagsAreThoseOfAPlainWindow()
-    {
+    void windowFlagsAreThoseOfAPlainWindow() {
         const MainWindow window;
         QWidget plain;
         plain.setWindowFlags(Qt::Window);
         QCOMPARE(window.windowFlags(), plain.windowFlags());
     }
 
-    void aboutBoxIsQts()
-    {
+    void aboutBoxIsQts() {
         const MainWindow window;
         BoxAnswerer answerer;
         answerer.answer("About Qt"_s, "OK"_s);
@@ -187,8 +173,7 @@ private slots:
         QCOMPARE(answerer.seen().size(), 1);
     }
 
-    void languageChangeAppliesTheTextsAgain()
-    {
+    void languageChangeAppliesTheTextsAgain() {
         MainWindow window;
         window.setWindowTitle("x"_s);
         for (const char *name : {"pushButtonStop", "pushButtonAboutQT", "labelRelease", "labelAction"})
@@ -202,8 +187,7 @@ private slots:
         QCOMPARE(textOf(window, "labelAction"), QString());
     }
 
-    void languageChangeDuringARunLeavesTheBarAlone()
-    {
+    void languageChangeDuringARunLeavesTheBarAlone() {
         MainWindow window;
         window.on_setProgressBarVisible(true);
         window.on_setProgressBarFormat("%v"_s);
@@ -217,8 +201,7 @@ private slots:
         QCOMPARE(textOf(window, "pButLang"), "IT"_s);
     }
 
-    void longStatusTextDoesNotWidenTheWindow()
-    {
+    void longStatusTextDoesNotWidenTheWindow() {
         MainWindow window;
         window.show();
         window.on_setProgressBarVisible(true);
@@ -234,8 +217,7 @@ private slots:
         QCOMPARE(window.size(), before);
     }
 
-    void statusTextIsNeverTakenForMarkup()
-    {
+    void statusTextIsNeverTakenForMarkup() {
         const MainWindow window;
         QCOMPARE(child<QLabel>(window, "labelAction")->textFormat(), Qt::PlainText);
     }

@@ -14,8 +14,7 @@ struct Window : MainWindow
 
     QWidget *page(const QString &name) const { return child<QWidget>(*this, name.toLatin1().constData()); }
     /// The names of the pages that are not hidden, sorted.
-    QStringList shownPages() const
-    {
+    QStringList shownPages() const {
         QStringList names;
         const auto pages =
             child<QFrame>(*this, "framePage")->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
@@ -25,8 +24,7 @@ struct Window : MainWindow
         names.sort();
         return names;
     }
-    void emitOn(const QString &name, const QByteArray &signal, const QVariant &argument = {}) const
-    {
+    void emitOn(const QString &name, const QByteArray &signal, const QVariant &argument = {}) const {
         const QGenericArgument given(argument.typeName(), argument.constData());
         if (!QMetaObject::invokeMethod(page(name), signal.constData(), given))
             failTest(name + " has no such signal "_s + QLatin1String(signal));
@@ -44,8 +42,7 @@ class TestMainWindowSignals : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void pageChange_data()
-    {
+    void pageChange_data() {
         columns<QString, QByteArray, QVariant, QStringList, QString>("page", "signal", "argument", "before", "after");
         const auto change = [](const char *page, const char *signal, const char *after, const char *others = "",
                                const QVariant &argument = {}) {
@@ -64,8 +61,7 @@ private slots:
         change("Transfer", "backFromTransferToOttimizza", "Ottimizza");
         change("EndOttimizza", "backFromEndOttimizzaToFirstMenu", "FirstMenu");
     }
-    void pageChange()
-    {
+    void pageChange() {
         QFETCH(QString, page);
         QFETCH(QByteArray, signal);
         QFETCH(QVariant, argument);
@@ -80,8 +76,7 @@ private slots:
         QCOMPARE(window.shownPages(), QStringList(after));
     }
 
-    void progress_data()
-    {
+    void progress_data() {
         columns<QString, QByteArray, QVariant, QByteArray>("page", "signal", "argument", "property");
         for (const QString &page : pages) {
             const auto drive = [&page](const char *signal, const QVariant &argument, const char *property) {
@@ -96,8 +91,7 @@ private slots:
                 drive("setProgressBarFormat", "%v / %m"_s, "format");
         }
     }
-    void progress()
-    {
+    void progress() {
         QFETCH(QString, page);
         QFETCH(QByteArray, signal);
         QFETCH(QVariant, argument);
@@ -109,8 +103,7 @@ private slots:
         QCOMPARE(shown->property(property.constData()), argument);
     }
 
-    void increaseAddsOne()
-    {
+    void increaseAddsOne() {
         const Window window;
         window.emitOn("Transfer"_s, "updateProgressBarVal", 41);
         window.emitOn("Transfer"_s, "increaseProgressBarVal");
@@ -120,8 +113,7 @@ private slots:
         QCOMPARE(window.bar->value(), 100);
     }
 
-    void barIsPaintedAgainAfterManyIncreases()
-    {
+    void barIsPaintedAgainAfterManyIncreases() {
         const Window window;
         for (int i = 0; i < 30; ++i)
             window.emitOn("Transfer"_s, "increaseProgressBarVal");
@@ -129,16 +121,14 @@ private slots:
         QTRY_VERIFY(window.bar->updatesEnabled());
     }
 
-    void showingTheBarResetsAndShowsAllThree_data()
-    {
+    void showingTheBarResetsAndShowsAllThree_data() {
         columns<QString, bool>("page", "visible");
         for (const QString &page : pages) {
             row(qPrintable(page + " shows"_s), page, true);
             row(qPrintable(page + " hides"_s), page, false);
         }
     }
-    void showingTheBarResetsAndShowsAllThree()
-    {
+    void showingTheBarResetsAndShowsAllThree() {
         QFETCH(QString, page);
         QFETCH(bool, visible);
         const Window window;
@@ -156,14 +146,12 @@ private slots:
         QCOMPARE(window.action->text(), QString());
     }
 
-    void stopIsShownAlone_data()
-    {
+    void stopIsShownAlone_data() {
         columns<QString>("page");
         row("Check", "Check"_s);
         row("Transfer", "Transfer"_s);
     }
-    void stopIsShownAlone()
-    {
+    void stopIsShownAlone() {
         QFETCH(QString, page);
         Window window;
         window.emitOn(page, "setPushButtonStopVisible", true);
@@ -175,16 +163,14 @@ private slots:
         QVERIFY(!window.bar->isHidden());
     }
 
-    void statusTextIsLogged()
-    {
+    void statusTextIsLogged() {
         const Window window;
         const LogCapture log;
         window.emitOn("Ottimizza"_s, "updateLabelAction", "Città"_s);
         QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_updateLabelAction : \"Città\""_s));
     }
 
-    void statusTextBeforeTheBarIsLoggedThoughItIsCleared()
-    {
+    void statusTextBeforeTheBarIsLoggedThoughItIsCleared() {
         const Window window;
         const LogCapture log;
         window.emitOn("Check"_s, "updateLabelAction", "CONTROLLO"_s);
@@ -193,8 +179,7 @@ private slots:
         QCOMPARE(window.action->text(), QString());
     }
 
-    void startOfTheOptimisationWithoutAPlayerEndsOnTheResultPage()
-    {
+    void startOfTheOptimisationWithoutAPlayerEndsOnTheResultPage() {
         const Window window;
         window.page("Transfer"_s)->show();
         window.emitOn("Transfer"_s, "backFromTransferToOttimizza");

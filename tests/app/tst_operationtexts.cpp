@@ -7,8 +7,7 @@ class TestOperationTexts : public QObject
 {
     Q_OBJECT
 
-    static QString textOfNumber(int number)
-    {
+    static QString textOfNumber(int number) {
         MainWindow window;
         return window.langDbInfo(static_cast<LANGUAGE_STRING_CODE>(number));
     }
@@ -16,8 +15,7 @@ class TestOperationTexts : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void numberedText_data()
-    {
+    void numberedText_data() {
         const QStringList texts = {
             "Azzeramento HD Corvin4"_s,
             "ATTENZIONE!\nOgni contenuto presente nell' HD verrà cancellato!\nContinuare?"_s,
@@ -52,22 +50,19 @@ private slots:
             row(qPrintable(QString::number(i)), i, texts.at(i));
         QCOMPARE(texts.size(), 27);
     }
-    void numberedText()
-    {
+    void numberedText() {
         QFETCH(int, number);
         QTEST(textOfNumber(number), "text");
     }
 
-    void numberOutsideTheTableGivesQuestionMarks_data()
-    {
+    void numberOutsideTheTableGivesQuestionMarks_data() {
         columns<int>("number");
         row("one below", -1);
         row("one above", 27);
         row("least", std::numeric_limits<int>::min());
         row("greatest", std::numeric_limits<int>::max());
     }
-    void numberOutsideTheTableGivesQuestionMarks()
-    {
+    void numberOutsideTheTableGivesQuestionMarks() {
         QFETCH(int, number);
         QCOMPARE(textOfNumber(number), "???"_s);
     }

@@ -9,8 +9,7 @@ namespace {
 constexpr QtMsgType kUnknownType = static_cast<QtMsgType>(7);
 const QString kExecutable = "tst_sessionlog"_s;
 
-void sayEveryLevel()
-{
+void sayEveryLevel() {
     qDebug() << "a debug text";
     qInfo() << "an info text";
     qWarning() << "a warning text";
@@ -22,8 +21,7 @@ void sayEveryLevel()
             << "perché"_s;
 }
 
-void sayLate()
-{
+void sayLate() {
     QDebug message = qInfo();
     message << "composed at" << QDateTime::currentDateTime().toString("hh:mm:ss.zzz"_s);
     waitMs(300);
@@ -31,8 +29,7 @@ void sayLate()
 }
 
 /// What the child process does. Returns its exit code.
-int runSession(const QString &what, int argc, char **argv)
-{
+int runSession(const QString &what, int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     qInfo() << "before the session";
     startSessionLog();
@@ -58,16 +55,14 @@ class TestSessionLog : public QObject
     QString dataHome;
     Child child;
 
-    void runSession(const char *what)
-    {
+    void runSession(const char *what) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_DATA_HOME"_s, dataHome);
         child = runChild({"--session"_s, QString::fromLatin1(what)}, environment);
     }
     QString logPath() const { return logOfToday(dataHome, kExecutable); }
     QStringList texts() const { return logTexts(logPath()); }
-    void verifyThatTheSessionRanWithoutItsLog(const QString &text) const
-    {
+    void verifyThatTheSessionRanWithoutItsLog(const QString &text) const {
         QCOMPARE(child.exitStatus, QProcess::NormalExit);
         QCOMPARE(child.exitCode, 0);
         QVERIFY(child.console.contains(text));
@@ -75,8 +70,7 @@ class TestSessionLog : public QObject
     }
 
 private slots:
-    void init()
-    {
+    void init() {
         home.emplace();
 #ifdef Q_OS_WIN
         // Its place is fixed for each user; the last folder is this test's own.
@@ -88,15 +82,13 @@ private slots:
 #endif
     }
 
-    void bannerHasItsFiveLinesInOrder()
-    {
+    void bannerHasItsFiveLinesInOrder() {
         runSession("nothing");
         QCOMPARE(texts(), bannerOf(logPath()) + QStringList("INF last line of the session"_s));
         QCOMPARE(child.exitCode, 0);
     }
 
-    void fileIsNamedAfterTheDayAndTheFolderAfterTheExecutable()
-    {
+    void fileIsNamedAfterTheDayAndTheFolderAfterTheExecutable() {
         runSession("nothing");
         const QFileInfo log(logPath());
         QCOMPARE(filesBelow(log.path()), QStringList(log.fileName()));
@@ -105,15 +97,13 @@ private slots:
 #endif
     }
 
-    void missingFolderIsMade()
-    {
+    void missingFolderIsMade() {
         QVERIFY(!QFileInfo::exists(QFileInfo(logPath()).path()));
         runSession("nothing");
         QVERIFY(QFileInfo::exists(logPath()));
     }
 
-    void onlyTheLastFolderIsMade()
-    {
+    void onlyTheLastFolderIsMade() {
         SKIP_ON_WINDOWS("the place of the folder is fixed");
         dataHome += "/missing"_s;
         runSession("nothing");
@@ -121,8 +111,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(dataHome));
     }
 
-    void folderThatCannotBeMadeIsTolerated()
-    {
+    void folderThatCannotBeMadeIsTolerated() {
         SKIP_ON_WINDOWS("the place of the folder is fixed");
         // A file where the folder's parent should be: it stops the super-user too.
         dataHome = putFile(home->filePath("obstacle"_s));
@@ -130,15 +119,13 @@ private slots:
         verifyThatTheSessionRanWithoutItsLog("a warning text"_s);
     }
 
-    void fileThatCannotBeOpenedIsTolerated()
-    {
+    void fileThatCannotBeOpenedIsTolerated() {
         QVERIFY(QDir().mkpath(logPath()));
         runSession("levels");
         verifyThatTheSessionRanWithoutItsLog("last line of the session"_s);
     }
 
-    void secondSessionOfADayIsAppended()
-    {
+    void secondSessionOfADayIsAppended() {
         runSession("nothing");
         const QStringList first = texts();
         runSession("nothing");
@@ -146,8 +133,7 @@ private slots:
         QCOMPARE(texts(), first + first);
     }
 
-    void everyLevelHasItsTag()
-    {
+    void everyLevelHasItsTag() {
         runSession("levels");
         QStringList expected = {"DBG a debug text"_s, "INF an info text"_s, "WRN a warning text"_s};
         expected += {"CRT a critical text"_s, "FTL a fatal text"_s, "a text of no level"_s};
@@ -155,21 +141,18 @@ private slots:
         QCOMPARE(texts().mid(5, expected.size()), expected);
     }
 
-    void emptyMessageLeavesStampAndTag()
-    {
+    void emptyMessageLeavesStampAndTag() {
         runSession("levels");
         const QRegularExpression emptyLine("^\\[\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] INF $"_s);
         QCOMPARE(logLines(logPath()).filter(emptyLine).size(), 1);
     }
 
-    void textIsWrittenInTheSystemsEncoding()
-    {
+    void textIsWrittenInTheSystemsEncoding() {
         runSession("levels");
         QVERIFY(contentOf(logPath()).contains("Città"_s.toLocal8Bit()));
     }
 
-    void linesEndAsTheSystemsLinesDo()
-    {
+    void linesEndAsTheSystemsLinesDo() {
         runSession("nothing");
         const QByteArray bytes = contentOf(logPath());
         QCOMPARE(bytes.count('\n'), 6);
@@ -181,15 +164,13 @@ private slots:
 #endif
     }
 
-    void messagesStillReachTheHandlerBefore()
-    {
+    void messagesStillReachTheHandlerBefore() {
         runSession("levels");
         for (const char *text : {"START LOGGING SESSION", "a debug text", "an info text", "a fatal text"})
             QCOMPARE(child.console.count(QLatin1String(text)), 1);
     }
 
-    void stampIsTheTimeOfTheWrite()
-    {
+    void stampIsTheTimeOfTheWrite() {
         runSession("late");
         const QStringList lines = logLines(logPath());
         QCOMPARE(lines.size(), 7);
@@ -203,8 +184,7 @@ private slots:
         QVERIFY2(between >= 300 && between < 60000, qPrintable(QString::number(between)));
     }
 
-    void everyLineHasAStampWithMilliseconds()
-    {
+    void everyLineHasAStampWithMilliseconds() {
         runSession("levels");
         const QStringList lines = logLines(logPath());
         QCOMPARE(lines.size(), 14);
@@ -212,29 +192,25 @@ private slots:
         QCOMPARE(lines.filter(stamp), lines);
     }
 
-    void fatalMessageIsWrittenBeforeTheEnd()
-    {
+    void fatalMessageIsWrittenBeforeTheEnd() {
         runSession("fatal");
         QVERIFY(child.exitStatus == QProcess::CrashExit || child.exitCode != 0);
         QCOMPARE(texts().last(), "FTL the end"_s);
         QVERIFY(child.console.contains("the end"_s));
     }
 
-    void messageBeforeTheSessionIsNotInTheFile()
-    {
+    void messageBeforeTheSessionIsNotInTheFile() {
         runSession("nothing");
         QVERIFY(child.console.contains("before the session"_s));
         QVERIFY(!texts().contains("INF before the session"_s));
     }
 
-    void pathIsEmptyBeforeTheSession()
-    {
+    void pathIsEmptyBeforeTheSession() {
         QVERIFY(sessionLogPath().isEmpty());
     }
 };
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     if (argc == 3 && qstrcmp(argv[1], "--session") == 0)
         return runSession(QString::fromLocal8Bit(argv[2]), argc, argv);
     const QCoreApplication application(argc, argv);

@@ -25,8 +25,7 @@ const QString kKey = "Application/Language"_s;
 constexpr int kExitCodeWindowAlive = 90;
 QPointer<QMainWindow> windowOfRun;
 
-QJsonObject describe(const QMainWindow &window)
-{
+QJsonObject describe(const QMainWindow &window) {
     QWidget plain;
     plain.setWindowFlags(Qt::Window);
     return {
@@ -47,8 +46,7 @@ QJsonObject describe(const QMainWindow &window)
     };
 }
 
-void playTheUser(QMainWindow *window)
-{
+void playTheUser(QMainWindow *window) {
     windowOfRun = window;
     for (int clicks = qEnvironmentVariableIntValue("TEST_CLICKS"); clicks > 0; --clicks)
         button(*window, "pButLang")->click();
@@ -59,8 +57,7 @@ void playTheUser(QMainWindow *window)
         window->close();
 }
 
-void employTheUser()
-{
+void employTheUser() {
     if (!qEnvironmentVariableIsSet("TEST_REPORT"))
         return;
     auto *timer = new QTimer(QCoreApplication::instance());
@@ -92,8 +89,7 @@ class TestStartup : public QObject
     Child child;
     QJsonObject report;
 
-    QProcessEnvironment environment(const QString &locale) const
-    {
+    QProcessEnvironment environment(const QString &locale) const {
         QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
         result.remove("LANGUAGE"_s);
         for (const char *name : {"LC_ALL", "LANG"})
@@ -105,8 +101,7 @@ class TestStartup : public QObject
         result.insert("CORVIN_VOLUMES"_s, "/nonexistent"_s);
         return result;
     }
-    void run(const QString &locale = "it_IT"_s, const Variables &variables = {})
-    {
+    void run(const QString &locale = "it_IT"_s, const Variables &variables = {}) {
         const QString path = home->path("report.json"_s);
         QFile::remove(path);
         QProcessEnvironment variablesOfRun = environment(locale);
@@ -123,49 +118,39 @@ class TestStartup : public QObject
     bool textsAreItalian() const { return seen("text") == Titles::kStop; }
 
 #ifdef Q_OS_WIN
-    static QString dataHome()
-    {
+    static QString dataHome() {
         return QFileInfo(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).path();
     }
-    static QString settingsPlace()
-    {
+    static QString settingsPlace() {
         return "\\\\HKEY_CURRENT_USER\\\\Software\\\\Q-Arte\\\\Corvin4Manager"_s; // as the log escapes it
     }
-    static void storeLanguageValue(const QString &value)
-    {
+    static void storeLanguageValue(const QString &value) {
         QSettings("Q-Arte"_s, kProgram).setValue(kKey, value);
     }
-    static QString storedLine()
-    {
+    static QString storedLine() {
         const QVariant value = QSettings("Q-Arte"_s, kProgram).value(kKey);
         return value.isValid() ? "Language="_s + value.toString() : "no settings"_s;
     }
 #else
-    QString dataHome() const
-    {
+    QString dataHome() const {
         return home->path("data"_s);
     }
-    QString settingsPlace() const
-    {
+    QString settingsPlace() const {
         return home->path(kSettings);
     }
-    void storeLanguageValue(const QString &value)
-    {
+    void storeLanguageValue(const QString &value) {
         home->addFile(kSettings, "[Application]\nLanguage=" + value.toUtf8() + '\n');
     }
-    QString storedLine() const
-    {
+    QString storedLine() const {
         return QString::fromUtf8(home->content(kSettings)).trimmed().section(QLatin1Char('\n'), -1);
     }
 #endif
-    QString logPath() const
-    {
+    QString logPath() const {
         return logOfToday(dataHome(), kOwn);
     }
 
 private slots:
-    void init()
-    {
+    void init() {
         home.emplace();
         home->addFolder("data"_s);
         home->addFolder("config"_s);
@@ -177,8 +162,7 @@ private slots:
 #endif
     }
 
-    void languageIsTheStoredOneOrTheSystems_data()
-    {
+    void languageIsTheStoredOneOrTheSystems_data() {
         const QString none;
         columns<QString, QString, QString, QString, bool>("stored", "locale", "value", "button", "italianTexts");
         row("first start, English", none, "en_US"_s, "lang_en"_s, "EN"_s, false);
@@ -191,8 +175,7 @@ private slots:
         row("stored, nonsense", "qwerty"_s, "en_US"_s, "qwerty"_s, "TY"_s, true);
         row("stored, empty", ""_s, "en_US"_s, QString(), QString(), true);
     }
-    void languageIsTheStoredOneOrTheSystems()
-    {
+    void languageIsTheStoredOneOrTheSystems() {
         QFETCH(QString, stored);
         QFETCH(QString, locale);
         QFETCH(QString, value);
@@ -205,8 +188,7 @@ private slots:
         QVERIFY(logTexts(logPath()).contains("INF Start Application/Language : \"%1\""_s.arg(value)));
     }
 
-    void clickOnTheButtonIsKeptForTheNextStart()
-    {
+    void clickOnTheButtonIsKeptForTheNextStart() {
         run("es_ES"_s, {{"TEST_CLICKS"_s, "1"_s}});
         QCOMPARE(storedLine(), "Language=lang_it"_s);
         QCOMPARE(seen("button"), "IT"_s);
@@ -214,8 +196,7 @@ private slots:
         QCOMPARE(seen("button"), "IT"_s);
     }
 
-    void logBeginsWithBannerSettingsAndLanguage()
-    {
+    void logBeginsWithBannerSettingsAndLanguage() {
         run("en_US"_s);
         const QStringList expected =
             bannerOf(seen("log")) + QStringList{"INF Application Settings : \"%1\""_s.arg(settingsPlace()),
@@ -223,8 +204,7 @@ private slots:
         QCOMPARE(logTexts(logPath()).mid(0, expected.size()), expected);
     }
 
-    void logLiesInTheFolderOfTheExecutable()
-    {
+    void logLiesInTheFolderOfTheExecutable() {
         run();
         QCOMPARE(seen("log"), logPath());
         QVERIFY(QFileInfo::exists(logPath()));
@@ -232,8 +212,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(dataHome() + "/Corvin4Manager"_s));
     }
 
-    void twoStartsOfADayShareOneLog()
-    {
+    void twoStartsOfADayShareOneLog() {
         run();
         const QStringList first = logTexts(logPath());
         run();
@@ -242,8 +221,7 @@ private slots:
         QCOMPARE(both.filter("START LOGGING SESSION"_s).size(), 2);
     }
 
-    void everythingIsSetUpWhenTheWindowShows_data()
-    {
+    void everythingIsSetUpWhenTheWindowShows_data() {
         columns<QByteArray, QString>("what", "value");
         row("the window has the flags of a plain one", QByteArray("flagsAsPlainWindow"), "true"_s);
         row("the window has no parent", QByteArray("hasParent"), "false"_s);
@@ -256,8 +234,7 @@ private slots:
         row("the fonts are loaded", QByteArray("titleFont"), "Bebas Neue"_s);
         row("the pictures are loaded", QByteArray("background"), "true"_s);
     }
-    void everythingIsSetUpWhenTheWindowShows()
-    {
+    void everythingIsSetUpWhenTheWindowShows() {
         QFETCH(QByteArray, what);
         run();
         QTEST(seen(what.constData()), "value");
@@ -265,21 +242,18 @@ private slots:
         QVERIFY(!child.console.contains("must be set before QCoreApplication is created"_s));
     }
 
-    void exitCodeOfTheEventLoopIsReturned()
-    {
+    void exitCodeOfTheEventLoopIsReturned() {
         run("it_IT"_s, {{"TEST_EXIT_CODE"_s, "7"_s}});
         QCOMPARE(child.exitCode, 7);
     }
 
-    void windowIsGoneWhenTheProgramReturns()
-    {
+    void windowIsGoneWhenTheProgramReturns() {
         run();
         QVERIFY(child.exitCode != kExitCodeWindowAlive);
         QCOMPARE(child.exitCode, 0);
     }
 
-    void startsWithoutAPlaceForTheLog()
-    {
+    void startsWithoutAPlaceForTheLog() {
         SKIP_ON_WINDOWS("the place of the folder is fixed");
         run("it_IT"_s, {{"XDG_DATA_HOME"_s, home->addFile("obstacle"_s)}});
         QCOMPARE(child.exitCode, 0);
@@ -287,16 +261,14 @@ private slots:
         QVERIFY(child.console.contains("START LOGGING SESSION"_s));
     }
 
-    void startsWithoutAPlaceForTheSettings()
-    {
+    void startsWithoutAPlaceForTheSettings() {
         SKIP_ON_WINDOWS("the settings are in the registry");
         run("de_DE"_s, {{"XDG_CONFIG_HOME"_s, home->addFile("obstacle"_s)}});
         QCOMPARE(child.exitCode, 0);
         QCOMPARE(seen("button"), "DE"_s);
     }
 
-    void programItselfStarts()
-    {
+    void programItselfStarts() {
         QProcess program;
         program.setProcessEnvironment(environment("en_US"_s));
         program.start(QStringLiteral(CORVIN_PROGRAM), QStringList());
@@ -309,8 +281,7 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     if (argc == 2 && qstrcmp(argv[1], "--run") == 0) {
         const int code = runCorvin4Manager(argc, argv);
         return windowOfRun ? kExitCodeWindowAlive : code;

@@ -12,8 +12,7 @@ class TestStopAndClose : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void stopTakesEffectOnceItIsConfirmed_data()
-    {
+    void stopTakesEffectOnceItIsConfirmed_data() {
         columns<Answer, bool>("answer", "stops");
         row("Si", pressing(Buttons::kSi), true);
         row("Enter", striking(Qt::Key_Return), true);
@@ -21,8 +20,7 @@ private slots:
         row("Escape", striking(Qt::Key_Escape), false);
         row("the box's close button", closing(), false);
     }
-    void stopTakesEffectOnceItIsConfirmed()
-    {
+    void stopTakesEffectOnceItIsConfirmed() {
         QFETCH(Answer, answer);
         QFETCH(bool, stops);
         const MainWindow window;
@@ -40,8 +38,7 @@ private slots:
         QCOMPARE(log.textsStartingWith("MainWindow::on_pushButtonStop_clicked"_s).size(), stops ? 1 : 0);
     }
 
-    void stopBoxIsAsAgreed()
-    {
+    void stopBoxIsAsAgreed() {
         MainWindow window;
         BoxAnswerer boxes;
         boxes.answer(Titles::kStop, Buttons::kNo);
@@ -54,8 +51,7 @@ private slots:
         QVERIFY(seen.hadParent);
     }
 
-    void closingIsRefusedWhileFinishIsPending()
-    {
+    void closingIsRefusedWhileFinishIsPending() {
         MainWindow window;
         window.show();
         button(window, "pushBtnForward")->setEnabled(true);
@@ -69,8 +65,7 @@ private slots:
         QCOMPARE(seen.icon, QMessageBox::Information);
     }
 
-    void closingTakesPlaceOnceFinishIsDone()
-    {
+    void closingTakesPlaceOnceFinishIsDone() {
         MainWindow window;
         window.show();
         QPushButton *finish = button(window, "pushBtnForward");

@@ -12,16 +12,14 @@ class TestDeviceCase : public QObject
 
     QString root() const { return m_folder.path() + "/"_s; }
     /// Whether the file system keeps these two apart.
-    bool makeTwo(const QString &first, const QString &second) const
-    {
+    bool makeTwo(const QString &first, const QString &second) const {
         return QDir(root()).mkdir(first) && QDir(root()).mkdir(second);
     }
 
 private slots:
     void cleanup() { QVERIFY(QDir(root()).removeRecursively() && QDir().mkpath(root())); }
 
-    void partsAreSpelledAsOnTheDisk_data()
-    {
+    void partsAreSpelledAsOnTheDisk_data() {
         columns<QString, QString, QString>("existing", "asked", "resolved");
         row("as written", "System/playlist"_s, "System/playlist"_s, "System/playlist"_s);
         row("last part differs", "System/Playlist"_s, "System/playlist"_s, "System/Playlist"_s);
@@ -35,8 +33,7 @@ private slots:
         row("nothing asked", "System"_s, ""_s, ""_s);
     }
 
-    void partsAreSpelledAsOnTheDisk()
-    {
+    void partsAreSpelledAsOnTheDisk() {
         QFETCH(QString, existing);
         QFETCH(QString, asked);
         QFETCH(QString, resolved);
@@ -46,23 +43,20 @@ private slots:
         QCOMPARE(resolveDevicePath(root(), asked), root() + resolved);
     }
 
-    void exactSpellingWins()
-    {
+    void exactSpellingWins() {
         if (!makeTwo("SYSTEM"_s, "system"_s))
             QSKIP("This file system ignores case");
         QCOMPARE(resolveDevicePath(root(), "system"_s), root() + "system"_s);
         QCOMPARE(resolveDevicePath(root(), "SYSTEM"_s), root() + "SYSTEM"_s);
     }
 
-    void firstInSortedOrderOfSeveralIsTaken()
-    {
+    void firstInSortedOrderOfSeveralIsTaken() {
         if (!makeTwo("system"_s, "SYSTEM"_s))
             QSKIP("This file system ignores case");
         QCOMPARE(resolveDevicePath(root(), "SySteM"_s), root() + "SYSTEM"_s);
     }
 
-    void linkToNowhereIsThere()
-    {
+    void linkToNowhereIsThere() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         if (!QFile::link(root() + "none"_s, root() + "system"_s))
             QSKIP("No links here");
@@ -70,8 +64,7 @@ private slots:
         QCOMPARE(resolveDevicePath(root(), "system"_s), root() + "system"_s);
     }
 
-    void rootIsLeftAsItIs()
-    {
+    void rootIsLeftAsItIs() {
         SKIP_ON_WINDOWS("the file system ignores case here");
         QVERIFY(QDir().mkdir(root() + "SYSTEM"_s));
         // Without its closing slash too.

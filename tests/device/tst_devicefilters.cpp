@@ -6,8 +6,7 @@
 
 namespace {
 
-QStandardItem *node(const QString &name, const QList<QStandardItem *> &children = {})
-{
+QStandardItem *node(const QString &name, const QList<QStandardItem *> &children = {}) {
     auto *item = new QStandardItem(name);
     item->appendRows(children);
     return item;
@@ -16,8 +15,7 @@ QStandardItem *node(const QString &name, const QList<QStandardItem *> &children 
 /// A PC with a player.
 struct Pc : QStandardItemModel
 {
-    Pc()
-    {
+    Pc() {
         appendRow(node("C:"_s, {node("Windows"_s, {node("System"_s)}), node("System"_s)}));
         appendRow(player);
     }
@@ -36,8 +34,7 @@ class TestDeviceFilters : public QObject
 
     /// All paths that a model shows, in its order.
     static QStringList shown(const QAbstractItemModel &model, const QModelIndex &parent = {},
-                             const QString &prefix = {})
-    {
+                             const QString &prefix = {}) {
         QStringList paths;
         for (int row = 0; row < model.rowCount(parent); ++row) {
             const QModelIndex index = model.index(row, 0, parent);
@@ -48,22 +45,19 @@ class TestDeviceFilters : public QObject
         return paths;
     }
     /// What a filter shows of a model.
-    template <typename Filter> static QStringList shownThrough(QAbstractItemModel &source)
-    {
+    template <typename Filter> static QStringList shownThrough(QAbstractItemModel &source) {
         Filter filter;
         filter.setSourceModel(&source);
         return shown(filter);
     }
-    static void fetch(QAbstractItemModel &model, const QModelIndex &index)
-    {
+    static void fetch(QAbstractItemModel &model, const QModelIndex &index) {
         if (model.canFetchMore(index))
             model.fetchMore(index);
     }
     static int drivesIn(const QStringList &paths) { return paths.size() - paths.filter("/"_s).size(); }
 
 private slots:
-    void driveFilterShowsThePlayerAlone()
-    {
+    void driveFilterShowsThePlayerAlone() {
         Pc pc;
         const QString songs = "CORVIN4 (E:)/My Songs"_s;
         const QStringList inSongs = {songs + "/System"_s, songs + "/CorvinUpdate"_s, songs + "/Azzurro.mid"_s};
@@ -72,15 +66,13 @@ private slots:
         QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), expected);
     }
 
-    void driveFilterComparesTheDriveNameWithItsCase()
-    {
+    void driveFilterComparesTheDriveNameWithItsCase() {
         Pc pc;
         pc.player->setText("Corvin4 (E:)"_s);
         QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), QStringList());
     }
 
-    void driveFilterFindsThePlayerUnderAnyLetter()
-    {
+    void driveFilterFindsThePlayerUnderAnyLetter() {
         Pc pc;
         pc.player->setText("CORVIN4 (Z:)"_s);
         pc.insertRow(0, node("A:"_s));
@@ -89,8 +81,7 @@ private slots:
         QCOMPARE(drivesIn(paths), 1);
     }
 
-    void driveFilterAcceptsByTheRowsOwnName()
-    {
+    void driveFilterAcceptsByTheRowsOwnName() {
         // A top row is its own top-level ancestor; below another drive such a row is accepted but its drive is not shown.
         Pc pc;
         pc.item(0)->appendRow(node("CORVIN4 copy"_s));
@@ -101,8 +92,7 @@ private slots:
         QVERIFY(shown(filter).contains("CORVIN4 BACKUP (C:)/Windows/System"_s));
     }
 
-    void driveFilterHidesThePlayersFoldersOfAnyDriveThatIsNamedSo()
-    {
+    void driveFilterHidesThePlayersFoldersOfAnyDriveThatIsNamedSo() {
         // The name of the parent decides, wherever it stands.
         Pc pc;
         pc.player->child(1)->setText("copy of CORVIN4"_s);
@@ -112,8 +102,7 @@ private slots:
         QVERIFY(!paths.contains("CORVIN4 (E:)/copy of CORVIN4/CorvinUpdate"_s));
     }
 
-    void folderFilterHidesThePlayersFoldersAndNothingElse()
-    {
+    void folderFilterHidesThePlayersFoldersAndNothingElse() {
         Pc pc;
         QStringList expected = shown(pc);
         for (const char *hidden : {"CorvinUpdate", "CorvinUpdate/new", "System", "System/Corvin"})
@@ -121,16 +110,14 @@ private slots:
         QCOMPARE(shownThrough<FolderFilesFilter>(pc), expected);
     }
 
-    void folderFilterComparesFolderNamesWithTheirCase()
-    {
+    void folderFilterComparesFolderNamesWithTheirCase() {
         Pc pc;
         pc.player->child(0)->setText("CORVINUPDATE"_s);
         pc.player->child(2)->setText("SYSTEM"_s);
         QCOMPARE(shownThrough<FolderFilesFilter>(pc), shown(pc));
     }
 
-    void onlyTheNameInTheFirstColumnCounts()
-    {
+    void onlyTheNameInTheFirstColumnCounts() {
         QStandardItemModel pc;
         pc.appendRow({node("CORVIN4 (E:)"_s), node("Drive"_s)});
         pc.appendRow({node("D:"_s), node("CORVIN4"_s)});
@@ -139,15 +126,13 @@ private slots:
         QCOMPARE(shownThrough<Corvin4DriveFilter>(pc), QStringList{"CORVIN4 (E:)"_s});
     }
 
-    void emptyModelShowsNothing()
-    {
+    void emptyModelShowsNothing() {
         QStandardItemModel empty;
         QCOMPARE(shownThrough<Corvin4DriveFilter>(empty), QStringList());
         QCOMPARE(shownThrough<FolderFilesFilter>(empty), QStringList());
     }
 
-    void realPlayerIsShownThroughTheDriveFilter()
-    {
+    void realPlayerIsShownThroughTheDriveFilter() {
         SimulatedPlayer player;
         player.addSystemFiles();
         player.addFolder("CorvinUpdate"_s);
@@ -172,8 +157,7 @@ private slots:
         QTRY_COMPARE(filter.rowCount(drive), 2); // AUTOEXEC.BAT and "My Songs"
     }
 
-    void realPlayersFoldersAreHiddenByTheFolderFilter()
-    {
+    void realPlayersFoldersAreHiddenByTheFolderFilter() {
         SimulatedPlayer player;
         player.addSystemFiles();
         player.addFolder("CorvinUpdate"_s);

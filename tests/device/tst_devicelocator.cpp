@@ -14,34 +14,29 @@ class TestDeviceLocator : public QObject
     DeviceLocator m_locator;
 
     /// A folder that plays a volume. Returns its canonical path.
-    QString addVolume(const QString &name, const QByteArray &label) const
-    {
+    QString addVolume(const QString &name, const QByteArray &label) const {
         QString folder = QFileInfo(m_folder.path()).canonicalFilePath() + "/"_s + name;
         putFile(folder + "/.windows-label"_s, label);
         return folder;
     }
 
-    static void list(const QStringList &folders)
-    {
+    static void list(const QStringList &folders) {
         qputenv("CORVIN_VOLUMES", QFile::encodeName(folders.join(QDir::listSeparator())));
     }
 
     /// What is found while these are the volumes of the PC.
-    QString foundAmong(const QStringList &folders) const
-    {
+    QString foundAmong(const QStringList &folders) const {
         list(folders);
         return m_locator.findDeviceRoot();
     }
 
 private slots:
-    void cleanup()
-    {
+    void cleanup() {
         list({});
         QVERIFY(QDir(m_folder.path()).removeRecursively() && QDir().mkpath(m_folder.path()));
     }
 
-    void labelDecidesWhetherAVolumeIsThePlayer_data()
-    {
+    void labelDecidesWhetherAVolumeIsThePlayer_data() {
         columns<QByteArray, QString, bool>("file", "label", "isPlayer");
         row("capitals", QByteArray("CORVIN4"), "CORVIN4"_s, true);
         row("lower case", QByteArray("corvin4"), "corvin4"_s, true);
@@ -59,8 +54,7 @@ private slots:
         row("no text", QByteArray("\xff\xfe\0\0", 4), "\uFFFD\uFFFD"_s, false);
     }
 
-    void labelDecidesWhetherAVolumeIsThePlayer()
-    {
+    void labelDecidesWhetherAVolumeIsThePlayer() {
         QFETCH(QByteArray, file);
         QFETCH(QString, label);
         QFETCH(bool, isPlayer);
@@ -70,8 +64,7 @@ private slots:
         QCOMPARE(m_locator.volumeLabel(folder + "/"_s), label);
     }
 
-    void firstOfTwoPlayersWins()
-    {
+    void firstOfTwoPlayersWins() {
         const QString first = addVolume("z"_s, "CORVIN4");
         const QString second = addVolume("a"_s, "CORVIN4");
         const LogCapture log;
@@ -80,16 +73,14 @@ private slots:
         QVERIFY(log.lines().isEmpty());
     }
 
-    void otherVolumesBeforeThePlayerArePassedOver()
-    {
+    void otherVolumesBeforeThePlayerArePassedOver() {
         const QString other = addVolume("other"_s, "DATA");
         const QString player = addVolume("player"_s, "CORVIN4");
         const QStringList volumes = {"/no/such/folder"_s, QString(), other, other + "/.windows-label"_s, player};
         QCOMPARE(foundAmong(volumes), player + "/"_s);
     }
 
-    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid_data()
-    {
+    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid_data() {
         columns<QStringList>("folders");
         row("set to nothing", QStringList());
         row("no such folder", QStringList{"/no/such/folder"_s});
@@ -97,8 +88,7 @@ private slots:
         row("volume without a label file", QStringList{m_folder.path()});
     }
 
-    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid()
-    {
+    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid() {
         QFETCH(QStringList, folders);
         const LogCapture log;
         QCOMPARE(foundAmong(folders), QString());
@@ -107,8 +97,7 @@ private slots:
         QVERIFY(log.lines().isEmpty());
     }
 
-    void rootIsCanonicalWithAClosingSlash()
-    {
+    void rootIsCanonicalWithAClosingSlash() {
         const QString player = addVolume("player"_s, "CORVIN4");
         QCOMPARE(foundAmong({player + "/./../player/"_s}), player + "/"_s);
 #ifdef Q_OS_UNIX
@@ -118,8 +107,7 @@ private slots:
 #endif
     }
 
-    void everyRootEndsWithOneSlash()
-    {
+    void everyRootEndsWithOneSlash() {
         QCOMPARE(withClosingSlash("/media/CORVIN4"_s), "/media/CORVIN4/"_s);
         QCOMPARE(withClosingSlash("E:/"_s), "E:/"_s);
         QCOMPARE(withClosingSlash("/"_s), "/"_s);
@@ -127,8 +115,7 @@ private slots:
         QCOMPARE(ListedVolumes::roots(), QStringList{QDir::rootPath()});
     }
 
-    void everyCallLooksAfresh()
-    {
+    void everyCallLooksAfresh() {
         const QString first = addVolume("first"_s, "CORVIN4");
         const QString second = addVolume("second"_s, "CORVIN4");
         QCOMPARE(foundAmong({first}), first + "/"_s);
@@ -138,8 +125,7 @@ private slots:
         QCOMPARE(m_locator.findDeviceRoot(), QString());
     }
 
-    void labelOfAFolderThatIsNotListedIsEmpty()
-    {
+    void labelOfAFolderThatIsNotListedIsEmpty() {
         const QString listed = addVolume("listed"_s, "CORVIN4");
         const QString other = addVolume("other"_s, "CORVIN4");
         addVolume("listed/below"_s, "CORVIN4");
@@ -149,20 +135,17 @@ private slots:
         QCOMPARE(m_locator.volumeLabel(QString()), QString());
     }
 
-    void hugeLabelFileIsNotThePlayer()
-    {
+    void hugeLabelFileIsNotThePlayer() {
         const QString folder = addVolume("volume"_s, "CORVIN4" + QByteArray(3000000, 'x'));
         QCOMPARE(foundAmong({folder}), QString());
         QVERIFY(m_locator.volumeLabel(folder).size() < 2000);
     }
 
-    void emptyPathIsNoRemovableDrive()
-    {
+    void emptyPathIsNoRemovableDrive() {
         QVERIFY(!m_locator.isRemovableDrive(QString()));
     }
 
-    void fileSystemWithoutADiskIsNotRemovable()
-    {
+    void fileSystemWithoutADiskIsNotRemovable() {
         SKIP_ON_WINDOWS("Every file system has a drive here");
         QVERIFY(!m_locator.isRemovableDrive("/proc/"_s));
         QVERIFY(!m_locator.isRemovableDrive("/proc/self/"_s));

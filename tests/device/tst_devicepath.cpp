@@ -9,8 +9,7 @@ class TestDevicePath : public QObject
     const QString kRoot = "E:/"_s;
 
 private slots:
-    void deviceTextBecomesPcPath_data()
-    {
+    void deviceTextBecomesPcPath_data() {
         columns<QString, QString>("device", "pc");
         row("song", R"(\sdmemory\My Songs\Artist\song.mid)"_s, "E:/My Songs/Artist/song.mid"_s);
         row("song in the root", R"(\sdmemory\song.mid)"_s, "E:/song.mid"_s);
@@ -25,8 +24,7 @@ private slots:
     }
     void deviceTextBecomesPcPath() { QTEST(Player(kRoot).pcPath(given<QString>("device")), "pc"); }
 
-    void pcPathBecomesDevicePath_data()
-    {
+    void pcPathBecomesDevicePath_data() {
         columns<QString, QString, QString>("pc", "root", "device");
         row("song", "E:/My Songs/song.mid"_s, "E:/"_s, R"(\sdmemory\My Songs\song.mid)"_s);
         row("root alone", "E:/"_s, "E:/"_s, R"(\sdmemory\)"_s);
@@ -39,8 +37,7 @@ private slots:
     }
     void pcPathBecomesDevicePath() { QTEST(Player(given<QString>("root")).devicePath(given<QString>("pc")), "device"); }
 
-    void bothWaysGiveTheSamePath()
-    {
+    void bothWaysGiveTheSamePath() {
         for (const QString &pc : {"E:/My Songs/song.mid"_s, "E:/Città/Perché.mid"_s, "E:/L'\"altra\"/a^1.mid"_s})
             QCOMPARE(Player(kRoot).pcPath(Player(kRoot).devicePath(pc)), pc);
     }

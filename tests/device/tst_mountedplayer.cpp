@@ -14,8 +14,7 @@ class TestMountedPlayer : public QObject
     std::unique_ptr<ExFatVolume> m_volume;
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QString why;
         if (!ExFatVolume::isPossible(&why))
             QSKIP(qPrintable("SKIPPED WHOLE: no exFAT volume can be mounted: "_s + why));
@@ -24,8 +23,7 @@ private slots:
             QSKIP("SKIPPED WHOLE: a real player is connected to this machine");
     }
 
-    void init()
-    {
+    void init() {
         m_volume = std::make_unique<ExFatVolume>(16);
         QVERIFY2(m_volume->isMounted(), qPrintable(m_volume->error()));
         QVERIFY(m_volume->linkLabel());
@@ -33,8 +31,7 @@ private slots:
 
     void cleanup() { m_volume.reset(); }
 
-    void mountedVolumeIsFoundByItsLabel()
-    {
+    void mountedVolumeIsFoundByItsLabel() {
         const QString root = m_locator.findDeviceRoot();
         QCOMPARE(root, m_volume->root());
         QCOMPARE(m_locator.volumeLabel(root), "CORVIN4"_s);
@@ -49,8 +46,7 @@ private slots:
         QVERIFY(QFile::exists(file));
     }
 
-    void volumeIsFoundOnlyWhileItIsMounted()
-    {
+    void volumeIsFoundOnlyWhileItIsMounted() {
         QVERIFY(m_volume->unmount());
         QCOMPARE(m_locator.findDeviceRoot(), QString());
         QCOMPARE(m_locator.volumeLabel(m_volume->root()), QString());
@@ -62,15 +58,13 @@ private slots:
         QCOMPARE(m_locator.findDeviceRoot(), QString());
     }
 
-    void labelWithTrailingBlanksIsFound()
-    {
+    void labelWithTrailingBlanksIsFound() {
         QVERIFY(m_volume->linkLabel("Corvin4\\x20\\x20"_s));
         QCOMPARE(m_locator.findDeviceRoot(), m_volume->root());
         QCOMPARE(m_locator.volumeLabel(m_volume->root()), "Corvin4"_s);
     }
 
-    void otherLabelIsNotThePlayer()
-    {
+    void otherLabelIsNotThePlayer() {
         QVERIFY(m_volume->linkLabel("CORVIN4\\x20BACKUP"_s));
         QCOMPARE(m_locator.findDeviceRoot(), QString());
         QCOMPARE(m_locator.volumeLabel(m_volume->root()), "CORVIN4 BACKUP"_s);
@@ -78,8 +72,7 @@ private slots:
         QCOMPARE(m_locator.volumeLabel(m_volume->root()), QString());
     }
 
-    void folderOfTheVolumeShownElsewhereIsNotThePlayer()
-    {
+    void folderOfTheVolumeShownElsewhereIsNotThePlayer() {
         const QString songs = m_volume->path("My Songs"_s);
         QVERIFY(QDir().mkpath(songs));
         const QTemporaryDir elsewhere;
@@ -92,8 +85,7 @@ private slots:
         QCOMPARE(found, m_volume->root());
     }
 
-    void pathOnAVolumeThatIgnoresCaseStaysAsWritten()
-    {
+    void pathOnAVolumeThatIgnoresCaseStaysAsWritten() {
         QVERIFY(QDir().mkpath(m_volume->path("SYSTEM/playlist"_s)));
         QCOMPARE(resolveDevicePath(m_volume->root(), "System/Playlist"_s), m_volume->path("System/Playlist"_s));
     }

@@ -9,15 +9,13 @@ class TestMountTable : public QObject
 
     static QString itself(const QString &device) { return device; }
 
-    static QStringList parsed(const QByteArray &table)
-    {
+    static QStringList parsed(const QByteArray &table) {
         QStringList texts;
         for (const Mount &mount : parseMountTable(table))
             texts.append(mount.device + "|"_s + mount.point);
         return texts;
     }
-    static QStringList labelled(const QByteArray &table, const LabelsByDevice &labels, const DeviceResolver &resolve)
-    {
+    static QStringList labelled(const QByteArray &table, const LabelsByDevice &labels, const DeviceResolver &resolve) {
         QStringList texts;
         for (const LabelledMount &mount : labelledMounts(table, labels, resolve))
             texts.append(mount.point + "|"_s + mount.label);
@@ -27,14 +25,12 @@ class TestMountTable : public QObject
     /// A row of bytes and the text that is made of them.
     static void bytes(const char *name, const QByteArray &from, const QString &to) { row(name, from, to); }
     /// A row of lines of a table and what is mounted by them, parted by line ends.
-    static void table(const char *name, const QByteArray &lines, const QString &mounts = {})
-    {
+    static void table(const char *name, const QByteArray &lines, const QString &mounts = {}) {
         row(name, lines, mounts);
     }
 
 private slots:
-    void linesGiveWholeVolumesOfBlockDevices_data()
-    {
+    void linesGiveWholeVolumesOfBlockDevices_data() {
         columns<QByteArray, QString>("lines", "mounts");
         table("exfat", "60 27 8:17 / /media/anna/CORVIN4 rw,relatime shared:30 - exfat /dev/sdb1 rw",
               "/dev/sdb1|/media/anna/CORVIN4"_s);
@@ -79,16 +75,14 @@ private slots:
               "/dev/sdb1|/mnt/p\n/dev/vda|/"_s);
     }
 
-    void linesGiveWholeVolumesOfBlockDevices()
-    {
+    void linesGiveWholeVolumesOfBlockDevices() {
         QFETCH(QByteArray, lines);
         QFETCH(QString, mounts);
         QCOMPARE(parsed(lines).join(QLatin1Char('\n')), mounts);
         QCOMPARE(parsed("\n" + lines + "\n\n").join(QLatin1Char('\n')), mounts);
     }
 
-    void labelsAreFoundByDeviceName()
-    {
+    void labelsAreFoundByDeviceName() {
         const QByteArray lines = "27 1 254:0 / / rw - ext4 /dev/vda rw\n"
                                  "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1 rw\n"
                                  "61 27 8:33 / /mnt/q rw - exfat /dev/sdc1 rw\n"
@@ -99,8 +93,7 @@ private slots:
         QCOMPARE(labelled(lines, labels, itself), expected);
     }
 
-    void deviceUnderAnotherNameIsResolved()
-    {
+    void deviceUnderAnotherNameIsResolved() {
         const QByteArray lines = "60 27 253:0 / /mnt/p rw - exfat /dev/mapper/player rw\n";
         const LabelsByDevice labels = {{"/dev/dm-0"_s, "CORVIN4"_s}};
         const auto resolve = [](const QString &device) {
@@ -110,15 +103,13 @@ private slots:
         QVERIFY(labelledMounts(lines, labels, [](const QString &) { return QString(); }).isEmpty());
     }
 
-    void onlyNamesThatMayBearALabelAreResolved_data()
-    {
+    void onlyNamesThatMayBearALabelAreResolved_data() {
         columns<QStringList, QStringList>("devices", "resolved");
         row("nothing where no labels are", QStringList(), QStringList());
         row("network and pseudo file systems never", words("/dev/sdz1"), words("/dev/mapper/player"));
     }
 
-    void onlyNamesThatMayBearALabelAreResolved()
-    {
+    void onlyNamesThatMayBearALabelAreResolved() {
         QFETCH(QStringList, devices);
         const QByteArray lines = "22 27 0:50 / /mnt/nas rw - nfs4 nas:/songs rw\n"
                                  "23 27 0:51 / /mnt/win rw - cifs //nas/CORVIN4 rw\n"
@@ -137,8 +128,7 @@ private slots:
         QTEST(asked, "resolved");
     }
 
-    void everyPrefixOfATableIsReadWithoutHarm()
-    {
+    void everyPrefixOfATableIsReadWithoutHarm() {
         const QByteArray lines = "60 27 8:17 / /media/a\\040b rw shared:30 - exfat /dev/sdb1 rw\n"
                                  "61 27 0:21 / /proc rw - proc proc rw";
         for (int size = 0; size <= lines.size(); ++size)
@@ -146,8 +136,7 @@ private slots:
         QCOMPARE(parseMountTable(lines).size(), 1);
     }
 
-    void mountFieldEscapesAreUndone_data()
-    {
+    void mountFieldEscapesAreUndone_data() {
         columns<QByteArray, QString>("field", "plain");
         bytes("nothing to undo", "/mnt/p", "/mnt/p"_s);
         bytes("blank", "a\\040b", "a b"_s);
@@ -164,14 +153,12 @@ private slots:
         bytes("empty", {}, {});
     }
 
-    void mountFieldEscapesAreUndone()
-    {
+    void mountFieldEscapesAreUndone() {
         QFETCH(QByteArray, field);
         QTEST(decodeMountField(field), "plain");
     }
 
-    void udevEscapesAreUndone_data()
-    {
+    void udevEscapesAreUndone_data() {
         columns<QByteArray, QString>("name", "plain");
         bytes("nothing to undo", "CORVIN4", "CORVIN4"_s);
         bytes("trailing blanks", "CORVIN4\\x20\\x20", "CORVIN4  "_s);
@@ -185,14 +172,12 @@ private slots:
         bytes("empty", {}, {});
     }
 
-    void udevEscapesAreUndone()
-    {
+    void udevEscapesAreUndone() {
         QFETCH(QByteArray, name);
         QTEST(decodeUdevName(name), "plain");
     }
 
-    void labelFolderIsReadWithoutFollowingTheLinks()
-    {
+    void labelFolderIsReadWithoutFollowingTheLinks() {
         PcFolder dev;
         const QString labels = dev.addFolder("disk/by-label"_s);
         QVERIFY(QFile::link("../../sdb1"_s, labels + "/CORVIN4\\x20"_s));
@@ -204,8 +189,7 @@ private slots:
 
     void missingLabelFolderGivesNoLabels() { QVERIFY(readLabelFolder(PcFolder().path("by-label"_s)).isEmpty()); }
 
-    void deviceOfAPathIsTheNearestOneAbove_data()
-    {
+    void deviceOfAPathIsTheNearestOneAbove_data() {
         columns<QString, QString>("path", "device");
         row("on the system's disk", "/home/anna"_s, "/dev/vda"_s);
         row("the root itself", "/"_s, "/dev/vda"_s);
@@ -219,8 +203,7 @@ private slots:
         row("empty", QString(), QString());
     }
 
-    void deviceOfAPathIsTheNearestOneAbove()
-    {
+    void deviceOfAPathIsTheNearestOneAbove() {
         const QByteArray lines = "61 60 0:50 / /mnt/p/share rw - nfs4 nas:/songs rw\n"
                                  "27 1 254:0 / / rw - ext4 /dev/vda rw\n"
                                  "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1 rw\n"
@@ -231,16 +214,14 @@ private slots:
         QTEST(deviceOfPath(lines, path), "device");
     }
 
-    void kernelFolderSaysWhetherTheMediumCanBeTakenOut_data()
-    {
+    void kernelFolderSaysWhetherTheMediumCanBeTakenOut_data() {
         columns<QByteArray, bool>("answer", "removable");
         row("removable", QByteArray("1\n"), true);
         row("fixed", QByteArray("0\n"), false);
         row("nothing said", QByteArray(), false);
     }
 
-    void kernelFolderSaysWhetherTheMediumCanBeTakenOut()
-    {
+    void kernelFolderSaysWhetherTheMediumCanBeTakenOut() {
         QFETCH(QByteArray, answer);
         QFETCH(bool, removable);
         PcFolder devices;

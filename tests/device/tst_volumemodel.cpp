@@ -14,8 +14,7 @@ const QStringList kLoaded = {QString(), "My Songs"_s};
 /// A player with a few songs, as a volume, with what some folders hold already there.
 struct Songs : VolumeModel
 {
-    explicit Songs(const QStringList &loaded = {})
-    {
+    explicit Songs(const QStringList &loaded = {}) {
         player.addFile("AUTOEXEC.BAT"_s, "12345");
         player.addFile("My Songs/a.mid"_s);
         player.addFile("My Songs/b.mid"_s, "123");
@@ -27,22 +26,19 @@ struct Songs : VolumeModel
 
     QModelIndex top() const { return shown.index(0, 0); }
     QModelIndex at(const QString &path) const { return indexForPath(player.path(path)); }
-    QStringList names(const QModelIndex &parent) const
-    {
+    QStringList names(const QModelIndex &parent) const {
         QStringList found;
         for (int row = 0; row < shown.rowCount(parent); ++row)
             found.append(shown.index(row, 0, parent).data().toString());
         found.sort();
         return found;
     }
-    void fetch(const QModelIndex &index)
-    {
+    void fetch(const QModelIndex &index) {
         if (shown.canFetchMore(index))
             shown.fetchMore(index);
     }
     /// Waits for all that lies in a folder.
-    void load(const QString &folder)
-    {
+    void load(const QString &folder) {
         QVERIFY(at(folder).isValid());
         fetch(at(folder));
         const int expected = QDir(player.path(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
@@ -62,15 +58,13 @@ class TestVolumeModel : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
 #ifdef Q_OS_WIN
         QSKIP("SKIPPED WHOLE: here the views stand on the file system model itself");
 #endif
     }
 
-    void volumeIsTheOneTopNodeNamedByItsLabel()
-    {
+    void volumeIsTheOneTopNodeNamedByItsLabel() {
         const Songs songs;
         const QAbstractItemModel &model = songs.shown;
         const QModelIndex top = songs.top();
@@ -89,8 +83,7 @@ private slots:
         QVERIFY(!model.canFetchMore(QModelIndex()));
     }
 
-    void whatLiesUnderTheVolumeIsShownOneToOne()
-    {
+    void whatLiesUnderTheVolumeIsShownOneToOne() {
         const Songs songs(kLoaded);
         QCOMPARE(songs.names(songs.top()), (QStringList{"AUTOEXEC.BAT"_s, "My Songs"_s, "Videos"_s}));
         QCOMPARE(songs.at("My Songs"_s).parent(), songs.top());
@@ -105,8 +98,7 @@ private slots:
         }
     }
 
-    void pathsAndIndexesBelongTogether()
-    {
+    void pathsAndIndexesBelongTogether() {
         const Songs songs(kLoaded);
         const QString root = QDir::cleanPath(songs.player.root());
         QCOMPARE(songs.indexForPath(songs.player.root()), songs.top());
@@ -123,8 +115,7 @@ private slots:
         QVERIFY(!songs.isDir(QModelIndex()));
     }
 
-    void pathsElsewhereHaveNoIndex()
-    {
+    void pathsElsewhereHaveNoIndex() {
         const Songs songs;
         QVERIFY(!songs.indexForPath("/"_s).isValid());
         QVERIFY(!songs.indexForPath(QDir::cleanPath(songs.player.path(".."_s))).isValid());
@@ -132,8 +123,7 @@ private slots:
         QVERIFY(!songs.indexForPath(QString()).isValid());
     }
 
-    void addedFileAppears()
-    {
+    void addedFileAppears() {
         Songs songs(kLoaded);
         QSignalSpy inserted(&songs.shown, &QAbstractItemModel::rowsInserted);
         songs.player.addFile("new.mid"_s);
@@ -142,8 +132,7 @@ private slots:
         QCOMPARE(inserted.first().first().toModelIndex(), songs.top());
     }
 
-    void removedFileDisappears()
-    {
+    void removedFileDisappears() {
         Songs songs(kLoaded);
         const QSignalSpy removed(&songs.shown, &QAbstractItemModel::rowsRemoved);
         const QPersistentModelIndex file = songs.at("AUTOEXEC.BAT"_s);
@@ -154,8 +143,7 @@ private slots:
         QCOMPARE(songs.names(songs.top()), (QStringList{"My Songs"_s, "Videos"_s}));
     }
 
-    void addedFolderInsideAFolderAppears()
-    {
+    void addedFolderInsideAFolderAppears() {
         Songs songs(kLoaded);
         songs.player.addFile("My Songs/Z/zingara.mid"_s);
         QTRY_VERIFY(songs.names(songs.at("My Songs"_s)).contains("Z"_s));
@@ -163,8 +151,7 @@ private slots:
         songs.load("My Songs/Z"_s);
     }
 
-    void changesBesideTheVolumeAreNotPassedOn()
-    {
+    void changesBesideTheVolumeAreNotPassedOn() {
         Songs songs(kLoaded);
         PcFolder beside;
         const QSignalSpy inserted(&songs.shown, &QAbstractItemModel::rowsInserted);
@@ -180,8 +167,7 @@ private slots:
         QCOMPARE(songs.top().data().toString(), "CORVIN4"_s);
     }
 
-    void sortingKeepsPersistentIndexes()
-    {
+    void sortingKeepsPersistentIndexes() {
         Songs songs(kLoaded);
         const QPersistentModelIndex song = songs.at("My Songs/a.mid"_s);
         const QPersistentModelIndex drive = songs.top();
@@ -197,15 +183,13 @@ private slots:
         QVERIFY(songs.shown.match(songs.top(), Qt::DisplayRole, "CORVIN4"_s).contains(songs.top()));
     }
 
-    void nameFilterOfTheFileSystemModelIsFollowed()
-    {
+    void nameFilterOfTheFileSystemModelIsFollowed() {
         Songs songs(kLoaded);
         songs.behind.setFilter(QDir::Dirs | QDir::NoDotAndDotDot);
         QTRY_COMPARE(songs.names(songs.top()), (QStringList{"My Songs"_s, "Videos"_s}));
     }
 
-    void removedVolumeFolderLeavesNothing()
-    {
+    void removedVolumeFolderLeavesNothing() {
         Songs songs(kLoaded);
         const QPersistentModelIndex drive = songs.top();
         const QTemporaryDir dir;
@@ -225,8 +209,7 @@ private slots:
         QVERIFY(!songs.top().isValid());
     }
 
-    void openingAnotherVolumeReplacesTheFirst()
-    {
+    void openingAnotherVolumeReplacesTheFirst() {
         Songs songs(kLoaded);
         PcFolder other;
         other.addFile("only.mid"_s);
@@ -240,15 +223,13 @@ private slots:
         QTRY_COMPARE(songs.names(songs.top()), QStringList{"only.mid"_s});
     }
 
-    void missingVolumeShowsNothing_data()
-    {
+    void missingVolumeShowsNothing_data() {
         columns<QString>("root");
         row("empty", QString());
         row("no such folder", "/no/such/folder/"_s);
     }
 
-    void missingVolumeShowsNothing()
-    {
+    void missingVolumeShowsNothing() {
         QFETCH(QString, root);
         Songs songs;
         songs.open(root, "CORVIN4"_s);
@@ -259,8 +240,7 @@ private slots:
         QCOMPARE(songs.shown.rowCount(), 1);
     }
 
-    void viewOverTheDriveFilterFollowsTheDisk()
-    {
+    void viewOverTheDriveFilterFollowsTheDisk() {
         Songs songs;
         songs.player.addFile("System/Corvin/Corvin.exe"_s);
         Corvin4DriveFilter filter;

@@ -7,8 +7,7 @@ class TestAside : public QObject
     Q_OBJECT
 
 private slots:
-    void workIsDoneInAnotherThreadWhenItReturns()
-    {
+    void workIsDoneInAnotherThreadWhenItReturns() {
         QThread *worker = nullptr;
         doAside([&worker] { worker = QThread::currentThread(); });
         QVERIFY(worker != nullptr);
@@ -16,8 +15,7 @@ private slots:
     }
 
     // The work ends only after an event has been processed: were none, it would never end.
-    void eventsAreProcessedMeanwhile()
-    {
+    void eventsAreProcessedMeanwhile() {
         constexpr int kLongestMs = 30000;
         QSemaphore seen;
         QTimer::singleShot(0, this, [&seen] { seen.release(); });

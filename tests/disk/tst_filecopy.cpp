@@ -12,8 +12,7 @@ const QString kUnreadable = "/proc/self/mem"_s; // a regular file whose first by
 
 using Files = QMap<QString, QByteArray>;
 
-QByteArray pattern(int size)
-{
+QByteArray pattern(int size) {
     QByteArray bytes(size, Qt::Uninitialized);
     for (int i = 0; i < size; ++i)
         bytes[i] = char((i * 31 + i / 251) & 0xff);
@@ -23,8 +22,7 @@ QByteArray pattern(int size)
 /// A folder with these files.
 struct Folder : PcFolder
 {
-    explicit Folder(const Files &files)
-    {
+    explicit Folder(const Files &files) {
         for (auto file = files.cbegin(); file != files.cend(); ++file)
             addFile(file.key(), file.value());
     }
@@ -40,8 +38,7 @@ class TestFileCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void contentArrivesWhatever_data()
-    {
+    void contentArrivesWhatever_data() {
         columns<int, int>("size", "rounds");
         row("empty", 0, 0);
         row("1 byte", 1, 0);
@@ -53,8 +50,7 @@ private slots:
         row("three blocks and 7", 3 * kBlock + 7, 3);
     }
 
-    void contentArrivesWhatever()
-    {
+    void contentArrivesWhatever() {
         QFETCH(int, size);
         QFETCH(int, rounds);
         const QByteArray content = pattern(size);
@@ -67,8 +63,7 @@ private slots:
         QCOMPARE(folder.now(), (Files{{"source"_s, content}, {"copy"_s, content}, {"copy 2"_s, content}}));
     }
 
-    void permissionsAreCopied()
-    {
+    void permissionsAreCopied() {
         const Folder folder({{"source"_s, "x"}});
         const QFile::Permissions wanted = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
         QVERIFY(QFile::setPermissions(folder.path("source"_s), wanted));
@@ -76,8 +71,7 @@ private slots:
         QCOMPARE(QFile::permissions(folder.path("copy"_s)), QFile::permissions(folder.path("source"_s)));
     }
 
-    void refusalChangesNothing_data()
-    {
+    void refusalChangesNothing_data() {
         columns<bool, QString, QString, CopyResult>("replace", "source", "destination", "result");
         row("existing file", false, "source"_s, "old"_s, CopyResult::DestinationExists);
         row("existing folder", false, "source"_s, "folder"_s, CopyResult::DestinationExists);
@@ -97,8 +91,7 @@ private slots:
 #endif
     }
 
-    void refusalChangesNothing()
-    {
+    void refusalChangesNothing() {
         QFETCH(bool, replace);
         QFETCH(QString, source);
         QFETCH(QString, destination);
@@ -119,8 +112,7 @@ private slots:
         QCOMPARE(folder.content("old"_s), QByteArray("old"));
     }
 
-    void fullDiskLeavesNothingHalfWritten()
-    {
+    void fullDiskLeavesNothingHalfWritten() {
 #ifdef Q_OS_UNIX
         const Folder folder({{ "source"_s, pattern(3 * kBlock) }});
         std::optional<FullDisk> full(rlim_t(2) * kBlock);
@@ -133,8 +125,7 @@ private slots:
 #endif
     }
 
-    void replacedFileHasTheNewContentAndNoOtherFileIsLeft_data()
-    {
+    void replacedFileHasTheNewContentAndNoOtherFileIsLeft_data() {
         columns<QString, QByteArray, QString, bool>("name", "content", "beside", "readOnly");
         row("small", "old"_s, QByteArray("new"), "beside"_s, false);
         row("several blocks", "old"_s, pattern(2 * kBlock), "beside"_s, false);
@@ -143,8 +134,7 @@ private slots:
         row("read-only file", "old"_s, QByteArray("new"), "beside"_s, true);
     }
 
-    void replacedFileHasTheNewContentAndNoOtherFileIsLeft()
-    {
+    void replacedFileHasTheNewContentAndNoOtherFileIsLeft() {
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         QFETCH(QString, beside);
@@ -156,8 +146,7 @@ private slots:
         QCOMPARE(folder.now(), (Files{{"source"_s, content}, {name, content}, {beside, "left over"}}));
     }
 
-    void sameFileIsKnownThroughLinks()
-    {
+    void sameFileIsKnownThroughLinks() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         const Folder folder({{"file"_s, "x"}, {"other"_s, "x"}});
         const QString file = folder.path("file"_s);
@@ -169,8 +158,7 @@ private slots:
         QVERIFY(!isSameFile(folder.path("missing"_s), folder.path("missing"_s)));
     }
 
-    void stopBetweenBlocksLeavesNothingAndKeepsTheOldFile()
-    {
+    void stopBetweenBlocksLeavesNothingAndKeepsTheOldFile() {
         const PcFolder folder;
         const QByteArray large(3 * 1048576, 'n');
         putFile(folder.path("source"_s), large);
@@ -184,8 +172,7 @@ private slots:
         QCOMPARE(contentOf(old), QByteArray("old"));
     }
 
-    void copyHasTheDateThatTheSystemsOwnCopiesHave()
-    {
+    void copyHasTheDateThatTheSystemsOwnCopiesHave() {
         const PcFolder folder;
         const QDateTime date(QDate(2001, 2, 3), QTime(4, 5, 6));
         QFile source(putFile(folder.path("source"_s), "x"));

@@ -14,8 +14,7 @@ const QDir::Filters kShown = QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot;
 const QDir::Filters kAll = kShown | QDir::Hidden | QDir::System;
 
 /// Makes that a file cannot be deleted, and that it can. Returns whether that went well.
-bool keep(const QString &path, bool kept)
-{
+bool keep(const QString &path, bool kept) {
 #ifdef Q_OS_WIN
     static QFile file; // one that is in use stays
     file.close();
@@ -33,8 +32,7 @@ bool keep(const QString &path, bool kept)
 /// A folder with these files.
 struct Folder : PcFolder
 {
-    explicit Folder(const QStringList &files = {})
-    {
+    explicit Folder(const QStringList &files = {}) {
         for (const QString &file : files)
             addFile(file);
     }
@@ -46,8 +44,7 @@ struct Tree : Folder
 {
     Tree()
         : Folder({"f/a.mid"_s, "f/.hidden"_s, "f/.hiddenfolder/deep/no dot"_s, "f/perché/città.mid"_s, "f/system.bin"_s,
-                  "beside/song.mid"_s})
-    {
+                  "beside/song.mid"_s}) {
         const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadUser;
         bool made = QFile::setPermissions(path("f/system.bin"_s), readOnly);
         made = QFile::link(path("beside"_s), path("f/perché/folderlink"_s)) && made;
@@ -65,16 +62,14 @@ struct Tree : Folder
 /// A folder with files of the names 0.mid, 1.mid, …
 struct Numbered : Folder
 {
-    explicit Numbered(int count)
-    {
+    explicit Numbered(int count) {
         for (int i = 0; i < count; ++i)
             addFile("%1.mid"_s.arg(i));
     }
 };
 
 /// What listTree() finds, sorted, without the root it was given.
-QStringList listed(const QString &root, QDir::Filters filters, const QStringList &names = {})
-{
+QStringList listed(const QString &root, QDir::Filters filters, const QStringList &names = {}) {
     QStringList found = listTree({root, filters, names});
     for (QString &path : found) {
         if (!path.startsWith(root))
@@ -92,8 +87,7 @@ class TestTree : public QObject
     Q_OBJECT
 
 private slots:
-    void foldersAreRemovedAndEmptied_data()
-    {
+    void foldersAreRemovedAndEmptied_data() {
         columns<bool, QString, bool, QStringList>("empty", "folder", "done", "left");
         const QStringList all = Tree().entries();
         const QStringList beside = all.filter(QRegularExpression("^(beside|link)"_s));
@@ -113,8 +107,7 @@ private slots:
         row("emptying a file fails and leaves it", true, "beside/song.mid"_s, false, all);
     }
 
-    void foldersAreRemovedAndEmptied()
-    {
+    void foldersAreRemovedAndEmptied() {
         QFETCH(bool, empty);
         QFETCH(QString, folder);
         QFETCH(bool, done);
@@ -127,15 +120,13 @@ private slots:
         QVERIFY(QFileInfo(root.path("beside/song.mid"_s)).isFile());
     }
 
-    void eventsAreProcessedAfterEveryEntry_data()
-    {
+    void eventsAreProcessedAfterEveryEntry_data() {
         columns<bool, int>("remove", "files");
         row("many files are removed", true, 1200);
         row("files are listed", false, 50);
     }
 
-    void eventsAreProcessedAfterEveryEntry()
-    {
+    void eventsAreProcessedAfterEveryEntry() {
         QFETCH(bool, remove);
         QFETCH(int, files);
         const Numbered root(files);
@@ -151,8 +142,7 @@ private slots:
         QCOMPARE(QFileInfo::exists(root.path()), !remove);
     }
 
-    void emptyPathIsRefused()
-    {
+    void emptyPathIsRefused() {
         const Folder root(words("a.mid"));
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(root.path()));
@@ -166,8 +156,7 @@ private slots:
         QCOMPARE(root.entries(), words("a.mid"));
     }
 
-    void entryThatCannotBeRemovedIsReported()
-    {
+    void entryThatCannotBeRemovedIsReported() {
         const Folder root(words("f/sub/kept.mid f/z.mid"));
         const QString kept = root.path("f/sub/kept.mid"_s);
         if (!keep(kept, true))
@@ -180,8 +169,7 @@ private slots:
         QCOMPARE(root.files(), words("f/sub/kept.mid"));
     }
 
-    void listingPasses_data()
-    {
+    void listingPasses_data() {
         columns<QStringList, bool, QString, QStringList>("files", "hidden", "filter", "found");
         row("name filter passes only names with a dot but walks all folders",
             QStringList{"a.mid"_s, "no dot"_s, "My Songs/b.mid"_s, "My Songs/nodot"_s, "Vol.1/inner/c.mid"_s}, true,
@@ -194,8 +182,7 @@ private slots:
             words("/.folder /.folder/a.mid /.hidden"));
     }
 
-    void listingPasses()
-    {
+    void listingPasses() {
         QFETCH(QStringList, files);
         QFETCH(bool, hidden);
         QFETCH(QString, filter);
@@ -207,23 +194,20 @@ private slots:
         QCOMPARE(listed(root.path() + QLatin1Char('/'), hidden ? kAll : kShown, filters), found);
     }
 
-    void linksToFoldersAreNotEntered()
-    {
+    void linksToFoldersAreNotEntered() {
         Folder root(words("elsewhere/song.mid"));
         const QString folder = root.addFolder("f"_s);
         QVERIFY(QFile::link(root.path("elsewhere"_s), folder + "/link"_s));
         QCOMPARE(listed(folder, kAll), words("/link"));
     }
 
-    void missingRootHasNoEntries()
-    {
+    void missingRootHasNoEntries() {
         const QString none = Folder().path("none"_s);
         QVERIFY(listTree({none, kAll}).isEmpty());
         QVERIFY(walkTree({none, kAll}, [](const QFileInfo &) { return false; }));
     }
 
-    void abortEndsTheListing()
-    {
+    void abortEndsTheListing() {
         const Numbered root(10);
         bool abort = false;
         QTimer::singleShot(0, this, [&abort] { abort = true; });
@@ -231,8 +215,7 @@ private slots:
         QVERIFY(listTree({root.path(), kAll}, [&abort] { return !abort; }).isEmpty());
     }
 
-    void visitorEndsTheVisit()
-    {
+    void visitorEndsTheVisit() {
         const Numbered root(10);
         int visits = 0;
         QVERIFY(!walkTree({root.path(), kAll}, [&visits](const QFileInfo &) { return ++visits < 3; }));

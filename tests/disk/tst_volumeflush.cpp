@@ -15,8 +15,7 @@ class TestVolumeFlush : public QObject
     Q_OBJECT
 
 private slots:
-    void whatIsThereIsFlushed_data()
-    {
+    void whatIsThereIsFlushed_data() {
         columns<QString, bool>("path", "flushed");
         row("folder", QString(), true);
         row("folder with a closing slash", "/"_s, true);
@@ -25,8 +24,7 @@ private slots:
         row("vanished volume is reported", "/gone"_s, false);
     }
 
-    void whatIsThereIsFlushed()
-    {
+    void whatIsThereIsFlushed() {
         QFETCH(QString, path);
         QFETCH(bool, flushed);
         PcFolder folder;
@@ -38,15 +36,13 @@ private slots:
 
     void emptyPathIsReported() { QVERIFY(!flushVolume(QString())); }
 
-    void playerIsFlushed()
-    {
+    void playerIsFlushed() {
         SimulatedPlayer player;
         player.addFile("My Songs/Perché.mid"_s, "song");
         QVERIFY(flushVolume(player.root()));
     }
 
-    void pulledPlayerIsReported()
-    {
+    void pulledPlayerIsReported() {
         const SimulatedPlayer player;
         SimulatedPlayer::disconnect();
         if (QDir(player.root()).exists())
@@ -54,15 +50,13 @@ private slots:
         QVERIFY(!flushVolume(player.root()));
     }
 
-    void fileHeldByAnotherProgramIsWaitedForAWhile_data()
-    {
+    void fileHeldByAnotherProgramIsWaitedForAWhile_data() {
         columns<bool>("forGood");
         row("held for a moment", false);
         row("held for good is reported", true);
     }
 
-    void fileHeldByAnotherProgramIsWaitedForAWhile()
-    {
+    void fileHeldByAnotherProgramIsWaitedForAWhile() {
 #ifdef Q_OS_WIN
         constexpr DWORD kMomentMs = 300;
         QFETCH(bool, forGood);

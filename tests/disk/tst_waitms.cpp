@@ -7,8 +7,7 @@ class TestWaitMs : public QObject
     Q_OBJECT
 
 private slots:
-    void lastsAtLeastItsTimeAndWorksOffPendingEvents_data()
-    {
+    void lastsAtLeastItsTimeAndWorksOffPendingEvents_data() {
         columns<int>("milliseconds");
         row("none", 0);
         row("negative", -5);
@@ -19,8 +18,7 @@ private slots:
         row("more than two rounds", 250);
     }
 
-    void lastsAtLeastItsTimeAndWorksOffPendingEvents()
-    {
+    void lastsAtLeastItsTimeAndWorksOffPendingEvents() {
         QFETCH(int, milliseconds);
         bool called = false;
         QTimer::singleShot(0, this, [&called] { called = true; });
@@ -31,8 +29,7 @@ private slots:
         QVERIFY(called);
     }
 
-    void keepsTheEventLoopAlive()
-    {
+    void keepsTheEventLoopAlive() {
         int ticks = 0;
         QTimer timer;
         connect(&timer, &QTimer::timeout, this, [&ticks] { ++ticks; });
@@ -42,8 +39,7 @@ private slots:
         QVERIFY2(ticks >= 3, qPrintable(QString::number(ticks)));
     }
 
-    void endsThoughEventsNeverCease()
-    {
+    void endsThoughEventsNeverCease() {
         // A timer of zero is always due: the wait must not stay inside one round.
         QTimer busy;
         busy.start(0);

@@ -12,8 +12,7 @@ struct PageRun : OptimizerRun
 {
     /// @p options are ticked by clicks, as a user does.
     explicit PageRun(const QStringList &files = {}, const std::optional<QStringList> &options = std::nullopt)
-        : OptimizerRun(files)
-    {
+        : OptimizerRun(files) {
         page.show();
         for (const QString &box : options ? kBoxes : QStringList()) {
             if (!options->contains(box))
@@ -21,8 +20,7 @@ struct PageRun : OptimizerRun
         }
         told.clear();
     }
-    void clickBox(const QString &name)
-    {
+    void clickBox(const QString &name) {
         QTest::mouseClick(child<QCheckBox>(page, qPrintable(name)), Qt::LeftButton, {}, QPoint(10, 10));
     }
     void start() { click(page, "Btn_Opt_Ok"); }
@@ -33,8 +31,7 @@ struct PageRun : OptimizerRun
     QList<bool> flags() const { return {page.optDelete, page.optMove, page.optSplit}; }
 
 private:
-    QStringList controlsThat(bool (QAbstractButton::*are)() const) const
-    {
+    QStringList controlsThat(bool (QAbstractButton::*are)() const) const {
         QStringList found;
         for (const QString &name : kControls) {
             if ((child<QAbstractButton>(page, qPrintable(name))->*are)())

@@ -18,15 +18,13 @@ class TestCodePage : public QObject
     const QChar kAccented = QChar(0xE8);
     const QChar kBeyond = QChar(0x416); // Cyrillic
 
-    static QByteArray song(const QString &title)
-    {
+    static QByteArray song(const QString &title) {
         SongInfo info;
         info.title = title;
         return SongFactory::midi(info);
     }
     /// Runs the optimisation and returns the import file.
-    static QByteArray optimise(const SimulatedPlayer &player)
-    {
+    static QByteArray optimise(const SimulatedPlayer &player) {
         Ottimizza page;
         page.show();
         SignalRecorder recorder(page);
@@ -39,21 +37,18 @@ class TestCodePage : public QObject
 private slots:
     void initTestCase() { QCOMPARE(::GetACP(), UINT(1252)); } // Western Europe
 
-    void everyCharacterCountsOnce_data()
-    {
+    void everyCharacterCountsOnce_data() {
         columns<QString, bool>("base", "tooLong");
         row("95 letters with accents", QString(91, kAccented), false);
         row("96 letters with accents", QString(92, kAccented), true);
         row("95 characters it does not know", QString(91, kBeyond), false);
         row("96 characters it does not know", QString(92, kBeyond), true);
     }
-    void everyCharacterCountsOnce()
-    {
+    void everyCharacterCountsOnce() {
         QTEST(isPathTooLong("E:/My Songs/"_s + given<QString>("base") + ".mid"_s), "tooLong");
     }
 
-    void namesBeyondTheCodePageStayAndAreListed()
-    {
+    void namesBeyondTheCodePageStayAndAreListed() {
         SimulatedPlayer player;
         const QStringList names = {"日本の歌.mid"_s, "🎤 Perché.mid"_s};
         for (const QString &name : names)
@@ -66,8 +61,7 @@ private slots:
         QVERIFY(!import.contains('\r'));
     }
 
-    void overLongNameBeyondTheCodePageIsShortened()
-    {
+    void overLongNameBeyondTheCodePageIsShortened() {
         SimulatedPlayer player;
         player.addFile("My Songs/"_s + QString(100, kBeyond) + ".mid"_s, song("Long"_s));
         const QByteArray import = optimise(player);
@@ -77,8 +71,7 @@ private slots:
         QVERIFY2(import.contains(shorter.toUtf8()), import.constData());
     }
 
-    void pathLongerThanOldProgramsKnowIsShortened()
-    {
+    void pathLongerThanOldProgramsKnowIsShortened() {
         SimulatedPlayer player;
         const QString folder = "My Songs"_s + ("/"_s + "d"_s.repeated(44)).repeated(4) + "/"_s;
         const QString name = "n"_s.repeated(90);

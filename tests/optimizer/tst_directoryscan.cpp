@@ -6,22 +6,19 @@ class TestDirectoryScan : public QObject
 {
     Q_OBJECT
 
-    static QStringList places(const OptimizerRun &run, const QList<QFileInfo> &files)
-    {
+    static QStringList places(const OptimizerRun &run, const QList<QFileInfo> &files) {
         QStringList paths;
         for (const QFileInfo &file : files)
             paths.append(file.absoluteFilePath().mid(run.player.root().size()));
         return paths;
     }
-    static QStringList sorted(QStringList texts)
-    {
+    static QStringList sorted(QStringList texts) {
         texts.sort();
         return texts;
     }
 
 private slots:
-    void stoppedScanTouchesNothing()
-    {
+    void stoppedScanTouchesNothing() {
         OptimizerRun run({"song.mid"_s});
         run.page.playlistIndex.insert("a"_s, "b"_s);
         run.page.abortRequested = true;
@@ -31,8 +28,7 @@ private slots:
         QCOMPARE(run.player.files(), words("song.mid"));
     }
 
-    void emptyDiskReportsEachStage()
-    {
+    void emptyDiskReportsEachStage() {
         OptimizerRun run;
         run.scan();
         QCOMPARE(run.told.lines(),
@@ -47,8 +43,7 @@ private slots:
         QVERIFY(run.loggedOnlyInfos());
     }
 
-    void formerFindingsAreEmptied()
-    {
+    void formerFindingsAreEmptied() {
         OptimizerRun run;
         run.page.playlistIndex.insert("a"_s, "b"_s);
         const QList<QList<QFileInfo> *> lists = {&run.page.imageFiles, &run.page.videoFiles, &run.page.unsupportedFiles,
@@ -61,8 +56,7 @@ private slots:
             QCOMPARE(*list, QList<QFileInfo>());
     }
 
-    void everyMentionOfASongIsAnEntry()
-    {
+    void everyMentionOfASongIsAnEntry() {
         OptimizerRun run({"System/Playlist/a.pls=\\sdmemory\\My Songs\\one.mid^12^0\r\n"
                           "\\SDMemory\\My Songs\\twò.mp3^1^99999\r\n\\sdmemory\\My Songs\\bare.mid\n"_s,
                           "System/Playlist/b.PLS=\\sdmemory\\My Songs\\one.mid^12^0\n"_s,
@@ -82,8 +76,7 @@ private slots:
         QVERIFY(run.logged("scan_directories : N. FileInPlayList : 4"_s));
     }
 
-    void looseFilesMoveIntoMySongs_data()
-    {
+    void looseFilesMoveIntoMySongs_data() {
         columns<QStringList, QStringList>("before", "after");
         row("a file with a taken name gets the next free number",
             QStringList({"song.mid=new"_s, "My Songs/song.mid=first"_s, "My Songs/song_1.mid=second"_s, "b.mid=b"_s,
@@ -102,8 +95,7 @@ private slots:
             row(qPrintable("a file called %1 keeps root and playlists as they are"_s.arg(name)), files, files);
         }
     }
-    void looseFilesMoveIntoMySongs()
-    {
+    void looseFilesMoveIntoMySongs() {
         QFETCH(QStringList, before);
         QFETCH(QStringList, after);
         OptimizerRun run(before);
@@ -114,16 +106,14 @@ private slots:
             QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
     }
 
-    void nameWithoutSuffixKeepsADotBehindItsNumber()
-    {
+    void nameWithoutSuffixKeepsADotBehindItsNumber() {
         OptimizerRun run({"readme=r"_s, "My Songs/readme=R"_s});
         run.scan();
         QCOMPARE(run.player.content("My Songs/readme_1."_s), QByteArray("r"));
         QCOMPARE(run.player.content("My Songs/readme"_s), QByteArray("R"));
     }
 
-    void rewrittenPlaylistNamesTheNewPlace()
-    {
+    void rewrittenPlaylistNamesTheNewPlace() {
         OptimizerRun run;
         const QString list =
             run.player.addFile("System/Playlist/a.pls"_s, "\\sdmemory\\A\\s.mid^1^2\n\\sdmemory\\b.mid^1^2");
@@ -133,8 +123,7 @@ private slots:
         QVERIFY(!run.player.exists("System/Playlist/a.pls.old"_s));
     }
 
-    void thePlayersOwnRootFilesStay_data()
-    {
+    void thePlayersOwnRootFilesStay_data() {
         columns<QString>("name");
         row("device file", "q-artedev"_s);
         row("device file, capitals", "Q-ARTEDEV"_s);
@@ -143,8 +132,7 @@ private slots:
         row("batch file", "AUTOEXEC.BAT"_s);
         row("batch file, small", "autoexec.bat"_s);
     }
-    void thePlayersOwnRootFilesStay()
-    {
+    void thePlayersOwnRootFilesStay() {
         QFETCH(QString, name);
         OptimizerRun run({name, "Songs/"_s + name});
         run.scan();
@@ -156,8 +144,7 @@ private slots:
     }
 
     // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
-    void thePlayersFoldersAreFoundWhateverTheirCase()
-    {
+    void thePlayersFoldersAreFoundWhateverTheirCase() {
         SKIP_ON_WINDOWS("the file system ignores case here");
         OptimizerRun run(
             {"Song.mid=new"_s, "my songs/Song.mid=old"_s, "SYSTEM/playlist/Mine.PLS=\\sdmemory\\Song.mid^12^0\r\n"_s});
@@ -172,8 +159,7 @@ private slots:
         QVERIFY(run.logged("scan_directories : Scan Root Dir : move to  My Songs"_s));
     }
 
-    void everyKindOfFileGoesIntoItsList()
-    {
+    void everyKindOfFileGoesIntoItsList() {
         const QStringList images = words("Songs/f.JPEG Songs/f.bmp Songs/f.jpg Songs/f.png");
         const QStringList videos = words("Songs/f.Mp4 Songs/f.avi Songs/f.mov Songs/f.mpeg Songs/f.mpg Songs/f.wmv");
         const QStringList others = words("Songs/f.txt Songs/readme");
@@ -187,8 +173,7 @@ private slots:
         QVERIFY(run.logged("\"[    12]\" \"%1\""_s.arg(run.player.path("Songs"_s))));
     }
 
-    void filesInTheirOwnFolderAreNotListed_data()
-    {
+    void filesInTheirOwnFolderAreNotListed_data() {
         columns<QString, bool>("file", "listed");
         row("picture in Images", "Images/2019/p.JPG"_s, false);
         row("picture in images", "images/p.jpg"_s, false);
@@ -206,8 +191,7 @@ private slots:
         row("text in corvinupdate", "corvinupdate/t.txt"_s, false);
         row("text in a System further down", "A/System/t.txt"_s, true);
     }
-    void filesInTheirOwnFolderAreNotListed()
-    {
+    void filesInTheirOwnFolderAreNotListed() {
         QFETCH(QString, file);
         QFETCH(bool, listed);
         OptimizerRun run({file});
@@ -216,8 +200,7 @@ private slots:
         QCOMPARE(places(run, all), listed ? QStringList(file) : QStringList());
     }
 
-    void linksAndHiddenFoldersAreNotFollowed()
-    {
+    void linksAndHiddenFoldersAreNotFollowed() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         OptimizerRun run({".trash/t.txt"_s});
         PcFolder elsewhere;
@@ -231,8 +214,7 @@ private slots:
         QVERIFY(QFileInfo(run.player.path("link.mid"_s)).isSymLink());
     }
 
-    void folderIsBigFromOneThousandAndOneFiles_data()
-    {
+    void folderIsBigFromOneThousandAndOneFiles_data() {
         columns<QString, int, int, bool>("folder", "songs", "companions", "big");
         row("1000 songs", "A"_s, 1000, 0, false);
         row("1001 songs", "A"_s, 1001, 0, true);
@@ -243,8 +225,7 @@ private slots:
         row("songs in System", "System"_s, 1001, 0, false);
         row("songs in CorvinUpdate", "CorvinUpdate/x"_s, 1001, 0, false);
     }
-    void folderIsBigFromOneThousandAndOneFiles()
-    {
+    void folderIsBigFromOneThousandAndOneFiles() {
         QFETCH(QString, folder);
         QFETCH(int, songs);
         QFETCH(int, companions);
@@ -260,8 +241,7 @@ private slots:
         QCOMPARE(run.logged("\"[%1]\" \"%2\""_s.arg(counted, 6).arg(run.player.path(folder))), counted > 0);
     }
 
-    void deeperBigFoldersComeFirst()
-    {
+    void deeperBigFoldersComeFirst() {
         OptimizerRun run;
         for (const QString &folder : words("A/ A/B/C/ A/Z/"))
             run.addNumbered(folder, 1001);
@@ -269,8 +249,7 @@ private slots:
         QCOMPARE(places(run, run.page.bigFolders), words("A/B/C A/Z A"));
     }
 
-    void theRootIsNeverABigFolder()
-    {
+    void theRootIsNeverABigFolder() {
         OptimizerRun run({"My Songs"_s});
         run.addNumbered(QString(), 1001);
         run.scan();
@@ -278,8 +257,7 @@ private slots:
         QVERIFY(run.logged("\"[  1001]\" \"%1\""_s.arg(QDir(run.player.root()).path())));
     }
 
-    void labelComesEveryTwoHundredAndFiftyFiles()
-    {
+    void labelComesEveryTwoHundredAndFiftyFiles() {
         OptimizerRun run({"AUTOEXEC.BAT"_s});
         run.addNumbered("A/"_s, 260);
         run.addNumbered("B/"_s, 239, "txt"_s);
@@ -294,8 +272,7 @@ private slots:
         QCOMPARE(run.told.labels().last(), label + " [500]"_s);
     }
 
-    void stopDuringTheRootCleanUpEndsTheStep()
-    {
+    void stopDuringTheRootCleanUpEndsTheStep() {
         OptimizerRun run({"A/t.txt"_s});
         run.addNumbered(QString(), 5);
         // Posted events are handled with the first root file, which is still moved.
@@ -308,8 +285,7 @@ private slots:
         QVERIFY(run.page.abortRequested);
     }
 
-    void stopDuringTheWalkLeavesNoBigFolders()
-    {
+    void stopDuringTheWalkLeavesNoBigFolders() {
         OptimizerRun run;
         run.addNumbered("A/"_s, 1001);
         run.stopAtLabel("[250]"_s);
@@ -319,8 +295,7 @@ private slots:
         QCOMPARE(run.told.logged().last(), "scan_directories : Scan All Corvin Dirs : START"_s);
     }
 
-    void rootFileIsClassifiedOnceInItsNewPlace()
-    {
+    void rootFileIsClassifiedOnceInItsNewPlace() {
         OptimizerRun run;
         run.addNumbered(QString(), 300, "jpg"_s);
         run.scan();

@@ -14,30 +14,26 @@ class TestEndOttimizza : public QObject
     const QStringList kFailure = {"Ottimizzazione non completata correttamente"_s,
                                   "Riesegui la procedura di ottimizzazione"_s, "OK"_s};
 
-    static QStringList texts(const EndOttimizza &page)
-    {
+    static QStringList texts(const EndOttimizza &page) {
         return {textOf(page, "label_titolo"), textOf(page, "label_descr"), textOf(page, "pushButton")};
     }
 
 private slots:
-    void newPageIsHidden()
-    {
+    void newPageIsHidden() {
         QWidget window;
         const EndOttimizza page(&window);
         window.show();
         QVERIFY(page.isHidden());
     }
 
-    void codeDecidesPictureAndTexts_data()
-    {
+    void codeDecidesPictureAndTexts_data() {
         columns<int, bool>("code", "success");
         row("success", 0, true);
         row("no device", 1, false);
         row("no import file", 2, false);
         row("unknown", -1, false);
     }
-    void codeDecidesPictureAndTexts()
-    {
+    void codeDecidesPictureAndTexts() {
         QFETCH(int, code);
         QFETCH(bool, success);
         EndOttimizza page;
@@ -48,8 +44,7 @@ private slots:
         QVERIFY(sheet.contains(success ? ":/imgs/ok.png"_s : ":/imgs/ko.png"_s));
     }
 
-    void languageChangeFollowsTheStoredCode()
-    {
+    void languageChangeFollowsTheStoredCode() {
         EndOttimizza page;
         page.setFailCodeAndShow(0);
         {
@@ -64,8 +59,7 @@ private slots:
         QCOMPARE(texts(page), kFailure);
     }
 
-    void okButtonEmits()
-    {
+    void okButtonEmits() {
         EndOttimizza page;
         page.setFailCodeAndShow(0);
         const QSignalSpy spy(&page, &EndOttimizza::backFromEndOttimizzaToFirstMenu);
@@ -73,14 +67,12 @@ private slots:
         QCOMPARE(spy.size(), 1);
     }
 
-    void pictureIsSeen_data()
-    {
+    void pictureIsSeen_data() {
         columns<int>("code");
         row("ok", 0);
         row("ko", 1);
     }
-    void pictureIsSeen()
-    {
+    void pictureIsSeen() {
         QFETCH(int, code);
         EndOttimizza page;
         page.resize(1000, 640);

@@ -8,8 +8,7 @@ class TestFastDb : public QObject
 
     static inline const QString kRoot = "E:/"_s;
 
-    static QStringList songs(const QByteArray &data)
-    {
+    static QStringList songs(const QByteArray &data) {
         FastDbReader reader(data, Player(kRoot));
         QStringList found;
         QString path;
@@ -23,8 +22,7 @@ class TestFastDb : public QObject
         bytes("x\\sdmemory\\a.mid|noise|\\sdmemory\\b\\c.mp3|\\sdmemory\\d.kar|");
 
 private slots:
-    void songsAreFound_data()
-    {
+    void songsAreFound_data() {
         columns<QByteArray, QStringList>("data", "found");
         const auto row = [](const char *name, const char *data, const QStringList &found) {
             ::row(name, bytes(data), found);
@@ -51,16 +49,14 @@ private slots:
     }
     void songsAreFound() { QTEST(songs(given<QByteArray>("data")), "found"); }
 
-    void pathStaysAsItWasAtTheEnd()
-    {
+    void pathStaysAsItWasAtTheEnd() {
         FastDbReader reader("nothing", Player(kRoot));
         QString path = "before"_s;
         QVERIFY(!reader.next(path));
         QCOMPARE(path, "before"_s);
     }
 
-    void endStaysTheEnd()
-    {
+    void endStaysTheEnd() {
         FastDbReader reader(bytes("\\sdmemory\\a.mid|\\sdmemory\\b.mid"), Player(kRoot));
         QString path;
         QVERIFY(reader.next(path));
@@ -68,8 +64,7 @@ private slots:
         QVERIFY(!reader.next(path));
     }
 
-    void songsOfManyBlocksAreFoundQuickly()
-    {
+    void songsOfManyBlocksAreFoundQuickly() {
         QByteArray data;
         for (int i = 0; i < 200000; ++i)
             data += "\x07\xF0\\sdmemory\\My Songs\\Artist\\song" + QByteArray::number(i) + bytes(".mid|\x01");
@@ -82,8 +77,7 @@ private slots:
         QCOMPARE(found.constLast(), "E:/My Songs/Artist/song199999.mid"_s);
     }
 
-    void hugeExportWithoutASongIsReadQuickly()
-    {
+    void hugeExportWithoutASongIsReadQuickly() {
         for (const QByteArray &unit : {bytes("|"), bytes("\\"), bytes("\\sdmemory"), bytes("\\sdmemory\\")}) {
             const QByteArray data = unit.repeated(20000000 / unit.size());
             QElapsedTimer time;
@@ -93,8 +87,7 @@ private slots:
         }
     }
 
-    void everyPrefixGivesTheSongsThatAreWhole()
-    {
+    void everyPrefixGivesTheSongsThatAreWhole() {
         const QStringList all = songs(kThreeSongs);
         QCOMPARE(all.size(), 3);
         for (int length = 0; length <= kThreeSongs.size(); ++length) {
@@ -103,8 +96,7 @@ private slots:
         }
     }
 
-    void noFlippedBitMakesMoreThanOneSongDiffer()
-    {
+    void noFlippedBitMakesMoreThanOneSongDiffer() {
         const QStringList all = songs(kThreeSongs);
         for (int bit = 0; bit < kThreeSongs.size() * 8; ++bit) {
             QByteArray flipped = kThreeSongs;

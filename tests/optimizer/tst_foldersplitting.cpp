@@ -8,29 +8,25 @@
 struct SplitRun : OptimizerRun
 {
     using OptimizerRun::OptimizerRun;
-    void split(const QStringList &folders = words("X"))
-    {
+    void split(const QStringList &folders = words("X")) {
         page.rootPath = player.root();
         for (const QString &folder : folders)
             page.bigFolders.append(QFileInfo(player.path(folder)));
         page.corvin_optimizer();
     }
     /// How many files the folders below "X/" hold, in this order.
-    QList<int> counts(const QStringList &folders) const
-    {
+    QList<int> counts(const QStringList &folders) const {
         QList<int> found;
         for (const QString &folder : folders)
             found.append(player.files("X/"_s + folder).size());
         return found;
     }
     /// Puts a file in the way once the old folder is set aside.
-    void block(const QString &path)
-    {
+    void block(const QString &path) {
         atLabel("Organizzazione"_s, [this, path] { player.addFile(path, "in the way"); });
     }
     /// A stop is used up, and nothing says that all is done.
-    bool endedByStop()
-    {
+    bool endedByStop() {
         return !page.abortRequested && told.count("label Operazione completata"_s) == 0 &&
                told.count("log corvin_optimizer : END"_s) == 0;
     }
@@ -41,8 +37,7 @@ class TestFolderSplitting : public QObject
     Q_OBJECT
 
     /// What is told of one folder, from its being opened to its songs being moved.
-    static QStringList reported(const QString &number, const QString &folder, int entries)
-    {
+    static QStringList reported(const QString &number, const QString &folder, int entries) {
         const QString label = "label (%1) Ottimizzazione cartelle "_s.arg(number);
         const QString counted = "\n[%1] %2"_s.arg(entries).arg(folder);
         const QString max = "max %1"_s.arg(entries);
@@ -62,16 +57,14 @@ class TestFolderSplitting : public QObject
     }
 
 private slots:
-    void withoutBigFoldersNothingHappens()
-    {
+    void withoutBigFoldersNothingHappens() {
         SplitRun run({"A/a.mid"_s});
         run.split({});
         QCOMPARE(run.told.lines(), QStringList({"label Caricamento risorse..."_s, "label Operazione completata"_s}));
         QCOMPARE(run.player.files(), words("A/a.mid"));
     }
 
-    void everyStageIsReportedInOrder()
-    {
+    void everyStageIsReportedInOrder() {
         SplitRun run(words("X/beta.mid X/Alpha.MID Y/1.kar"));
         run.player.addFolder("X/sub"_s);
         run.split(words("X Y"));
@@ -90,8 +83,7 @@ private slots:
         QVERIFY(QFileInfo(run.player.path("X/sub"_s)).isDir());
     }
 
-    void twoAndAHalfThousandSongsFillThreeSubfolders()
-    {
+    void twoAndAHalfThousandSongsFillThreeSubfolders() {
         SplitRun run;
         run.addNumbered("X/b"_s, 2500);
         run.split();
@@ -102,8 +94,7 @@ private slots:
             QVERIFY2(run.player.exists("X/%1.mid"_s.arg(song)), qPrintable(song));
     }
 
-    void companionsCountTowardsTheLimit()
-    {
+    void companionsCountTowardsTheLimit() {
         // The first song brings two companions (3 files), the 898th three: 902 files before the limit is seen.
         SplitRun run(words("X/c00000.dat X/c00000.cdg X/c00897.dat X/c00897.cdg X/c00897.bak"));
         run.addNumbered("X/c"_s, 1000);
@@ -114,8 +105,7 @@ private slots:
         QVERIFY(run.player.exists("X/C1/c00898.mid"_s));
     }
 
-    void titleDecidesTheSubfolder_data()
-    {
+    void titleDecidesTheSubfolder_data() {
         columns<QString, QString>("title", "subfolder");
         row("letter", "azzurro"_s, "A0"_s);
         row("apostrophe", "'Round"_s, "R0"_s);
@@ -125,8 +115,7 @@ private slots:
         row("accent", "École"_s, "E0"_s);
         row("number", "99 Luftballons"_s, "90"_s);
     }
-    void titleDecidesTheSubfolder()
-    {
+    void titleDecidesTheSubfolder() {
         QFETCH(QString, title);
         QFETCH(QString, subfolder);
         SongInfo info;
@@ -141,8 +130,7 @@ private slots:
         QCOMPARE(run.counts({subfolder}), QList<int>({4}));
     }
 
-    void songsMoveAndTheRestOfTheFolderGoes_data()
-    {
+    void songsMoveAndTheRestOfTheFolderGoes_data() {
         columns<QStringList, QStringList>("before", "after");
         row("an ellipsis is filed under the sharp", QStringList("X/…e penso a te.mid"_s),
             QStringList("X/#0/…e penso a te.mid"_s));
@@ -158,8 +146,7 @@ private slots:
         const QString list = "System/Playlist/a.pls=\\sdmemory\\X\\Song.mid^1^2\n"_s;
         row("playlists are not corrected", QStringList({list, "X/Song.mid"_s}), QStringList({list, "X/S0/Song.mid"_s}));
     }
-    void songsMoveAndTheRestOfTheFolderGoes()
-    {
+    void songsMoveAndTheRestOfTheFolderGoes() {
         QFETCH(QStringList, before);
         QFETCH(QStringList, after);
         SplitRun run(before);
@@ -169,8 +156,7 @@ private slots:
         QVERIFY(!run.player.exists("X.old"_s));
     }
 
-    void nearlyFullSubfolderTakesOneMoreSong()
-    {
+    void nearlyFullSubfolderTakesOneMoreSong() {
         SplitRun run;
         run.addNumbered("X/A0/old"_s, 899, "txt"_s);
         run.addNumbered("X/a"_s, 3);
@@ -181,8 +167,7 @@ private slots:
         QVERIFY(run.player.exists("X/A1/a00002.mid"_s));
     }
 
-    void fullSubfolderIsPassedOverForMoreThanOneSong()
-    {
+    void fullSubfolderIsPassedOverForMoreThanOneSong() {
         SplitRun run;
         run.addNumbered("X/A0/old"_s, 900, "txt"_s);
         run.addNumbered("X/a"_s, 950);
@@ -190,8 +175,7 @@ private slots:
         QCOMPARE(run.counts(words("A0 A1 A2")), QList<int>({900, 900, 50}));
     }
 
-    void hiddenSubfolderIsKeptAndNotCounted()
-    {
+    void hiddenSubfolderIsKeptAndNotCounted() {
         SplitRun run(words("X/Song.mid X/.mine/deep/Inside.mid=inside X/.file.mid"));
         run.split();
         QCOMPARE(run.disk(), words("X/.mine/deep/Inside.mid=inside X/S0/Song.mid"));
@@ -199,16 +183,14 @@ private slots:
     }
 
     // Neither a song nor a folder may take the place of a sub-folder: "B0" is a file in the way.
-    void songWhoseNameIsThatOfItsSubfolderFindsAnother()
-    {
+    void songWhoseNameIsThatOfItsSubfolderFindsAnother() {
         SplitRun run(words("X/b.mid"));
         run.block("X/B0"_s);
         run.split();
         QCOMPARE(run.player.files(), words("X/B0 X/B1/b.mid"));
     }
 
-    void linkInTheOldFolderDoesNotLeadTheDeletionOutside()
-    {
+    void linkInTheOldFolderDoesNotLeadTheDeletionOutside() {
         SplitRun run({"X/Song.mid"_s});
         PcFolder elsewhere;
         const QString kept = elsewhere.addFile("kept.txt"_s);
@@ -223,8 +205,7 @@ private slots:
         QCOMPARE(run.player.folders(), words("X"));
     }
 
-    void takenOldNamesPileUpTheirNumbers()
-    {
+    void takenOldNamesPileUpTheirNumbers() {
         SplitRun run(words("X/Song.mid X.old/kept.txt X.old1/kept.txt"));
         QStringList aside;
         run.atLabel("Ricerca"_s, [&] { aside = run.player.files(); });
@@ -234,8 +215,7 @@ private slots:
         QVERIFY(run.player.exists("X/S0/Song.mid"_s));
     }
 
-    void nestedBigFolderMovesWithItsParent()
-    {
+    void nestedBigFolderMovesWithItsParent() {
         SplitRun run;
         run.addNumbered("X/a"_s, 1001);
         run.addNumbered("X/In/n"_s, 1001);
@@ -248,8 +228,7 @@ private slots:
         QVERIFY(run.page.bigFolders.isEmpty());
     }
 
-    void stopDuringTheThirdOfFiveFoldersFinishesIt()
-    {
+    void stopDuringTheThirdOfFiveFoldersFinishesIt() {
         SplitRun run;
         const QStringList folders = words("F1 F2 F3 F4 F5");
         for (const QString &folder : folders)
@@ -264,8 +243,7 @@ private slots:
         QCOMPARE(run.player.folders(), folders);
     }
 
-    void stopDuringTheLastFolderShowsNoFinalText()
-    {
+    void stopDuringTheLastFolderShowsNoFinalText() {
         SplitRun run;
         run.addNumbered("X/a"_s, 3);
         run.stopAtValue(1);

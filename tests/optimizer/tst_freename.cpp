@@ -7,17 +7,14 @@ class TestFreeName : public QObject
 {
     Q_OBJECT
 
-    static QString freeSong(const QString &folder, const QString &name)
-    {
+    static QString freeSong(const QString &folder, const QString &name) {
         return freeSplitBase(folder, name.section(QLatin1Char('.'), 0, -2), name.section(QLatin1Char('.'), -1));
     }
-    static QString freeOldFolder(const QString &folder, const QString &name)
-    {
+    static QString freeOldFolder(const QString &folder, const QString &name) {
         return freeOldFolderName(folder + "/"_s + name);
     }
     /// Runs a row of the table: what @p search finds for its name in a folder with its taken names.
-    static void finds(QString (*search)(const QString &folder, const QString &name))
-    {
+    static void finds(QString (*search)(const QString &folder, const QString &name)) {
         QFETCH(QStringList, taken);
         PcFolder files;
         PcFolder folders; // a folder takes a name as well as a file does
@@ -28,8 +25,7 @@ class TestFreeName : public QObject
         for (const PcFolder *folder : {&files, &folders})
             QCOMPARE(search(folder->path(), given<QString>("name")), folder->path(given<QString>("target")));
     }
-    static QStringList hundred(const QString &first, const QString &others)
-    {
+    static QStringList hundred(const QString &first, const QString &others) {
         QStringList names(first);
         for (int i = 1; i <= 100; ++i)
             names.append(others.arg(i));
@@ -37,8 +33,7 @@ class TestFreeName : public QObject
     }
 
 private slots:
-    void rootFileGetsFreeName_data()
-    {
+    void rootFileGetsFreeName_data() {
         columns<QStringList, QString, QString>("taken", "name", "target");
         row("free", QStringList(), "a.mid"_s, "a.mid"_s);
         row("taken", words("a.mid"), "a.mid"_s, "a_1.mid"_s);
@@ -57,13 +52,11 @@ private slots:
 #endif
         row("nothing before the dot", words(".mid"), ".mid"_s, "_1.mid"_s);
     }
-    void rootFileGetsFreeName()
-    {
+    void rootFileGetsFreeName() {
         finds(freeRootFileTarget);
     }
 
-    void imageOrVideoGetsFreeName_data()
-    {
+    void imageOrVideoGetsFreeName_data() {
         columns<QStringList, QString, QString>("taken", "name", "target");
         row("free", QStringList(), "cover.jpg"_s, "cover.jpg"_s);
         row("taken", words("cover.jpg"), "cover.jpg"_s, "cover_1.jpg"_s);
@@ -72,13 +65,11 @@ private slots:
         row("several dots: the first parts", words("photo.2019.jpg"), "photo.2019.jpg"_s, "photo_1.2019.jpg"_s);
         row("percent signs", words("%1.%2.avi"), "%1.%2.avi"_s, "%1_1.%2.avi"_s);
     }
-    void imageOrVideoGetsFreeName()
-    {
+    void imageOrVideoGetsFreeName() {
         finds(freeMediaTarget);
     }
 
-    void songGetsFreeBase_data()
-    {
+    void songGetsFreeBase_data() {
         columns<QStringList, QString, QString>("taken", "name", "target");
         row("free", QStringList(), "Song.mid"_s, "Song"_s);
         row("taken", words("Song.mid"), "Song.mid"_s, "Song(1)"_s);
@@ -89,13 +80,11 @@ private slots:
         row("base with a number", words("Song(1).mid"), "Song(1).mid"_s, "Song(1)(1)"_s);
         row("percent signs", words("%1.mid"), "%1.mid"_s, "%1(1)"_s);
     }
-    void songGetsFreeBase()
-    {
+    void songGetsFreeBase() {
         finds(freeSong);
     }
 
-    void oldFolderGetsFreeName_data()
-    {
+    void oldFolderGetsFreeName_data() {
         columns<QStringList, QString, QString>("taken", "name", "target");
         row("free", QStringList(), "X"_s, "X.old"_s);
         row("one taken", words("X.old"), "X"_s, "X.old1"_s);
@@ -104,13 +93,11 @@ private slots:
         row("a number that is not tried", words("X.old X.old2"), "X"_s, "X.old1"_s);
         row("only a later one taken", words("X.old1"), "X"_s, "X.old"_s);
     }
-    void oldFolderGetsFreeName()
-    {
+    void oldFolderGetsFreeName() {
         finds(freeOldFolder);
     }
 
-    void missingFolderHasEveryNameFree()
-    {
+    void missingFolderHasEveryNameFree() {
         const PcFolder folder;
         const QString missing = folder.path("missing"_s);
         QCOMPARE(freeRootFileTarget(missing, "a.mid"_s), missing + "/a.mid"_s);
@@ -118,8 +105,7 @@ private slots:
         QCOMPARE(freeSong(missing, "a.mid"_s), missing + "/a"_s);
     }
 
-    void nameTooLongForTheDiskEndsTheSearch()
-    {
+    void nameTooLongForTheDiskEndsTheSearch() {
         constexpr int kLongestName = 255;
         PcFolder folder;
         const QString longest = QString(kLongestName - 4, QLatin1Char('a')) + ".mid"_s;

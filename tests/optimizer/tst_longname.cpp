@@ -13,8 +13,7 @@ class TestLongName : public QObject
     static QString shortened(const QString &path) { return shortenedPath(path).value_or("stays as it is"_s); }
 
 private slots:
-    void midiSuffixLosesItsLastCharacter_data()
-    {
+    void midiSuffixLosesItsLastCharacter_data() {
         columns<QString, QString>("path", "shorter");
         row("midi", "E:/a/song.midi"_s, "E:/a/song.mid"_s);
         row("MIDI", "E:/a/Song.MIDI"_s, "E:/a/Song.MID"_s);
@@ -29,8 +28,7 @@ private slots:
     }
     void midiSuffixLosesItsLastCharacter() { QTEST(withoutMidiSuffixEnd(given<QString>("path")), "shorter"); }
 
-    void pathIsTooLongByBytes_data()
-    {
+    void pathIsTooLongByBytes_data() {
         columns<int, QString, bool>("folderBytes", "base", "tooLong");
         row("short", 5, "a"_s, false);
         for (const int bytes : {94, 95, 96, 190})
@@ -41,13 +39,11 @@ private slots:
         row("48 accented letters are 96 bytes", 5, QString(46, QChar(0xE8)), true);
         row("47 accented letters and a letter are 95", 5, QString(45, QChar(0xE8)) + "a"_s, false);
     }
-    void pathIsTooLongByBytes()
-    {
+    void pathIsTooLongByBytes() {
         QTEST(isPathTooLong(missingFolder(given<int>("folderBytes")) + given<QString>("base") + ".mid"_s), "tooLong");
     }
 
-    void charactersAreCutByPathOrName_data()
-    {
+    void charactersAreCutByPathOrName_data() {
         columns<int, int, int>("pathBytes", "nameBytes", "cut");
         row("name just too long", 120, 96, 6);
         row("name of 120 bytes", 150, 120, 30);
@@ -59,24 +55,21 @@ private slots:
         row("path twice too long", 490, 20, 250);
         row("both just too long", 246, 96, 6);
     }
-    void charactersAreCutByPathOrName()
-    {
+    void charactersAreCutByPathOrName() {
         QFETCH(int, pathBytes);
         QFETCH(int, nameBytes);
         QVERIFY(isPathTooLong(pathBytes, nameBytes));
         QTEST(charactersToCut(pathBytes, nameBytes), "cut");
     }
 
-    void everyTooLongPathLosesSomething()
-    {
+    void everyTooLongPathLosesSomething() {
         for (int nameBytes = 1; nameBytes <= 600; ++nameBytes) {
             for (int pathBytes = nameBytes + 1; pathBytes <= 600; ++pathBytes)
                 QVERIFY(!isPathTooLong(pathBytes, nameBytes) || charactersToCut(pathBytes, nameBytes) >= 1);
         }
     }
 
-    void shortenedNameFitsTheRule()
-    {
+    void shortenedNameFitsTheRule() {
         for (int folderBytes = 3; folderBytes <= 260; ++folderBytes) {
             for (int baseBytes = 1; baseBytes <= 251; ++baseBytes) {
                 const QString path = missingFolder(folderBytes) + text(baseBytes) + ".mid"_s;
@@ -92,8 +85,7 @@ private slots:
         }
     }
 
-    void nameIsShortened_data()
-    {
+    void nameIsShortened_data() {
         columns<int, QString, QString, QString>("folderBytes", "base", "suffix", "shorter");
         row("96 bytes", 10, text(92), ".mid"_s, text(86));
         row("120 bytes", 10, text(116), ".mid"_s, text(86));
@@ -109,8 +101,7 @@ private slots:
         row("path of 251 bytes, name of 95: 11 go", 156, text(91), ".mid"_s, text(80));
         row("folders that the whole base makes up for", 239, "aaaa"_s, ".mid"_s, QString());
     }
-    void nameIsShortened()
-    {
+    void nameIsShortened() {
         QFETCH(QString, base);
         QFETCH(QString, suffix);
         const QString folder = missingFolder(given<int>("folderBytes"));
@@ -118,15 +109,13 @@ private slots:
         QCOMPARE(shortened(folder + base + suffix), folder + given<QString>("shorter") + "(0)"_s + suffix);
     }
 
-    void foldersTooLongLeaveThePathAsItIs()
-    {
+    void foldersTooLongLeaveThePathAsItIs() {
         // With 240 bytes of folders the characters to cut are exactly those of the name.
         for (const int folderBytes : {240, 241, 480})
             QCOMPARE(shortened(missingFolder(folderBytes) + "aaaa.mid"_s), "stays as it is"_s);
     }
 
-    void takenNumbersArePassed()
-    {
+    void takenNumbersArePassed() {
         PcFolder folder;
         const QString longName = folder.path(text(116) + ".mid"_s);
         const QString shortName = text(86);
@@ -139,8 +128,7 @@ private slots:
         QCOMPARE(shortened(longName), folder.path(shortName + "(2).mid"_s));
     }
 
-    void cutNeverHalvesACharacter()
-    {
+    void cutNeverHalvesACharacter() {
         // A note is two units and four bytes: of letters + 20 units, letters + 44 - 90 go and 66 stay.
         for (int letters = 52; letters <= 66; ++letters) {
             const QString front = missingFolder(10) + text(letters);
@@ -149,8 +137,7 @@ private slots:
         }
     }
 
-    void companionPathIsFormedFromTheBase_data()
-    {
+    void companionPathIsFormedFromTheBase_data() {
         columns<QString, QString>("path", "base");
         row("song", "E:/a/song.mid"_s, "E:/a/song"_s);
         row("dots in the name", "E:/a/a.b.mid"_s, "E:/a/a.b"_s);

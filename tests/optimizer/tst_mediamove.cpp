@@ -6,14 +6,12 @@
 struct MediaRun : OptimizerRun
 {
     explicit MediaRun(bool ofImages) : images(ofImages) { page.rootPath = player.root(); }
-    void list(const QStringList &paths)
-    {
+    void list(const QStringList &paths) {
         put(paths);
         for (const QString &path : paths)
             files.append(QFileInfo(player.path(path.section(QLatin1Char('='), 0, 0))));
     }
-    void move()
-    {
+    void move() {
         if (images)
             page.move_images();
         else
@@ -31,8 +29,7 @@ class TestMediaMove : public QObject
     Q_OBJECT
 
     // Both steps work alike.
-    static void addSteps()
-    {
+    static void addSteps() {
         columns<bool, QString, QString>("images", "step", "status");
         row("images", true, "move_images"_s, "Spostamento immagini..."_s);
         row("videos", false, "move_videos"_s, "Spostamento video..."_s);
@@ -40,8 +37,7 @@ class TestMediaMove : public QObject
 
 private slots:
     void stoppedStepDoesNothing_data() { addSteps(); }
-    void stoppedStepDoesNothing()
-    {
+    void stoppedStepDoesNothing() {
         QFETCH(bool, images);
         MediaRun run(images);
         run.list({"A/x.jpg"_s});
@@ -52,8 +48,7 @@ private slots:
     }
 
     void emptyListMakesNoFolder_data() { addSteps(); }
-    void emptyListMakesNoFolder()
-    {
+    void emptyListMakesNoFolder() {
         QFETCH(bool, images);
         QFETCH(QString, status);
         MediaRun run(images);
@@ -63,8 +58,7 @@ private slots:
     }
 
     void filesMoveAndTakenNamesGetANumber_data() { addSteps(); }
-    void filesMoveAndTakenNamesGetANumber()
-    {
+    void filesMoveAndTakenNamesGetANumber() {
         QFETCH(bool, images);
         QFETCH(QString, step);
         QFETCH(QString, status);
@@ -84,8 +78,7 @@ private slots:
         QVERIFY(run.loggedOnlyInfos());
     }
 
-    void foundFilesMove_data()
-    {
+    void foundFilesMove_data() {
         columns<bool, QStringList, QStringList>("images", "before", "after");
         row("a name is parted at its first dot", true, words("Images/photo.2019.jpg=old A/photo.2019.jpg=new"),
             words("Images/photo.2019.jpg=old Images/photo_1.2019.jpg=new"));
@@ -98,8 +91,7 @@ private slots:
             words("VIDEOS/c.avi=old VIDEOS/c_1.avi=new VIDEOS/d.avi"));
 #endif
     }
-    void foundFilesMove()
-    {
+    void foundFilesMove() {
         QFETCH(bool, images);
         QFETCH(QStringList, before);
         QFETCH(QStringList, after);
@@ -112,14 +104,12 @@ private slots:
     }
 
     // With the generator's next number known, a file that bears it stops the detour where it stands.
-    void takenNumericNameStopsTheDetour_data()
-    {
+    void takenNumericNameStopsTheDetour_data() {
         columns<QString, bool>("blockerFolder", "keepsItsName");
         row("in the file's folder", "A/"_s, true);
         row("in the target folder", "Images/"_s, false);
     }
-    void takenNumericNameStopsTheDetour()
-    {
+    void takenNumericNameStopsTheDetour() {
         QFETCH(QString, blockerFolder);
         QFETCH(bool, keepsItsName);
         constexpr unsigned kSeed = 4;
@@ -136,8 +126,7 @@ private slots:
         QVERIFY(run.logged("Move : \"%1\""_s.arg(run.player.path("A/p.jpg"_s))));
     }
 
-    void fileCalledAsTheFolderLeavesEverythingInPlace()
-    {
+    void fileCalledAsTheFolderLeavesEverythingInPlace() {
         MediaRun run(true);
         run.put({"Images=a file"_s});
         run.list({"A/p.jpg=p"_s});
@@ -145,12 +134,10 @@ private slots:
         QCOMPARE(run.disk(), QStringList({"A/p.jpg=p"_s, "Images=a file"_s}));
     }
 
-    void stopLeavesTheRemainingFiles_data()
-    {
+    void stopLeavesTheRemainingFiles_data() {
         addSteps();
     }
-    void stopLeavesTheRemainingFiles()
-    {
+    void stopLeavesTheRemainingFiles() {
         QFETCH(bool, images);
         MediaRun run(images);
         for (int i = 0; i < 5; ++i)

@@ -13,16 +13,14 @@ class TestOptimizationRun : public QObject
 {
     Q_OBJECT
 
-    static SongInfo titled(const QString &title)
-    {
+    static SongInfo titled(const QString &title) {
         SongInfo info;
         info.title = title;
         info.artist = "L'Artista"_s;
         info.userBpm = 120;
         return info;
     }
-    static void fill(const ExFatVolume &volume)
-    {
+    static void fill(const ExFatVolume &volume) {
         const auto midi = [](const QString &title) { return SongFactory::midi(titled(title)); };
         const QList<QPair<QString, QByteArray>> files = {
             {"AUTOEXEC.BAT"_s, "@echo off\r\n"},
@@ -52,8 +50,7 @@ class TestOptimizationRun : public QObject
         }
     }
 
-    static void checkFiles(const ExFatVolume &volume)
-    {
+    static void checkFiles(const ExFatVolume &volume) {
         const auto content = [&volume](const QString &path) { return contentOf(volume.path(path)); };
         QCOMPARE(filesBelow(volume.path("Songs"_s)), words("Perché.MID pop.mp3 rock.mf3"));
         QCOMPARE(content("Images/cover.jpg"_s), QByteArray("cover"));
@@ -72,8 +69,7 @@ class TestOptimizationRun : public QObject
         QVERIFY(!QFileInfo::exists(volume.path("Big.old"_s)));
     }
 
-    static void checkImportFile(const ExFatVolume &volume)
-    {
+    static void checkImportFile(const ExFatVolume &volume) {
         PlayerDatabase database;
         database.run("INSERT INTO songs (filename,title) VALUES ('\\sdmemory\\Big\\B0\\known.mid','B')"_s);
         database.run("INSERT INTO songs (filename) VALUES ('\\sdmemory\\Gone\\l''ultima.mid')"_s);
@@ -104,8 +100,7 @@ class TestOptimizationRun : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QString why;
         if (!ExFatVolume::isPossible(&why))
             QSKIP(qPrintable("SKIPPED WHOLE: no exFAT volume can be made here: "_s + why));
@@ -113,8 +108,7 @@ private slots:
         qunsetenv("CORVIN_VOLUMES");
     }
 
-    void wholeRunOnAVolumeOfTheSystem()
-    {
+    void wholeRunOnAVolumeOfTheSystem() {
         ExFatVolume volume;
         QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
         QVERIFY2(volume.linkLabel(), qPrintable(volume.error()));

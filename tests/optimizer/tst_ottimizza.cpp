@@ -8,8 +8,7 @@ class TestOttimizza : public QObject
     Q_OBJECT
 
 private slots:
-    void newPageIsHiddenWithEverythingChosen()
-    {
+    void newPageIsHiddenWithEverythingChosen() {
         const OptimizerRun run;
         QVERIFY(run.page.isHidden());
         QVERIFY(run.page.optDelete && run.page.optMove && run.page.optSplit);
@@ -18,16 +17,14 @@ private slots:
         QVERIFY(run.page.rootPath.isEmpty());
     }
 
-    void childOfAShownWindowStaysHidden()
-    {
+    void childOfAShownWindowStaysHidden() {
         QWidget window;
         const Ottimizza page(&window);
         window.show();
         QVERIFY(page.isHidden());
     }
 
-    void formatsAndLimitsAreFixed()
-    {
+    void formatsAndLimitsAreFixed() {
         const Ottimizza page;
         QCOMPARE(page.songSuffixes, words("mp3 midi mid mf3 mf4 mf5 kar xmp3 xmid"));
         QCOMPARE(page.songNameFilters, words("*.mp3 *.midi *.mid *.mf3 *.mf4 *.mf5 *.kar *.xmp3 *.xmid"));
@@ -41,8 +38,7 @@ private slots:
         QCOMPARE(page.maxFilesPerSubfolder, 900);
     }
 
-    void textsStandLetterForLetter_data()
-    {
+    void textsStandLetterForLetter_data() {
         columns<QString>("text");
         row("labelHeading", "Seleziona le operazioni che desideri effettuare:"_s);
         row("Check_Optimize", "Ottimizzazione completa"_s);
@@ -62,8 +58,7 @@ private slots:
         row("Btn_Opt_Ok", "OTTIMIZZA"_s);
         row("pushBtnBack", "INDIETRO"_s);
     }
-    void textsStandLetterForLetter()
-    {
+    void textsStandLetterForLetter() {
         QFETCH(QString, text);
         const Ottimizza page;
         QCOMPARE(page.windowTitle(), "Ottimizza"_s);
@@ -74,8 +69,7 @@ private slots:
         QCOMPARE(page.windowTitle(), "[Ottimizza]"_s);
     }
 
-    void styleSheetsStandLetterForLetter()
-    {
+    void styleSheetsStandLetterForLetter() {
         const Ottimizza page;
         QCOMPARE(page.styleSheet(), "* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
                                     "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
@@ -88,8 +82,7 @@ private slots:
     }
 
     // Black text must never stand on the dark ground that the page's sheet gives to its children.
-    void textsStandOnTheWindowsPicture()
-    {
+    void textsStandOnTheWindowsPicture() {
         Ottimizza page;
         page.resize(1000, 640);
         page.show();
@@ -113,8 +106,7 @@ private slots:
     }
 
     // An unticked box is still a box: it must be seen on the picture.
-    void indicatorOfAnUntickedBoxIsSeen()
-    {
+    void indicatorOfAnUntickedBoxIsSeen() {
         PageRun run({}, QStringList());
         run.page.resize(1000, 640);
         const QImage picture = pictureOf(run.page);
@@ -127,8 +119,7 @@ private slots:
         }
     }
 
-    void shownPageHasEverythingTickedAndTheOptionsFixed()
-    {
+    void shownPageHasEverythingTickedAndTheOptionsFixed() {
         PageRun run({}, QStringList());
         button(run.page, "Btn_Opt_Ok")->setEnabled(false);
         button(run.page, "pushBtnBack")->setEnabled(false);
@@ -142,8 +133,7 @@ private slots:
         QVERIFY(!run.page.abortRequested);
     }
 
-    void windowBackFromTheTaskBarKeepsTheChoice()
-    {
+    void windowBackFromTheTaskBarKeepsTheChoice() {
         PageRun run({}, words("Check_Delete Check_Split"));
         run.page.abortRequested = true;
         QShowEvent event;
@@ -154,8 +144,7 @@ private slots:
         QVERIFY(run.page.abortRequested);
     }
 
-    void uncheckedCompleteOptionLeavesAllTickedButEditable()
-    {
+    void uncheckedCompleteOptionLeavesAllTickedButEditable() {
         PageRun run({}, kOptions);
         QCOMPARE(run.ticked(), kOptions);
         QCOMPARE(run.enabled(), kControls);
@@ -170,8 +159,7 @@ private slots:
         QCOMPARE(run.flags(), QList<bool>({true, true, true}));
     }
 
-    void clicksOnTheOptionsAreKept()
-    {
+    void clicksOnTheOptionsAreKept() {
         PageRun run({}, words("Check_Move Check_Split Check_Database"));
         QCOMPARE(run.flags(), QList<bool>({false, true, true}));
         run.clickBox("Check_Move"_s);
@@ -182,15 +170,13 @@ private slots:
         QCOMPARE(run.flags(), QList<bool>({true, false, false}));
     }
 
-    void backButtonEmits()
-    {
+    void backButtonEmits() {
         PageRun run;
         click(run.page, "pushBtnBack");
         QCOMPARE(run.told.lines(), words("backFromOttimizzaToFirstMenu"));
     }
 
-    void stopSetsTheFlag()
-    {
+    void stopSetsTheFlag() {
         PageRun run;
         run.page.on_stopActionPressed();
         QVERIFY(run.page.abortRequested);

@@ -13,8 +13,7 @@ class TestOttimizzaRun : public QObject
     const QString kEnd = "backFromOttimizzaToEndOttimizza %1"_s;
 
 private slots:
-    void unpluggedDeviceLeadsToTheFailurePage()
-    {
+    void unpluggedDeviceLeadsToTheFailurePage() {
         PageRun run({"A/t.txt"_s});
         SimulatedPlayer::disconnect();
         run.start();
@@ -29,8 +28,7 @@ private slots:
         QVERIFY(!run.player.exists("A/t.txt"_s));
     }
 
-    void completeRunTakesItsStepsInOrder()
-    {
+    void completeRunTakesItsStepsInOrder() {
         PageRun run;
         run.start();
         QCOMPARE(run.told.labels(),
@@ -45,14 +43,12 @@ private slots:
         QCOMPARE(run.page.rootPath, run.player.root());
     }
 
-    void onlyTheTickedStepsRun_data()
-    {
+    void onlyTheTickedStepsRun_data() {
         columns<int>("choice");
         for (int choice = 0; choice < 16; ++choice)
             row(qPrintable("choice %1"_s.arg(choice)), choice);
     }
-    void onlyTheTickedStepsRun()
-    {
+    void onlyTheTickedStepsRun() {
         QFETCH(int, choice);
         const QList<QStringList> labels = {{"Cancellazione file non supportati..."_s},
                                            {"Spostamento immagini..."_s, "Spostamento video..."_s},
@@ -78,8 +74,7 @@ private slots:
         QCOMPARE(run.player.exists("My Songs"_s), scans);
     }
 
-    void stopDuringTheDeletionEndsWithoutResultPage()
-    {
+    void stopDuringTheDeletionEndsWithoutResultPage() {
         PageRun run(words("A/0.txt A/1.txt A/2.txt A/3.txt A/4.txt A/p.jpg"), words("Check_Delete Check_Move"));
         run.stopAtValue(2);
         run.start();
@@ -91,8 +86,7 @@ private slots:
         QCOMPARE(run.enabled(), kControls);
     }
 
-    void stopDuringTheImagesLeavesTheVideos()
-    {
+    void stopDuringTheImagesLeavesTheVideos() {
         PageRun run(words("A/p.jpg A/v.avi"), words("Check_Move Check_Split Check_Database"));
         run.stopAtLabel("Spostamento immagini"_s);
         run.start();
@@ -101,14 +95,12 @@ private slots:
         QCOMPARE(run.ends(), QStringList());
     }
 
-    void stopDuringTheSplitStillEndsInSuccess_data()
-    {
+    void stopDuringTheSplitStillEndsInSuccess_data() {
         columns<bool>("database");
         row("with the database step", true);
         row("without it", false);
     }
-    void stopDuringTheSplitStillEndsInSuccess()
-    {
+    void stopDuringTheSplitStillEndsInSuccess() {
         QFETCH(bool, database);
         PageRun run({}, words(database ? "Check_Split Check_Database" : "Check_Split"));
         run.addNumbered("Big/b"_s, 1001);
@@ -120,8 +112,7 @@ private slots:
         QVERIFY(!run.page.abortRequested);
     }
 
-    void stopDuringTheDatabaseStepEndsWithoutResultPage()
-    {
+    void stopDuringTheDatabaseStepEndsWithoutResultPage() {
         PageRun run({}, words("Check_Database"));
         run.addNumbered("A/"_s, 3, "mid"_s, SongFactory::midi(SongInfo()));
         run.stopAtValue(1);
@@ -130,8 +121,7 @@ private slots:
         QVERIFY(run.player.exists("CorvinImportDB.sql"_s));
     }
 
-    void playerGoneBeforeTheDatabaseStepIsAFailure()
-    {
+    void playerGoneBeforeTheDatabaseStepIsAFailure() {
         PageRun run({"A/broken.mid"_s});
         run.atLabel("Caricamento risorse..."_s, &SimulatedPlayer::disconnect);
         run.start();
@@ -139,8 +129,7 @@ private slots:
         QCOMPARE(run.player.files(), words("A/broken.mid"));
     }
 
-    void importFileThatCannotBeMadeIsAFailure()
-    {
+    void importFileThatCannotBeMadeIsAFailure() {
         PageRun run;
         QDir blocker(run.player.addFolder("CorvinImportDB.sql"_s));
         BoxAnswerer boxes;
@@ -154,14 +143,12 @@ private slots:
         QCOMPARE(run.lastLine(), kEnd.arg(0));
     }
 
-    void controlsAreDisabledWhileARunWorks_data()
-    {
+    void controlsAreDisabledWhileARunWorks_data() {
         columns<bool>("fromTheButton");
         row("started by OTTIMIZZA", true);
         row("started by the transfer page", false);
     }
-    void controlsAreDisabledWhileARunWorks()
-    {
+    void controlsAreDisabledWhileARunWorks() {
         QFETCH(bool, fromTheButton);
         PageRun run;
         QList<QStringList> meanwhile;
@@ -177,8 +164,7 @@ private slots:
         QCOMPARE(run.ticked(), kBoxes);
     }
 
-    void startButtonForgetsAnEarlierStop()
-    {
+    void startButtonForgetsAnEarlierStop() {
         PageRun run;
         run.page.on_stopActionPressed();
         run.start();
@@ -186,8 +172,7 @@ private slots:
     }
 
     // FINE shows the page and starts the run: a stop of the transfer before must not end it.
-    void runBehindFineStartsWithAClearStopFlag()
-    {
+    void runBehindFineStartsWithAClearStopFlag() {
         OptimizerRun run;
         run.page.on_stopActionPressed();
         run.page.show();
@@ -195,8 +180,7 @@ private slots:
         QCOMPARE(run.ends(), words("0"));
     }
 
-    void secondStartDuringARunIsRefused()
-    {
+    void secondStartDuringARunIsRefused() {
         PageRun run({"A/t.txt"_s});
         bool stopKept = false;
         run.atLabel("Spostamento immagini"_s, [&] {

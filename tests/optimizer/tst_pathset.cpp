@@ -12,28 +12,24 @@ class TestPathSet : public QObject
 
     /// The character as text; a surrogate stands alone.
     static QString text(uint character) { return QString::fromUcs4(&character, 1); }
-    static bool sameToAList(const QString &a, const QString &b)
-    {
+    static bool sameToAList(const QString &a, const QString &b) {
         return QStringList(a).contains(b, Qt::CaseInsensitive);
     }
-    static bool sameToASet(const QString &a, const QString &b)
-    {
+    static bool sameToASet(const QString &a, const QString &b) {
         PathSet set;
         set.insert(a);
         return set.contains(b);
     }
 
 private slots:
-    void emptySetHoldsNothing()
-    {
+    void emptySetHoldsNothing() {
         const PathSet set;
         QCOMPARE(set.size(), 0);
         QVERIFY(!set.contains(QString()));
         QVERIFY(!set.contains("E:/a.mid"_s));
     }
 
-    void pathsAreFound_data()
-    {
+    void pathsAreFound_data() {
         columns<QString, QString, bool>("inserted", "asked", "found");
         const QString song = "E:/My Songs/Song.mid"_s;
         row("same", song, song, true);
@@ -54,8 +50,7 @@ private slots:
         row("empty in, null asked", ""_s, QString(), true);
         row("null in, empty asked", QString(), ""_s, true);
     }
-    void pathsAreFound()
-    {
+    void pathsAreFound() {
         QFETCH(QString, inserted);
         QFETCH(QString, asked);
         QFETCH(bool, found);
@@ -63,8 +58,7 @@ private slots:
         QCOMPARE(sameToASet(inserted, asked), found);
     }
 
-    void pathsThatDifferInCaseCountOnce()
-    {
+    void pathsThatDifferInCaseCountOnce() {
         PathSet set;
         set.reserve(3);
         for (const QString &path : words("E:/a.mid E:/A.MID E:/b.mid"))
@@ -72,8 +66,7 @@ private slots:
         QCOMPARE(set.size(), 2);
     }
 
-    void everyCharacterEqualsItsCases()
-    {
+    void everyCharacterEqualsItsCases() {
         for (uint character = 0; character <= kLastCharacter; ++character) {
             const QString one = text(character);
             for (const QString &other :
@@ -87,8 +80,7 @@ private slots:
 
     // Sorting by Qt's comparison puts the characters that a list takes for the same side by side. As many classes, and
     // nothing of one class apart in the set: then the set has exactly the same classes.
-    void everyCharacterIsInTheSameClassAsInAList()
-    {
+    void everyCharacterIsInTheSameClassAsInAList() {
         QVector<QString> characters;
         for (uint character = 0; character <= kLastCharacter; ++character)
             characters.append(text(character));
@@ -110,8 +102,7 @@ private slots:
         QCOMPARE(set.size(), classes);
     }
 
-    void randomTextsGiveTheSameAnswerAsAList()
-    {
+    void randomTextsGiveTheSameAnswerAsAList() {
         const QString alphabet = "aAsS\u00DF\u1E9E\u017F\u0130\u0131iI\u0307/"_s + QChar(0xD801) + QChar(0xDC00) +
                                  QChar(0xDC28) + QChar(0xD83A);
         // Seeded with a constant: the same texts in every run.

@@ -20,13 +20,11 @@ class TestPlaylist : public QObject
         Playlist() = default;
         explicit Playlist(const QByteArray &content) { putFile(path, content); }
 
-        void rewrite(const QByteArray &newSong = kNewSong) const
-        {
+        void rewrite(const QByteArray &newSong = kNewSong) const {
             rewritePlaylistFile(path, QString::fromUtf8(kOldSong), QString::fromUtf8(newSong));
         }
         /// What it holds; rewriting must leave nothing beside it.
-        QByteArray content() const
-        {
+        QByteArray content() const {
             return folder.files() == QStringList("list.pls"_s) ? contentOf(path) : "not the only file";
         }
 
@@ -36,8 +34,7 @@ class TestPlaylist : public QObject
     };
 
 private slots:
-    void keyIsTheSongInFrontOfItsNumbers_data()
-    {
+    void keyIsTheSongInFrontOfItsNumbers_data() {
         columns<QByteArray, QString>("line", "key");
         const auto row = [](const char *name, const QByteArray &line, const QString &key) { ::row(name, line, key); };
         row("Windows line end", "\\sdmemory\\My Songs\\song.mid^12^0\r\n", "E:/My Songs/song.mid"_s);
@@ -68,8 +65,7 @@ private slots:
     }
     void keyIsTheSongInFrontOfItsNumbers() { QTEST(playlistKey(given<QByteArray>("line"), Player(kRoot)), "key"); }
 
-    void keyOfAHugeLineIsFoundQuickly()
-    {
+    void keyOfAHugeLineIsFoundQuickly() {
         // Letters, carets, numbers too long, numbers that end in a letter, bytes that are no text.
         for (const QByteArray unit : {"abcdefgh", "^", "^123456", "^1^2x", "\xFF\xFE\x80"}) {
             const QByteArray front = unit.repeated(4000000 / unit.size());
@@ -81,22 +77,19 @@ private slots:
         }
     }
 
-    void keysComeLineByLineInFileOrder()
-    {
+    void keysComeLineByLineInFileOrder() {
         const Playlist list("\\sdmemory\\b.mid^1^2\r\n\\sdmemory\\a.mid^3^4\n\n\\sdmemory\\b.mid^5^6");
         const QStringList keys = {"E:/b.mid"_s, "E:/a.mid"_s, "\n"_s, "E:/b.mid"_s};
         QCOMPARE(playlistKeys(list.path, Player(kRoot)), keys);
     }
 
-    void keysOfAPlaylistThatCannotBeOpenedAreNone()
-    {
+    void keysOfAPlaylistThatCannotBeOpenedAreNone() {
         const Playlist missing;
         QVERIFY(playlistKeys(missing.path, Player(kRoot)).isEmpty());
         QVERIFY(playlistKeys(missing.folder.path(), Player(kRoot)).isEmpty());
     }
 
-    void rewritingReplacesTheSong_data()
-    {
+    void rewritingReplacesTheSong_data() {
         columns<QByteArray, QByteArray>("before", "after");
         // Each "@" is the song, before under its old name and after under its new one.
         const auto row = [](const char *name, QByteArray before, QByteArray after) {
@@ -117,30 +110,26 @@ private slots:
         row("bytes that are no UTF-8", "Perch\xE9\n", "Perch\uFFFD\n");
         row("byte-order mark", "\xEF\xBB\xBF@^1^2\n", "@^1^2\n");
     }
-    void rewritingReplacesTheSong()
-    {
+    void rewritingReplacesTheSong() {
         const Playlist list(given<QByteArray>("before"));
         list.rewrite();
         QTEST(list.content(), "after");
     }
 
-    void backupOfAnEarlierRunIsLost()
-    {
+    void backupOfAnEarlierRunIsLost() {
         const Playlist list(kBefore);
         putFile(list.backup, "of an earlier run\n");
         list.rewrite();
         QCOMPARE(list.content(), kAfter);
     }
 
-    void missingPlaylistBecomesAnEmptyOne()
-    {
+    void missingPlaylistBecomesAnEmptyOne() {
         const Playlist list;
         list.rewrite();
         QCOMPARE(list.content(), QByteArray());
     }
 
-    void playlistWhoseBackupNameIsAFolderBecomesEmpty()
-    {
+    void playlistWhoseBackupNameIsAFolderBecomesEmpty() {
         const Playlist list(kBefore);
         QVERIFY(QDir().mkdir(list.backup));
         list.rewrite();
@@ -148,8 +137,7 @@ private slots:
         QVERIFY(QDir(list.backup).exists());
     }
 
-    void fullDiskLeavesThePlaylistAsItWas()
-    {
+    void fullDiskLeavesThePlaylistAsItWas() {
 #ifdef Q_OS_UNIX
         const QByteArray before = kBefore.repeated(1000);
         const Playlist list(before);
@@ -163,15 +151,13 @@ private slots:
 #endif
     }
 
-    void emptyOldPathReplacesNothing()
-    {
+    void emptyOldPathReplacesNothing() {
         const Playlist list(kBefore);
         rewritePlaylistFile(list.path, QString(), QString::fromUtf8(kNewSong));
         QCOMPARE(list.content(), kBefore);
     }
 
-    void hugeLineIsRewrittenWhole()
-    {
+    void hugeLineIsRewrittenWhole() {
         // Characters of two to four bytes that straddle any buffer between reading and writing.
         const QByteArray front = QByteArray(3000001, 'a') + QByteArray("é🎵").repeated(100001);
         const Playlist list(front + kBefore);
@@ -179,8 +165,7 @@ private slots:
         QVERIFY(list.content() == front + kAfter);
     }
 
-    void playlistIsUtf8WhateverTheLanguageOfThePc()
-    {
+    void playlistIsUtf8WhateverTheLanguageOfThePc() {
         const Playlist list(kBefore + "Perché\n");
         QTextCodec *const codec = QTextCodec::codecForLocale();
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));

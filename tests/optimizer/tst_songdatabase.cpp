@@ -9,15 +9,13 @@
 /// The database step and the file that it writes.
 struct DatabaseRun : OptimizerRun
 {
-    static QByteArray song(const QString &title = "Title"_s)
-    {
+    static QByteArray song(const QString &title = "Title"_s) {
         SongInfo info;
         info.title = title;
         return SongFactory::midi(info);
     }
     /// On the disk are @p songs, in the player's database @p known.
-    explicit DatabaseRun(const QStringList &songs = {}, const QStringList &known = {})
-    {
+    explicit DatabaseRun(const QStringList &songs = {}, const QStringList &known = {}) {
         for (const QString &path : songs)
             player.addFile(path, song());
         if (!known.isEmpty())
@@ -25,8 +23,7 @@ struct DatabaseRun : OptimizerRun
     }
     void addSongs(int count, const QString &suffix = "mid"_s) { addNumbered("A/"_s, count, suffix, song()); }
     /// Binary noise with device paths in it, each ended by a NUL.
-    void writeFastDb(const QStringList &paths, const QString &file = "System/Corvin/data.fastDB"_s)
-    {
+    void writeFastDb(const QStringList &paths, const QString &file = "System/Corvin/data.fastDB"_s) {
         QByteArray data = QByteArrayLiteral("\x01\xFF\x00noise\\sdmem\\");
         for (const QString &path : paths)
             data += QByteArrayLiteral("\x07\x00\x80\\sdmemory\\") + path.toUtf8() + QByteArrayLiteral("\x00tail");
@@ -44,8 +41,7 @@ class TestSongDatabase : public QObject
     Q_OBJECT
 
 private slots:
-    void goneDeviceEndsTheStepUntouched()
-    {
+    void goneDeviceEndsTheStepUntouched() {
         DatabaseRun run({"A/Song.midi"_s});
         run.put({"A/broken.mid=no song"_s, "CorvinImportDB.sql=old"_s});
         const QStringList before = run.disk();
@@ -59,8 +55,7 @@ private slots:
         QVERIFY(!QFileInfo::exists("/CorvinImportDB.sql"_s));
     }
 
-    void stagesAreReportedInOrder()
-    {
+    void stagesAreReportedInOrder() {
         DatabaseRun run({"A/one.mid"_s}, {"A\\gone.mid"_s});
         run.put({"A/two.mid=no song"_s});
         run.page.abortRequested = true; // pressed before the step: forgotten
@@ -87,8 +82,7 @@ private slots:
         QVERIFY(!run.page.abortRequested);
     }
 
-    void withoutFastDbEverySongIsInserted()
-    {
+    void withoutFastDbEverySongIsInserted() {
         DatabaseRun run(words("Bridges/no.mid effects/deep/no.mid System/no.mid BridgesOld/no.mid"));
         SongInfo night;
         night.title = "Night and Day"_s;
@@ -133,8 +127,7 @@ private slots:
         QCOMPARE(rows.at(2).at(10), "0"_s);
     }
 
-    void longTitleIsCutBeforeItsQuotesAreDoubled()
-    {
+    void longTitleIsCutBeforeItsQuotesAreDoubled() {
         DatabaseRun run;
         // 100 characters, one of them a quote, and 20 more that are cut.
         const QString title = "it's"_s + "x"_s.repeated(116);
@@ -146,16 +139,14 @@ private slots:
         QCOMPARE(database.songs().first().at(2), title.left(100));
     }
 
-    void agreeingDatabaseLeavesNoFile_data()
-    {
+    void agreeingDatabaseLeavesNoFile_data() {
         columns<QString, QStringList, QStringList>("database", "songs", "known");
         row("known songs are not read", "System/Corvin/data.fastDB"_s, words("A/one.mid"), words("A\\one.mid"));
         row("case makes no difference on the player's disk", "System/Corvin/data.fastDB"_s,
             words("A/Twò.kar A/one.mid"), words("a\\ONE.mid A\\Twò.kar"));
         row("nor does that of the database", "SYSTEM/corvin/DATA.FASTDB"_s, words("A/one.mid"), words("A\\one.mid"));
     }
-    void agreeingDatabaseLeavesNoFile()
-    {
+    void agreeingDatabaseLeavesNoFile() {
         QFETCH(QString, database);
         QFETCH(QStringList, songs);
         QFETCH(QStringList, known);
@@ -171,8 +162,7 @@ private slots:
         QCOMPARE(run.page.failCode, 0);
     }
 
-    void differenceIsWrittenAsInsertsThenDeletes()
-    {
+    void differenceIsWrittenAsInsertsThenDeletes() {
         DatabaseRun run(words("A/kept.mid A/new.mid"), words("A\\gone'1.mid A\\kept.mid B\\gone2.mid"));
         run.work();
         const QStringList lines = run.lines();
@@ -188,14 +178,12 @@ private slots:
         QCOMPARE(database.paths(), words("\\sdmemory\\A\\kept.mid \\sdmemory\\A\\new.mid"));
     }
 
-    void midiSuffixLosesItsLastLetter_data()
-    {
+    void midiSuffixLosesItsLastLetter_data() {
         columns<QStringList, QStringList>("before", "after");
         row("a free name", words("A/Song.MIDI"), words("A/Song.MID"));
         row("a taken name: both stay", words("A/Song.midi A/Song.mid"), words("A/Song.mid A/Song.midi"));
     }
-    void midiSuffixLosesItsLastLetter()
-    {
+    void midiSuffixLosesItsLastLetter() {
         QFETCH(QStringList, before);
         QFETCH(QStringList, after);
         DatabaseRun run(before);
@@ -208,8 +196,7 @@ private slots:
         QVERIFY(!run.file().toLower().contains("song.midi"));
     }
 
-    void overLongNameIsCutAndItsCompanionsFollow()
-    {
+    void overLongNameIsCutAndItsCompanionsFollow() {
         const QString base = "A/"_s + "n"_s.repeated(116); // with ".mid" a name of 120 bytes
         DatabaseRun run({base + ".mid"_s});
         run.put({base + ".cdg"_s, base + ".dat"_s, base + ".bak"_s});
@@ -222,8 +209,7 @@ private slots:
         QVERIFY(run.lines().last().contains(newName + ".mid'"_s));
     }
 
-    void nameThatCannotMakeUpForItsFoldersStays()
-    {
+    void nameThatCannotMakeUpForItsFoldersStays() {
         DatabaseRun run;
         QString folder;
         while (run.player.root().size() + folder.size() < 300)
@@ -236,8 +222,7 @@ private slots:
         QVERIFY(run.file().contains("INSERT"));
     }
 
-    void songThatCannotBeRenamedIsLogged()
-    {
+    void songThatCannotBeRenamedIsLogged() {
         DatabaseRun run({"A/%1.mid"_s.arg("m"_s.repeated(116)), "A/%1.mid"_s.arg("n"_s.repeated(116))});
         // Events are processed when the first of the two has been repaired: the other one vanishes then.
         run.atFirstEvents([&run] {
@@ -251,8 +236,7 @@ private slots:
         QCOMPARE(run.lines().size(), 3 + 1);
     }
 
-    void everyFileIsRepairedOnce()
-    {
+    void everyFileIsRepairedOnce() {
         DatabaseRun run;
         run.addSongs(500, "midi"_s);
         run.work();
@@ -264,8 +248,7 @@ private slots:
         QCOMPARE(paths.removeDuplicates(), 0);
     }
 
-    void blockedImportFileFailsWithABox()
-    {
+    void blockedImportFileFailsWithABox() {
         DatabaseRun run({"A/one.mid"_s});
         run.player.addFolder("CorvinImportDB.sql"_s);
         BoxAnswerer boxes;
@@ -280,8 +263,7 @@ private slots:
         QVERIFY(!run.isDone());
     }
 
-    void fullDiskIsAFailureAndLeavesNoHalfFile()
-    {
+    void fullDiskIsAFailureAndLeavesNoHalfFile() {
 #ifdef Q_OS_UNIX
         DatabaseRun run;
         run.addSongs(200);
@@ -298,15 +280,13 @@ private slots:
 #endif
     }
 
-    void stopBeforeWritingWritesNothing_data()
-    {
+    void stopBeforeWritingWritesNothing_data() {
         columns<int, bool, int>("songs", "atTheLabel", "repaired");
         row("while the disk is listed", 200, true, 0);
         // Fewer files than a round of the listing: the first events are processed after the first repair.
         row("while names are repaired", 10, false, 1);
     }
-    void stopBeforeWritingWritesNothing()
-    {
+    void stopBeforeWritingWritesNothing() {
         QFETCH(int, songs);
         QFETCH(bool, atTheLabel);
         QFETCH(int, repaired);
@@ -326,15 +306,13 @@ private slots:
         QVERIFY(run.page.abortRequested);
     }
 
-    void stopWhileWritingLeavesThePartialFile_data()
-    {
+    void stopWhileWritingLeavesThePartialFile_data() {
         columns<int, int, int, int>("songs", "gone", "value", "lines");
         row("while inserting", 10, 0, 4, 3 + 4);
         row("while writing deletes", 0, 10, 3, 3);
         row("at the last song: the file is deleted", 5, 0, 5, 0);
     }
-    void stopWhileWritingLeavesThePartialFile()
-    {
+    void stopWhileWritingLeavesThePartialFile() {
         QFETCH(int, songs);
         QFETCH(int, gone);
         QFETCH(int, value);
@@ -355,8 +333,7 @@ private slots:
     }
 
     // The player would execute either of them.
-    void importFileOfAnotherCaseIsReplaced()
-    {
+    void importFileOfAnotherCaseIsReplaced() {
         DatabaseRun run({"A/one.mid"_s});
         run.put({"corvinimportdb.SQL=of an earlier run"_s});
         run.work();
@@ -370,8 +347,7 @@ private slots:
     }
 
     // Half of the songs would be taken for all of them, and the other half inserted a second time.
-    void exportThatCannotBeReadToItsEndCountsAsNone()
-    {
+    void exportThatCannotBeReadToItsEndCountsAsNone() {
         DatabaseRun run(words("A/one.mid A/two.mid"), {"A\\one.mid"_s});
         QFile database(run.player.path("System/Corvin/data.fastDB"_s));
         QVERIFY(database.open(QIODevice::Append));
@@ -385,8 +361,7 @@ private slots:
         QCOMPARE(run.lines().first(), "DELETE FROM songs"_s);
     }
 
-    void lastPathWithoutItsEndIsNoSong()
-    {
+    void lastPathWithoutItsEndIsNoSong() {
         DatabaseRun run;
         const QByteArray data = QByteArrayLiteral("\\sdmemory\\A\\one.mid\0\\sdmemory\\A\\two.mid");
         run.player.addFile("System/Corvin/data.fastDB"_s, data);

@@ -21,14 +21,12 @@ class TestSqlLine : public QObject
     static QString text(int count, char c = 'a') { return QString(count, QLatin1Char(c)); }
     /// A song with these texts, 120 beats a minute and a marker.
     static SongInfo song(const QString &title, const QString &artist, const QString &genre, const QString &author,
-                         const QString &key)
-    {
+                         const QString &key) {
         return {title, artist, genre, author, 0, 120, key, {}, false, {{4, "Intro"_s}}, "MIDI"_s, {}, 0};
     }
     /// The row of such a song in the player's database.
     static QStringList storedRow(const QString &name, const SongInfo &info, const QString &format,
-                                 const QString &marker)
-    {
+                                 const QString &marker) {
         return R"(\sdmemory\My Songs\%1|%1|%2|%3|%4||%5|%6|%7|%8|%9)"_s
             .arg(name, info.title, info.artist, info.genre, format, info.author, QString::number(info.userBpm),
                  info.key, marker)
@@ -36,8 +34,7 @@ class TestSqlLine : public QObject
     }
 
 private slots:
-    void textIsEscaped_data()
-    {
+    void textIsEscaped_data() {
         columns<QString, int, QString>("value", "limit", "escaped");
         row("empty", QString(), 100, QString());
         row("plain", "Azzurro"_s, 100, "Azzurro"_s);
@@ -67,16 +64,14 @@ private slots:
     }
     void textIsEscaped() { QTEST(sqlEscaped(given<QString>("value"), given<int>("limit")), "escaped"); }
 
-    void everyLengthAroundTheLimitIsCut()
-    {
+    void everyLengthAroundTheLimitIsCut() {
         for (const int limit : {0, 1, 2, 50, 100, 250}) {
             for (int notes = 0; notes <= limit; ++notes)
                 QCOMPARE(sqlEscaped(kNote.repeated(notes), limit), kNote.repeated(qMin(notes, limit / 2)));
         }
     }
 
-    void fieldsAreWritten_data()
-    {
+    void fieldsAreWritten_data() {
         columns<QString, SongInfo, QString>("path", "info", "values");
         const QString front = R"('\sdmemory\My Songs\song.mid','song.mid',)"_s;
         const QString rest = ",'<unknown>','<unknown>','','0','<unknown>','0','','0'"_s;
@@ -105,36 +100,31 @@ private slots:
                     int(format == "MP3"_s)));
         }
     }
-    void fieldsAreWritten()
-    {
+    void fieldsAreWritten() {
         QCOMPARE(insertLine(given<SongInfo>("info"), given<QString>("path"), kPlayer),
                  kStart + given<QString>("values") + ")\n"_s);
     }
 
-    void mountedVolumeIsNotInThePath()
-    {
+    void mountedVolumeIsNotInThePath() {
         const QString root = "/media/u/CORVIN4/"_s;
         QVERIFY(insertLine(SongInfo(), root + "a/b.mid"_s, Player(root)).contains(R"(('\sdmemory\a\b.mid',)"_s));
         QCOMPARE(deleteLine(root + "a/b.mid"_s, Player(root)),
                  "DELETE FROM songs WHERE filename='\\sdmemory\\a\\b.mid'\n"_s);
     }
 
-    void vanishedSongIsDeleted_data()
-    {
+    void vanishedSongIsDeleted_data() {
         columns<QString, QString>("path", "value");
         row("song", kPath, R"(\sdmemory\My Songs\song.mid)"_s);
         row("apostrophe", "E:/L'altra/it's.mid"_s, R"(\sdmemory\L''altra\it''s.mid)"_s);
         row("accents", "E:/Perché.mid"_s, R"(\sdmemory\Perché.mid)"_s);
         row("root alone", kRoot, R"(\sdmemory\)"_s);
     }
-    void vanishedSongIsDeleted()
-    {
+    void vanishedSongIsDeleted() {
         QCOMPARE(deleteLine(given<QString>("path"), kPlayer),
                  "DELETE FROM songs WHERE filename='"_s + given<QString>("value") + "'\n"_s);
     }
 
-    void longPathIsCutTheSameInBothStatements()
-    {
+    void longPathIsCutTheSameInBothStatements() {
         const QString device = R"(\sdmemory\)"_s;
         for (const int length : {249, 250, 251, 500}) {
             const QString name = text(length - device.size());
@@ -144,8 +134,7 @@ private slots:
         }
     }
 
-    void insertedRowHoldsTheValues_data()
-    {
+    void insertedRowHoldsTheValues_data() {
         columns<QString, QString>("value", "stored");
         row("plain", "Azzurro"_s, "Azzurro"_s);
         row("quotes", "Rock 'n' \"Roll\""_s, "Rock 'n' \"Roll\""_s);
@@ -157,8 +146,7 @@ private slots:
         row("emoji that fits", text(98) + kNote, text(98) + kNote);
         row("quotes at the cut", text(99) + "''"_s, text(99) + "'"_s);
     }
-    void insertedRowHoldsTheValues()
-    {
+    void insertedRowHoldsTheValues() {
         QFETCH(QString, value);
         QFETCH(QString, stored);
         const QString line = insertLine(song(value, value, value, value, "C"_s), kPath, kPlayer);
@@ -169,8 +157,7 @@ private slots:
         QCOMPARE(database.songs(), QList<QStringList>{storedRow("song.mid"_s, expected, "0"_s, "1"_s)});
     }
 
-    void deletionTakesOutWhatInsertionPutIn()
-    {
+    void deletionTakesOutWhatInsertionPutIn() {
         PlayerDatabase database;
         const QStringList paths = {"E:/L'altra/Perché.mid"_s, "E:/a.mid"_s, kRoot + text(400), "E:/line\nend.mid"_s};
         for (const QString &path : paths)
@@ -182,8 +169,7 @@ private slots:
         QCOMPARE(database.songs().size(), 0);
     }
 
-    void songFileIsInserted_data()
-    {
+    void songFileIsInserted_data() {
         columns<QString, QByteArray, QStringList>("name", "content", "stored");
         const SongInfo info = song("L'amica è \"qui\""_s, "D'Angelò"_s, "Rock 'n' Roll"_s, "O'Neill"_s, "F#-"_s);
         const auto row = [&](const QString &name, const QByteArray &content) {
@@ -202,8 +188,7 @@ private slots:
             R"(\sdmemory\My Songs\notag.mp3|notag.mp3|notag.mp3|<unknown>|<unknown>||1|<unknown>|0||0)"_s;
         ::row("no tag", "notag.mp3"_s, SongFactory::mp3(3, SongInfo()), noTag.split(QLatin1Char('|')));
     }
-    void songFileIsInserted()
-    {
+    void songFileIsInserted() {
         PcFolder folder;
         const QString path = folder.addFile("My Songs/"_s + given<QString>("name"), given<QByteArray>("content"));
         PlayerDatabase database;
@@ -211,8 +196,7 @@ private slots:
         QCOMPARE(database.songs(), QList<QStringList>{given<QStringList>("stored")});
     }
 
-    void fileThatIsNoSongGivesNoLine_data()
-    {
+    void fileThatIsNoSongGivesNoLine_data() {
         columns<QString, QByteArray>("name", "content");
         row("empty", "a.mid"_s, QByteArray());
         row("three bytes", "a.mid"_s, QByteArray("MTh"));
@@ -222,8 +206,7 @@ private slots:
         row("MP3 by name only", "a.mp3"_s, QByteArray("RIFFRIFFRIFF"));
         row("MP3 with another name", "a.mid"_s, QByteArray("ID3\3\0\0\0\0\0\0", 10));
     }
-    void fileThatIsNoSongGivesNoLine()
-    {
+    void fileThatIsNoSongGivesNoLine() {
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         PcFolder folder;

@@ -7,8 +7,7 @@ class TestTitleInitial : public QObject
     Q_OBJECT
 
 private slots:
-    void titleHasInitial_data()
-    {
+    void titleHasInitial_data() {
         columns<QString, QString>("title", "initial");
         row("capital", "Azzurro"_s, "A"_s);
         row("small letter", "azzurro"_s, "A"_s);
@@ -53,8 +52,7 @@ private slots:
     }
     void titleHasInitial() { QTEST(QString(titleInitial(given<QString>("title"))), "initial"); }
 
-    void everyInitialCanStandInAFileName()
-    {
+    void everyInitialCanStandInAFileName() {
         for (int unit = 0; unit <= 0xFFFF; ++unit) {
             const QString character(QChar{static_cast<ushort>(unit)});
             for (const QString &title : {character, QLatin1Char('\'') + character}) {
@@ -65,16 +63,14 @@ private slots:
         }
     }
 
-    void everyAsciiLetterAndDigitIsItsOwnInitial()
-    {
+    void everyAsciiLetterAndDigitIsItsOwnInitial() {
         for (const QChar own : "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"_s) {
             QCOMPARE(titleInitial(own), own);
             QCOMPARE(titleInitial(own.toLower()), own);
         }
     }
 
-    void titlesAreOrderedInUpperCase()
-    {
+    void titlesAreOrderedInUpperCase() {
         // Folders first; case does not matter, nor does a locale; sharp s counts as two letters.
         const QStringList inOrder = {"\0"_s,     " "_s,   "9"_s, "A"_s,     "ABBA"_s, "abbey"_s,     "Beat"_s,
                                      "\u00DF"_s, "ssa"_s, "z"_s, "Zorro"_s, "_"_s,    "\u00C8 lei"_s};

@@ -23,8 +23,7 @@ class TestTitleReader : public QObject
     static constexpr char kName = 3;
     static constexpr char kText = 1;
 
-    static QByteArray meta(char type, const QByteArray &content)
-    {
+    static QByteArray meta(char type, const QByteArray &content) {
         QByteArray event("\0\xFF", 2);
         event.append(type);
         if (content.size() > 127)
@@ -33,38 +32,32 @@ class TestTitleReader : public QObject
         return event + content;
     }
     /// A MIDI file of one track with these events.
-    static QByteArray midi(const QByteArray &events)
-    {
+    static QByteArray midi(const QByteArray &events) {
         return QByteArray("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\1\0", 22) + events;
     }
     static QByteArray id3(const QByteArray &frames) { return SongFactory::id3v2TagAround(3, frames); }
-    static QByteArray titleFrame(const QString &title = kTitle, int encoding = 0)
-    {
+    static QByteArray titleFrame(const QString &title = kTitle, int encoding = 0) {
         return SongFactory::id3v2TextFrame(3, "TIT2", title, encoding);
     }
-    static QByteArray frame(const char *id, const QByteArray &payload)
-    {
+    static QByteArray frame(const char *id, const QByteArray &payload) {
         QByteArray size;
         for (int shift = 21; shift >= 0; shift -= 7)
             size.append(static_cast<char>((payload.size() >> shift) & 0x7F));
         return id + size + QByteArray(2, '\0') + payload;
     }
-    static SongInfo titled(const QString &title)
-    {
+    static SongInfo titled(const QString &title) {
         SongInfo info;
         info.title = title;
         return info;
     }
     /// What the whole tag says of an MP3 song with this content.
-    static QString titleOfWholeTag(const QByteArray &content)
-    {
+    static QString titleOfWholeTag(const QByteArray &content) {
         Id3Tag tag;
         const QString title = tag.load(content.left(kTagLimit)) ? tag.title() : QString();
         return title.isEmpty() ? kBase : title;
     }
     /// Bytes that this process has read from files so far, -1 where the system does not count them.
-    static qint64 bytesReadSoFar()
-    {
+    static qint64 bytesReadSoFar() {
         QFile counters("/proc/self/io"_s);
         const QByteArray first = counters.open(QIODevice::ReadOnly) ? counters.readLine() : QByteArray();
         return first.startsWith("rchar: ") ? first.mid(7).trimmed().toLongLong() : -1;
@@ -73,8 +66,7 @@ class TestTitleReader : public QObject
     PcFolder folder;
 
     QString path(int formatIndex) const { return folder.path(kBase + "."_s + kSuffixes.value(formatIndex, "txt"_s)); }
-    QString titleOf(int formatIndex, const QByteArray &content) const
-    {
+    QString titleOf(int formatIndex, const QByteArray &content) const {
         // A new file each time: some disks write out at once what replaces the content of an old one.
         QFile::remove(path(formatIndex));
         QString title = readSongTitle(formatIndex, QFileInfo(putFile(path(formatIndex), content)));
@@ -84,8 +76,7 @@ class TestTitleReader : public QObject
     }
 
 private slots:
-    void everyFormatHasItsTitle_data()
-    {
+    void everyFormatHasItsTitle_data() {
         columns<int, QByteArray>("formatIndex", "song");
         const SongInfo info = titled(kTitle);
         const QByteArray songs[] = {
@@ -97,8 +88,7 @@ private slots:
     }
     void everyFormatHasItsTitle() { QCOMPARE(titleOf(given<int>("formatIndex"), given<QByteArray>("song")), kTitle); }
 
-    void songWithoutATitleIsCalledByItsFile_data()
-    {
+    void songWithoutATitleIsCalledByItsFile_data() {
         columns<int, QByteArray>("formatIndex", "song");
         row("MP3 without a tag", kMp3, SongFactory::mp3(0, SongInfo()));
         row("MP3 with an empty tag", kMp3, SongFactory::mp3(3, SongInfo()));
@@ -115,13 +105,11 @@ private slots:
         for (const int unknown : {-1, 9, 1000000})
             row(qPrintable("unknown format %1"_s.arg(unknown)), unknown, SongFactory::midi(titled(kTitle)));
     }
-    void songWithoutATitleIsCalledByItsFile()
-    {
+    void songWithoutATitleIsCalledByItsFile() {
         QCOMPARE(titleOf(given<int>("formatIndex"), given<QByteArray>("song")), kBase);
     }
 
-    void fileThatCannotBeOpenedIsCalledByItsName()
-    {
+    void fileThatCannotBeOpenedIsCalledByItsName() {
         for (int index = 0; index < kSuffixes.size(); ++index) {
             QFile::remove(path(index));
             QCOMPARE(readSongTitle(index, QFileInfo(path(index))), kBase);
@@ -129,8 +117,7 @@ private slots:
         }
     }
 
-    void mfxTitleIsRead_data()
-    {
+    void mfxTitleIsRead_data() {
         columns<QByteArray, int, QString>("field", "fileSize", "title");
         const QByteArray full(32, 'a');
         row("plain", QByteArray("Azzurro"), 600, "Azzurro"_s);
@@ -144,15 +131,13 @@ private slots:
         for (const int size : {511, 512, 513, 1024})
             row(qPrintable("%1 bytes"_s.arg(size)), QByteArray("Azzurro"), size, size < 512 ? kBase : "Azzurro"_s);
     }
-    void mfxTitleIsRead()
-    {
+    void mfxTitleIsRead() {
         const QByteArray &field = given<QByteArray>("field");
         const QByteArray song = QByteArray("_MF3").leftJustified(1024, '\0').replace(122, field.size(), field);
         QTEST(titleOf(kMf3, song.left(given<int>("fileSize"))), "title");
     }
 
-    void midiTitleIsRead_data()
-    {
+    void midiTitleIsRead_data() {
         columns<QByteArray, QString>("events", "title");
         const auto row = [](const char *name, const QByteArray &events, const QString &title = "Azzurro"_s) {
             ::row(name, events, title);
@@ -202,8 +187,7 @@ private slots:
     }
     void midiTitleIsRead() { QTEST(titleOf(kMid, midi(given<QByteArray>("events"))), "title"); }
 
-    void midiTitleAroundTheReadLimit_data()
-    {
+    void midiTitleAroundTheReadLimit_data() {
         columns<QByteArray, int, QString>("event", "bytesInside", "title");
         const auto cut = [](const char *what, const QByteArray &event, int front) {
             for (int inside = 0; inside <= event.size(); ++inside)
@@ -213,20 +197,17 @@ private slots:
         cut("track name", meta(kName, "Azzurro"), 4);
         cut("karaoke title", meta(kText, "@TAzzurro"), 6);
     }
-    void midiTitleAroundTheReadLimit()
-    {
+    void midiTitleAroundTheReadLimit() {
         const int eventAt = kMidiLimit - given<int>("bytesInside");
         QTEST(titleOf(kMid, midi(QByteArray()).leftJustified(eventAt, '\0') + given<QByteArray>("event")), "title");
     }
 
-    void karaokeSongOfTheFactoryHasItsTitle()
-    {
+    void karaokeSongOfTheFactoryHasItsTitle() {
         const QStringList texts = {"@KMIDI KARAOKE FILE"_s, "@LITAL"_s, "@TAzzurro"_s, "@TCelentano"_s};
         QCOMPARE(titleOf(kKar, SongFactory::karaoke(texts, {"\\Cer"_s, "co"_s, "@T never"_s})), "Azzurro"_s);
     }
 
-    void mp3TitleIsRead_data()
-    {
+    void mp3TitleIsRead_data() {
         columns<QByteArray, QString>("song", "title");
         const QString wide = "你 Perché 🎵"_s;
         row("Latin-1", id3(titleFrame(kTitle, 0)), kTitle);
@@ -254,16 +235,14 @@ private slots:
     void mp3TitleIsRead() { QTEST(titleOf(kMp3, given<QByteArray>("song")), "title"); }
 
     // The tag is read a piece at a time: the frame may lie across any border between two pieces.
-    void mp3TitleAnywhereInTheTagIsThatOfTheWholeTag()
-    {
+    void mp3TitleAnywhereInTheTagIsThatOfTheWholeTag() {
         for (const int border : {0, 4096, 4096 + 65536, 4096 + 2 * 65536}) {
             for (int offset = qMax(0, border - 30); offset <= border + 2; ++offset)
                 QCOMPARE(titleOf(kMp3, id3(QByteArray(offset, '\0') + titleFrame() + QByteArray(100, '\0'))), kTitle);
         }
     }
 
-    void mp3TagSizesGiveTheTitleOfTheWholeTag_data()
-    {
+    void mp3TagSizesGiveTheTitleOfTheWholeTag_data() {
         columns<QByteArray>("song");
         const QByteArray frame = titleFrame();
         const auto sized = [](const char *name, const QByteArray &frames, const QByteArray &size) {
@@ -286,15 +265,13 @@ private slots:
                     id3(frame + padding).chopped(missing));
         }
     }
-    void mp3TagSizesGiveTheTitleOfTheWholeTag()
-    {
+    void mp3TagSizesGiveTheTitleOfTheWholeTag() {
         const QByteArray &song = given<QByteArray>("song");
         for (const QByteArray &content : {song, song + QByteArray(1000, '\xFF')})
             QCOMPARE(titleOf(kMp3, content), titleOfWholeTag(content));
     }
 
-    void noMoreIsReadThanNeeded_data()
-    {
+    void noMoreIsReadThanNeeded_data() {
         columns<int, QByteArray, QString, int>("formatIndex", "start", "title", "mostBytes");
         const SongInfo info = titled(kTitle);
         const QByteArray picture = frame("APIC", QByteArray(900000, 'p'));
@@ -308,8 +285,7 @@ private slots:
         row("mp3 with a picture and no title", kMp3, id3(picture), kBase, 900030);
         row("mp3 whose title claims all", kMp3, id3("TIT2\x7F\x7F\x7F\x7F" + picture), QString(), kTagLimit);
     }
-    void noMoreIsReadThanNeeded()
-    {
+    void noMoreIsReadThanNeeded() {
         SKIP_ON_WINDOWS("what the process reads is counted by Linux");
         QFETCH(int, formatIndex);
         QFETCH(QString, title);
@@ -325,8 +301,7 @@ private slots:
         QVERIFY2(read <= given<int>("mostBytes") + 1000, qPrintable(QString::number(read)));
     }
 
-    void everyPrefixIsRead_data()
-    {
+    void everyPrefixIsRead_data() {
         columns<int, QByteArray>("formatIndex", "song");
         const SongInfo info = titled("Azzurro"_s);
         row("mp3, Latin-1", kMp3, SongFactory::id3v2Tag(3, info, 0, 30));
@@ -336,8 +311,7 @@ private slots:
         row("kar", kKar, SongFactory::karaoke({"@LITAL"_s, "@TAzzurro"_s}, {}));
         row("mf3", kMf3, SongFactory::mfx(3, info, 1));
     }
-    void everyPrefixIsRead()
-    {
+    void everyPrefixIsRead() {
         QFETCH(int, formatIndex);
         QFETCH(QByteArray, song);
         QElapsedTimer time;
@@ -353,8 +327,7 @@ private slots:
     }
 
     void everyFlippedBitIsRead_data() { everyPrefixIsRead_data(); }
-    void everyFlippedBitIsRead()
-    {
+    void everyFlippedBitIsRead() {
         constexpr int kInterestingBytes = 520; // the header block of an MFx song and a little of its stream
         QFETCH(int, formatIndex);
         QFETCH(QByteArray, song);

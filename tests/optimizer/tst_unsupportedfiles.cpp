@@ -5,8 +5,7 @@ class TestUnsupportedFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void stoppedStepDoesNothing()
-    {
+    void stoppedStepDoesNothing() {
         OptimizerRun run;
         run.page.unsupportedFiles.append(QFileInfo(run.player.addFile("A/t.txt"_s)));
         run.page.abortRequested = true;
@@ -15,8 +14,7 @@ private slots:
         QVERIFY(run.player.exists("A/t.txt"_s));
     }
 
-    void diskOfSongsAndPicturesShowsOnlyTheStatusTexts()
-    {
+    void diskOfSongsAndPicturesShowsOnlyTheStatusTexts() {
         OptimizerRun run(words("A/s.mid A/p.jpg A/v.avi"));
         run.scan();
         run.told.clear();
@@ -26,8 +24,7 @@ private slots:
         QCOMPARE(run.player.files().size(), 3);
     }
 
-    void everyListedFileIsDeletedInOrder()
-    {
+    void everyListedFileIsDeletedInOrder() {
         OptimizerRun run;
         const QString first = run.player.addFile("B/z.txt"_s);
         const QString second = run.player.addFile("A/a.doc"_s);
@@ -42,8 +39,7 @@ private slots:
         QVERIFY(run.loggedOnlyInfos());
     }
 
-    void textFilesGoButThoseOfTheSystemStay()
-    {
+    void textFilesGoButThoseOfTheSystemStay() {
         const QStringList staying = {"CorvinUpdate/notes.TXT"_s, "My Songs/s.xmid"_s, "System/sub/notes.TXT"_s};
         OptimizerRun run(staying + QStringList({"My Songs/notes.TXT"_s, "My Songs/readme"_s}));
         run.scan();
@@ -51,8 +47,7 @@ private slots:
         QCOMPARE(run.player.files(), staying);
     }
 
-    void fileThatCannotBeDeletedIsLoggedAllTheSame()
-    {
+    void fileThatCannotBeDeletedIsLoggedAllTheSame() {
         OptimizerRun run;
         // A folder in the place of the file: it cannot be removed as a file, not even by root.
         const QString blocked = run.player.addFolder("A/blocked.txt"_s);
@@ -64,8 +59,7 @@ private slots:
         QVERIFY(run.logged("delete_files : N. files  2"_s));
     }
 
-    void stopLeavesTheRemainingFiles()
-    {
+    void stopLeavesTheRemainingFiles() {
         OptimizerRun run;
         for (int i = 0; i < 5; ++i)
             run.page.unsupportedFiles.append(QFileInfo(run.player.addFile("A/%1.txt"_s.arg(i))));

@@ -34,16 +34,14 @@ protected:
     /// In this language: the page's title and the text of its last button.
     virtual QStringList textsIn(const QString &language) const = 0;
 
-    PagePointer shownPage() const
-    {
+    PagePointer shownPage() const {
         PagePointer page = newPage(nullptr);
         page->resize(kPageSize);
         page->show();
         return page;
     }
     /// Rows of "button", "signal": those that need the player.
-    void addButtonsThatNeedThePlayer() const
-    {
+    void addButtonsThatNeedThePlayer() const {
         columns<QByteArray, QString>("button", "signal");
         const QList<Button> all = buttons();
         for (const Button &button : all)
@@ -52,23 +50,20 @@ protected:
     }
 
 private slots:
-    void pageIsHiddenWhenConstructed()
-    {
+    void pageIsHiddenWhenConstructed() {
         QWidget window;
         const PagePointer page = newPage(&window);
         window.show();
         QVERIFY(page->isHidden());
     }
 
-    void textsAndLookAreThoseOfTheForm_data()
-    {
+    void textsAndLookAreThoseOfTheForm_data() {
         columns<QByteArray, QString, QString>("name", "text", "style");
         const QList<Button> all = buttons();
         for (const Button &button : all)
             row(button.row, button.name, button.text, button.style);
     }
-    void textsAndLookAreThoseOfTheForm()
-    {
+    void textsAndLookAreThoseOfTheForm() {
         QFETCH(QByteArray, name);
         const PagePointer page = newPage(nullptr);
         const QPushButton *shown = button(*page, name.constData());
@@ -79,8 +74,7 @@ private slots:
         QVERIFY(shown->isEnabled());
     }
 
-    void titleIsBlackTextOnTheWindow()
-    {
+    void titleIsBlackTextOnTheWindow() {
         const PagePointer page = newPage(nullptr);
         const auto *title = child<QLabel>(*page, "labelDescr");
         QCOMPARE(title->styleSheet(), QString(Styles::kTransparentLabel));
@@ -88,8 +82,7 @@ private slots:
     }
 
     void buttonWithoutThePlayerShowsTheMessageAndNothingElseHappens_data() { addButtonsThatNeedThePlayer(); }
-    void buttonWithoutThePlayerShowsTheMessageAndNothingElseHappens()
-    {
+    void buttonWithoutThePlayerShowsTheMessageAndNothingElseHappens() {
         QFETCH(QByteArray, button);
         SimulatedPlayer::disconnect();
         const PagePointer page = shownPage();
@@ -113,15 +106,13 @@ private slots:
         QVERIFY(allButtonsAreEnabled());
     }
 
-    void textsAndMessageFollowTheLanguageAndFit_data()
-    {
+    void textsAndMessageFollowTheLanguageAndFit_data() {
         columns<QString, QString, QString>("code", "boxTitle", "boxText");
         row("it", "it"_s, Titles::kNotConnected, Texts::kReconnect);
         row("en", "en"_s, "Corvin4 not connected"_s, "Reconnect Corvin4 to the USB port"_s);
         row("de", "de"_s, "Corvin4 nicht verbunden"_s, "Verbinden Sie Corvin4 wieder mit dem USB-Anschluss"_s);
     }
-    void textsAndMessageFollowTheLanguageAndFit()
-    {
+    void textsAndMessageFollowTheLanguageAndFit() {
         QFETCH(QString, code);
         QFETCH(QString, boxTitle);
         SimulatedPlayer::disconnect();

@@ -13,8 +13,7 @@ class TestAvanzate : public MenuPageTest
     Q_OBJECT
 
     PagePointer newPage(QWidget *parent) const override { return std::make_unique<Avanzate>(parent); }
-    QList<Button> buttons() const override
-    {
+    QList<Button> buttons() const override {
         const QString selected = Styles::kPage + "\nselection-color: rgb(255, 255, 255);"_s;
         return {
             {"update", "pushBtnUpdate", "AGGIORNA IL CORVIN CON L' ULTIMA RELEASE DISPONIBILE"_s,
@@ -29,8 +28,7 @@ class TestAvanzate : public MenuPageTest
              "REINSTALLA IL SISTEMA OPERATIVO E RIPRISTINA LE BASI"_s, "reinstallOpSysAndRestoreSongs"_s},
             {"back", "pushBtnBack", "INDIETRO"_s, "backFromAvanzateToFirstMenu"_s, Styles::kContainer, false}};
     }
-    QStringList textsIn(const QString &language) const override
-    {
+    QStringList textsIn(const QString &language) const override {
         if (language == "it"_s)
             return {"AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s, "INDIETRO"_s};
         if (language == "en"_s)
@@ -40,8 +38,7 @@ class TestAvanzate : public MenuPageTest
 
 private slots:
     void operationRunsBetweenItsTwoLogLinesWithBackDisabled_data() { addButtonsThatNeedThePlayer(); }
-    void operationRunsBetweenItsTwoLogLinesWithBackDisabled()
-    {
+    void operationRunsBetweenItsTwoLogLinesWithBackDisabled() {
         QFETCH(QByteArray, button);
         QFETCH(QString, signal);
         const SimulatedPlayer player;
@@ -63,8 +60,7 @@ private slots:
         QVERIFY(recorder.log().contains(QtInfoMsg, kEnd + signal));
     }
 
-    void backStaysDisabledWhileAProcedureProcessesEvents()
-    {
+    void backStaysDisabledWhileAProcedureProcessesEvents() {
         const SimulatedPlayer player;
         const PagePointer page = shownPage();
         SignalRecorder recorder(*page);
@@ -82,8 +78,7 @@ private slots:
         QVERIFY(back->isEnabled());
     }
 
-    void backIsGivenBackWhenThePlayerWasPulledMeanwhile()
-    {
+    void backIsGivenBackWhenThePlayerWasPulledMeanwhile() {
         const SimulatedPlayer player;
         const Avanzate page;
         connect(&page, &Avanzate::reinstallOpSysOnly, this, [] { SimulatedPlayer::disconnect(); });
@@ -93,8 +88,7 @@ private slots:
         QCOMPARE(log.texts().last(), kEnd + "reinstallOpSysOnly"_s);
     }
 
-    void backNeedsNoPlayer()
-    {
+    void backNeedsNoPlayer() {
         SimulatedPlayer::disconnect();
         const BoxAnswerer boxes;
         Avanzate page;
@@ -103,8 +97,7 @@ private slots:
         QCOMPARE(ownLines(recorder), QStringList("backFromAvanzateToFirstMenu"_s));
     }
 
-    void disabledBackTurnsGrey()
-    {
+    void disabledBackTurnsGrey() {
         const PagePointer page = shownPage();
         QPushButton *back = button(*page, "pushBtnBack");
         const QColor amber(249, 191, 0);

@@ -16,14 +16,12 @@ const QString kProblem = "Problema rilevato durante il controllo del sistema ope
 /// The page on the screen, beside a player with all its system files.
 struct ShownCheck : Check
 {
-    ShownCheck()
-    {
+    ShownCheck() {
         resize(1000, 600);
         show();
     }
     void run() { runCheck(player.root()); }
-    void remove(const QStringList &files) const
-    {
+    void remove(const QStringList &files) const {
         for (const QString &file : files)
             QVERIFY(QFile::remove(player.path(file)));
     }
@@ -32,8 +30,7 @@ struct ShownCheck : Check
     QString description() const { return textOf(*this, "label_descr"); }
     bool hasPicture() const { return !child<QLabel>(*this, "label_descr")->pixmap(Qt::ReturnByValue).isNull(); }
     /// Which of its parts can be seen.
-    QStringList parts() const
-    {
+    QStringList parts() const {
         QStringList visible;
         for (const char *name : {"label_titolo", "label_descr", "pushButton"})
             if (child<QWidget>(*this, name)->isVisible())
@@ -50,8 +47,7 @@ const QStringList kTextsAndButton = words("label_titolo label_descr pushButton")
 const QStringList kSystemFiles = words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe");
 
 /// All that a check emits up to the look at the files, and then this.
-QStringList sweepAnd(const QStringList &rest)
-{
+QStringList sweepAnd(const QStringList &rest) {
     QStringList lines = {"label CONTROLLO INTEGRITA' SOFTWARE ..."_s, "min 0"_s};
     lines += {"max 100"_s, "value 0"_s, "visible 1"_s, "stop 0"_s};
     for (int value = 0; value <= 100; ++value)
@@ -66,8 +62,7 @@ class TestCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void pageIsHiddenAndDark()
-    {
+    void pageIsHiddenAndDark() {
         QWidget window;
         Check page(&window);
         window.show();
@@ -80,8 +75,7 @@ private slots:
         QCOMPARE(page.grab().toImage().pixelColor(2, 2), QColor(51, 51, 51));
     }
 
-    void intactPlayerWaitsForAvanti()
-    {
+    void intactPlayerWaitsForAvanti() {
         const BoxAnswerer boxes;
         ShownCheck page;
         page.run();
@@ -91,8 +85,7 @@ private slots:
         QCOMPARE(page.parts(), kTextsAndButton);
     }
 
-    void avantiIsWhatEndsTheCheckOfAnIntactPlayer()
-    {
+    void avantiIsWhatEndsTheCheckOfAnIntactPlayer() {
         ShownCheck page;
         page.run();
         click(page, "pushButton");
@@ -100,8 +93,7 @@ private slots:
         QVERIFY(page.isVisible());
     }
 
-    void pageShowsOnlyItsTitleDuringTheSweep()
-    {
+    void pageShowsOnlyItsTitleDuringTheSweep() {
         ShownCheck page;
         int looked = 0;
         connect(&page, &Check::updateProgressBarVal, this, [&] {
@@ -113,8 +105,7 @@ private slots:
         QCOMPARE(looked, 102);
     }
 
-    void sweepIsAPauseOfAboutASecondWithTheEventLoopRunning()
-    {
+    void sweepIsAPauseOfAboutASecondWithTheEventLoopRunning() {
         ShownCheck page;
         QTimer timer;
         const QSignalSpy ticks(&timer, &QTimer::timeout);
@@ -127,8 +118,7 @@ private slots:
         QVERIFY(ticks.size() >= 10);
     }
 
-    void missingFilesLeadToTheQuestionAndNoEndsTheCheck_data()
-    {
+    void missingFilesLeadToTheQuestionAndNoEndsTheCheck_data() {
         columns<QStringList, Answer>("missing", "answer");
         row("the start-up script alone", QStringList(kSystemFiles.at(0)), pressing(Buttons::kNo));
         row("the main program alone", QStringList(kSystemFiles.at(1)), pressing(Buttons::kNo));
@@ -137,8 +127,7 @@ private slots:
         row("all three, answered with Escape", kSystemFiles, striking(Qt::Key_Escape));
         row("all three, answered with the box's close button", kSystemFiles, closing());
     }
-    void missingFilesLeadToTheQuestionAndNoEndsTheCheck()
-    {
+    void missingFilesLeadToTheQuestionAndNoEndsTheCheck() {
         QFETCH(QStringList, missing);
         QFETCH(Answer, answer);
         ShownCheck page;
@@ -165,8 +154,7 @@ private slots:
         QCOMPARE(page.player.files(), before);
     }
 
-    void yesReinstallsBeforeTheCheckEnds()
-    {
+    void yesReinstallsBeforeTheCheckEnds() {
         BoxAnswerer boxes;
         boxes.answer(Titles::kSystemMissing, Buttons::kYes);
         ShownCheck page;
@@ -183,8 +171,7 @@ private slots:
         QVERIFY(button(page, "pushButton")->isHidden());
     }
 
-    void playerPulledDuringTheSweepLeadsToTheQuestion()
-    {
+    void playerPulledDuringTheSweepLeadsToTheQuestion() {
         BoxAnswerer boxes;
         boxes.answer(Titles::kSystemMissing, Buttons::kNo);
         ShownCheck page;
@@ -196,14 +183,12 @@ private slots:
         QCOMPARE(page.lines().last(), "checkDone"_s);
     }
 
-    void emptyOrMissingRootLeadsToTheQuestion_data()
-    {
+    void emptyOrMissingRootLeadsToTheQuestion_data() {
         columns<bool>("exists");
         row("empty", true);
         row("missing", false);
     }
-    void emptyOrMissingRootLeadsToTheQuestion()
-    {
+    void emptyOrMissingRootLeadsToTheQuestion() {
         QFETCH(bool, exists);
         const SimulatedPlayer player;
         BoxAnswerer boxes;
@@ -212,8 +197,7 @@ private slots:
         QCOMPARE(boxes.pending(), 0);
     }
 
-    void secondCheckStartsFromTheBeginning()
-    {
+    void secondCheckStartsFromTheBeginning() {
         ShownCheck page;
         page.run();
         bool looked = false;
@@ -229,8 +213,7 @@ private slots:
         QVERIFY(page.hasPicture());
     }
 
-    void textsOfTheMomentFollowTheLanguage()
-    {
+    void textsOfTheMomentFollowTheLanguage() {
         ShownCheck page;
         {
             const Language english("en"_s);
@@ -258,14 +241,12 @@ private slots:
         QVERIFY(looked);
     }
 
-    void textsFitInEveryLanguage_data()
-    {
+    void textsFitInEveryLanguage_data() {
         columns<QString>("code");
         for (const char *code : {"it", "en", "de"})
             row(code, QString::fromLatin1(code));
     }
-    void textsFitInEveryLanguage()
-    {
+    void textsFitInEveryLanguage() {
         QFETCH(QString, code);
         ShownCheck page;
         const Language language(code);

@@ -8,16 +8,14 @@ class TestConnect : public QObject
     Q_OBJECT
 
 private slots:
-    void pageIsHiddenWhenConstructed()
-    {
+    void pageIsHiddenWhenConstructed() {
         QWidget window;
         Connect page(&window);
         window.show();
         QVERIFY(page.isHidden());
     }
 
-    void textsAndStylesAreThoseOfTheForm()
-    {
+    void textsAndStylesAreThoseOfTheForm() {
         const Connect page;
         const auto *description = child<QLabel>(page, "label_descr");
         QCOMPARE(description->text(), "Collega Corvin4 al PC tramite il cavo USB.\nAccendi Corvin4."_s);
@@ -31,8 +29,7 @@ private slots:
         QCOMPARE(child<QLabel>(page, "label_image")->styleSheet(), "image: url(:/imgs/collega.png);"_s);
     }
 
-    void pictureIsPainted()
-    {
+    void pictureIsPainted() {
         Connect page;
         page.resize(1000, 600);
         page.show();
@@ -42,8 +39,7 @@ private slots:
         QVERIFY(painted != picture->grab().toImage());
     }
 
-    void textsFollowTheLanguage()
-    {
+    void textsFollowTheLanguage() {
         Connect page;
         page.show();
         {

@@ -7,14 +7,12 @@ class TestFirstMenu : public MenuPageTest
     Q_OBJECT
 
     PagePointer newPage(QWidget *parent) const override { return std::make_unique<FirstMenu>(parent); }
-    QList<Button> buttons() const override
-    {
+    QList<Button> buttons() const override {
         return {{"maintenance", "pushBtnUpRes", "AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO"_s, "gotoAvanzate"_s},
                 {"optimizer", "pushBtnOptimize", "OTTIMIZZA L'ARCHVIO DELLE BASI DI CORVIN4"_s, "gotoOptimizer"_s},
                 {"transfer", "pushBtnTransfer", "TRASFERISCI LE BASI DAL PC A CORVIN4"_s, "gotoTransfer"_s}};
     }
-    QStringList textsIn(const QString &language) const override
-    {
+    QStringList textsIn(const QString &language) const override {
         if (language == "it"_s)
             return {"GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s, "TRASFERISCI LE BASI DAL PC A CORVIN4"_s};
         if (language == "en"_s)
@@ -23,15 +21,13 @@ class TestFirstMenu : public MenuPageTest
     }
 
 private slots:
-    void titleIsCentred()
-    {
+    void titleIsCentred() {
         const FirstMenu page;
         QVERIFY(child<QLabel>(page, "labelDescr")->alignment().testFlag(Qt::AlignHCenter));
     }
 
     void buttonsStandInTheMiddleAtTheirFullWidth_data() { addButtonsThatNeedThePlayer(); }
-    void buttonsStandInTheMiddleAtTheirFullWidth()
-    {
+    void buttonsStandInTheMiddleAtTheirFullWidth() {
         QFETCH(QByteArray, button);
         const PagePointer page = shownPage();
         const auto *shown = child<QPushButton>(*page, button.constData());
@@ -42,8 +38,7 @@ private slots:
     }
 
     void buttonEmitsItsSignalWhileThePlayerIsThere_data() { addButtonsThatNeedThePlayer(); }
-    void buttonEmitsItsSignalWhileThePlayerIsThere()
-    {
+    void buttonEmitsItsSignalWhileThePlayerIsThere() {
         QFETCH(QByteArray, button);
         QFETCH(QString, signal);
         const SimulatedPlayer player;
@@ -54,8 +49,7 @@ private slots:
         QCOMPARE(ownLines(recorder), QStringList(signal));
     }
 
-    void playerThatIsPluggedInAgainIsFound()
-    {
+    void playerThatIsPluggedInAgainIsFound() {
         SimulatedPlayer player;
         BoxAnswerer boxes;
         const FirstMenu page;

@@ -13,8 +13,7 @@ class TestFractionalScale : public QObject
     Q_OBJECT
 
 private slots:
-    void resultPictureHasTheResolutionOfTheScreen()
-    {
+    void resultPictureHasTheResolutionOfTheScreen() {
         const IntactPlayer player;
         Check page;
         page.show();
@@ -27,8 +26,7 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     // Read when the application object is made.
     qputenv("QT_SCALE_FACTOR", QByteArray::number(kScale));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);

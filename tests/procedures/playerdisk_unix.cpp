@@ -2,24 +2,20 @@
 
 #include "support/testing.h"
 
-bool PlayerDisk::isPossible(QString *why)
-{
+bool PlayerDisk::isPossible(QString *why) {
     return ExFatVolume::isPossible(why);
 }
 
-PlayerDisk::PlayerDisk() : MountedPlayer(16)
-{
+PlayerDisk::PlayerDisk() : MountedPlayer(16) {
     if (!isMounted())
         qFatal("%s", qPrintable(volume->error()));
 }
 
-QByteArray PlayerDisk::content(const QString &relative) const
-{
+QByteArray PlayerDisk::content(const QString &relative) const {
     return contentOf(path(relative));
 }
 
-void PlayerDisk::addFormatCommand(ProgramFolder &programs, const QString &recordTo, const QString &inTheWay) const
-{
+void PlayerDisk::addFormatCommand(ProgramFolder &programs, const QString &recordTo, const QString &inTheWay) const {
     // What served the old file system may hold the device a moment longer.
     QString lines =
         "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
@@ -31,12 +27,10 @@ void PlayerDisk::addFormatCommand(ProgramFolder &programs, const QString &record
     programs.addScript("cmd.exe"_s, lines.toUtf8());
 }
 
-void addFormatCommand(ProgramFolder &programs, const QStringList &does)
-{
+void addFormatCommand(ProgramFolder &programs, const QStringList &does) {
     programs.addStandIn("cmd.exe"_s, does);
 }
 
-QStringList formatArguments(const QString &drive)
-{
+QStringList formatArguments(const QString &drive) {
     return words("/C format") + QStringList{drive} + words("/FS:exFAT /V:CORVIN4 /Q /X /Y");
 }

@@ -24,8 +24,7 @@ const QMap<QString, QString> kGoingOn = {{Titles::kErase, Buttons::kSi},      {T
 constexpr size_t kZipEnd = 1000;
 constexpr size_t kZipEntryOverhead = 2000; ///< both heads of it, with any name of the tests
 
-void expectUsualLook(const BoxAnswerer::Seen &box, const char *slot)
-{
+void expectUsualLook(const BoxAnswerer::Seen &box, const char *slot) {
     const bool updates = qstrcmp(slot, Slots::kUpdate) == 0;
     if (box.title.startsWith("Download Error"_s))
         expectLook(box, QMessageBox::Critical, Texts::kDownloadError);
@@ -41,8 +40,7 @@ void expectUsualLook(const BoxAnswerer::Seen &box, const char *slot)
 
 } // namespace
 
-QByteArray noise(int size)
-{
+QByteArray noise(int size) {
     QByteArray bytes(size, '\0');
     quint32 state = 12345;
     for (char &one : bytes) {
@@ -52,8 +50,7 @@ QByteArray noise(int size)
     return bytes;
 }
 
-QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes)
-{
+QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes) {
     Entries all = entries;
     if (leastBytes > 0)
         all.insert(fillerIn + "filler.bin"_s, noise(leastBytes));
@@ -89,13 +86,11 @@ QByteArray zipOf(const Entries &entries, const QString &fillerIn, int leastBytes
     return zip;
 }
 
-void addUnar(ProgramFolder &programs, const QString &program)
-{
+void addUnar(ProgramFolder &programs, const QString &program) {
     programs.addCopy("unar"_s, program);
 }
 
-ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
-{
+ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>()) {
     // Else the player that a test plugs in would start the check.
     const QList<QTimer *> timers = window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
     for (QTimer *timer : timers)
@@ -103,31 +98,26 @@ ProcedureWindow::ProcedureWindow() : window(std::make_unique<MainWindow>())
     window->show();
 }
 
-void ProcedureWindow::run(const char *slot) const
-{
+void ProcedureWindow::run(const char *slot) const {
     if (!QMetaObject::invokeMethod(window.get(), slot, Qt::DirectConnection))
         failTest("The window has no slot "_s + QLatin1String(slot));
 }
 
-bool ProcedureWindow::isAtRest() const
-{
+bool ProcedureWindow::isAtRest() const {
     return label()->isHidden() && bar()->isHidden() && stop()->isHidden() && bar()->value() == 0 &&
            bar()->maximum() == 100 && bar()->format() == "%p%"_s && status().isEmpty();
 }
 
-static WindowJobView viewOf(const ProcedureWindow &window)
-{
+static WindowJobView viewOf(const ProcedureWindow &window) {
     return {*window.window, *window.label(), *window.bar(), *window.stop()};
 }
 
-bool unpackArchive(const ProcedureWindow &window, const QString &archive)
-{
+bool unpackArchive(const ProcedureWindow &window, const QString &archive) {
     WindowJobView view = viewOf(window);
     return Extraction(view, archive).run().isDone();
 }
 
-bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, const QString &unpacked)
-{
+bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, const QString &unpacked) {
     WindowJobView view = viewOf(window);
     SystemTransfer job(view, Player(deviceRoot), unpacked);
     const bool done = job.run().isDone();
@@ -135,8 +125,7 @@ bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, co
     return done;
 }
 
-StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition)
-{
+StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition) {
     connect(&m_timer, &QTimer::timeout, this, [this, &window, status, condition] {
         if (m_pressed || window.status() != status || (condition && !condition()))
             return;
@@ -147,14 +136,12 @@ StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, c
     m_timer.start(0);
 }
 
-FolderDialogAnswerer::FolderDialogAnswerer(const QString &path) : m_path(path)
-{
+FolderDialogAnswerer::FolderDialogAnswerer(const QString &path) : m_path(path) {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     qApp->installEventFilter(this);
 }
 
-bool FolderDialogAnswerer::eventFilter(QObject *watched, QEvent *event)
-{
+bool FolderDialogAnswerer::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Show) {
         if (auto *dialog = qobject_cast<QFileDialog *>(watched))
             QTimer::singleShot(0, dialog, [this, dialog] { answer(dialog); });
@@ -162,8 +149,7 @@ bool FolderDialogAnswerer::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void FolderDialogAnswerer::answer(QFileDialog *dialog)
-{
+void FolderDialogAnswerer::answer(QFileDialog *dialog) {
     m_captions.append(dialog->windowTitle());
     if (whenShown)
         whenShown(dialog);
@@ -173,8 +159,7 @@ void FolderDialogAnswerer::answer(QFileDialog *dialog)
     buttons->button(m_path.isEmpty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Open)->click();
 }
 
-void announce(BoxAnswerer &boxes, const QList<Answer> &answers)
-{
+void announce(BoxAnswerer &boxes, const QList<Answer> &answers) {
     const QMap<QString, Qt::Key> keys = {{"enter"_s, Qt::Key_Return}, {"escape"_s, Qt::Key_Escape}};
     for (const Answer &answer : answers) {
         if (keys.contains(answer.how))
@@ -186,8 +171,7 @@ void announce(BoxAnswerer &boxes, const QList<Answer> &answers)
     }
 }
 
-void expectLook(const BoxAnswerer::Seen &box, QMessageBox::Icon icon, const QString &text, const QStringList &buttons)
-{
+void expectLook(const BoxAnswerer::Seen &box, QMessageBox::Icon icon, const QString &text, const QStringList &buttons) {
     QStringList sorted = box.buttons;
     sorted.sort();
     QCOMPARE(box.icon, icon);
@@ -195,23 +179,20 @@ void expectLook(const BoxAnswerer::Seen &box, QMessageBox::Icon icon, const QStr
     QCOMPARE(sorted, buttons);
 }
 
-Maintenance::Maintenance()
-{
+Maintenance::Maintenance() {
     addUnar(programs);
     serveUpdate({{"CorvinUpdate/sub/a.exe"_s, "new a"}, {"CorvinUpdate/.hidden.cfg"_s, "new b"}});
     serveSystem();
 }
 
-void Maintenance::serveSystem(Entries entries)
-{
+void Maintenance::serveSystem(Entries entries) {
     for (const QString &file : words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe Bridges/b.dat "
                                      "Effects/e.dat"))
         entries.insert(file, "new");
     server.serve(kSystemArchivePath, zipOf(entries, "System/"_s, kLeastRelease));
 }
 
-void Maintenance::run(const char *slot, const QList<Answer> &answers, const std::optional<QString> &folder)
-{
+void Maintenance::run(const char *slot, const QList<Answer> &answers, const std::optional<QString> &folder) {
     QStringList expected;
     if (folder)
         expected.append(qstrcmp(slot, Slots::kRestore) == 0 ? "Scegli cartella da cui prendere i files salvati"_s
@@ -228,22 +209,19 @@ void Maintenance::run(const char *slot, const QList<Answer> &answers, const std:
         expectUsualLook(boxes.seen().at(i), slot);
 }
 
-void Maintenance::runThrough(const QByteArray &slot, const QStringList &titles)
-{
+void Maintenance::runThrough(const QByteArray &slot, const QStringList &titles) {
     const bool asks = slot == Slots::kBackUp || slot == Slots::kRestore || slot == Slots::kReinstallRestoring;
     run(slot.constData(), {titles.begin(), titles.end()}, asks ? std::optional(backup) : std::nullopt);
 }
 
-void Maintenance::pullAt(const MountedPlayer &mounted, const QString &status, int count)
-{
+void Maintenance::pullAt(const MountedPlayer &mounted, const QString &status, int count) {
     QObject::connect(window.bar(), &QProgressBar::valueChanged, &server, [this, &mounted, status, count](int value) {
         if (!pulled && window.status() == status && window.bar()->format() == "%v"_s && value == count)
             pulled = mounted.volume->pull();
     });
 }
 
-QStringList statusTexts(const LogCapture &log)
-{
+QStringList statusTexts(const LogCapture &log) {
     const QString prefix = "MainWindow::on_updateLabelAction : \""_s;
     QStringList texts = log.textsStartingWith(prefix);
     for (QString &text : texts)

@@ -55,8 +55,7 @@ QByteArray noise(int size);
 class Environment
 {
 public:
-    Environment(const char *name, const QByteArray &value) : m_name(name), m_before(qgetenv(name))
-    {
+    Environment(const char *name, const QByteArray &value) : m_name(name), m_before(qgetenv(name)) {
         qputenv(name, value);
     }
     ~Environment() { m_before.isNull() ? qunsetenv(m_name) : qputenv(m_name, m_before); }
@@ -114,8 +113,7 @@ class StopPresser : public QObject
 {
 public:
     StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition = {});
-    ~StopPresser() override
-    {
+    ~StopPresser() override {
         if (!m_pressed)
             failTest("The moment to press STOP never came"_s);
     }
@@ -150,9 +148,7 @@ private:
 struct Answer
 {
     Answer(const QString &boxTitle = QString(), const QString &answeredHow = QString())
-        : title(boxTitle), how(answeredHow)
-    {
-    }
+        : title(boxTitle), how(answeredHow) {}
     QString title;
     QString how;
 };
@@ -173,15 +169,13 @@ class Maintenance
 public:
     Maintenance();
 
-    void serveUpdate(const Entries &entries)
-    {
+    void serveUpdate(const Entries &entries) {
         server.serve(kUpdateArchivePath, zipOf(entries, "CorvinUpdate/"_s, kLeastRelease));
     }
     /// The system's parts, each file "new", and what else is given.
     void serveSystem(Entries entries = {});
     /// No extraction tool is found.
-    void hideTool()
-    {
+    void hideTool() {
         programs.remove("unar"_s);
         programs.hideOthers();
     }

@@ -9,8 +9,7 @@ class TestBackupCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void everySongAndPlaylistIsExpectedInItsSize_data()
-    {
+    void everySongAndPlaylistIsExpectedInItsSize_data() {
         columns<QStringList, QByteArray, bool, bool>("more", "saved", "abort", "complete");
         const QByteArray whole("MThd");
         row("whole backup", QStringList(), whole, false, true);
@@ -20,8 +19,7 @@ private slots:
         row("system parts and names without a dot", words("BRIDGES/b.dat effects/e.dat README"), whole, false, true);
         row("stop", QStringList(), whole, true, false);
     }
-    void everySongAndPlaylistIsExpectedInItsSize()
-    {
+    void everySongAndPlaylistIsExpectedInItsSize() {
         QFETCH(QStringList, more);
         QFETCH(QByteArray, saved);
         QFETCH(bool, abort);

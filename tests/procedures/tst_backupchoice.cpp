@@ -12,8 +12,7 @@ class TestBackupChoice : public QObject
     Q_OBJECT
 
 private slots:
-    void systemPartsStayOutWhateverLeadsToTheRoot_data()
-    {
+    void systemPartsStayOutWhateverLeadsToTheRoot_data() {
         columns<QString, bool>("path", "system");
         row("song in the root", "song.mid"_s, false);
         row("song in a folder", "My Songs/song.mid"_s, false);
@@ -31,15 +30,13 @@ private slots:
         row("start-up file inside a name", "Songs/my autoexec.bat.mid"_s, true);
         row("start-up file as a folder", "autoexec.bat/a.mid"_s, true);
     }
-    void systemPartsStayOutWhateverLeadsToTheRoot()
-    {
+    void systemPartsStayOutWhateverLeadsToTheRoot() {
         QFETCH(QString, path);
         for (const QString &root : {"E:/"_s, "/media/system/effects/CORVIN4/"_s})
             QTEST(isSystemPart(root + path, Player(root)), "system");
     }
 
-    void folderHoldsItselfAndWhatIsBelow()
-    {
+    void folderHoldsItselfAndWhatIsBelow() {
         PcFolder dir;
         const QString outer = dir.path("songs"_s);
         const QString inner = dir.addFolder("songs/a/b"_s);
@@ -53,8 +50,7 @@ private slots:
         QVERIFY(holdsFolder(outer, outer + "/new"_s));
     }
 
-    void linksAreResolvedBeforeComparing()
-    {
+    void linksAreResolvedBeforeComparing() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         PcFolder dir;
         const QString inner = dir.addFolder("songs/a"_s);
@@ -64,8 +60,7 @@ private slots:
         QVERIFY(holdsFolder(dir.path("songs"_s), link + "/a"_s));
     }
 
-    void foldersThatMustNotBeEmptied()
-    {
+    void foldersThatMustNotBeEmptied() {
         PcFolder dir;
         const QString songs = dir.addFolder("media/CORVIN4/My Songs"_s);
         const QString player = dir.path("media/CORVIN4/"_s);
@@ -82,8 +77,7 @@ private slots:
             QVERIFY2(!mayBeEmptied(folder, Player(player), keep), qPrintable(folder));
     }
 
-    void rootOfAVolumeIsKnown()
-    {
+    void rootOfAVolumeIsKnown() {
         // Inside a chroot the system knows no volume for the root folder.
         if (QStorageInfo::root().rootPath() == QDir::rootPath())
             QVERIFY(isVolumeRoot(QDir::rootPath()));

@@ -12,14 +12,12 @@ constexpr int kShortestRunMs = 1500;
 /// A format command that does this and no more, for a player with a song.
 struct Format : Maintenance
 {
-    explicit Format(const QStringList &does = {})
-    {
+    explicit Format(const QStringList &does = {}) {
         player.addFile("Songs/a.mid"_s);
         addFormatCommand(programs, does);
     }
     /// Formats the player, or another drive, while the question is answered so.
-    bool erase(const QString &how = Buttons::kSi, const QString &drive = QString())
-    {
+    bool erase(const QString &how = Buttons::kSi, const QString &drive = QString()) {
         announce(boxes, {{Titles::kEraseDrive, how}});
         return window->FormatCorvinDisk(drive.isEmpty() ? player.root() : drive);
     }
@@ -32,15 +30,13 @@ class TestDiskFormat : public QObject
     Q_OBJECT
 
 private slots:
-    void refusedFormatDoesNothing_data()
-    {
+    void refusedFormatDoesNothing_data() {
         columns<QString>("how");
         row("no", Buttons::kNo);
         row("escape", "escape"_s);
         row("closing", "close"_s);
     }
-    void refusedFormatDoesNothing()
-    {
+    void refusedFormatDoesNothing() {
         QFETCH(QString, how);
         const PcFolder notes;
         Format format({Does::make(notes.path("ran"_s))});
@@ -60,8 +56,7 @@ private slots:
         QCOMPARE(notes.files(), QStringList());
     }
 
-    void endOfTheCommandDecidesHowAReinstallGoesOn_data()
-    {
+    void endOfTheCommandDecidesHowAReinstallGoesOn_data() {
         columns<QString, QString, QString>("how", "command", "lastBox");
         row("refused", Buttons::kNo, Does::exitWith(0), Titles::kEraseDrive);
         row("refused by escape", "escape"_s, Does::exitWith(0), Titles::kEraseDrive);
@@ -70,8 +65,7 @@ private slots:
         row("ran and failed", Buttons::kSi, Does::exitWith(4), Titles::kFinished);
         row("could not be started", Buttons::kSi, QString(), Titles::kFormatError);
     }
-    void endOfTheCommandDecidesHowAReinstallGoesOn()
-    {
+    void endOfTheCommandDecidesHowAReinstallGoesOn() {
         QFETCH(QString, how);
         QFETCH(QString, command);
         QFETCH(QString, lastBox);
@@ -85,8 +79,7 @@ private slots:
         QCOMPARE(format.player.exists("System/Corvin/Corvin.exe"_s), lastBox == Titles::kFinished);
     }
 
-    void commandThatFailsButRunsCountsAsDone()
-    {
+    void commandThatFailsButRunsCountsAsDone() {
         const PcFolder notes;
         Format format({Does::record(notes.path("arguments"_s)), Does::print("spoken"_s), Does::complain("complained"_s),
                        Does::exitWith(4)});
@@ -115,8 +108,7 @@ private slots:
             QVERIFY2(debugs.first().contains(part), qPrintable(debugs.first()));
     }
 
-    void commandThatCannotBeStartedIsAFailure()
-    {
+    void commandThatCannotBeStartedIsAFailure() {
         Format format;
         format.programs.addBroken("cmd.exe"_s);
         const LogCapture log;
@@ -142,8 +134,7 @@ private slots:
         QCOMPARE(format.player.files(), words("Songs/a.mid"));
     }
 
-    void waitsUntilThePlayerIsBackWhateverStopSays()
-    {
+    void waitsUntilThePlayerIsBackWhateverStopSays() {
         constexpr int kAwayMs = 1200;
         Format format;
         bool back = false;
@@ -167,8 +158,7 @@ private slots:
         QVERIFY2(clock.elapsed() >= kAwayMs + 1000, qPrintable(QString::number(clock.elapsed())));
     }
 
-    void realVolumeIsFormattedAndFoundAgain()
-    {
+    void realVolumeIsFormattedAndFoundAgain() {
         QString why;
         NEEDS(ExFatVolume::isPossible(&why), qPrintable(why));
         Maintenance m;

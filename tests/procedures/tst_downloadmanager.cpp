@@ -11,14 +11,12 @@ namespace {
 class ConsoleCapture
 {
 public:
-    explicit ConsoleCapture(std::FILE *stream) : m_stream(stream), m_before(dup(fileno(stream)))
-    {
+    explicit ConsoleCapture(std::FILE *stream) : m_stream(stream), m_before(dup(fileno(stream))) {
         std::fflush(m_stream);
         if (m_file.open())
             dup2(m_file.handle(), fileno(m_stream));
     }
-    ~ConsoleCapture()
-    {
+    ~ConsoleCapture() {
         dup2(m_before, fileno(m_stream));
         close(m_before);
     }
@@ -44,8 +42,7 @@ struct Downloads
     QByteArray content(const QString &name = "a.zip"_s) const { return contentOf(saved(name)); }
 
     /// Starts a download and waits for its end.
-    void fetch()
-    {
+    void fetch() {
         QVERIFY(manager.download(url()));
         QTRY_VERIFY(manager.done);
     }
@@ -62,8 +59,7 @@ class TestDownloadManager : public QObject
     Q_OBJECT
 
 private slots:
-    void lastPartOfThePathIsTheNameAndAFileOfThatNameIsRemoved_data()
-    {
+    void lastPartOfThePathIsTheNameAndAFileOfThatNameIsRemoved_data() {
         columns<QString, QString>("url", "name");
         row("file", "http://h/download/Corvin4/CorvinUpdate.c4"_s, "CorvinUpdate.c4"_s);
         row("query is no name", "http://h/a.zip?b=/c.zip"_s, "a.zip"_s);
@@ -77,8 +73,7 @@ private slots:
         row("backslashes", "http://h/..%5C..%5Cevil.exe"_s, separates ? "evil.exe"_s : "download"_s);
         row("drive or stream", "http://h/c:evil.exe"_s, "download"_s);
     }
-    void lastPartOfThePathIsTheNameAndAFileOfThatNameIsRemoved()
-    {
+    void lastPartOfThePathIsTheNameAndAFileOfThatNameIsRemoved() {
         QFETCH(QString, url);
         QFETCH(QString, name);
         const Downloads d;
@@ -88,8 +83,7 @@ private slots:
         QCOMPARE(filesBelow(d.pc.downloads()), words("other.zip"));
     }
 
-    void wholeFileIsSaved()
-    {
+    void wholeFileIsSaved() {
         Downloads d;
         d.server.serve(kFile, noise(kSize));
         ConsoleCapture out(stdout);
@@ -105,8 +99,7 @@ private slots:
         QCOMPARE(d.server.requests(), QStringList{kFile});
     }
 
-    void fileThatCannotBeOpenedIsNotDownloaded()
-    {
+    void fileThatCannotBeOpenedIsNotDownloaded() {
         Downloads d;
         QVERIFY(QDir().rmdir(d.pc.downloads()));
         const QString url = d.url("/a%20b.zip"_s);
@@ -120,15 +113,13 @@ private slots:
         QVERIFY(d.server.requests().isEmpty());
     }
 
-    void failedDownloadStaysAsFarAsItGot_data()
-    {
+    void failedDownloadStaysAsFarAsItGot_data() {
         columns<int, QByteArray, int, qint32>("status", "error", "arrives", "percent");
         row("error status, whose page is saved", 404, QByteArray("Failed: "), kSize, 100);
         row("cut", 200, QByteArray("Failed: "), kSize / 2, 50);
         row("refused", 0, QByteArray("Failed: Connection refused\n"), 0, 0);
     }
-    void failedDownloadStaysAsFarAsItGot()
-    {
+    void failedDownloadStaysAsFarAsItGot() {
         QFETCH(int, status);
         QFETCH(QByteArray, error);
         QFETCH(int, arrives);
@@ -149,8 +140,7 @@ private slots:
         QCOMPARE(d.manager.downloadedCount, 0);
     }
 
-    void secondDownloadTakesThePlaceOfTheFirst()
-    {
+    void secondDownloadTakesThePlaceOfTheFirst() {
         Downloads d;
         d.server.serveStalled("/slow/a.zip"_s, noise(kSize), kSize / 2);
         d.server.serve(kFile, "whole");
@@ -164,8 +154,7 @@ private slots:
         QCOMPARE(d.manager.downloadedCount, 1);
     }
 
-    void percentIsTruncated_data()
-    {
+    void percentIsTruncated_data() {
         columns<qint64, qint64, qint32>("received", "total", "percent");
         row("nothing yet", 0LL, 10LL, 0);
         row("a third", 1LL, 3LL, 33);
@@ -175,8 +164,7 @@ private slots:
         row("stays where it is for size zero", 900LL, 0LL, 50);
         row("stays where it is for an unknown size", 900LL, -1LL, 50);
     }
-    void percentIsTruncated()
-    {
+    void percentIsTruncated() {
         QFETCH(qint64, received);
         QFETCH(qint64, total);
         DownloadManager manager;
@@ -185,8 +173,7 @@ private slots:
         QTEST(manager.percent, "percent");
     }
 
-    void firstUrlOfAnEmptyQueueTellsThatTheQueueIsEmpty()
-    {
+    void firstUrlOfAnEmptyQueueTellsThatTheQueueIsEmpty() {
         Downloads d;
         QSignalSpy finished(&d.manager, &DownloadManager::finished);
         int queuedThen = -1;
@@ -201,8 +188,7 @@ private slots:
         QVERIFY(d.server.requests().isEmpty());
     }
 
-    void textIsQueuedLikeAUrlAndLaterOnesAreOnlyQueued()
-    {
+    void textIsQueuedLikeAUrlAndLaterOnesAreOnlyQueued() {
         DownloadManager manager;
         QSignalSpy finished(&manager, &DownloadManager::finished);
         manager.append("http://h/a%20b"_s);
@@ -214,8 +200,7 @@ private slots:
         QCOMPARE(manager.totalCount, 2);
     }
 
-    void queueIsTakenFromTheFrontAndNotByItself()
-    {
+    void queueIsTakenFromTheFrontAndNotByItself() {
         Downloads d;
         d.server.serve(kFile, "a");
         d.server.serve(kOther, "b");
@@ -236,8 +221,7 @@ private slots:
         QCOMPARE(d.content("b.zip"_s), QByteArray("b"));
     }
 
-    void urlsThatCannotBeSavedArePassedOver()
-    {
+    void urlsThatCannotBeSavedArePassedOver() {
         Downloads d;
         d.server.serve(kOther, "b");
         // A folder stands where the first file would be saved.
@@ -252,8 +236,7 @@ private slots:
         QVERIFY(d.manager.queue.isEmpty());
     }
 
-    void nextDownloadDoesNotStartByItself()
-    {
+    void nextDownloadDoesNotStartByItself() {
         Downloads d;
         d.server.serve(kFile, "a");
         d.manager.append(d.url(kFile));
@@ -265,8 +248,7 @@ private slots:
         QCOMPARE(d.server.requests().size(), 1);
     }
 
-    void destroyedManagerBreaksItsDownloadOff()
-    {
+    void destroyedManagerBreaksItsDownloadOff() {
         Downloads d;
         d.server.serveStalled(kFile, noise(kSize), kSize / 2);
         {
@@ -278,8 +260,7 @@ private slots:
         QCOMPARE(QFileInfo(d.saved()).size(), kSize / 2);
     }
 
-    void fullDiskLeavesNoFile()
-    {
+    void fullDiskLeavesNoFile() {
         MOUNT_PLAYER(small, 4);
         Downloads d;
         qputenv("TMPDIR", QFile::encodeName(QDir::cleanPath(small.root())));

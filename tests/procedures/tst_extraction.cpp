@@ -14,8 +14,7 @@ struct Extraction : Maintenance
 };
 
 /// "own" is the project's tool, "system" the one that the distribution brings.
-void addTools()
-{
+void addTools() {
     columns<QString>("tool");
     row("own", QStringLiteral(UNAR_PROGRAM));
 #ifdef Q_OS_UNIX
@@ -30,8 +29,7 @@ class TestExtraction : public QObject
     Q_OBJECT
 
 private slots:
-    void toolInTheProgramsFolderComesBeforeTheSystems()
-    {
+    void toolInTheProgramsFolderComesBeforeTheSystems() {
         PcFolder folder;
         ProgramFolder programs;
         programs.addStandIn("unar"_s);
@@ -48,8 +46,7 @@ private slots:
         QCOMPARE(archiveTool(empty.path()), empty.path("unar.exe"_s));
     }
 
-    void toolGetsFourArgumentsAndItsOwnFolder()
-    {
+    void toolGetsFourArgumentsAndItsOwnFolder() {
         Extraction extraction;
         const QString arguments = extraction.pc.path("arguments"_s);
         const QString folder = extraction.pc.path("folder"_s);
@@ -61,16 +58,14 @@ private slots:
         QCOMPARE(QString::fromUtf8(contentOf(folder)), programs + QLatin1Char('\n'));
     }
 
-    void archiveIsDeletedWhateverTheToolMadeOfIt_data()
-    {
+    void archiveIsDeletedWhateverTheToolMadeOfIt_data() {
         columns<QString>("ending");
         row("well", Does::exitWith(0));
         // Deliberate: neither its exit code nor its death is looked at.
         row("failed", Does::exitWith(3));
         row("killed", Does::die());
     }
-    void archiveIsDeletedWhateverTheToolMadeOfIt()
-    {
+    void archiveIsDeletedWhateverTheToolMadeOfIt() {
         QFETCH(QString, ending);
         Extraction extraction;
         extraction.programs.addStandIn("unar"_s, {ending});
@@ -78,8 +73,7 @@ private slots:
         QVERIFY(!QFile::exists(extraction.archive));
     }
 
-    void withoutAToolThatStartsNothingIsUnpacked()
-    {
+    void withoutAToolThatStartsNothingIsUnpacked() {
         Extraction extraction;
         extraction.programs.addBroken("unar"_s);
         QVERIFY(!extraction.unpack());
@@ -88,12 +82,10 @@ private slots:
         QVERIFY(QFile::exists(extraction.archive));
     }
 
-    void realZipIsUnpacked_data()
-    {
+    void realZipIsUnpacked_data() {
         addTools();
     }
-    void realZipIsUnpacked()
-    {
+    void realZipIsUnpacked() {
         QFETCH(QString, tool);
         NEEDS(QFile::exists(tool), "unar is not installed");
         Extraction extraction;
@@ -109,12 +101,10 @@ private slots:
         QCOMPARE(contentBelow(extraction.folder), entries);
     }
 
-    void nothingLandsOutsideTheFolder_data()
-    {
+    void nothingLandsOutsideTheFolder_data() {
         addTools();
     }
-    void nothingLandsOutsideTheFolder()
-    {
+    void nothingLandsOutsideTheFolder() {
         QFETCH(QString, tool);
         NEEDS(QFile::exists(tool), "unar is not installed");
         Extraction extraction;
@@ -132,8 +122,7 @@ private slots:
         QVERIFY(!QFile::exists(extraction.pc.path("deep/evil.txt"_s)));
     }
 
-    void linksOfAToolGoAndWhatTheyPointToStays()
-    {
+    void linksOfAToolGoAndWhatTheyPointToStays() {
         SKIP_ON_WINDOWS("the tool that is shipped makes no links, and there is no other");
         Extraction extraction;
         const QString outside = extraction.pc.path("outside"_s);
@@ -146,8 +135,7 @@ private slots:
         QCOMPARE(filesBelow(outside), words("kept.txt"));
     }
 
-    void toolThatAsksIsNotWaitedForForEver()
-    {
+    void toolThatAsksIsNotWaitedForForEver() {
         Extraction extraction;
         const QString ended = extraction.pc.path("ended"_s);
         extraction.programs.addStandIn("unar"_s, {Does::readInput(), Does::make(ended)});
@@ -155,8 +143,7 @@ private slots:
         QVERIFY(QFile::exists(ended));
     }
 
-    void barIsBusyWhileTheToolRunsAndStopEndsIt()
-    {
+    void barIsBusyWhileTheToolRunsAndStopEndsIt() {
         Extraction extraction;
         extraction.useSlowTool();
         QProgressBar *bar = extraction.window.bar();

@@ -18,8 +18,7 @@ class TestFileDownload : public QObject
     Q_OBJECT
 
 private slots:
-    void fileOfTenThousandBytesIsARelease_data()
-    {
+    void fileOfTenThousandBytesIsARelease_data() {
         columns<QString, int, int>("line", "size", "arrives");
         for (const int size : {0, 1, 9999, 10000, 10001, 3000000})
             QTest::addRow("%d bytes", size) << "good"_s << size << size;
@@ -34,8 +33,7 @@ private slots:
         row("long error page", "404"_s, 40000, 40000);
         row("refused connection", "refused"_s, 40000, 0);
     }
-    void fileOfTenThousandBytesIsARelease()
-    {
+    void fileOfTenThousandBytesIsARelease() {
         QFETCH(QString, line);
         QFETCH(int, size);
         QFETCH(int, arrives);
@@ -57,8 +55,7 @@ private slots:
         QCOMPARE(contentOf(download.saved()), content.left(arrives));
     }
 
-    void anotherServersFileIsTheSame()
-    {
+    void anotherServersFileIsTheSame() {
         SKIP_ON_WINDOWS("the other server is a program of Linux");
         Download download;
         const QTemporaryDir files;
@@ -79,16 +76,14 @@ private slots:
         server.waitForFinished();
     }
 
-    void urlThatEndsInASlashIsSavedAsDownload()
-    {
+    void urlThatEndsInASlashIsSavedAsDownload() {
         Download download;
         download.server.serve("/folder/"_s, noise(kLeastRelease));
         const QString url = download.server.url("/folder/"_s);
         QCOMPARE(download.window->downloadFile(url, true), download.saved("download"_s));
     }
 
-    void barStaysAtZeroWhileTheSizeIsUnknown()
-    {
+    void barStaysAtZeroWhileTheSizeIsUnknown() {
         Download download;
         download.server.serveWithoutLength(kUpdateArchivePath, noise(40000));
         QProgressBar *bar = download.window.bar();
@@ -100,16 +95,14 @@ private slots:
         QCOMPARE(bar->value(), 100);
     }
 
-    void stopEndsTheWaitAtOnceAndTheBarRunsFromZeroToHundred_data()
-    {
+    void stopEndsTheWaitAtOnceAndTheBarRunsFromZeroToHundred_data() {
         columns<int, int>("arrived", "percent");
         row("before anything came", 0, 0);
         row("with 9999 bytes", 9999, 24);
         row("with 10000 bytes", 10000, 25);
         row("with 30000 bytes", 30000, 75);
     }
-    void stopEndsTheWaitAtOnceAndTheBarRunsFromZeroToHundred()
-    {
+    void stopEndsTheWaitAtOnceAndTheBarRunsFromZeroToHundred() {
         QFETCH(int, arrived);
         QFETCH(int, percent);
         Download download;
@@ -132,8 +125,7 @@ private slots:
         QCOMPARE(bar->value(), 100);
     }
 
-    void folderIsEmptiedWhenAskedFor()
-    {
+    void folderIsEmptiedWhenAskedFor() {
         Download download;
         putFile(download.saved("sub/old.txt"_s), "old");
         putFile(download.saved(), "old");
@@ -142,8 +134,7 @@ private slots:
         QCOMPARE(entriesBelow(download.pc.downloads()), QStringList{kName});
     }
 
-    void folderIsLeftButForTheSameFileWhenNotAskedFor()
-    {
+    void folderIsLeftButForTheSameFileWhenNotAskedFor() {
         Download download;
         putFile(download.saved("sub/old.txt"_s), "old");
         putFile(download.saved(), noise(60000));
@@ -153,8 +144,7 @@ private slots:
         QCOMPARE(contentOf(download.saved()), noise(20000));
     }
 
-    void folderThatCannotBeEmptiedIsUsedAsItIs()
-    {
+    void folderThatCannotBeEmptiedIsUsedAsItIs() {
         // A mounted volume cannot be removed, only its content can.
         Download download;
         MOUNT_PLAYER(volume, 4);
@@ -168,8 +158,7 @@ private slots:
         QCOMPARE(content, noise(kLeastRelease));
     }
 
-    void missingFolderGivesNothing()
-    {
+    void missingFolderGivesNothing() {
         Download download;
         download.serve(kLeastRelease);
         QCOMPARE(download.run(false), QString());

@@ -7,30 +7,25 @@ struct Copying : Maintenance
 {
     Copying() : from(pc.addFolder("from"_s) + QLatin1Char('/')), to(pc.addFolder("to"_s) + QLatin1Char('/')) {}
     /// Makes a file below the source root and returns its path.
-    QString source(const QString &name, const QByteArray &content = "new") const
-    {
+    QString source(const QString &name, const QByteArray &content = "new") const {
         return putFile(from + name, content);
     }
     /// The same for several; one that begins with "?" is only named, not made.
-    QStringList sources(const QStringList &names) const
-    {
+    QStringList sources(const QStringList &names) const {
         QStringList paths;
         for (const QString &name : names)
             paths.append(name.startsWith(QLatin1Char('?')) ? from + name.mid(1) : source(name));
         return paths;
     }
-    bool copy(const QStringList &paths, const QList<Answer> &answers = {})
-    {
+    bool copy(const QStringList &paths, const QList<Answer> &answers = {}) {
         announce(boxes, answers);
         return window->copyFileList(paths, to, from, bar);
     }
-    bool copyNamed(const char *names, const QList<Answer> &answers = {})
-    {
+    bool copyNamed(const char *names, const QList<Answer> &answers = {}) {
         return copy(sources(words(names)), answers);
     }
     QStringList entries() const { return entriesBelow(to); }
-    bool isBar(const char *format, int value) const
-    {
+    bool isBar(const char *format, int value) const {
         return bar->format() == QLatin1String(format) && bar->value() == value;
     }
 
@@ -46,8 +41,7 @@ class TestFolderCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void emptyListIsDoneAndResetsTheBar()
-    {
+    void emptyListIsDoneAndResetsTheBar() {
         Copying c;
         c.bar->setFormat("x"_s);
         c.bar->setValue(50);
@@ -57,8 +51,7 @@ private slots:
         QVERIFY(c.entries().isEmpty());
     }
 
-    void filesAreCopiedWithTheirFolders()
-    {
+    void filesAreCopiedWithTheirFolders() {
         Copying c;
         QStringList paths;
         for (const QString &name :
@@ -71,8 +64,7 @@ private slots:
         QVERIFY(c.window->procedureOk);
     }
 
-    void barCountsTheFiles()
-    {
+    void barCountsTheFiles() {
         Copying c;
         QList<int> values;
         connect(c.bar, &QProgressBar::valueChanged, this, [&values](int value) { values.append(value); });
@@ -82,8 +74,7 @@ private slots:
         QVERIFY(c.isBar("%p%", 0));
     }
 
-    void sourcePrefixIsCutWithoutALook()
-    {
+    void sourcePrefixIsCutWithoutALook() {
         Copying c;
         const QString path = c.source("a.mid"_s);
         const QString other(c.from.size(), QLatin1Char('?'));
@@ -93,8 +84,7 @@ private slots:
         QCOMPARE(filesBelow(c.to), words("a.mid sub/a.mid"));
     }
 
-    void destinationWithoutASeparatorMakesNoFolder()
-    {
+    void destinationWithoutASeparatorMakesNoFolder() {
         Copying c;
         const QString path = c.source("a.mid"_s);
         const QString before = QDir::currentPath();
@@ -105,8 +95,7 @@ private slots:
         QCOMPARE(c.entries(), words("a.mid"));
     }
 
-    void backslashSplitsFoldersOnlyBeforeABlank()
-    {
+    void backslashSplitsFoldersOnlyBeforeABlank() {
         SKIP_ON_WINDOWS("A name with a backslash can be made where it separates nothing alone");
         Copying c;
         QVERIFY(c.copyNamed("one\\two\\a.mid"));
@@ -116,8 +105,7 @@ private slots:
         QCOMPARE(blank.entries(), words("one one/two"));
     }
 
-    void folderThatCannotBeMadeEndsTheCopy()
-    {
+    void folderThatCannotBeMadeEndsTheCopy() {
         Copying c;
         putFile(c.to + "sub"_s, "a file where a folder should be");
         QVERIFY(!c.copyNamed("a.mid sub/deep/b.mid c.mid", {Titles::kError}));
@@ -128,8 +116,7 @@ private slots:
         QCOMPARE(c.bar->maximum(), 3);
     }
 
-    void questionsReadAsWritten()
-    {
+    void questionsReadAsWritten() {
         const QString name = "My Songs/&lt;b&gt; a.mid"_s;
         Copying c;
         c.source("Vol.1/a.mid"_s);
@@ -156,8 +143,7 @@ private slots:
         }
     }
 
-    void answersDecideWhatIsCopied_data()
-    {
+    void answersDecideWhatIsCopied_data() {
         // Files that exist already; those of the list, some missing ("?"); the boxes that come ("E" for one that exists,
         // "F" for a failed copy) and their answers; the outcome; what then lies at the destination.
         columns<QString, QString, QString, bool, QString>("old", "list", "boxes", "good", "after");
@@ -181,8 +167,7 @@ private slots:
         // A folder is not removed like a file.
         row("existing folder, a conflict, then an error", "v/a"_s, "?v"_s, "E:Si F:Si"_s, false, "v/a=old"_s);
     }
-    void answersDecideWhatIsCopied()
-    {
+    void answersDecideWhatIsCopied() {
         QFETCH(QString, old);
         QFETCH(QString, list);
         QFETCH(QString, boxes);
@@ -204,8 +189,7 @@ private slots:
         QVERIFY(boxes == "F:No"_s ? c.isBar("%v", 1) : c.isBar("%p%", 0));
     }
 
-    void answersToAllAreForgottenAfterTheCall()
-    {
+    void answersToAllAreForgottenAfterTheCall() {
         Copying c;
         QVERIFY(!c.copyNamed("?1.mid ?2.mid", {{Titles::kCopyFailed, Buttons::kSiTutti}}));
         QVERIFY(!c.copyNamed("?1.mid", {Titles::kCopyFailed}));
@@ -215,8 +199,7 @@ private slots:
         QCOMPARE(c.boxes.seen().size(), 4);
     }
 
-    void fileThatWouldReplaceItselfStaysAlsoByALink()
-    {
+    void fileThatWouldReplaceItselfStaysAlsoByALink() {
         Copying c;
         const QString path = c.source("a.mid"_s, "precious");
         QVERIFY(c.window->copyFileList({path}, c.from, c.from, c.bar));
@@ -227,8 +210,7 @@ private slots:
         QCOMPARE(contentOf(path), QByteArray("precious"));
     }
 
-    void stopEndsTheCopyAfterTheCurrentFile()
-    {
+    void stopEndsTheCopyAfterTheCurrentFile() {
         Copying c;
         const StopPresser stop(c.window, QString(), [&] { return c.bar->value() == 2; });
         QVERIFY(!c.copyNamed("0.mid 1.mid 2.mid 3.mid 4.mid", {Titles::kStop}));
@@ -237,8 +219,7 @@ private slots:
         QVERIFY(c.isBar("%v", 2));
     }
 
-    void stopBeforeTheStartStillCopiesOneFile()
-    {
+    void stopBeforeTheStartStillCopiesOneFile() {
         // Looked at after each file, not before.
         Copying c;
         c.window->abortRequested = true;

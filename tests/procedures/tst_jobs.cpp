@@ -29,8 +29,7 @@ private:
     JobEnd one() { return step(1); }
     JobEnd two() { return step(2); }
     JobEnd three() { return step(3); }
-    JobEnd step(int number)
-    {
+    JobEnd step(int number) {
         ran.append(QString::number(number));
         if (during)
             during();
@@ -49,8 +48,7 @@ class TestJobs : public QObject
     Q_OBJECT
 
 private slots:
-    void stepsRunInTheirOrder()
-    {
+    void stepsRunInTheirOrder() {
         ThreeSteps job;
         const LogCapture log;
         QVERIFY(job.run().isDone());
@@ -58,8 +56,7 @@ private slots:
         QVERIFY(log.lines().isEmpty());
     }
 
-    void runEndsAtTheStepThatDoesNotGoOn_data()
-    {
+    void runEndsAtTheStepThatDoesNotGoOn_data() {
         columns<int, QString, QStringList>("kind", "said", "logged");
         row("refused", int(JobEnd::Refused), QString(), QStringList());
         row("stopped", int(JobEnd::Stopped), QString(), QStringList("ThreeSteps : two stopped"_s));
@@ -67,8 +64,7 @@ private slots:
         row("failed at a step within", int(JobEnd::Failed), "makeFolders"_s,
             QStringList("ThreeSteps : makeFolders failed"_s));
     }
-    void runEndsAtTheStepThatDoesNotGoOn()
-    {
+    void runEndsAtTheStepThatDoesNotGoOn() {
         QFETCH(int, kind);
         QFETCH(QString, said);
         ThreeSteps job;
@@ -84,8 +80,7 @@ private slots:
         QTEST(log.texts(), "logged");
     }
 
-    void stopEndsTheRunBeforeTheNextStep()
-    {
+    void stopEndsTheRunBeforeTheNextStep() {
         ThreeSteps early;
         early.view.stopped = true;
         QCOMPARE(int(early.run().kind), int(JobEnd::Stopped));
@@ -99,16 +94,14 @@ private slots:
         QCOMPARE(between.ran, words("1 2"));
     }
 
-    void stopIsLeftToStepsThatLookAtItThemselves()
-    {
+    void stopIsLeftToStepsThatLookAtItThemselves() {
         ThreeSteps job;
         job.view.stopped = true;
         QVERIFY(job.runWithOwnStop().isDone());
         QCOMPARE(job.ran, words("1 2 3"));
     }
 
-    void everyProcedureEndsWithoutAPlayer()
-    {
+    void everyProcedureEndsWithoutAPlayer() {
         SimulatedPlayer::disconnect();
         JobRecorder view;
         const std::vector<std::shared_ptr<MaintenanceJob>> jobs = {
@@ -128,8 +121,7 @@ private slots:
         }
     }
 
-    void onlyTheReinstallationThatErasesAsksFirst()
-    {
+    void onlyTheReinstallationThatErasesAsksFirst() {
         JobRecorder view;
         QVERIFY(SongBackup(view).confirm() && SongRestore(view).confirm() && SystemUpdate(view, true).confirm());
         QVERIFY(Reinstall(view, Reinstall::Songs::Stay).confirm());
@@ -142,8 +134,7 @@ private slots:
                  QStringList({Titles::kErase + "|"_s + Texts::kErase, Titles::kErase + "|"_s + Texts::kErase}));
     }
 
-    void backupAndRestoreShowTheirSteps()
-    {
+    void backupAndRestoreShowTheirSteps() {
         SimulatedPlayer player;
         player.addFile("My Songs/a.mid"_s, "a");
         PcFolder pc;
@@ -163,8 +154,7 @@ private slots:
         QCOMPARE(player.content("My Songs/a.mid"_s), QByteArray("a"));
     }
 
-    void stopBetweenTheStepsOfABackupIsTold()
-    {
+    void stopBetweenTheStepsOfABackupIsTold() {
         SimulatedPlayer player;
         player.addFile("a.mid"_s);
         PcFolder pc;

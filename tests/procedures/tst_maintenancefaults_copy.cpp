@@ -8,23 +8,20 @@ constexpr int kMegabyte = 1024 * 1024;
 /// A player on a volume of its own.
 struct RealCopy : Maintenance
 {
-    explicit RealCopy(int megabytes = 16) : disk(megabytes)
-    {
+    explicit RealCopy(int megabytes = 16) : disk(megabytes) {
         if (!disk.isMounted())
             qFatal("%s", qPrintable(disk.volume->error()));
     }
     MountedPlayer disk;
 };
 
-void addNumbered(const QString &folder, int count, const QByteArray &content = "x")
-{
+void addNumbered(const QString &folder, int count, const QByteArray &content = "x") {
     for (int i = 0; i < count; ++i)
         putFile(folder + "/%1.mid"_s.arg(i), content);
 }
 
 /// Some files came through, each of them whole.
-void expectOnlyWhole(const QString &folder, int fewerThan, const QByteArray &song)
-{
+void expectOnlyWhole(const QString &folder, int fewerThan, const QByteArray &song) {
     const QMap<QString, QByteArray> files = contentBelow(folder);
     QVERIFY(!files.isEmpty() && files.size() < fewerThan);
     for (const QByteArray &content : files)
@@ -41,14 +38,12 @@ class TestMaintenanceFaultsCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QString why;
         NEEDS(ExFatVolume::isPossible(&why), qPrintable("SKIPPED WHOLE: "_s + why));
     }
 
-    void backupAndRestoreOnARealVolume()
-    {
+    void backupAndRestoreOnARealVolume() {
         RealCopy c;
         const QMap<QString, QByteArray> songs = {{"a.mid"_s, "a"},
                                                  {"My Songs/b.mid"_s, QByteArray(100000, 'b')},
@@ -68,8 +63,7 @@ private slots:
         QCOMPARE(contentBelow(c.disk.root()), songs);
     }
 
-    void systemPartsAreKnownOnAVolumeThatIgnoresCase()
-    {
+    void systemPartsAreKnownOnAVolumeThatIgnoresCase() {
         RealCopy c;
         for (const QString &name : words("SYSTEM/PLAYLIST/one.pls SYSTEM/GuiProc/GuiProc.exe BRIDGES/a.mid "
                                          "Effects/b.fx AutoExec.bat Songs/c.mid"))
@@ -79,8 +73,7 @@ private slots:
         QCOMPARE(entriesBelow(c.backup), words("Songs Songs/c.mid System System/playlist System/playlist/one.pls"));
     }
 
-    void restoreOntoAFullVolumeLeavesNoHalfFile()
-    {
+    void restoreOntoAFullVolumeLeavesNoHalfFile() {
         const QByteArray song(kMegabyte, 's');
         RealCopy c(8);
         addNumbered(c.backup, 10, song);
@@ -88,8 +81,7 @@ private slots:
         expectOnlyWhole(c.disk.root(), 10, song);
     }
 
-    void playerPulledOutWhileItIsReadIsNoBackup()
-    {
+    void playerPulledOutWhileItIsReadIsNoBackup() {
         RealCopy c;
         for (int i = 0; i < 20; ++i)
             putFile(c.disk.path("Songs%1/a.mid"_s.arg(i)));
@@ -103,8 +95,7 @@ private slots:
         QVERIFY(c.pulled);
     }
 
-    void playerPulledOutWhileSavingIsAskedAbout()
-    {
+    void playerPulledOutWhileSavingIsAskedAbout() {
         RealCopy c;
         addNumbered(c.disk.root(), 20);
         c.pullAt(c.disk, Status::kBackingUp, 3);
@@ -113,8 +104,7 @@ private slots:
         QCOMPARE(entriesBelow(c.backup).size(), 3);
     }
 
-    void playerPulledOutWhileRestoringIsNoSuccess()
-    {
+    void playerPulledOutWhileRestoringIsNoSuccess() {
         RealCopy c;
         addNumbered(c.backup, 6);
         c.pullAt(c.disk, Status::kRestoring, 3);
@@ -122,8 +112,7 @@ private slots:
         QVERIFY(c.pulled);
     }
 
-    void backupOntoAFullDiskLeavesNoHalfFile()
-    {
+    void backupOntoAFullDiskLeavesNoHalfFile() {
         const QByteArray song(kMegabyte / 4, 's');
         RealCopy c;
         addNumbered(c.disk.root(), 8, song);
@@ -134,14 +123,12 @@ private slots:
         expectOnlyWhole(folder, 8, song);
     }
 
-    void backupIsRefusedWhereTheFolderCannotBeEmptied_data()
-    {
+    void backupIsRefusedWhereTheFolderCannotBeEmptied_data() {
         columns<QString>("obstacle");
         for (const char *obstacle : {"read-only disk", "root of a disk", "immutable file"})
             row(obstacle, QString(QLatin1String(obstacle)));
     }
-    void backupIsRefusedWhereTheFolderCannotBeEmptied()
-    {
+    void backupIsRefusedWhereTheFolderCannotBeEmptied() {
         QFETCH(QString, obstacle);
         const bool isRoot = obstacle == "root of a disk"_s;
         const bool isImmutable = obstacle == "immutable file"_s;
@@ -162,8 +149,7 @@ private slots:
         QCOMPARE(entriesBelow(folder), words("old.mid"));
     }
 
-    void backupOntoTheSameDiskByAnotherWayIsRefused()
-    {
+    void backupOntoTheSameDiskByAnotherWayIsRefused() {
         RealCopy c;
         putFile(c.disk.path("Songs/a.mid"_s));
         const QString other = c.pc.addFolder("other"_s);
@@ -173,8 +159,7 @@ private slots:
         QVERIFY(QFileInfo::exists(c.disk.path("Songs/a.mid"_s)));
     }
 
-    void restoreOntoAReadOnlyPlayerIsNoSuccess()
-    {
+    void restoreOntoAReadOnlyPlayerIsNoSuccess() {
         Maintenance m;
         const Mount mount(QDir::cleanPath(m.player.root()));
         NEEDS(mount.isGood(), "Nothing can be mounted here");

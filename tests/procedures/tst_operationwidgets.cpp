@@ -7,14 +7,12 @@ class TestOperationWidgets : public QObject
     Q_OBJECT
 
 private slots:
-    void procedureShowsItsWidgetsAndForgetsTheLastOne_data()
-    {
+    void procedureShowsItsWidgetsAndForgetsTheLastOne_data() {
         columns<QByteArray>("slot");
         for (const char *slot : {Slots::kUpdate, Slots::kBackUp, Slots::kRestore, Slots::kReinstall})
             row(slot, QByteArray(slot));
     }
-    void procedureShowsItsWidgetsAndForgetsTheLastOne()
-    {
+    void procedureShowsItsWidgetsAndForgetsTheLastOne() {
         QFETCH(QByteArray, slot);
         Maintenance m;
         SimulatedPlayer::disconnect();
@@ -42,8 +40,7 @@ private slots:
         QVERIFY(m.server.requests().isEmpty());
     }
 
-    void secondProcedureCannotBeStartedInside()
-    {
+    void secondProcedureCannotBeStartedInside() {
         const Maintenance m;
         const auto *page = pageOf<Avanzate>(*m.window.window);
         FolderDialogAnswerer dialogs{QString()};

@@ -10,8 +10,7 @@ const QString kNewFile = "System/Corvin/Corvin.exe"_s;
 /// The reinstall of a player with an old system and a song.
 struct Reinstall : Maintenance
 {
-    Reinstall()
-    {
+    Reinstall() {
         for (const QString &file : kOldFiles)
             player.addFile(file, "old");
     }
@@ -29,8 +28,7 @@ class TestReinstall : public QObject
     Q_OBJECT
 
 private slots:
-    void systemIsReplacedAndUpdatedAndTheSongsStay()
-    {
+    void systemIsReplacedAndUpdatedAndTheSongsStay() {
         Reinstall r;
         const LogCapture log;
         r.run({Titles::kFinished});
@@ -50,8 +48,7 @@ private slots:
         QCOMPARE(r.server.requests(), (QStringList{kSystemArchivePath, kUpdateArchivePath}));
     }
 
-    void archiveWithAFolderAroundEverythingIsUnderstood()
-    {
+    void archiveWithAFolderAroundEverythingIsUnderstood() {
         const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"}, {"CorvinAll/"_s + kNewFile, "new"}};
         Reinstall r;
         r.server.serve(kSystemArchivePath, zipOf(wrapped, "CorvinAll/System/"_s, kLeastRelease));
@@ -60,8 +57,7 @@ private slots:
         QVERIFY(!r.player.exists("CorvinAll"_s));
     }
 
-    void failureLeavesThePlayerAlone_data()
-    {
+    void failureLeavesThePlayerAlone_data() {
         columns<QString, QString>("fault", "title");
         row("absent player", "absent"_s, Titles::kDeviceNotFound);
         row("failed download", "download"_s, Titles::kDownloadError1);
@@ -70,8 +66,7 @@ private slots:
         row("player pulled during the download", "pulled"_s, Titles::kDeviceNotFound);
         row("read-only player", "read-only"_s, Titles::kError);
     }
-    void failureLeavesThePlayerAlone()
-    {
+    void failureLeavesThePlayerAlone() {
         QFETCH(QString, fault);
         QFETCH(QString, title);
         Reinstall r;
@@ -95,8 +90,7 @@ private slots:
         QCOMPARE(r.server.requests(), fault == "absent"_s ? QStringList() : kSystemAlone);
     }
 
-    void playerPulledDuringTheTransferIsNotCalledInstalled()
-    {
+    void playerPulledDuringTheTransferIsNotCalledInstalled() {
         Reinstall r;
         MOUNT_PLAYER(player, 16);
         putFile(player.path("My Songs/a.mid"_s), "MThd");
@@ -112,8 +106,7 @@ private slots:
         QCOMPARE(contentOf(player.path("My Songs/a.mid"_s)), QByteArray("MThd"));
     }
 
-    void failedTransferEndsTheProcedure()
-    {
+    void failedTransferEndsTheProcedure() {
         Reinstall r;
         r.player.addFile("bridges"_s, "a file");
         r.run({Titles::kError});
@@ -122,8 +115,7 @@ private slots:
         QVERIFY(r.player.exists("My Songs/a.mid"_s));
     }
 
-    void folderThatCannotBeMadeEndsInItsOwnWords()
-    {
+    void folderThatCannotBeMadeEndsInItsOwnWords() {
         Reinstall r;
         r.serveSystem({{"Data/x.txt"_s, "x"}});
         r.player.addFile("Data"_s, "file in the way");
@@ -135,8 +127,7 @@ private slots:
         QVERIFY(!r.isDownloadThere());
     }
 
-    void failedUpdateStillEndsWithAnInstalledSystem()
-    {
+    void failedUpdateStillEndsWithAnInstalledSystem() {
         Reinstall r;
         r.server.serveError(kUpdateArchivePath, 404, "short");
         r.run({Titles::kDownloadError1, Titles::kFinished});
@@ -144,16 +135,14 @@ private slots:
         QVERIFY(!r.isDownloadThere());
     }
 
-    void stopDuringTheUpdateEndsWithoutTheClosingBox_data()
-    {
+    void stopDuringTheUpdateEndsWithoutTheClosingBox_data() {
         columns<QString, QString>("step", "status");
         row("download", Status::kDownloading, Status::kDownloading);
         // The status line has no text of its own for it here.
         row("unpacking", Status::kUnpacking, Status::kDownloading);
         row("copy", Status::kCopyingUpdate, Status::kCopyingUpdate);
     }
-    void stopDuringTheUpdateEndsWithoutTheClosingBox()
-    {
+    void stopDuringTheUpdateEndsWithoutTheClosingBox() {
         QFETCH(QString, step);
         QFETCH(QString, status);
         Reinstall r;
@@ -177,15 +166,13 @@ private slots:
         QVERIFY(!r.isDownloadThere());
     }
 
-    void wayBackIsClosedForTheWholeTime_data()
-    {
+    void wayBackIsClosedForTheWholeTime_data() {
         columns<QString>("lastBox");
         row("well", Titles::kFinished);
         row("failed", Titles::kDownloadError1);
         row("stopped", Titles::kStop);
     }
-    void wayBackIsClosedForTheWholeTime()
-    {
+    void wayBackIsClosedForTheWholeTime() {
         QFETCH(QString, lastBox);
         Reinstall r;
         const bool stops = lastBox == Titles::kStop;

@@ -12,8 +12,7 @@ const QByteArray kRestoring = Slots::kReinstallRestoring;
 /// for that disk.
 struct FormatReinstall : Maintenance
 {
-    FormatReinstall() : record(pc.path("format.txt"_s))
-    {
+    FormatReinstall() : record(pc.path("format.txt"_s)) {
         serve();
         for (const QString &file : words("AUTOEXEC.BAT System/old.exe System/Playlist/mine.pls"))
             putFile(disk.path(file), "old");
@@ -22,37 +21,32 @@ struct FormatReinstall : Maintenance
         disk.addFormatCommand(programs, record);
     }
     /// Serves the system with many files, and what else is given.
-    void serve(Entries more = {})
-    {
+    void serve(Entries more = {}) {
         for (int i = 0; i < kManyFiles; ++i)
             more.insert("System/many/%1.dat"_s.arg(i), "x");
         serveSystem(more);
     }
     /// Runs a procedure with these boxes after its first question, which is agreed to, and with the backup folder that it
     /// asks for.
-    void runAgreed(const QByteArray &procedure, const QList<Answer> &answers)
-    {
+    void runAgreed(const QByteArray &procedure, const QList<Answer> &answers) {
         const QList<Answer> first = procedure == kClean ? QList<Answer>{Titles::kErase} : QList<Answer>();
         run(procedure.constData(), first + answers, procedure == kRestoring ? std::optional(backup) : std::nullopt);
     }
-    void expectOldDisk() const
-    {
+    void expectOldDisk() const {
         QVERIFY(!QFile::exists(record));
         QCOMPARE(disk.content("AUTOEXEC.BAT"_s), QByteArray("old"));
         QCOMPARE(disk.content("System/old.exe"_s), QByteArray("old"));
         QCOMPARE(disk.files().size(), kManyFiles + 3);
     }
     /// The disk was formatted and has the new system, and nothing is left behind on the PC.
-    void expectNewSystem() const
-    {
+    void expectNewSystem() const {
         QCOMPARE(disk.content("AUTOEXEC.BAT"_s), QByteArray("new"));
         QCOMPARE(disk.content("System/Corvin/Corvin.exe"_s), QByteArray("new"));
         QVERIFY(!isOnDisk("System/old.exe"_s));
         QCOMPARE(filesBelow(disk.path("System/many"_s)).size(), kManyFiles);
         QVERIFY(!QFile::exists(pc.downloads()));
     }
-    void expectBackupIsNamed() const
-    {
+    void expectBackupIsNamed() const {
         QVERIFY2(lastBox().informativeText.contains(QDir::toNativeSeparators(backup)),
                  qPrintable(lastBox().informativeText));
     }
@@ -63,8 +57,7 @@ struct FormatReinstall : Maintenance
     const QString record; ///< what the format command was given
 };
 
-void addBothProcedures()
-{
+void addBothProcedures() {
     columns<QByteArray>("procedure");
     row("clean", kClean);
     row("restore", kRestoring);
@@ -77,14 +70,12 @@ class TestReinstallFormat : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QString why;
         NEEDS(PlayerDisk::isPossible(&why), qPrintable("SKIPPED WHOLE: "_s + why));
     }
 
-    void cleanReinstallErasesTheSongs()
-    {
+    void cleanReinstallErasesTheSongs() {
         FormatReinstall r;
         const LogCapture log;
         r.runAgreed(kClean, {Titles::kEraseDrive, Titles::kFinished});
@@ -103,8 +94,7 @@ private slots:
                  (QStringList{"FormatCorvinDisk : Inizio"_s, "FormatCorvinDisk : Fine"_s}));
     }
 
-    void restoringReinstallBringsTheSongsBack()
-    {
+    void restoringReinstallBringsTheSongsBack() {
         FormatReinstall r;
         const LogCapture log;
         r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kFinished});
@@ -122,16 +112,14 @@ private slots:
                               Status::kRestoring, Status::kLooking, Status::kDownloading, Status::kCopyingUpdate}));
     }
 
-    void userWhoSaysNoKeepsTheDisk_data()
-    {
+    void userWhoSaysNoKeepsTheDisk_data() {
         columns<QByteArray, QString>("procedure", "refused");
         row("clean, first question", kClean, Titles::kErase);
         row("clean, drive question", kClean, Titles::kEraseDrive);
         row("restore, no folder", kRestoring, QString());
         row("restore, drive question", kRestoring, Titles::kEraseDrive);
     }
-    void userWhoSaysNoKeepsTheDisk()
-    {
+    void userWhoSaysNoKeepsTheDisk() {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, refused);
         FormatReinstall r;
@@ -145,8 +133,7 @@ private slots:
         r.expectOldDisk();
     }
 
-    void failureBeforeTheFormatKeepsTheDisk_data()
-    {
+    void failureBeforeTheFormatKeepsTheDisk_data() {
         columns<QByteArray, QString, QByteArray, QString>("procedure", "failing", "archive", "title");
         const QByteArray named = zipOf({{"README"_s, noise(kLeastRelease)}});
         const QByteArray folders = zipOf({{"System/"_s, ""}, {"big"_s, noise(kLeastRelease)}});
@@ -163,8 +150,7 @@ private slots:
             add("player pulled", QByteArray(), Titles::kDeviceNotFound);
         }
     }
-    void failureBeforeTheFormatKeepsTheDisk()
-    {
+    void failureBeforeTheFormatKeepsTheDisk() {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, failing);
         QFETCH(QByteArray, archive);
@@ -182,8 +168,7 @@ private slots:
     }
 
     void missingFormatCommandKeepsTheDisk_data() { addBothProcedures(); }
-    void missingFormatCommandKeepsTheDisk()
-    {
+    void missingFormatCommandKeepsTheDisk() {
         QFETCH(QByteArray, procedure);
         FormatReinstall r;
         r.programs.addBroken("cmd.exe"_s);
@@ -191,15 +176,13 @@ private slots:
         r.expectOldDisk();
     }
 
-    void backupInTheDownloadFolderIsRefused_data()
-    {
+    void backupInTheDownloadFolderIsRefused_data() {
         columns<QString>("below");
         row("the folder itself", "Corvin"_s);
         row("below it", "Corvin/backup"_s);
         row("around it", "."_s);
     }
-    void backupInTheDownloadFolderIsRefused()
-    {
+    void backupInTheDownloadFolderIsRefused() {
         QFETCH(QString, below);
         FormatReinstall r;
         const QString chosen = QDir::cleanPath(r.pc.path(below));
@@ -209,8 +192,7 @@ private slots:
         r.expectOldDisk();
     }
 
-    void incompleteBackupKeepsTheDisk()
-    {
+    void incompleteBackupKeepsTheDisk() {
         // The copy as a whole counts as good, because its last file was copied; one song in the middle is missing all
         // the same.
         FormatReinstall r;
@@ -225,8 +207,7 @@ private slots:
         r.expectOldDisk();
     }
 
-    void failureAfterTheFormatTellsWhereTheSongsAre_data()
-    {
+    void failureAfterTheFormatTellsWhereTheSongsAre_data() {
         columns<QString, Answer, QString, QString>("more", "firstBox", "title", "text");
         const Answer giveUp(Titles::kCopyFailed, Buttons::kNo);
         const Answer told(Titles::kError);
@@ -236,8 +217,7 @@ private slots:
         row("folder with a file in its way", "Data/x.txt"_s, told, Titles::kError, Texts::kReinstallAgain);
         row("restore", QString(), giveUp, Titles::kRestoreError, Texts::kRestoreError);
     }
-    void failureAfterTheFormatTellsWhereTheSongsAre()
-    {
+    void failureAfterTheFormatTellsWhereTheSongsAre() {
         QFETCH(QString, more);
         QFETCH(Answer, firstBox);
         QFETCH(QString, title);
@@ -269,8 +249,7 @@ private slots:
         QCOMPARE(QFile::exists(r.pc.downloads()), isBig);
     }
 
-    void failedUpdateTellsWhereTheSongsAre()
-    {
+    void failedUpdateTellsWhereTheSongsAre() {
         FormatReinstall r;
         r.server.serveError(kUpdateArchivePath, 404, "short");
         r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kDownloadError1, Titles::kFinished});
@@ -278,8 +257,7 @@ private slots:
         r.expectNewSystem();
     }
 
-    void stopBeforeTheFormatKeepsTheDisk_data()
-    {
+    void stopBeforeTheFormatKeepsTheDisk_data() {
         columns<QByteArray, QString>("procedure", "step");
         row("system alone, download", kAlone, Status::kDownloading);
         row("system alone, unpacking", kAlone, Status::kUnpacking);
@@ -290,8 +268,7 @@ private slots:
         row("restore, download", kRestoring, Status::kDownloading);
         row("restore, unpacking", kRestoring, Status::kUnpacking);
     }
-    void stopBeforeTheFormatKeepsTheDisk()
-    {
+    void stopBeforeTheFormatKeepsTheDisk() {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, step);
         FormatReinstall r;
@@ -302,8 +279,7 @@ private slots:
         r.expectOldDisk();
     }
 
-    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre_data()
-    {
+    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre_data() {
         columns<QByteArray, QString>("procedure", "step");
         row("system alone, transfer", kAlone, Status::kTransferring);
         row("clean, format", kClean, Status::kFormatting);
@@ -312,8 +288,7 @@ private slots:
         row("restore, transfer", kRestoring, Status::kTransferring);
         row("restore, restore", kRestoring, Status::kRestoring);
     }
-    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre()
-    {
+    void stopAfterTheDiskWasTouchedTellsWhereTheSongsAre() {
         QFETCH(QByteArray, procedure);
         QFETCH(QString, step);
         FormatReinstall r;
@@ -336,8 +311,7 @@ private slots:
     }
 
     void stopDuringTheUpdateNamesNoBackup_data() { addBothProcedures(); }
-    void stopDuringTheUpdateNamesNoBackup()
-    {
+    void stopDuringTheUpdateNamesNoBackup() {
         QFETCH(QByteArray, procedure);
         FormatReinstall r;
         r.server.serveStalled(kUpdateArchivePath, noise(40000), 100);

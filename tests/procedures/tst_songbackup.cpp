@@ -5,19 +5,16 @@ namespace {
 /// What goes from the player to the PC and back.
 struct Backup : Maintenance
 {
-    void addToPlayer(const QStringList &files, const QByteArray &content = "on the player")
-    {
+    void addToPlayer(const QStringList &files, const QByteArray &content = "on the player") {
         for (const QString &file : files)
             player.addFile(file, content);
     }
-    void addToFolder(const QStringList &files)
-    {
+    void addToFolder(const QStringList &files) {
         for (const QString &file : files)
             pc.addFile("backup/"_s + file, "saved");
     }
     /// A player with something of everything.
-    void fillPlayer()
-    {
+    void fillPlayer() {
         player.addSystemFiles();
         addToPlayer({"root.mid"_s, "My Songs/a.mid"_s, "My Songs/deep/b.mp3"_s, "MyBridges/c.mid"_s, "Images/d.jpg"_s,
                      "bridges/e.mid"_s, "My Songs/BRIDGES/f.mid"_s, "EFFECTS/g.fx"_s, "AUTOEXEC.BAT"_s,
@@ -28,8 +25,7 @@ struct Backup : Maintenance
     }
 };
 
-QStringList numbered(int count)
-{
+QStringList numbered(int count) {
     QStringList names;
     for (int i = 1; i <= count; ++i)
         names.append("Songs/%1.mid"_s.arg(i));
@@ -43,14 +39,12 @@ class TestSongBackup : public QObject
     Q_OBJECT
 
 private slots:
-    void cancelledFolderChoiceEndsSilently_data()
-    {
+    void cancelledFolderChoiceEndsSilently_data() {
         columns<QByteArray>("slot");
         row("backup", QByteArray(Slots::kBackUp));
         row("restore", QByteArray(Slots::kRestore));
     }
-    void cancelledFolderChoiceEndsSilently()
-    {
+    void cancelledFolderChoiceEndsSilently() {
         QFETCH(QByteArray, slot);
         Backup b;
         b.fillPlayer();
@@ -59,8 +53,7 @@ private slots:
         QCOMPARE(b.player.files(), before);
     }
 
-    void backupTakesTheSongsWithADotAndThePlaylists()
-    {
+    void backupTakesTheSongsWithADotAndThePlaylists() {
         Backup b;
         b.fillPlayer();
         const QStringList before = b.player.files();
@@ -77,8 +70,7 @@ private slots:
                  (QStringList{Status::kLooking, Status::kLooking, Status::kReading, Status::kBackingUp}));
     }
 
-    void folderWithADotIsAskedAboutAndItsSongsAreSaved()
-    {
+    void folderWithADotIsAskedAboutAndItsSongsAreSaved() {
         Backup b;
         b.addToPlayer(words("Vol.1/a.mid"));
         // The folder stands in the list before what is in it.
@@ -88,8 +80,7 @@ private slots:
         QCOMPARE(entriesBelow(b.backup), words("Vol.1 Vol.1/a.mid"));
     }
 
-    void playlistsAreFoundWhateverTheirCase()
-    {
+    void playlistsAreFoundWhateverTheirCase() {
         Backup b;
         b.addToPlayer(words("SYSTEM/Playlist/one.pls SYSTEM/GuiProc/GuiProc.exe"));
         b.backUp({Titles::kDone});
@@ -99,8 +90,7 @@ private slots:
                                                      : words("SYSTEM SYSTEM/Playlist SYSTEM/Playlist/one.pls"));
     }
 
-    void fullDestinationIsDeletedWholeAfterAYes()
-    {
+    void fullDestinationIsDeletedWholeAfterAYes() {
         Backup b;
         b.addToPlayer(words("a.mid"), "new");
         b.addToFolder(words("a.mid sub/old.mid sub/.hidden"));
@@ -109,8 +99,7 @@ private slots:
         QCOMPARE(contentOf(b.backup + "/a.mid"_s), QByteArray("new"));
     }
 
-    void fullDestinationStaysWithoutAYes_data()
-    {
+    void fullDestinationStaysWithoutAYes_data() {
         columns<QString, QString>("how", "held");
         row("no, name with a dot", Buttons::kNo, "old.mid"_s);
         row("enter", "enter"_s, "old.mid"_s);
@@ -121,8 +110,7 @@ private slots:
         row("no, hidden file", Buttons::kNo, ".precious"_s);
         row("no, hidden folder", Buttons::kNo, ".folder/old.mid"_s);
     }
-    void fullDestinationStaysWithoutAYes()
-    {
+    void fullDestinationStaysWithoutAYes() {
         QFETCH(QString, how);
         QFETCH(QString, held);
         Backup b;
@@ -132,8 +120,7 @@ private slots:
         QCOMPARE(filesBelow(b.backup), QStringList{held});
     }
 
-    void dangerousDestinationIsRefused_data()
-    {
+    void dangerousDestinationIsRefused_data() {
         columns<QString, QString>("from", "way");
         row("the player", "player"_s, "."_s);
         row("a folder on the player", "player"_s, "Songs"_s);
@@ -143,8 +130,7 @@ private slots:
         row("what holds the home folder", "home"_s, ".."_s);
         row("the program's folder", "program"_s, "."_s);
     }
-    void dangerousDestinationIsRefused()
-    {
+    void dangerousDestinationIsRefused() {
         QFETCH(QString, from);
         QFETCH(QString, way);
         Backup b;
@@ -170,15 +156,13 @@ private slots:
         QVERIFY(QFileInfo::exists(QCoreApplication::applicationFilePath()));
     }
 
-    void moreThanAThousandFilesAreAskedAbout_data()
-    {
+    void moreThanAThousandFilesAreAskedAbout_data() {
         columns<int, QString>("files", "answer");
         row("exactly a thousand", 1000, QString());
         row("one more, yes", 1001, Buttons::kYes);
         row("one more, no", 1001, Buttons::kNo);
     }
-    void moreThanAThousandFilesAreAskedAbout()
-    {
+    void moreThanAThousandFilesAreAskedAbout() {
         QFETCH(int, files);
         QFETCH(QString, answer);
         Backup b;
@@ -209,8 +193,7 @@ private slots:
                        {Buttons::kNo, Buttons::kYes});
     }
 
-    void copyCanBeStopped_data()
-    {
+    void copyCanBeStopped_data() {
         columns<bool, QByteArray, QString, bool, int>("onVolume", "slot", "status", "counting", "copied");
         const QByteArray backup = Slots::kBackUp;
         const QByteArray restore = Slots::kRestore;
@@ -224,8 +207,7 @@ private slots:
             addRow("restore, while the files are copied") << real << restore << Status::kRestoring << true << 1;
         }
     }
-    void copyCanBeStopped()
-    {
+    void copyCanBeStopped() {
         QFETCH(bool, onVolume);
         QFETCH(QByteArray, slot);
         QFETCH(QString, status);
@@ -248,16 +230,14 @@ private slots:
         QCOMPARE(filesBelow(saves ? b.backup : player).size(), copied);
     }
 
-    void failedBackupTellsSo()
-    {
+    void failedBackupTellsSo() {
         Backup b;
         // A folder with a dot and nothing in it: the last of the list cannot be copied as a file.
         b.player.addFolder("Vol.1"_s);
         b.backUp({Titles::kCopyFailed, Titles::kBackupError});
     }
 
-    void restoreCopiesEverythingWithADotBack()
-    {
+    void restoreCopiesEverythingWithADotBack() {
         Backup b;
         b.addToFolder({"a.mid"_s, "My Songs/deep/b.mid"_s, "System/playlist/one.pls"_s, "bridges/d.mid"_s,
                        "Songs/nodot"_s, "Songs/.hidden.mid"_s});
@@ -270,8 +250,7 @@ private slots:
         QCOMPARE(statusTexts(log), (QStringList{Status::kLooking, Status::kRestoring}));
     }
 
-    void restoreAsksBeforeReplacing()
-    {
+    void restoreAsksBeforeReplacing() {
         Backup b;
         b.addToFolder(words("a.mid b.mid"));
         b.addToPlayer(words("a.mid b.mid"));
@@ -281,16 +260,14 @@ private slots:
         QCOMPARE(contents.count("on the player"), 1);
     }
 
-    void restoreOntoItselfLosesNothing()
-    {
+    void restoreOntoItselfLosesNothing() {
         Backup b;
         b.addToPlayer(words("Songs/a.mid"));
         b.run(Slots::kRestore, {Titles::kDone}, QDir::cleanPath(b.player.root()));
         QCOMPARE(b.player.content("Songs/a.mid"_s), QByteArray("on the player"));
     }
 
-    void failedRestoreHasTheBackupsTexts()
-    {
+    void failedRestoreHasTheBackupsTexts() {
         Backup b;
         b.addToFolder(words("Songs/a.mid"));
         b.player.addFile("Songs"_s, "a file where a folder should be");
@@ -298,8 +275,7 @@ private slots:
         QVERIFY(!b.window->procedureOk);
     }
 
-    void backupThenRestoreBringsTheSongsBack()
-    {
+    void backupThenRestoreBringsTheSongsBack() {
         Backup b;
         b.fillPlayer();
         b.backUp({Titles::kDone});

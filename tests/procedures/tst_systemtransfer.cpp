@@ -9,16 +9,14 @@ const QStringList kNewSystem = words("AUTOEXEC.BAT Bridges/b.dat Effects/e.dat S
 /// An unpacked system for a player.
 struct Replacement : Maintenance
 {
-    Replacement()
-    {
+    Replacement() {
         for (const QString &file : kNewSystem)
             unpack(file);
     }
     void unpack(const QString &file) const { putFile(pc.downloads(file), "new"); }
     bool run() { return transferSystem(window, player.root(), pc.downloads()); }
     bool isBatchThere() const { return QFile::exists(pc.downloads("MATTRB.BAT"_s)); }
-    void addOld(const QStringList &files)
-    {
+    void addOld(const QStringList &files) {
         for (const QString &file : files)
             player.addFile(file, "old");
     }
@@ -31,8 +29,7 @@ class TestSystemTransfer : public QObject
     Q_OBJECT
 
 private slots:
-    void systemPartsAreReplacedAndAllElseStays()
-    {
+    void systemPartsAreReplacedAndAllElseStays() {
         const QStringList others = {"CorvinImportDB.sql"_s, "Images/c.jpg"_s,      "My Songs/System/b.mid"_s,
                                     "My Songs/a.mid"_s,     "SystemNotes/n.txt"_s, "d.mp3"_s};
         Replacement transfer;
@@ -47,8 +44,7 @@ private slots:
         QCOMPARE(transfer.player.content("My Songs/System/b.mid"_s), QByteArray("old"));
     }
 
-    void systemPartsAreFoundWhateverTheirCase()
-    {
+    void systemPartsAreFoundWhateverTheirCase() {
         Replacement transfer;
         transfer.addOld(words("SYSTEM/a.exe system/b.exe bRIDGES/old.dat EFFECTS/old.dat autoexec.bat"));
         QVERIFY(transfer.run());
@@ -56,8 +52,7 @@ private slots:
         QCOMPARE(transfer.player.folders(), words("Bridges Effects System"));
     }
 
-    void transferOnARealVolume()
-    {
+    void transferOnARealVolume() {
         Replacement transfer;
         MOUNT_PLAYER(player, 16);
         for (const auto *old : {"SYSTEM/a.exe", "bridges/old.dat", "autoexec.bat", "My Songs/a.mid"})
@@ -68,8 +63,7 @@ private slots:
         QCOMPARE(contentOf(player.path("AUTOEXEC.BAT"_s)), QByteArray("new"));
     }
 
-    void linksOnThePlayerAreRemovedNotFollowed()
-    {
+    void linksOnThePlayerAreRemovedNotFollowed() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         Replacement transfer;
         const QString home = transfer.pc.path("home"_s);
@@ -82,8 +76,7 @@ private slots:
         QVERIFY(!transfer.player.exists("effects"_s));
     }
 
-    void partThatCannotBeRemovedEndsTheTransfer()
-    {
+    void partThatCannotBeRemovedEndsTheTransfer() {
         Replacement transfer;
         // A file where the folder should be.
         transfer.addOld(words("bridges system/a.exe effects/e.dat AUTOEXEC.BAT"));
@@ -93,15 +86,13 @@ private slots:
         QVERIFY(!transfer.isBatchThere());
     }
 
-    void whatCannotBeWrittenEndsTheTransfer_data()
-    {
+    void whatCannotBeWrittenEndsTheTransfer_data() {
         columns<QString, Answer, bool, bool>("unpacked", "box", "goesOn", "flag");
         row("file, before the batch", "Aaa.d/x.txt"_s, Answer(Titles::kCopyFailed, Buttons::kNo), false, true);
         row("folder, told by the flag alone", "Data/x.txt"_s, Answer(Titles::kError), true, false);
         row("batch file", "MATTRB.BAT/x.txt"_s, Answer(Titles::kCopyFailed), false, true);
     }
-    void whatCannotBeWrittenEndsTheTransfer()
-    {
+    void whatCannotBeWrittenEndsTheTransfer() {
         QFETCH(QString, unpacked);
         QFETCH(Answer, box);
         QFETCH(bool, goesOn);
@@ -115,8 +106,7 @@ private slots:
         QCOMPARE(transfer.player.content("Data"_s), QByteArray("file in the way"));
     }
 
-    void stopDuringTheCopyEndsTheTransfer()
-    {
+    void stopDuringTheCopyEndsTheTransfer() {
         Replacement transfer;
         transfer.window->abortRequested = true;
         QVERIFY(!transfer.run());
@@ -125,8 +115,7 @@ private slots:
         QVERIFY(!transfer.isBatchThere());
     }
 
-    void batchFileHidesSystemAndStartUpFile()
-    {
+    void batchFileHidesSystemAndStartUpFile() {
         QCOMPARE(attributeBatch(Player("E:/"_s)),
                  QByteArray("ATTRIB +H +S E:\\System\nATTRIB +H +S E:\\AUTOEXEC.BAT\n"));
         QCOMPARE(attributeBatch(Player("/media/anna/CORVIN4/"_s)),
@@ -134,8 +123,7 @@ private slots:
                             "ATTRIB +H +S \\media\\anna\\CORVIN4\\AUTOEXEC.BAT\n"));
     }
 
-    void batchFileIsWrittenIntoTheUnpackedFolder()
-    {
+    void batchFileIsWrittenIntoTheUnpackedFolder() {
         Replacement transfer;
         QVERIFY(transfer.run());
         QCOMPARE(contentOf(transfer.pc.downloads("MATTRB.BAT"_s)), attributeBatch(Player(transfer.player.root())));
@@ -143,8 +131,7 @@ private slots:
         QVERIFY(!transfer.player.exists("MATTRB.BAT"_s));
     }
 
-    void volumeWithoutAttributesIsLeftAsItIs()
-    {
+    void volumeWithoutAttributesIsLeftAsItIs() {
         SKIP_ON_WINDOWS("every volume has attributes");
         Replacement transfer;
         transfer.addOld(words("System/a.exe AUTOEXEC.BAT"));

@@ -8,8 +8,7 @@ const QStringList kUpdated = {"CorvinUpdate/.hidden.cfg"_s, "CorvinUpdate/filler
 /// The update of a player with an old one on it.
 struct Update : Maintenance
 {
-    Update()
-    {
+    Update() {
         player.addFile(kOld, "old");
         player.addFile("My Songs/a.mid"_s, "MThd");
     }
@@ -27,8 +26,7 @@ class TestSystemUpdate : public QObject
     Q_OBJECT
 
 private slots:
-    void updateReachesThePlayerWhateverStopSaidBefore()
-    {
+    void updateReachesThePlayerWhateverStopSaidBefore() {
         Update update;
         update.boxes.whenShown([&](QMessageBox *) {
             QCOMPARE(update.player.files(), kUpdated);
@@ -43,8 +41,7 @@ private slots:
         QVERIFY(!update.isDownloadThere());
     }
 
-    void updateOnARealVolume()
-    {
+    void updateOnARealVolume() {
         Update update;
         MOUNT_PLAYER(player, 16);
         putFile(player.path("corvinupdate/old.exe"_s), "old");
@@ -57,8 +54,7 @@ private slots:
         QCOMPARE(contentOf(player.path("CorvinUpdate/filler.bin"_s)), noise(kLeastRelease));
     }
 
-    void failureBeforeTheCopyHasItsCode_data()
-    {
+    void failureBeforeTheCopyHasItsCode_data() {
         columns<QString, QByteArray, QString>("fault", "content", "title");
         row("not on the server", "404"_s, QByteArray("short"), Titles::kDownloadError1);
         row("9999 bytes", QString(), noise(kLeastRelease - 1), Titles::kDownloadError1);
@@ -66,8 +62,7 @@ private slots:
         row("long error page", "404"_s, noise(kLeastRelease), Titles::kDownloadError3);
         row("another archive", QString(), zipOf({}, "Other/"_s, kLeastRelease), Titles::kDownloadError3);
     }
-    void failureBeforeTheCopyHasItsCode()
-    {
+    void failureBeforeTheCopyHasItsCode() {
         QFETCH(QString, fault);
         QFETCH(QByteArray, content);
         QFETCH(QString, title);
@@ -83,15 +78,13 @@ private slots:
         QCOMPARE(update.isDownloadThere(), !copies);
     }
 
-    void playerThatCannotTakeItIsCodeThree_data()
-    {
+    void playerThatCannotTakeItIsCodeThree_data() {
         columns<bool, bool>("readOnly", "oldUpdate");
         row("a file in the place of the old update", false, false);
         row("an old update cannot be removed", true, true);
         row("a folder cannot be made", true, false);
     }
-    void playerThatCannotTakeItIsCodeThree()
-    {
+    void playerThatCannotTakeItIsCodeThree() {
         QFETCH(bool, readOnly);
         QFETCH(bool, oldUpdate);
         Update update;
@@ -108,8 +101,7 @@ private slots:
         QVERIFY(!update.isDownloadThere());
     }
 
-    void refusedCopyErrorIsCodeThree()
-    {
+    void refusedCopyErrorIsCodeThree() {
         Update update;
         // A sub-folder whose name has a dot is listed like a file, and cannot be copied as one.
         update.serveUpdate({{"CorvinUpdate/aaa.exe"_s, "a"}, {"CorvinUpdate/v1.0/b.exe"_s, "b"}});
@@ -120,8 +112,7 @@ private slots:
         QVERIFY(!update.isDownloadThere());
     }
 
-    void fullPlayerIsCodeThree()
-    {
+    void fullPlayerIsCodeThree() {
         Update update;
         MOUNT_PLAYER(player, 4);
         update.serveUpdate({{"CorvinUpdate/a.exe"_s, "a"}, {"CorvinUpdate/z.exe"_s, noise(6000000)}});
@@ -130,16 +121,14 @@ private slots:
         QVERIFY(!QFile::exists(player.path("CorvinUpdate"_s)));
     }
 
-    void pulledPlayerIsCodeThreeAndNothingLandsOnThePc()
-    {
+    void pulledPlayerIsCodeThreeAndNothingLandsOnThePc() {
         Update update;
         connect(&update.server, &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
         update.run(Slots::kUpdate, {Titles::kDownloadError3});
         QVERIFY(!update.player.exists("CorvinUpdate/sub/a.exe"_s));
     }
 
-    void playerPulledDuringTheCopyIsCodeThree()
-    {
+    void playerPulledDuringTheCopyIsCodeThree() {
         Update update;
         MOUNT_PLAYER(player, 16);
         update.serveUpdate(
@@ -151,8 +140,7 @@ private slots:
         QCOMPARE(player.files(), QStringList());
     }
 
-    void oldUpdateIsFoundWhateverItsCase()
-    {
+    void oldUpdateIsFoundWhateverItsCase() {
         Update update;
         update.removeOld();
         update.player.addFile("CORVINUPDATE/old.exe"_s, "old");
@@ -161,8 +149,7 @@ private slots:
         QVERIFY(update.player.exists("CorvinUpdate/sub/a.exe"_s));
     }
 
-    void onlyNamesWithADotAreCopied()
-    {
+    void onlyNamesWithADotAreCopied() {
         Update update;
         update.serveUpdate({{"CorvinUpdate/README"_s, "no"},
                             {"CorvinUpdate/plain/deep/b.txt"_s, "yes"},
@@ -172,14 +159,12 @@ private slots:
                  words("CorvinUpdate/filler.bin CorvinUpdate/plain/deep/b.txt CorvinUpdate/v1.0/c.txt"));
     }
 
-    void stopBeforeTheCopyIsSilent_data()
-    {
+    void stopBeforeTheCopyIsSilent_data() {
         columns<bool>("unpacking");
         row("in the download", false);
         row("in the unpacking", true);
     }
-    void stopBeforeTheCopyIsSilent()
-    {
+    void stopBeforeTheCopyIsSilent() {
         QFETCH(bool, unpacking);
         Update update;
         // Enough has come to count as a release, and still nothing more happens.
@@ -194,8 +179,7 @@ private slots:
         QVERIFY(update.isOldThere());
     }
 
-    void stopInTheCopyIsCodeThreeAndLeavesNothing()
-    {
+    void stopInTheCopyIsCodeThreeAndLeavesNothing() {
         Entries entries;
         for (int i = 0; i < 400; ++i)
             entries.insert("CorvinUpdate/%1.dat"_s.arg(i), noise(2000));

@@ -8,8 +8,7 @@ class TestUnpackedFolder : public QObject
     Q_OBJECT
 
 private slots:
-    void wrappingFolderIsLookedThrough_data()
-    {
+    void wrappingFolderIsLookedThrough_data() {
         columns<QStringList, QString>("files", "inner");
         row("content at the top", words("System/a.exe AUTOEXEC.BAT"), QString());
         row("one folder around all", words("CorvinAll/System/a.exe CorvinAll/AUTOEXEC.BAT"), "CorvinAll"_s);
@@ -22,8 +21,7 @@ private slots:
         row("one file", words("AUTOEXEC.BAT"), QString());
         row("nothing", QStringList(), QString());
     }
-    void wrappingFolderIsLookedThrough()
-    {
+    void wrappingFolderIsLookedThrough() {
         QFETCH(QStringList, files);
         QFETCH(QString, inner);
         PcFolder dir;
@@ -32,16 +30,14 @@ private slots:
         QCOMPARE(unpackedFolder(dir.path()), dir.path(inner));
     }
 
-    void linkIsNoWrappingFolder()
-    {
+    void linkIsNoWrappingFolder() {
         const PcFolder dir;
         const PcFolder elsewhere;
         QVERIFY(QFile::link(elsewhere.path(), dir.path("CorvinAll"_s)));
         QCOMPARE(unpackedFolder(dir.path()), dir.path());
     }
 
-    void systemFilesAreNamesWithADot_data()
-    {
+    void systemFilesAreNamesWithADot_data() {
         columns<QString, bool>("file", "counts");
         row("file", "a.exe"_s, true);
         row("file deep down", "System/Corvin/a.exe"_s, true);
@@ -50,8 +46,7 @@ private slots:
         row("only the folder has a dot", "v1.0/README"_s, false);
         row("nothing", QString(), false);
     }
-    void systemFilesAreNamesWithADot()
-    {
+    void systemFilesAreNamesWithADot() {
         QFETCH(QString, file);
         PcFolder dir;
         if (!file.isEmpty())

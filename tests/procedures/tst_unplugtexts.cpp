@@ -21,8 +21,7 @@ FlushRecord record;
 /// Procedures of a player with a song, and a PC with another.
 struct Unplugging : Maintenance
 {
-    Unplugging()
-    {
+    Unplugging() {
         record = {};
         player.addFile(kSong, "MThd");
     }
@@ -31,8 +30,7 @@ struct Unplugging : Maintenance
 } // namespace
 
 /// Takes the place of the program's own flush in this test alone.
-bool flushVolume(const QString &path)
-{
+bool flushVolume(const QString &path) {
     record.folders.append(path);
     record.lastContents = filesBelow(path);
     record.onGuiThread = record.onGuiThread || QThread::currentThread() == qApp->thread();
@@ -45,8 +43,7 @@ class TestUnplugTexts : public QObject
     Q_OBJECT
 
 private slots:
-    void everythingIsOnThePlayerBeforeTheText_data()
-    {
+    void everythingIsOnThePlayerBeforeTheText_data() {
         columns<QByteArray, bool, QStringList>("slot", "withUpdate", "boxes");
         row("update", QByteArray(Slots::kUpdate), true, QStringList{Titles::kFinished});
         row("reinstall", QByteArray(Slots::kReinstall), true, QStringList{Titles::kFinished});
@@ -54,8 +51,7 @@ private slots:
             QStringList{Titles::kDownloadError1, Titles::kFinished});
         row("restore", QByteArray(Slots::kRestore), false, QStringList{Titles::kDone});
     }
-    void everythingIsOnThePlayerBeforeTheText()
-    {
+    void everythingIsOnThePlayerBeforeTheText() {
         QFETCH(QByteArray, slot);
         QFETCH(bool, withUpdate);
         QFETCH(QStringList, boxes);
@@ -85,16 +81,14 @@ private slots:
         QVERIFY(rounds > 1);
     }
 
-    void whatWasNotFlushedIsAFailure_data()
-    {
+    void whatWasNotFlushedIsAFailure_data() {
         columns<QByteArray, QString>("slot", "title");
         row("update", QByteArray(Slots::kUpdate), Titles::kDownloadError3);
         row("reinstall", QByteArray(Slots::kReinstall), Titles::kError);
         row("backup", QByteArray(Slots::kBackUp), Titles::kBackupError);
         row("restore", QByteArray(Slots::kRestore), Titles::kBackupError);
     }
-    void whatWasNotFlushedIsAFailure()
-    {
+    void whatWasNotFlushedIsAFailure() {
         QFETCH(QByteArray, slot);
         QFETCH(QString, title);
         Unplugging p;
@@ -112,8 +106,7 @@ private slots:
             QCOMPARE(record.lastContents, QStringList{kSong});
     }
 
-    void removedUpdateIsFlushedBeforeItsErrorBox()
-    {
+    void removedUpdateIsFlushedBeforeItsErrorBox() {
         Unplugging p;
         p.serveUpdate({{"CorvinUpdate/a.exe"_s, "new"}, {"CorvinUpdate/v1.0/b.exe"_s, "b"}});
         p.run(Slots::kUpdate, {{Titles::kCopyFailed, Buttons::kNo}, Titles::kDownloadError3});

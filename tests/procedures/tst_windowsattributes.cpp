@@ -11,15 +11,13 @@ namespace {
 constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
 /// Of several attributes in one call Wine's own "attrib" sets only the last.
-bool attribTakesSeveral()
-{
+bool attribTakesSeveral() {
     return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
 }
 
 struct Replacement : Maintenance
 {
-    Replacement()
-    {
+    Replacement() {
         putFile(pc.downloads("System/Corvin/Corvin.exe"_s), "new");
         putFile(pc.downloads("AUTOEXEC.BAT"_s), "new");
     }
@@ -36,8 +34,7 @@ class TestWindowsAttributes : public QObject
     Q_OBJECT
 
 private slots:
-    void bothEntriesCarryTheAttributesAfterATransfer()
-    {
+    void bothEntriesCarryTheAttributesAfterATransfer() {
         Replacement transfer;
         QVERIFY(transfer.run());
         const DWORD expected = attribTakesSeveral() ? kBoth : FILE_ATTRIBUTE_SYSTEM;
@@ -46,8 +43,7 @@ private slots:
         QCOMPARE(transfer.attributes("System/Corvin"_s), DWORD(0));
     }
 
-    void attribIsAskedForBothAttributesOfBothEntries()
-    {
+    void attribIsAskedForBothAttributesOfBothEntries() {
         Replacement transfer;
         const QString record = transfer.pc.path("record"_s);
         transfer.programs.addStandIn("attrib"_s, {Does::record(record)});
@@ -56,8 +52,7 @@ private slots:
                  words("+H +S E:\\System +H +S E:\\AUTOEXEC.BAT"));
     }
 
-    void batchFileInAFolderWithBlanksIsRun()
-    {
+    void batchFileInAFolderWithBlanksIsRun() {
         Replacement transfer;
         const QString batch =
             transfer.pc.addFile("Mario Rossi/Temp (1)/MATTRB.BAT"_s, attributeBatch(Player(transfer.player.root())));
@@ -66,8 +61,7 @@ private slots:
         QVERIFY(transfer.attributes("AUTOEXEC.BAT"_s) & FILE_ATTRIBUTE_SYSTEM);
     }
 
-    void hiddenPartsAreReplaced()
-    {
+    void hiddenPartsAreReplaced() {
         Replacement transfer;
         transfer.player.addFile("System/old.exe"_s, "old");
         transfer.player.addFile("AUTOEXEC.BAT"_s, "old");
@@ -80,8 +74,7 @@ private slots:
         QCOMPARE(transfer.player.content("AUTOEXEC.BAT"_s), QByteArray("new"));
     }
 
-    void missingBatchFileIsAFailure()
-    {
+    void missingBatchFileIsAFailure() {
         Replacement transfer;
         QVERIFY(!runAttributeBatch(transfer.pc.path("MATTRB.BAT"_s), Player(transfer.player.root())));
     }

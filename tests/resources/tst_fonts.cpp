@@ -7,15 +7,13 @@ namespace {
 constexpr qreal kPixels = 24;
 
 /// The table of a font file that holds its checksum and its dates: no two files share it.
-QByteArray fingerprintOf(const QRawFont &font)
-{
+QByteArray fingerprintOf(const QRawFont &font) {
     return font.fontTable("head");
 }
 
 /// Name of the embedded file that really draws @p font; empty when none does. Qt's own family name would not do: it
 /// repeats what was asked for.
-QString fileOf(const QFont &font)
-{
+QString fileOf(const QFont &font) {
     const QByteArray wanted = fingerprintOf(QRawFont::fromFont(font));
     const QStringList names = QDir(":/fonts/"_s).entryList(QDir::Files);
     for (const QString &name : names) {
@@ -26,8 +24,7 @@ QString fileOf(const QFont &font)
 }
 
 /// The families of the font database without the generic names that Qt lists even where nothing stands behind them.
-QStringList realFamilies()
-{
+QStringList realFamilies() {
     QStringList families = QFontDatabase().families();
     for (const char *generic : {"Monospace", "Sans Serif", "Serif"})
         families.removeAll(QString::fromLatin1(generic));
@@ -45,22 +42,19 @@ class TestFonts : public QObject
 private slots:
     void initTestCase() { loadResources(); }
 
-    void machineHasNoFontsOfItsOwn()
-    {
+    void machineHasNoFontsOfItsOwn() {
         const QStringList before = realFamilies();
         registerEmbeddedFonts();
         QCOMPARE(before, QStringList());
         QCOMPARE(realFamilies(), QStringList({"Bebas Neue"_s, "Liberation Sans"_s}));
     }
 
-    void threeFilesAreEmbedded()
-    {
+    void threeFilesAreEmbedded() {
         const QStringList names = QDir(":/fonts/"_s).entryList(QDir::Files, QDir::Name);
         QCOMPARE(names, words("BebasNeue.otf helr45w.ttf helr75w.ttf"));
     }
 
-    void sharedFontIsDrawnByItsEmbeddedFile_data()
-    {
+    void sharedFontIsDrawnByItsEmbeddedFile_data() {
         const SharedFonts &fonts = sharedFonts();
         columns<QFont, QString, QString>("font", "resolved", "file");
         row("fontText10", fonts.fontText10, "Liberation Sans"_s, "helr45w.ttf"_s);
@@ -72,15 +66,13 @@ private slots:
         row("fontTitle18", fonts.fontTitle18, "Bebas Neue"_s, "BebasNeue.otf"_s);
         row("fontTitle22", fonts.fontTitle22, "Bebas Neue"_s, "BebasNeue.otf"_s);
     }
-    void sharedFontIsDrawnByItsEmbeddedFile()
-    {
+    void sharedFontIsDrawnByItsEmbeddedFile() {
         QFETCH(QFont, font);
         QTEST(QFontInfo(font).family(), "resolved");
         QTEST(fileOf(font), "file");
     }
 
-    void titleFontHasTheCapitalsOfAllLanguages()
-    {
+    void titleFontHasTheCapitalsOfAllLanguages() {
         const QRawFont title(":/fonts/BebasNeue.otf"_s, kPixels);
         QVERIFY(title.isValid());
         for (const QChar letter : "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789ÀÈÉÌÒÙÄÖÜß'/!?.,:[]()"_s)
@@ -88,8 +80,7 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     const QTemporaryDir folder;
     QFile config(folder.filePath("fonts.conf"_s));
     if (!config.open(QIODevice::WriteOnly) || config.write("<fontconfig/>\n") < 0)

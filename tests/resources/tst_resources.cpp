@@ -9,8 +9,7 @@ const QColor kAmber(249, 191, 0);
 const QString kFolder = ":/imgs/"_s;
 
 /// The picture of this file name, one point for each of its pixels.
-QImage picture(const QString &name)
-{
+QImage picture(const QString &name) {
     QImage image = QImage(kFolder + name).convertToFormat(QImage::Format_ARGB32);
     // Qt reads a ratio of 2 out of the name "...@2x", and would then draw the picture half as large.
     image.setDevicePixelRatio(1);
@@ -18,8 +17,7 @@ QImage picture(const QString &name)
 }
 
 /// The picture as it looks on @p ground.
-QImage on(const QColor &ground, const QImage &image)
-{
+QImage on(const QColor &ground, const QImage &image) {
     QImage result(image.size(), QImage::Format_ARGB32);
     result.fill(ground);
     QPainter painter(&result);
@@ -27,15 +25,13 @@ QImage on(const QColor &ground, const QImage &image)
     return result;
 }
 
-bool isNear(const QColor &colour, const QColor &wanted, int distance)
-{
+bool isNear(const QColor &colour, const QColor &wanted, int distance) {
     return std::abs(colour.red() - wanted.red()) <= distance && std::abs(colour.green() - wanted.green()) <= distance &&
            std::abs(colour.blue() - wanted.blue()) <= distance;
 }
 
 /// Size of what is drawn on a white ground.
-QSize inkOf(const QImage &image)
-{
+QSize inkOf(const QImage &image) {
     QRect ink;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
@@ -45,8 +41,7 @@ QSize inkOf(const QImage &image)
 }
 
 /// Mean difference of grey between two pictures of the same size.
-double difference(const QImage &left, const QImage &right)
-{
+double difference(const QImage &left, const QImage &right) {
     double sum = 0;
     for (int y = 0; y < left.height(); ++y)
         for (int x = 0; x < left.width(); ++x)
@@ -63,16 +58,14 @@ class TestResources : public QObject
 private slots:
     void initTestCase() { loadResources(); }
 
-    void loadingTwiceChangesNothing()
-    {
+    void loadingTwiceChangesNothing() {
         const QStringList before = QDir(kFolder).entryList();
         loadResources();
         QCOMPARE(QDir(kFolder).entryList(), before);
         QVERIFY(!before.isEmpty());
     }
 
-    void pictureHasItsSizeAndGround_data()
-    {
+    void pictureHasItsSizeAndGround_data() {
         columns<QSize, bool>("size", "transparent");
         row("sfondo_prog.png", QSize(512, 512), false);
         row("ok.png", QSize(160, 160), true);
@@ -82,8 +75,7 @@ private slots:
         row("corvin88x60.png", QSize(88, 60), true);
         row("corvin4manager.png", QSize(256, 256), true);
     }
-    void pictureHasItsSizeAndGround()
-    {
+    void pictureHasItsSizeAndGround() {
         QFETCH(QSize, size);
         QFETCH(bool, transparent);
         const QImage image = picture(QLatin1String(QTest::currentDataTag()));
@@ -95,14 +87,12 @@ private slots:
         QVERIFY(solid > size.width() * size.height() / 4);
     }
 
-    void highResolutionPictureIsTheSameTwiceAsLarge_data()
-    {
+    void highResolutionPictureIsTheSameTwiceAsLarge_data() {
         columns<QString>("name");
         for (const char *name : {"ok", "ko", "collega", "chiudi", "corvin88x60"})
             row(name, QString::fromLatin1(name));
     }
-    void highResolutionPictureIsTheSameTwiceAsLarge()
-    {
+    void highResolutionPictureIsTheSameTwiceAsLarge() {
         QFETCH(QString, name);
         const QImage small = picture(name + ".png"_s);
         const QImage large = picture(name + "@2x.png"_s);
@@ -111,8 +101,7 @@ private slots:
         QVERIFY(difference(on(Qt::white, small), on(Qt::white, shrunk)) < 4);
     }
 
-    void everyDrawingHasItsPicture()
-    {
+    void everyDrawingHasItsPicture() {
         const QDir folder(QStringLiteral(CORVIN_PICTURE_FOLDER));
         const QStringList drawings = folder.entryList({"*.svg"_s}, QDir::Files);
         QStringList pictures = QDir(kFolder).entryList({"*.png"_s}, QDir::Files);
@@ -125,8 +114,7 @@ private slots:
         QCOMPARE(pictures, QStringList());
     }
 
-    void backgroundIsCalmAndLight()
-    {
+    void backgroundIsCalmAndLight() {
         // Light enough for black text and for dark buttons, dark enough not to dazzle, and without strong marks.
         const auto isOutside = [](const QColor &colour) {
             const int grey = qGray(colour.rgb());
@@ -135,14 +123,12 @@ private slots:
         QCOMPARE(countPixels(picture("sfondo_prog.png"_s), isOutside), 0);
     }
 
-    void backgroundRepeatsWithoutSeam_data()
-    {
+    void backgroundRepeatsWithoutSeam_data() {
         columns<bool>("columns");
         row("sideways", true);
         row("downwards", false);
     }
-    void backgroundRepeatsWithoutSeam()
-    {
+    void backgroundRepeatsWithoutSeam() {
         QFETCH(bool, columns);
         const QImage image = picture("sfondo_prog.png"_s);
         const auto lineAt = [&](int i) {
@@ -156,8 +142,7 @@ private slots:
         QVERIFY2(atTheSeam <= worstInside * 1.1, qPrintable(QString::number(atTheSeam)));
     }
 
-    void resultPicturesDifferInShapeNotOnlyInColour()
-    {
+    void resultPicturesDifferInShapeNotOnlyInColour() {
         const QImage good = picture("ok.png"_s);
         const QImage bad = picture("ko.png"_s);
         const auto isMark = [](const QColor &colour) {
@@ -177,14 +162,12 @@ private slots:
         QVERIFY(badDisc.red() > badDisc.green() + 40);
     }
 
-    void closePictureIsLegibleWhenSmall_data()
-    {
+    void closePictureIsLegibleWhenSmall_data() {
         columns<QColor>("ground");
         row("on dark", QColor(51, 51, 51));
         row("on light", QColor(217, 217, 217));
     }
-    void closePictureIsLegibleWhenSmall()
-    {
+    void closePictureIsLegibleWhenSmall() {
         QFETCH(QColor, ground);
         const QPixmap small = QIcon(":/imgs/chiudi.png"_s).pixmap(24, 24);
         QCOMPARE(small.size(), QSize(24, 24));
@@ -195,8 +178,7 @@ private slots:
             QVERIFY(qGray(shown.pixel(between)) < 90);
     }
 
-    void connectPictureKeepsItsProportionsInASmallLabel()
-    {
+    void connectPictureKeepsItsProportionsInASmallLabel() {
         QLabel label;
         label.setStyleSheet("background-color: rgb(255, 255, 255); image: url(:/imgs/collega.png);"_s);
         label.resize(320, 300);
@@ -207,8 +189,7 @@ private slots:
         QVERIFY(std::abs(ink.height() - whole.height() / 2) <= 4);
     }
 
-    void windowIconIsTransparentAtItsCornersInEverySize()
-    {
+    void windowIconIsTransparentAtItsCornersInEverySize() {
         const QIcon icon(":/imgs/corvin4manager.png"_s);
         for (const int width : {16, 24, 32, 48, 64, 128, 256}) {
             const QImage image = icon.pixmap(width, width).toImage().convertToFormat(QImage::Format_ARGB32);
@@ -218,8 +199,7 @@ private slots:
         }
     }
 
-    void windowsIconHoldsAllSizes()
-    {
+    void windowsIconHoldsAllSizes() {
         QImageReader reader(QStringLiteral(CORVIN_PICTURE_FOLDER "/corvin4manager.ico"));
         QList<int> widths;
         for (int i = 0; i < reader.imageCount(); ++i) {

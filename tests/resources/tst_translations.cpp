@@ -19,8 +19,7 @@ struct Entry
     QString key() const { return context + " | "_s + source + " | "_s + comment; }
 };
 
-QList<Entry> readEntries(const QString &path)
-{
+QList<Entry> readEntries(const QString &path) {
     QList<Entry> entries;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -50,8 +49,7 @@ QList<Entry> readEntries(const QString &path)
     return entries;
 }
 
-QStringList keysOf(const QList<Entry> &entries)
-{
+QStringList keysOf(const QList<Entry> &entries) {
     QStringList keys;
     for (const Entry &entry : entries)
         keys.append(entry.key());
@@ -60,8 +58,7 @@ QStringList keysOf(const QList<Entry> &entries)
 }
 
 /// All that matches in a text, sorted.
-QStringList matchesIn(const QString &text, const QString &pattern)
-{
+QStringList matchesIn(const QString &text, const QString &pattern) {
     QStringList found;
     QRegularExpressionMatchIterator matches = QRegularExpression(pattern).globalMatch(text);
     while (matches.hasNext())
@@ -70,18 +67,15 @@ QStringList matchesIn(const QString &text, const QString &pattern)
     return found;
 }
 
-bool agree(const Entry &entry, const char *pattern)
-{
+bool agree(const Entry &entry, const char *pattern) {
     return matchesIn(entry.source, QLatin1String(pattern)) == matchesIn(entry.translation, QLatin1String(pattern));
 }
 
-bool isInCapitals(const QString &text)
-{
+bool isInCapitals(const QString &text) {
     return text == text.toUpper();
 }
 
-bool allFontsHave(const QString &text)
-{
+bool allFontsHave(const QString &text) {
     for (const char *file : {":/fonts/helr45w.ttf", ":/fonts/helr75w.ttf", ":/fonts/BebasNeue.otf"}) {
         const QRawFont font(QLatin1String(file), 20);
         for (const QChar letter : text)
@@ -119,14 +113,12 @@ class TestTranslations : public QObject
     QStringList program; ///< keys of what a fresh run of lupdate finds
     QMap<QString, QList<Entry>> entriesOf;
 
-    static void addLanguages()
-    {
+    static void addLanguages() {
         columns<QString>("code");
         for (const char *code : {"it", "en", "de"})
             row(code, QString::fromLatin1(code));
     }
-    void verifyEntries(const QString &code, const Rule &rule) const
-    {
+    void verifyEntries(const QString &code, const Rule &rule) const {
         const QList<Entry> entries = entriesOf.value(code);
         QVERIFY(!entries.isEmpty());
         for (const Entry &entry : entries)
@@ -134,8 +126,7 @@ class TestTranslations : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         SKIP_ON_WINDOWS("SKIPPED WHOLE: lupdate is a program of the machine that builds");
         loadResources();
         const QTemporaryDir folder;
@@ -152,41 +143,35 @@ private slots:
     }
 
     void everyTextOfTheProgramHasItsEntryAndNoOtherHas_data() { addLanguages(); }
-    void everyTextOfTheProgramHasItsEntryAndNoOtherHas()
-    {
+    void everyTextOfTheProgramHasItsEntryAndNoOtherHas() {
         QFETCH(QString, code);
         // A failure here is cured by scripts/update-translations.
         QCOMPARE(keysOf(entriesOf.value(code)), program);
     }
 
-    void everyEntryFollowsTheRule_data()
-    {
+    void everyEntryFollowsTheRule_data() {
         columns<QString, Rule>("code", "rule");
         for (const auto &rule : kRules)
             for (const QString &code : words("it en de"))
                 row(qPrintable(code + QLatin1Char(' ') + QLatin1String(rule.first)), code, rule.second);
     }
-    void everyEntryFollowsTheRule()
-    {
+    void everyEntryFollowsTheRule() {
         QFETCH(QString, code);
         QFETCH(Rule, rule);
         verifyEntries(code, rule);
     }
 
-    void italianIsTheSourceItself()
-    {
+    void italianIsTheSourceItself() {
         verifyEntries("it"_s, [](const Entry &entry) { return entry.translation == entry.source; });
     }
 
-    void translationsDifferFromTheItalian_data()
-    {
+    void translationsDifferFromTheItalian_data() {
         columns<QString, QStringList>("code", "same");
         // "About" and "Release 3.0" are English in the Italian interface already.
         row("en", "en"_s, QStringList{"No"_s, "About"_s});
         row("de", "de"_s, QStringList());
     }
-    void translationsDifferFromTheItalian()
-    {
+    void translationsDifferFromTheItalian() {
         QFETCH(QString, code);
         QFETCH(QStringList, same);
         same += {"Corvin4 Manager"_s, "Release 3.0"_s, "STOP"_s, "OK"_s, "Ok"_s, "???"_s};
@@ -196,8 +181,7 @@ private slots:
     }
 
     void sameItalianTextIsTranslatedTheSameEverywhere_data() { addLanguages(); }
-    void sameItalianTextIsTranslatedTheSameEverywhere()
-    {
+    void sameItalianTextIsTranslatedTheSameEverywhere() {
         QFETCH(QString, code);
         QHash<QString, QString> first;
         verifyEntries(code, [&first](const Entry &entry) {
@@ -208,15 +192,13 @@ private slots:
         });
     }
 
-    void adviceAfterAFailedOptimisationIsNoEntry()
-    {
+    void adviceAfterAFailedOptimisationIsNoEntry() {
         // Deliberate: this one advice stays Italian in every language.
         QVERIFY(program.filter(" | Riesegui la procedura di ottimizzazione | "_s).isEmpty());
     }
 
     void compiledFileHoldsEveryEntry_data() { addLanguages(); }
-    void compiledFileHoldsEveryEntry()
-    {
+    void compiledFileHoldsEveryEntry() {
         QFETCH(QString, code);
         QTranslator translator;
         QVERIFY(translator.load("lang_"_s + code, kLanguageFolder));
@@ -227,8 +209,7 @@ private slots:
         });
     }
 
-    void standardTextsSpeakTheLanguage_data()
-    {
+    void standardTextsSpeakTheLanguage_data() {
         columns<QString, QByteArray, QByteArray, QString>("language", "context", "source", "expected");
         const auto text = [](const char *language, const char *context, const char *source, const QString &expected) {
             QTest::addRow("%s %s", source, language)
@@ -247,8 +228,7 @@ private slots:
         // English is what Qt is written in: no entry, the source is shown.
         text("lang_en", "QPlatformTheme", "&Yes", QString());
     }
-    void standardTextsSpeakTheLanguage()
-    {
+    void standardTextsSpeakTheLanguage() {
         QFETCH(QString, language);
         QFETCH(QByteArray, context);
         QFETCH(QByteArray, source);
@@ -257,15 +237,13 @@ private slots:
         QTEST(translator.translate(context.constData(), source.constData()), "expected");
     }
 
-    void standardButtonsSpeakTheLanguage_data()
-    {
+    void standardButtonsSpeakTheLanguage_data() {
         columns<QStringList>("expected");
         row("lang_it", words("&Sì &No Annulla"));
         row("lang_en", words("&Yes &No Cancel"));
         row("lang_de", words("&Ja &Nein Abbrechen"));
     }
-    void standardButtonsSpeakTheLanguage()
-    {
+    void standardButtonsSpeakTheLanguage() {
         QTranslator translator;
         QVERIFY(translator.load(QLatin1String(QTest::currentDataTag()), kLanguageFolder));
         QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -277,8 +255,7 @@ private slots:
         QTEST(texts, "expected");
     }
 
-    void oneTranslatorGoesRoundTheLanguages()
-    {
+    void oneTranslatorGoesRoundTheLanguages() {
         QTranslator translator;
         const QStringList texts = words("INDIETRO BACK ZURÜCK INDIETRO");
         for (int i = 0; i < texts.size(); ++i) {
@@ -287,8 +264,7 @@ private slots:
         }
     }
 
-    void unknownLanguageLoadsNothing()
-    {
+    void unknownLanguageLoadsNothing() {
         for (const QString &name : words("lang_fr lang_es no_set lang_"))
             QVERIFY2(!QTranslator().load(name, kLanguageFolder), qPrintable(name));
     }

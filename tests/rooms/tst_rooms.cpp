@@ -25,8 +25,7 @@ const QMap<QString, Room> kRooms = {
 };
 
 /// The words with which the build compiles a source, without the file itself and what is made of it.
-QStringList compilerWords(const QString &source)
-{
+QStringList compilerWords(const QString &source) {
     const QString path = QStringLiteral(SOURCE_FOLDER "/src/") + source;
     const QByteArray commands = contentOf(QStringLiteral(BUILD_FOLDER "/compile_commands.json"));
     const QJsonArray entries = QJsonDocument::fromJson(commands).array();
@@ -43,8 +42,7 @@ QStringList compilerWords(const QString &source)
 }
 
 /// What the compiler says when a file of @p room includes @p header; empty when it has nothing to say.
-QString complaint(const Room &room, const QString &header)
-{
+QString complaint(const Room &room, const QString &header) {
     QProcess compiler;
     QStringList arguments = compilerWords(QLatin1String(room.source));
     if (arguments.isEmpty())
@@ -69,15 +67,13 @@ class TestRooms : public QObject
     Q_OBJECT
 
 private slots:
-    void roomSeesOnlyTheRoomsItNames_data()
-    {
+    void roomSeesOnlyTheRoomsItNames_data() {
         columns<QString>("room");
         for (auto room = kRooms.cbegin(); room != kRooms.cend(); ++room)
             row(qPrintable(room.key()), room.key());
     }
 
-    void roomSeesOnlyTheRoomsItNames()
-    {
+    void roomSeesOnlyTheRoomsItNames() {
         QFETCH(QString, room);
         const Room &looking = kRooms[room];
         for (auto other = kRooms.cbegin(); other != kRooms.cend(); ++other) {

@@ -3,38 +3,32 @@
 #include "support/testing.h"
 
 /// A table of cases whose rows hold what came out and what should have; compareRow() is the body of its test.
-template <typename T> void outcomes()
-{
+template <typename T> void outcomes() {
     columns<T, T>("actual", "expected");
 }
-template <typename T> void compareRow()
-{
+template <typename T> void compareRow() {
     QFETCH(T, actual);
     QTEST(actual, "expected");
 }
 
 /// "a\0b"_b are these three bytes.
-inline QByteArray operator""_b(const char *text, size_t size)
-{
+inline QByteArray operator""_b(const char *text, size_t size) {
     return QByteArray(text, static_cast<int>(size));
 }
 
 /// "00FF"_hex are these two bytes.
-inline QByteArray operator""_hex(const char *digits, size_t size)
-{
+inline QByteArray operator""_hex(const char *digits, size_t size) {
     return QByteArray::fromHex(QByteArray(digits, static_cast<int>(size)));
 }
 
-inline QByteArray littleEndian(quint32 value, int bytes = 4)
-{
+inline QByteArray littleEndian(quint32 value, int bytes = 4) {
     QByteArray result;
     for (int i = 0; i < bytes; ++i)
         result.append(static_cast<char>(value >> (8 * i)));
     return result;
 }
 
-inline QByteArray bigEndian(quint32 value, int bytes = 4)
-{
+inline QByteArray bigEndian(quint32 value, int bytes = 4) {
     QByteArray result = littleEndian(value, bytes);
     std::reverse(result.begin(), result.end());
     return result;
@@ -42,8 +36,7 @@ inline QByteArray bigEndian(quint32 value, int bytes = 4)
 
 /// Calls @p check with every prefix of @p bytes, the empty and the whole one included, and with @p bytes in which one
 /// byte is changed, every byte in turn: inverted, its lowest bit and its highest bit changed.
-template <typename Check> void forEachDamagedCopy(const QByteArray &bytes, Check check)
-{
+template <typename Check> void forEachDamagedCopy(const QByteArray &bytes, Check check) {
     for (int size = 0; size <= bytes.size(); ++size)
         check(bytes.left(size));
     for (int i = 0; i < bytes.size(); ++i) {

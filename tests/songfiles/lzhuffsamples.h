@@ -11,8 +11,7 @@ namespace LzHuffSamples {
 constexpr int kLargest = 500000; ///< bytes that can be expanded at most
 
 /// @p size bytes below @p values, at random.
-inline QByteArray randomBytes(int size, int values = 256)
-{
+inline QByteArray randomBytes(int size, int values = 256) {
     std::minstd_rand generator(4711);
     QByteArray bytes;
     for (int i = 0; i < size; ++i)
@@ -21,8 +20,7 @@ inline QByteArray randomBytes(int size, int values = 256)
 }
 
 /// Notes as a small sequencer writes them.
-inline QByteArray songLike(int size)
-{
+inline QByteArray songLike(int size) {
     std::minstd_rand generator(7);
     QByteArray bytes("MThd");
     while (bytes.size() < size) {
@@ -34,14 +32,12 @@ inline QByteArray songLike(int size)
     return bytes.left(size);
 }
 
-inline QByteArray repeated(const QByteArray &pattern, int size)
-{
+inline QByteArray repeated(const QByteArray &pattern, int size) {
     return pattern.repeated(size / pattern.size() + 1).left(size);
 }
 
 /// Bytes whose frequencies grow as the numbers of Fibonacci do, shuffled.
-inline QByteArray unevenBytes(int size)
-{
+inline QByteArray unevenBytes(int size) {
     QByteArray bytes;
     int count = 1;
     int before = 1;
@@ -55,8 +51,7 @@ inline QByteArray unevenBytes(int size)
 }
 
 /// Up to 34,000 bytes each.
-inline void addSmallSamples()
-{
+inline void addSmallSamples() {
     columns<QByteArray>("input");
     row("one byte", "A"_b);
     row("two blanks", "  "_b);
@@ -76,8 +71,7 @@ inline void addSmallSamples()
 }
 
 /// These and others of kLargest bytes each.
-inline void addAllSamples()
-{
+inline void addAllSamples() {
     addSmallSamples();
     row("500,000 zeros", QByteArray(kLargest, '\0'));
     row("500,000 at random", randomBytes(kLargest));

@@ -17,8 +17,7 @@ struct Token
     int byte = -1;     ///< of a byte as it is
 };
 
-inline bool operator==(const Token &a, const Token &b)
-{
+inline bool operator==(const Token &a, const Token &b) {
     return a.length == b.length && a.position == b.position && a.byte == b.byte;
 }
 
@@ -36,8 +35,7 @@ struct Node
 class PointerTree
 {
 public:
-    explicit PointerTree(int symbols)
-    {
+    explicit PointerTree(int symbols) {
         for (int symbol = 0; symbol < symbols; ++symbol) {
             m_list.append(newNode(1));
             m_list.last()->symbol = symbol;
@@ -48,8 +46,7 @@ public:
 
     Node *root() const { return m_list.last(); }
 
-    void count(int symbol)
-    {
+    void count(int symbol) {
         if (root()->weight == 32768)
             halve();
         for (Node *node = m_leaves[symbol]; node; node = node->parent) {
@@ -60,22 +57,19 @@ public:
     }
 
 private:
-    Node *newNode(int weight)
-    {
+    Node *newNode(int weight) {
         m_all.push_back(std::make_unique<Node>());
         m_all.back()->weight = weight;
         return m_all.back().get();
     }
 
     /// The place behind all nodes of this weight.
-    int placeBehind(int weight) const
-    {
+    int placeBehind(int weight) const {
         const auto isHeavier = [](int than, const Node *node) { return than < node->weight; };
         return int(std::upper_bound(m_list.begin(), m_list.end(), weight, isHeavier) - m_list.begin());
     }
 
-    void joinAll()
-    {
+    void joinAll() {
         const int wanted = 2 * m_list.size() - 1;
         for (int pair = 0; m_list.size() < wanted; pair += 2) {
             Node *both = newNode(m_list.at(pair)->weight + m_list.at(pair + 1)->weight);
@@ -88,8 +82,7 @@ private:
         root()->parent = nullptr;
     }
 
-    void halve()
-    {
+    void halve() {
         const auto isNoLeaf = [](const Node *node) { return node->symbol < 0; };
         m_list.erase(std::remove_if(m_list.begin(), m_list.end(), isNoLeaf), m_list.end());
         for (Node *leaf : qAsConst(m_list))
@@ -97,8 +90,7 @@ private:
         joinAll();
     }
 
-    void swapPlaces(Node *a, Node *b)
-    {
+    void swapPlaces(Node *a, Node *b) {
         if (a == b)
             return;
         std::swap(m_list[m_list.indexOf(a)], m_list[m_list.indexOf(b)]);
@@ -117,16 +109,14 @@ struct Bits
     const QByteArray &bytes;
     int next = 0;
 
-    int take()
-    {
+    int take() {
         const int byte = next / 8 < bytes.size() ? static_cast<quint8>(bytes.at(next / 8)) : 0;
         return (byte >> (7 - next++ % 8)) & 1;
     }
 };
 
 /// Reads one of 64 values whose codes count upwards: 1, 3, 8, 12, 24 and 16 of them with 3 to 8 bits.
-inline int takeUpperPosition(Bits &bits)
-{
+inline int takeUpperPosition(Bits &bits) {
     int code = bits.take() * 2 + bits.take();
     int firstCode = 0;
     int firstValue = 0;
@@ -150,8 +140,7 @@ public:
     int length = 0;
     int position = 0;
 
-    void insert(int r)
-    {
+    void insert(int r) {
         length = 0;
         m_child[0].remove(r);
         m_child[1].remove(r);
@@ -185,8 +174,7 @@ public:
         hang(r, where);
     }
 
-    void remove(int p)
-    {
+    void remove(int p) {
         if (!m_place.contains(p))
             return;
         const Place where = m_place.value(p);
@@ -220,14 +208,12 @@ private:
 
     int childOf(int node, int side) const { return m_child[side].value(node, -1); }
 
-    void hang(int node, const Place &place)
-    {
+    void hang(int node, const Place &place) {
         m_child[place.second].insert(place.first, node);
         m_place.insert(node, place);
     }
 
-    void forget(int node)
-    {
+    void forget(int node) {
         m_child[0].remove(node);
         m_child[1].remove(node);
         m_place.remove(node);
@@ -240,8 +226,7 @@ private:
 };
 
 /// The tokens in @p bits that stand for @p size bytes, and these bytes in @p data.
-inline QVector<Token> decode(const QByteArray &bits, int size, int lookAhead, QByteArray &data)
-{
+inline QVector<Token> decode(const QByteArray &bits, int size, int lookAhead, QByteArray &data) {
     PointerTree tree(254 + lookAhead);
     Bits reader{bits};
     // Everything ever written, behind the blanks with which the ring begins.
@@ -272,8 +257,7 @@ inline QVector<Token> decode(const QByteArray &bits, int size, int lookAhead, QB
 }
 
 /// The tokens that the published encoder writes for @p data.
-inline QVector<Token> chooseMatches(const QByteArray &data, int lookAhead)
-{
+inline QVector<Token> chooseMatches(const QByteArray &data, int lookAhead) {
     QVector<int> ring(kRing + lookAhead - 1);
     MapSearch search(ring, lookAhead);
     int r = kRing - lookAhead;

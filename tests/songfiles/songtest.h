@@ -9,24 +9,21 @@
 // What the tests of the song classes share.
 
 /// A record in which every field has a value of its own that all formats can hold.
-inline SongInfo fullInfo()
-{
+inline SongInfo fullInfo() {
     const QList<SongMarker> markers{{1, "Intro"_s}, {300, "Ritornello"_s}};
     return {"Volare"_s, "Domenico"_s, "Canzone"_s, "Modugno"_s,    215, 128, "Bb"_s, QString(),
             true,       markers,      QString(),   "VOLARE.MID"_s, 0x20};
 }
 
 /// Another one, without what only MFx songs have.
-inline SongInfo otherInfo()
-{
+inline SongInfo otherInfo() {
     const QList<SongMarker> markers{{7, "Coro"_s}};
     return {"Azzurro"_s, "Adriano"_s, "Pop"_s, "Paolo"_s, 90,        77, "F#-"_s,
             QString(),   true,        markers, QString(), QString(), 0};
 }
 
 /// The fields that every format holds, and the markers.
-inline QStringList fieldsOf(const SongInfo &info)
-{
+inline QStringList fieldsOf(const SongInfo &info) {
     QStringList lines{info.title, info.artist, info.genre, info.author, info.key};
     lines += "%1 s, %2 bpm"_s.arg(info.length).arg(info.userBpm);
     for (const SongMarker &marker : info.markers)
@@ -35,23 +32,20 @@ inline QStringList fieldsOf(const SongInfo &info)
 }
 
 /// All that a record holds.
-inline QStringList linesOf(const SongInfo &info)
-{
+inline QStringList linesOf(const SongInfo &info) {
     const QString maker = info.isQArte ? "the maker's"_s : "anyone's"_s;
     return fieldsOf(info) +
            QStringList({maker, info.format, info.filename, info.MfxLongName, QString::number(info.MfxFlags)});
 }
 
-inline QByteArray compressed(const QByteArray &bytes)
-{
+inline QByteArray compressed(const QByteArray &bytes) {
     QByteArray result;
     LzHuff().compress(bytes, result);
     return result;
 }
 
 /// The MIDI stream in the file of an MFx song.
-inline QByteArray streamOf(const QByteArray &file)
-{
+inline QByteArray streamOf(const QByteArray &file) {
     QByteArray stream;
     if (!LzHuff().expand(file.mid(MfxHeader::sizeOfVersion(MfxHeader::versionOf(file))), stream))
         failTest("the stream cannot be expanded"_s);
@@ -62,13 +56,11 @@ inline QByteArray streamOf(const QByteArray &file)
 class SongOnDisk
 {
 public:
-    SongOnDisk(const QString &name, const QByteArray &bytes) : path(folder.addFile(name, bytes))
-    {
+    SongOnDisk(const QString &name, const QByteArray &bytes) : path(folder.addFile(name, bytes)) {
         if (!song.importFile(path))
             failTest(path + " should be taken"_s);
     }
-    SongInfo info() const
-    {
+    SongInfo info() const {
         SongInfo result = fullInfo();
         song.getSongInfo(result);
         return result;

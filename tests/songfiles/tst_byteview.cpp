@@ -10,8 +10,7 @@ class TestByteView : public QObject
     Q_OBJECT
 
 private slots:
-    void onlyBytesThatExistAreRead_data()
-    {
+    void onlyBytesThatExistAreRead_data() {
         outcomes<QByteArray>();
         const qint64 most = std::numeric_limits<qint64>::max();
         row("inside", ByteView::bytesAt("abcd", 1, 2), "bc"_b);
@@ -27,16 +26,14 @@ private slots:
     }
     void onlyBytesThatExistAreRead() { compareRow<QByteArray>(); }
 
-    void missingByteReadsAsZero()
-    {
+    void missingByteReadsAsZero() {
         QCOMPARE(ByteView::byteAt("\xFE", 0), quint8(0xFE));
         QCOMPARE(ByteView::byteAt("\xFE", 1), quint8(0));
         QCOMPARE(ByteView::byteAt("\xFE", -1), quint8(0));
         QCOMPARE(ByteView::byteAt(QByteArray(), 0), quint8(0));
     }
 
-    void textEndsAtTheFirstZeroByteAndIsTrimmed()
-    {
+    void textEndsAtTheFirstZeroByteAndIsTrimmed() {
         const QByteArray bytes = "xx \t\xE8 a \0 b\0"_b;
         QCOMPARE(ByteView::textAt(bytes, 2, 9), "è a"_s);
         QCOMPARE(ByteView::textAt(bytes, 2, 100), "è a"_s);
@@ -45,8 +42,7 @@ private slots:
         QCOMPARE(ByteView::textAt(bytes, 0, -3), QString());
     }
 
-    void cutLeavesNoHalfCharacter()
-    {
+    void cutLeavesNoHalfCharacter() {
         const QString note = "\U0001D11E"_s; // one character, two UTF-16 units
         QCOMPARE(cutText("ab"_s + note, 4), "ab"_s + note);
         QCOMPARE(cutText("ab"_s + note, 3), "ab"_s);

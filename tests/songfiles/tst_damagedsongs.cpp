@@ -7,8 +7,7 @@ class TestDamagedSongs : public QObject
     Q_OBJECT
 
 private slots:
-    void everyDamagedSongIsReadChangedAndSavedInTime_data()
-    {
+    void everyDamagedSongIsReadChangedAndSavedInTime_data() {
         columns<QString, QByteArray>("name", "bytes");
         SongInfo info = fullInfo();
         info.markers = {{1, "a"_s}};
@@ -24,8 +23,7 @@ private slots:
         row("MP3 2.3 UTF-16", "a.mp3"_s, SongFactory::mp3(3, info, 1, 1));
         row("MP3 2.4 UTF-8", "a.mp3"_s, SongFactory::mp3(4, info, 3, 1));
     }
-    void everyDamagedSongIsReadChangedAndSavedInTime()
-    {
+    void everyDamagedSongIsReadChangedAndSavedInTime() {
         QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
         const PcFolder folder;
@@ -42,8 +40,7 @@ private slots:
 private:
     static constexpr int kMostMillisecondsASong = 3000;
 
-    static void goAllTheWay(const QString &path, const QByteArray &bytes, bool manual)
-    {
+    static void goAllTheWay(const QString &path, const QByteArray &bytes, bool manual) {
         QFile::remove(path);
         putFile(path, bytes);
         QElapsedTimer timer;
@@ -81,8 +78,7 @@ private:
     }
 
     /// What an MP3 song holds behind its tag.
-    static QByteArray audioOf(const QByteArray &bytes)
-    {
+    static QByteArray audioOf(const QByteArray &bytes) {
         Id3Tag tag;
         return tag.load(bytes) ? bytes.mid(int(tag.audioOffset())) : QByteArray();
     }

@@ -14,8 +14,7 @@ class TestHuffmanTree : public QObject
     Q_OBJECT
 
 private slots:
-    void symbolsComeBackInOrder_data()
-    {
+    void symbolsComeBackInOrder_data() {
         columns<Symbols>("symbols");
         Symbols downwards(kSymbols);
         std::iota(downwards.rbegin(), downwards.rend(), 0);
@@ -28,8 +27,7 @@ private slots:
         row("one symbol", Symbols(200000, 282));
         row("worst case, twice halved", worstCase() + Symbols(40000, 1) + worstCase());
     }
-    void symbolsComeBackInOrder()
-    {
+    void symbolsComeBackInOrder() {
         QFETCH(Symbols, symbols);
         HuffmanTree tree(kSymbols);
         tree.start(kSymbols);
@@ -40,8 +38,7 @@ private slots:
             QCOMPARE(tree.decode(reader), symbol);
     }
 
-    void codesGrowBeyondSixteenBits()
-    {
+    void codesGrowBeyondSixteenBits() {
         const Symbols symbols = worstCase();
         HuffmanTree tree(kSymbols);
         tree.start(kSymbols);
@@ -50,8 +47,7 @@ private slots:
         QVERIFY2(last.size() > 2, last.toHex().constData());
     }
 
-    void anyBitsLeadToASymbol()
-    {
+    void anyBitsLeadToASymbol() {
         for (const char byte : {'\x00', '\x55', '\xAA', '\xFF'}) {
             HuffmanTree tree(1278);
             tree.start(kSymbols);
@@ -64,8 +60,7 @@ private slots:
         }
     }
 
-    void bitsAreWrittenFromTheHighestAndFilledUpWithZeros()
-    {
+    void bitsAreWrittenFromTheHighestAndFilledUpWithZeros() {
         QByteArray bytes;
         BitWriter writer(bytes);
         writer.putBits(0x5, 3);
@@ -83,8 +78,7 @@ private slots:
 private:
     static constexpr int kSymbols = 283;
 
-    static QByteArray encoded(HuffmanTree &tree, const Symbols &symbols)
-    {
+    static QByteArray encoded(HuffmanTree &tree, const Symbols &symbols) {
         QByteArray bits;
         BitWriter writer(bits);
         for (const int symbol : symbols)
@@ -96,8 +90,7 @@ private:
     /// Symbols whose frequencies grow as the numbers of Fibonacci do, beginning below where the 283 symbols of a new
     /// tree together stand: close to the worst case for the length of a code. At the end one symbol that never came
     /// before.
-    static Symbols worstCase()
-    {
+    static Symbols worstCase() {
         Symbols symbols;
         int count = 175;
         int before = 108;
@@ -109,8 +102,7 @@ private:
         return symbols;
     }
 
-    static Symbols atRandom(int size)
-    {
+    static Symbols atRandom(int size) {
         std::minstd_rand generator(5);
         Symbols symbols;
         for (int i = 0; i < size; ++i)

@@ -7,8 +7,7 @@ class TestId3Tag : public QObject
     Q_OBJECT
 
 private slots:
-    void tagIsTakenAsFarAsItsSizeSays_data()
-    {
+    void tagIsTakenAsFarAsItsSizeSays_data() {
         columns<QByteArray, QByteArray>("data", "kept"); // nothing is kept of what is refused
         const auto sized = [](const QByteArray &size, int bytes) { return header(size).leftJustified(bytes, '\0'); };
         const QByteArray padded = id3v2Tag(3, fullInfo(), 1, 100);
@@ -35,8 +34,7 @@ private slots:
         row("80 first is far too long", sized("80000000"_hex, 20000), ""_b);
         row("greatest that passes", sized("80808080"_hex, 20000), ""_b);
     }
-    void tagIsTakenAsFarAsItsSizeSays()
-    {
+    void tagIsTakenAsFarAsItsSizeSays() {
         QFETCH(QByteArray, data);
         QFETCH(QByteArray, kept);
         Id3Tag tag;
@@ -45,16 +43,14 @@ private slots:
         QCOMPARE(tag.audioOffset(), qint64(kept.size()));
     }
 
-    void fileWithoutTagGetsANewOneOfTenBytes()
-    {
+    void fileWithoutTagGetsANewOneOfTenBytes() {
         const Id3Tag tag = loaded(silentMp3Frames(2));
         QCOMPARE(tag.bytes(), kEmptyTag);
         QCOMPARE(tag.audioOffset(), qint64(0));
         QCOMPARE(tag.formatCode(), int(Mp3Format));
     }
 
-    void noMoreThanTheTagIsNeeded_data()
-    {
+    void noMoreThanTheTagIsNeeded_data() {
         outcomes<int>();
         row("nothing", Id3Tag::bytesNeeded(""), 10);
         row("no tag", Id3Tag::bytesNeeded(silentMp3Frames(1).left(10)), 10);
@@ -66,8 +62,7 @@ private slots:
     }
     void noMoreThanTheTagIsNeeded() { compareRow<int>(); }
 
-    void textIsDecodedByItsEncodingByte_data()
-    {
+    void textIsDecodedByItsEncodingByte_data() {
         outcomes<QString>();
         row("Latin-1", decoded("\0Perch\xE9"_b), "Perché"_s);
         row("Latin-1 ends at a zero byte", decoded("\0ab\0cd"_b), "ab"_s);
@@ -90,8 +85,7 @@ private slots:
     }
     void textIsDecodedByItsEncodingByte() { compareRow<QString>(); }
 
-    void sizeOfAFrameHasSevenBitsAByteAndEndsWithTheTag_data()
-    {
+    void sizeOfAFrameHasSevenBitsAByteAndEndsWithTheTag_data() {
         outcomes<QString>();
         const QByteArray letters(200, 'a');
         // 201 bytes with the encoding byte: 1 * 128 + 73
@@ -103,8 +97,7 @@ private slots:
     }
     void sizeOfAFrameHasSevenBitsAByteAndEndsWithTheTag() { compareRow<QString>(); }
 
-    void everyFieldIsRead_data()
-    {
+    void everyFieldIsRead_data() {
         outcomes<QStringList>();
         SongInfo info = fullInfo();
         info.markers.clear();
@@ -119,8 +112,7 @@ private slots:
     }
     void everyFieldIsRead() { compareRow<QStringList>(); }
 
-    void missingFrameReadsAsEmpty()
-    {
+    void missingFrameReadsAsEmpty() {
         QString text = "old"_s;
         QCOMPARE(loaded(mp3(3, SongInfo())).frameText("TIT2", text), -1);
         QVERIFY(text.isEmpty());
@@ -128,8 +120,7 @@ private slots:
         QVERIFY(!loaded(mp3(3, fullInfo())).hasMedt());
     }
 
-    void numbersThatAreNoneReadAsZero_data()
-    {
+    void numbersThatAreNoneReadAsZero_data() {
         outcomes<QString>();
         row("a number", lengthAndTempo("215000"_s), "215 215000"_s);
         row("truncated", lengthAndTempo("1999"_s), "1 1999"_s);
@@ -142,8 +133,7 @@ private slots:
     }
     void numbersThatAreNoneReadAsZero() { compareRow<QString>(); }
 
-    void frameWithoutRoomForItsHeaderReadsAsEmptyButIsThere()
-    {
+    void frameWithoutRoomForItsHeaderReadsAsEmptyButIsThere() {
         for (const char *rest : {"", "\x05", "\x05\x05\x05\x05", "\x05\x05\x05\x05zz"}) {
             const Id3Tag tag = withFrames(QByteArray("TIT2") + rest);
             QString text;
@@ -153,16 +143,14 @@ private slots:
         }
     }
 
-    void identifierInsideAnotherTextIsFound()
-    {
+    void identifierInsideAnotherTextIsFound() {
         const Id3Tag tag = withFrames(frame("TPE1", "The TCOM Band"_s) + frame("TCOM", "Writer"_s));
         QString text;
         QCOMPARE(tag.frameText("TCOM", text), 10 + 11 + 4);
         QVERIFY(text != "Writer"_s);
     }
 
-    void fieldsAreWrittenToTheirFrames_data()
-    {
+    void fieldsAreWrittenToTheirFrames_data() {
         outcomes<QByteArray>();
         const QByteArray stored = "\0\0\0\4\0\0\0new"_b;
         row("title", edited(frame("TIT2", "old"_s), &Id3Tag::setTitle, "new"_s), tag("TIT2" + stored));
@@ -188,8 +176,7 @@ private slots:
     }
     void fieldsAreWrittenToTheirFrames() { compareRow<QByteArray>(); }
 
-    void whatIsWrittenIsReadFromTheSameTag()
-    {
+    void whatIsWrittenIsReadFromTheSameTag() {
         Id3Tag tag = loaded(mp3(3, fullInfo()));
         tag.setTitle("Perché"_s);
         QCOMPARE(tag.title(), "PerchÃ©"_s);
@@ -208,8 +195,7 @@ private slots:
         QCOMPARE(tag.length(), 0);
     }
 
-    void framesAreRemovedAndAddedWithTheirBytesCounted_data()
-    {
+    void framesAreRemovedAndAddedWithTheirBytesCounted_data() {
         outcomes<QByteArray>();
         const QByteArray second = frame("TIT2", "second one"_s);
         const QByteArray added = "TIT2\0\0\0\4\0\0\0abc"_b;
@@ -233,8 +219,7 @@ private slots:
     }
     void framesAreRemovedAndAddedWithTheirBytesCounted() { compareRow<QByteArray>(); }
 
-    void newTagTakesNothing()
-    {
+    void newTagTakesNothing() {
         Id3Tag tag;
         QCOMPARE(tag.audioOffset(), qint64(0));
         QCOMPARE(tag.addFrame("TIT2", "abc", 10), 0);
@@ -242,8 +227,7 @@ private slots:
         QVERIFY(tag.bytes().isEmpty());
     }
 
-    void longFrameIsWrittenPlainlyAndReadSevenBitsAByte()
-    {
+    void longFrameIsWrittenPlainlyAndReadSevenBitsAByte() {
         Id3Tag tag = withFrames("");
         tag.setTitle(QString(126, QLatin1Char('a')));
         QCOMPARE(tag.bytes().mid(14, 4), "0000007F"_hex);
@@ -254,8 +238,7 @@ private slots:
         QCOMPARE(tag.title(), "aa"_s);
     }
 
-    void tagSizeIsKeptUpToDate()
-    {
+    void tagSizeIsKeptUpToDate() {
         Id3Tag tag = loaded(mp3(4, SongInfo()));
         for (int i = 0; i < 200; ++i)
             tag.addFrame("TXXX", QByteArray(90, 'x'), 10);
@@ -266,8 +249,7 @@ private slots:
         QCOMPARE(tag.bytes(), id3v2TagAround(4, QByteArray()));
     }
 
-    void makersMarkIsFoundInAnyCase()
-    {
+    void makersMarkIsFoundInAnyCase() {
         QVERIFY(withFrames(frame("TCOP", "(c) q-Arte srl"_s)).isQArte());
         QVERIFY(!withFrames(frame("TCOP", "(c) QArte"_s)).isQArte());
         QVERIFY(!withFrames(frame("TIT2", "Q-ARTE"_s)).isQArte());
@@ -278,13 +260,11 @@ private:
     static QByteArray tag(const QByteArray &frames) { return id3v2TagAround(3, frames); }
     static QByteArray frame(const QByteArray &id, const QString &text) { return id3v2TextFrame(3, id, text); }
     /// The frame of a title that states a size of its own.
-    static QByteArray title(const QByteArray &size, const QByteArray &payload)
-    {
+    static QByteArray title(const QByteArray &size, const QByteArray &payload) {
         return "TIT2" + size + "\0\0"_b + payload;
     }
 
-    static Id3Tag loaded(const QByteArray &bytes)
-    {
+    static Id3Tag loaded(const QByteArray &bytes) {
         Id3Tag tag;
         if (!tag.load(bytes))
             qFatal("the tag is refused");
@@ -293,43 +273,37 @@ private:
     static Id3Tag withFrames(const QByteArray &frames) { return loaded(tag(frames)); }
 
     /// The text of the second frame of a tag.
-    static QString decoded(const QByteArray &payload)
-    {
+    static QString decoded(const QByteArray &payload) {
         const QByteArray other = "TXXX\0\0\0\x02\0\0\0x"_b;
         QString text = "old"_s;
         const Id3Tag tag = withFrames(other + title(bigEndian(unsigned(payload.size())), payload) + "behind");
         return tag.frameText("TIT2", text) == 22 ? text : "not found"_s;
     }
-    static QStringList fieldsIn(const Id3Tag &tag)
-    {
+    static QStringList fieldsIn(const Id3Tag &tag) {
         const SongInfo info{tag.title(), tag.artist(),  tag.genre(), tag.author(), tag.length(), tag.bpm(), tag.key(),
                             {},          tag.isQArte(), {},          {},           {},           0};
         return fieldsOf(info) + words(tag.isQArte() ? "marked" : "unmarked");
     }
-    static QString lengthAndTempo(const QString &text)
-    {
+    static QString lengthAndTempo(const QString &text) {
         const Id3Tag tag = withFrames(frame("TLEN", text) + frame("TBPM", text));
         return "%1 %2"_s.arg(tag.length()).arg(tag.bpm());
     }
 
     /// The tag after a call of one of its functions.
-    template <typename... Call> static QByteArray edited(const QByteArray &frames, const Call &...call)
-    {
+    template <typename... Call> static QByteArray edited(const QByteArray &frames, const Call &...call) {
         Id3Tag tag = withFrames(frames);
         const auto invoke = [&tag](auto function, const auto &...arguments) { (tag.*function)(arguments...); };
         invoke(call...);
         return tag.bytes();
     }
     /// How many bytes of the title are removed, and what is left.
-    static QByteArray removed(const QByteArray &bytes)
-    {
+    static QByteArray removed(const QByteArray &bytes) {
         Id3Tag tag = loaded(bytes);
         const int count = tag.removeFrame("TIT2");
         return QByteArray::number(count) + ' ' + tag.bytes();
     }
     /// How many bytes are added as a title to a tag with an artist, and what it is then.
-    static QByteArray withTitle(const QByteArray &payload, int offset)
-    {
+    static QByteArray withTitle(const QByteArray &payload, int offset) {
         Id3Tag tag = withFrames(kArtist);
         const int count = tag.addFrame("TIT2", payload, offset);
         return QByteArray::number(count) + ' ' + tag.bytes();

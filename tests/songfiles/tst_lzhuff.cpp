@@ -21,15 +21,13 @@ public:
     using LzHuff::kMostLookAhead;
 };
 
-QByteArray compressed(const QByteArray &bytes)
-{
+QByteArray compressed(const QByteArray &bytes) {
     QByteArray packed("left over");
     LzHuff().compress(bytes, packed);
     return packed;
 }
 
-quint16 crc16(const QByteArray &bytes)
-{
+quint16 crc16(const QByteArray &bytes) {
     unsigned crc = 0;
     for (const char byte : bytes) {
         crc ^= static_cast<quint8>(byte);
@@ -40,8 +38,7 @@ quint16 crc16(const QByteArray &bytes)
 }
 
 /// The log lines with which a stream is refused.
-QStringList refused(const QByteArray &input)
-{
+QStringList refused(const QByteArray &input) {
     const LogCapture log;
     QByteArray plain("left over");
     if (LzHuff().expand(input, plain) || !plain.isEmpty())
@@ -51,8 +48,7 @@ QStringList refused(const QByteArray &input)
 }
 
 /// An LHA archive of one file "song", its header of level 0.
-QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain)
-{
+QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain) {
     const QByteArray dateAttributeAndLevel = "000021502000"_hex;
     const QByteArray header = "-lh1-" + littleEndian(unsigned(packed.size())) + littleEndian(unsigned(plain.size())) +
                               dateAttributeAndLevel + "\4song" + littleEndian(crc16(plain), 2);
@@ -63,8 +59,7 @@ QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain)
 }
 
 /// Length of the longest earlier text in the window that equals the one at @p at, found by trying all.
-int longestMatch(const QByteArray &withBlanks, int blanks, int at)
-{
+int longestMatch(const QByteArray &withBlanks, int blanks, int at) {
     int longest = 0;
     for (int from = qMax(blanks - kLookAhead, at - blanks); from < at; ++from) {
         int same = 0;
@@ -85,8 +80,7 @@ class TestLzHuff : public QObject
 private slots:
     // In the new tree of 283 leaves the parent of node i is 283 + i / 2 and the bit that leads to it i % 2. Node 65:
     // 65, 315, 440, 503, 534, 550, 558, 562, root. Node 256: 256, 411, 488, 527, 546, 556, 561, 563, root.
-    void firstSymbolsHaveTheCodesOfTheNewTree()
-    {
+    void firstSymbolsHaveTheCodesOfTheNewTree() {
         QCOMPARE(compressed("A"), "010000000b"_hex);
         // A match of three blanks: code 11001010, upper position 000, lower position 000000.
         QCOMPARE(compressed("   "), "03000000ca0000"_hex);
@@ -94,8 +88,7 @@ private slots:
 
     void emptyInputCompressesToItsSizeAlone() { QCOMPARE(compressed(""), "\0\0\0\0"_b); }
 
-    void emptyOrTooLargeSizeIsRefusedWithItsLines_data()
-    {
+    void emptyOrTooLargeSizeIsRefusedWithItsLines_data() {
         outcomes<QStringList>();
         const QString ruler = QString(69, QLatin1Char('='));
         const QString warning = "WARNING: skipping file, compressed stream corrupted/wrong size !!!"_s;
@@ -112,8 +105,7 @@ private slots:
     }
     void emptyOrTooLargeSizeIsRefusedWithItsLines() { compareRow<QStringList>(); }
 
-    void largestSizeExpands()
-    {
+    void largestSizeExpands() {
         QByteArray packed = compressed(QByteArray(kLargest, 'z'));
         QByteArray plain;
         LogCapture log;
@@ -124,8 +116,7 @@ private slots:
         QVERIFY(!LzHuff().expand(packed, plain));
     }
 
-    void compressLogsBothLengths()
-    {
+    void compressLogsBothLengths() {
         LogCapture log;
         compressed("A");
         compressed("");
@@ -133,8 +124,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, "Compress:  1  -->  5"_s));
     }
 
-    void positionCodesFollowTheirLengths_data()
-    {
+    void positionCodesFollowTheirLengths_data() {
         columns<int, int, int>("upper", "code", "length");
         row("only one of 3 bits", 0, 0x00, 3);
         row("first of 4 bits", 1, 0x20, 4);
@@ -148,8 +138,7 @@ private slots:
         row("first of 8 bits", 48, 0xF0, 8);
         row("last of 8 bits", 63, 0xFF, 8);
     }
-    void positionCodesFollowTheirLengths()
-    {
+    void positionCodesFollowTheirLengths() {
         QFETCH(int, upper);
         QFETCH(int, code);
         QFETCH(int, length);
@@ -163,14 +152,12 @@ private slots:
         }
     }
 
-    void whatIsCompressedExpandsToTheSameBytes_data()
-    {
+    void whatIsCompressedExpandsToTheSameBytes_data() {
         addAllSamples();
         for (const int size : {1, 2, 3, 27, 28, 29, 30, 57, 58, 59, 4066, 4067, 4068, 4095, 4096, 4097, 8192})
             QTest::addRow("song of %d bytes", size) << songLike(size);
     }
-    void whatIsCompressedExpandsToTheSameBytes()
-    {
+    void whatIsCompressedExpandsToTheSameBytes() {
         QFETCH(QByteArray, input);
         static LzHuff used; // one object serves both directions again and again
         QByteArray packed("left over");
@@ -183,8 +170,7 @@ private slots:
     }
 
     void anotherDecoderReadsTheStreamMadeOfThePublishedMatches_data() { addSmallSamples(); }
-    void anotherDecoderReadsTheStreamMadeOfThePublishedMatches()
-    {
+    void anotherDecoderReadsTheStreamMadeOfThePublishedMatches() {
         QFETCH(QByteArray, input);
         QByteArray plain;
         const auto written = PublishedLzHuff::decode(compressed(input).mid(4), input.size(), kLookAhead, plain);
@@ -195,15 +181,13 @@ private slots:
         QCOMPARE(written.size(), expected.size());
     }
 
-    void everyMatchIsTheLongestInTheWindow_data()
-    {
+    void everyMatchIsTheLongestInTheWindow_data() {
         columns<QByteArray>("input");
         row("song", songLike(9000));
         row("two values at random", randomBytes(9000, 2));
         row("ten values at random", randomBytes(9000, 10));
     }
-    void everyMatchIsTheLongestInTheWindow()
-    {
+    void everyMatchIsTheLongestInTheWindow() {
         QFETCH(QByteArray, input);
         QByteArray plain;
         const int blanks = 4096 - kLookAhead;
@@ -221,8 +205,7 @@ private slots:
     }
 
     void foreignProgramReadsTheSameAlgorithm_data() { addAllSamples(); }
-    void foreignProgramReadsTheSameAlgorithm()
-    {
+    void foreignProgramReadsTheSameAlgorithm() {
         SKIP_ON_WINDOWS("the other program is one of Linux");
         QFETCH(QByteArray, input);
         // The archiver knows the same algorithm with a longest match of 60.
@@ -235,8 +218,7 @@ private slots:
     }
 
     void largestLookAheadFitsIntoTheStorage_data() { addSmallSamples(); }
-    void largestLookAheadFitsIntoTheStorage()
-    {
+    void largestLookAheadFitsIntoTheStorage() {
         QFETCH(QByteArray, input);
         static LzHuffCore codec;
         QByteArray packed;
@@ -246,8 +228,7 @@ private slots:
         QVERIFY(plain == input);
     }
 
-    void missingBitsCountAsZero()
-    {
+    void missingBitsCountAsZero() {
         QByteArray packed = compressed(songLike(2000));
         packed.truncate(packed.size() / 2);
         QByteArray cut;
@@ -258,8 +239,7 @@ private slots:
         QVERIFY(cut == filledUp);
     }
 
-    void damagedStreamsEndAfterTheStatedSize()
-    {
+    void damagedStreamsEndAfterTheStatedSize() {
         const QByteArray packed = compressed(songLike(300) + QByteArray(100, ' '));
         QElapsedTimer timer;
         timer.start();
@@ -276,8 +256,7 @@ private slots:
         QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void garbageExpandsToTheStatedSize()
-    {
+    void garbageExpandsToTheStatedSize() {
         LzHuff codec;
         QByteArray plain;
         for (const int size : {1, 28, 29, 30, 4096, 77777, kLargest}) {

@@ -8,8 +8,7 @@ class TestMetaSong : public QObject
     Q_OBJECT
 
 private slots:
-    void formatNamesFollowTheirCodes_data()
-    {
+    void formatNamesFollowTheirCodes_data() {
         outcomes<QString>();
         const QStringList names = words("UNKNOWN UNKNOWN MIDI MIDI MF3 MF4 MF5 MP3 UNKNOWN");
         for (int code = -1; code <= 7; ++code)
@@ -18,8 +17,7 @@ private slots:
     }
     void formatNamesFollowTheirCodes() { compareRow<QString>(); }
 
-    void songIsRecognisedByItsFirstBytesAndRead_data()
-    {
+    void songIsRecognisedByItsFirstBytesAndRead_data() {
         outcomes<QStringList>();
         const SongInfo other = otherInfo();
         SongInfo standard = other;
@@ -58,8 +56,7 @@ private slots:
     }
     void songIsRecognisedByItsFirstBytesAndRead() { compareRow<QStringList>(); }
 
-    void mp3IsRecognisedByItsNameAndItsFirstBytes_data()
-    {
+    void mp3IsRecognisedByItsNameAndItsFirstBytes_data() {
         outcomes<bool>();
         row("ID3 in song.Mp3", isMp3("song.Mp3"_s, "ID3\x03"), true);
         row("ID3 in song.wav", isMp3("song.wav"_s, "ID3\x03"), false);
@@ -80,8 +77,7 @@ private slots:
     }
     void mp3IsRecognisedByItsNameAndItsFirstBytes() { compareRow<bool>(); }
 
-    void fileThatCannotBeOpenedIsRefused()
-    {
+    void fileThatCannotBeOpenedIsRefused() {
         const LogCapture log;
         const PcFolder folder;
         MetaSong song;
@@ -91,8 +87,7 @@ private slots:
         QCOMPARE(song.formatCode(), int(UnknownFormat));
     }
 
-    void brokenSongIsSkippedWithItsMessage_data()
-    {
+    void brokenSongIsSkippedWithItsMessage_data() {
         outcomes<QStringList>();
         const QString noExpansion = "[MetaSong::importFile] LzHuff Expand filed, skipping file"_s;
         const QString noMidi = "[MetaSong::importFile] MidiStream corrupted, skipping file"_s;
@@ -113,8 +108,7 @@ private slots:
     }
     void brokenSongIsSkippedWithItsMessage() { compareRow<QStringList>(); }
 
-    void failedImportLeavesTheFormatAsItWas()
-    {
+    void failedImportLeavesTheFormatAsItWas() {
         SongOnDisk file("a.mp3"_s, mp3(3, fullInfo()));
         QVERIFY(!isTaken(file.song, "b.mid"_s, midi(fullInfo()).left(21)));
         QCOMPARE(file.song.formatCode(), int(Mp3Format));
@@ -122,16 +116,14 @@ private slots:
         QCOMPARE(file.song.formatCode(), int(Mp3Format));
     }
 
-    void mp3IsReadUpToAMillionBytes_data()
-    {
+    void mp3IsReadUpToAMillionBytes_data() {
         columns<int, bool>("tagSize", "accepted");
         row("999,990", 999990, true);
         row("999,991, its last byte is not read", 999991, true);
         row("1,000,000", 1000000, true);
         row("1,000,001", 1000001, false);
     }
-    void mp3IsReadUpToAMillionBytes()
-    {
+    void mp3IsReadUpToAMillionBytes() {
         QFETCH(int, tagSize);
         QFETCH(bool, accepted);
         const QByteArray frames = id3v2TextFrame(3, "TIT2", "Long tag"_s).leftJustified(tagSize, '\0');
@@ -147,8 +139,7 @@ private slots:
         QCOMPARE(file.content(), bytes);
     }
 
-    void threeExtraBytesOfAnMf4SongAreDropped()
-    {
+    void threeExtraBytesOfAnMf4SongAreDropped() {
         // Were they kept, the first event would stand behind FF 00 FF: adding a title and reading it would still work,
         // but the stream that is saved would have them twice.
         SongOnDisk file("a.mf4"_s, mfx(4, fullInfo()));
@@ -158,8 +149,7 @@ private slots:
         QCOMPARE(stream.size(), midi(fullInfo()).size() + 3);
     }
 
-    void dumpWritesEveryField()
-    {
+    void dumpWritesEveryField() {
         SongInfo info = fullInfo();
         info.filename = "E:/a.mf4"_s;
         info.format = "MF4"_s;
@@ -188,8 +178,7 @@ Dump END ----------------------------------------------------)"_s;
             QCOMPARE(line.type, QtDebugMsg);
     }
 
-    void dumpListsMarkers()
-    {
+    void dumpListsMarkers() {
         SongInfo info;
         info.markers = {{1, "Intro"_s}, {300, QString()}};
         info.MfxFlags = 0xA5;
@@ -201,8 +190,7 @@ Dump END ----------------------------------------------------)"_s;
                               "MfxLongName: \"\""_s, "MfxFlags   : 0xa5"_s}));
     }
 
-    void addMarkerTellsHowLongItIs()
-    {
+    void addMarkerTellsHowLongItIs() {
         SongOnDisk file("a.mid"_s, midi(fullInfo()));
         const LogCapture log;
         // 00 FF 4B n 06, two bytes of bar number, four of text
@@ -213,8 +201,7 @@ Dump END ----------------------------------------------------)"_s;
         QVERIFY((file.info().markers.constFirst() == SongMarker{512, "Fine"_s}));
     }
 
-    void addMarkerWithoutAStreamInsertsNothing()
-    {
+    void addMarkerWithoutAStreamInsertsNothing() {
         const LogCapture log;
         QCOMPARE(MetaSong().addMarker("Fine"_s, 1), 0);
         QVERIFY(log.contains(QtDebugMsg, "Marker added, len=  0"_s));
@@ -224,22 +211,19 @@ Dump END ----------------------------------------------------)"_s;
 
 private:
     /// Whether a song takes a file in.
-    static bool isTaken(MetaSong &song, const QString &name, const QByteArray &bytes)
-    {
+    static bool isTaken(MetaSong &song, const QString &name, const QByteArray &bytes) {
         PcFolder folder;
         return song.importFile(folder.addFile(name, bytes));
     }
     /// Whether 40 bytes are taken. Fewer than ten are no MP3, whatever they begin with.
-    static bool isMp3(const QString &name, const QByteArray &start)
-    {
+    static bool isMp3(const QString &name, const QByteArray &start) {
         MetaSong song;
         if (isTaken(song, name, start.leftJustified(9, '\0')))
             failTest("nine bytes are taken"_s);
         return isTaken(song, name, start.leftJustified(40, '\0'));
     }
     /// The log lines with which a song is refused.
-    static QStringList linesAt(const QString &name, const QByteArray &bytes)
-    {
+    static QStringList linesAt(const QString &name, const QByteArray &bytes) {
         const LogCapture log;
         MetaSong song;
         if (isTaken(song, name, bytes) || song.formatCode() != UnknownFormat)
@@ -251,8 +235,7 @@ private:
         return log.texts();
     }
     /// What is read of a song, into a record that held something else before.
-    static QStringList read(const QString &name, const QByteArray &bytes)
-    {
+    static QStringList read(const QString &name, const QByteArray &bytes) {
         MetaSong song;
         const bool taken = isTaken(song, name, bytes);
         SongInfo info = fullInfo();
@@ -260,14 +243,12 @@ private:
         song.getSongInfo(info);
         return linesOf(info) + QStringList("%1 %2"_s.arg(taken).arg(song.formatCode()));
     }
-    static QStringList told(int code, SongInfo info)
-    {
+    static QStringList told(int code, SongInfo info) {
         info.format = words("UNKNOWN MIDI MIDI MF3 MF4 MF5 MP3").at(code);
         return linesOf(info) + QStringList("%1 %2"_s.arg(code != 0).arg(code));
     }
     /// The stream of an MFx song from which only key, length and markers are taken.
-    static QByteArray streamOfAnother(int version)
-    {
+    static QByteArray streamOfAnother(int version) {
         SongInfo other = fullInfo();
         other.title = other.artist = other.genre = other.author = "other"_s;
         other.userBpm = 77;

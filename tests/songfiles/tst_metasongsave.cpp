@@ -22,8 +22,7 @@ class CurrentFolder
 {
 public:
     CurrentFolder() { QDir::setCurrent(m_folder.path()); }
-    ~CurrentFolder()
-    {
+    ~CurrentFolder() {
         for (const QString &folder : {"."_s, "dir.d"_s})
             QFile::setPermissions(folder, QFileDevice::Permissions(0x7777)); // so that they can be deleted
         QDir::setCurrent(m_before);
@@ -45,8 +44,7 @@ class TestMetaSongSave : public QObject
     Q_OBJECT
 
 private slots:
-    void songIsNotSavedAndNothingIsChanged_data()
-    {
+    void songIsNotSavedAndNothingIsChanged_data() {
         outcomes<QStringList>();
         SongOnDisk nothing("a.mid"_s, midi(fullInfo()));
         nothing.song = MetaSong();
@@ -81,8 +79,7 @@ private slots:
     }
     void songIsNotSavedAndNothingIsChanged() { compareRow<QStringList>(); }
 
-    void mfxStreamThatCouldNotBeExpandedAgainIsNotSaved()
-    {
+    void mfxStreamThatCouldNotBeExpandedAgainIsNotSaved() {
         const QByteArray stream = midi(fullInfo()).leftJustified(500000, 'x');
         SongOnDisk file("a.mf3"_s, mfxHeader(3, fullInfo(), 0, 0) + compressed(stream));
         QVERIFY(file.save());
@@ -91,8 +88,7 @@ private slots:
         QCOMPARE(linesAt(file, "a.mf3"_s), QStringList(kUnknown));
     }
 
-    void midiIsWrittenOverTheFile()
-    {
+    void midiIsWrittenOverTheFile() {
         const QByteArray bytes = midi(fullInfo(), 1);
         SongOnDisk file("a.mid"_s, bytes);
         file.folder.addFile("b.mid"_s, QByteArray(5000, 'x'));
@@ -105,15 +101,13 @@ private slots:
         QCOMPARE(entriesBelow(file.folder.path()), words("a.mid b.mid new.mid"));
     }
 
-    void mfxIsWrittenWithItsSizes_data()
-    {
+    void mfxIsWrittenWithItsSizes_data() {
         columns<int, int>("version", "headerSize");
         row("MF3", 3, 512);
         row("MF4", 4, 512);
         row("MF5", 5, 1024);
     }
-    void mfxIsWrittenWithItsSizes()
-    {
+    void mfxIsWrittenWithItsSizes() {
         QFETCH(int, version);
         QFETCH(int, headerSize);
         const QByteArray before = mfx(version, fullInfo());
@@ -135,8 +129,7 @@ private slots:
                                              before.mid(16, headerSize - 16));
     }
 
-    void mf4SongGetsItsThreeBytesBack()
-    {
+    void mf4SongGetsItsThreeBytesBack() {
         const QByteArray before = streamOf(mfx(4, fullInfo()));
         SongOnDisk file("a.mf4"_s, mfx(4, fullInfo()));
         file.song.addMarker("Fine"_s, 9);
@@ -150,15 +143,13 @@ private slots:
                  bigEndian(unsigned(trackSize + marker.size())) + "FF00FF"_hex + marker + before.mid(data + 3));
     }
 
-    void writeProtectedFileIsMadeWritable_data()
-    {
+    void writeProtectedFileIsMadeWritable_data() {
         columns<QString, QByteArray>("name", "bytes");
         row("MIDI", "a.mid"_s, midi(SongInfo()));
         row("MFx", "a.mf3"_s, mfx(3, SongInfo()));
         row("MP3", "a.mp3"_s, mp3(3, SongInfo()));
     }
-    void writeProtectedFileIsMadeWritable()
-    {
+    void writeProtectedFileIsMadeWritable() {
         QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
         SongOnDisk file(name, bytes);
@@ -173,8 +164,7 @@ private slots:
 #endif
     }
 
-    void savingAnUnchangedMp3ChangesNothing_data()
-    {
+    void savingAnUnchangedMp3ChangesNothing_data() {
         columns<QByteArray>("bytes");
         const QByteArray audio = silentMp3Frames(3);
         row("2.2", mp3(2, fullInfo()));
@@ -186,8 +176,7 @@ private slots:
         row("empty tag", id3v2TagAround(3, QByteArray()) + audio);
         row("no size", "ID3\x03\0\0\xFF\xFF\xFF\xFF"_b + audio);
     }
-    void savingAnUnchangedMp3ChangesNothing()
-    {
+    void savingAnUnchangedMp3ChangesNothing() {
         QFETCH(QByteArray, bytes);
         SongOnDisk file("a.mp3"_s, bytes);
         const LogCapture log;
@@ -197,15 +186,13 @@ private slots:
         QVERIFY(log.lines().isEmpty());
     }
 
-    void mp3WithoutTagGetsOneBeforeItsFirstByte()
-    {
+    void mp3WithoutTagGetsOneBeforeItsFirstByte() {
         SongOnDisk file("a.mp3"_s, silentMp3Frames(3));
         QVERIFY(file.save());
         QCOMPARE(file.content(), "ID3\x03\0\0\0\0\0\0"_b + silentMp3Frames(3));
     }
 
-    void mp3KeepsEveryByteOfItsAudio_data()
-    {
+    void mp3KeepsEveryByteOfItsAudio_data() {
         columns<int, QByteArray>("audioBytes", "tag");
         for (const int size : {0, 1, 99999, 100000, 100001, 200000, 1200000}) {
             QTest::addRow("%d, tag", size) << size << id3v2Tag(3, fullInfo());
@@ -213,8 +200,7 @@ private slots:
                 QTest::addRow("%d, no tag", size) << size << QByteArray();
         }
     }
-    void mp3KeepsEveryByteOfItsAudio()
-    {
+    void mp3KeepsEveryByteOfItsAudio() {
         QFETCH(int, audioBytes);
         QFETCH(QByteArray, tag);
         QByteArray audio = silentMp3Frames(audioBytes / 417 + 1).left(audioBytes);
@@ -234,15 +220,13 @@ private slots:
         QCOMPARE(entriesBelow(file.folder.path()), words("a.mp3"));
     }
 
-    void temporaryFileThatCannotBeMadeStopsTheSaving_data()
-    {
+    void temporaryFileThatCannotBeMadeStopsTheSaving_data() {
         columns<QString, QString>("name", "temporary");
         row("its ending is replaced", "a.b.mp3"_s, "a.b.tmp"_s);
         row("no dot in the whole path", "songmp3"_s, "songmp3.tmp"_s);
         row("the last dot stands in a folder's name", "dir.d/songmp3"_s, "dir.tmp"_s);
     }
-    void temporaryFileThatCannotBeMadeStopsTheSaving()
-    {
+    void temporaryFileThatCannotBeMadeStopsTheSaving() {
         QFETCH(QString, name);
         QFETCH(QString, temporary);
         const CurrentFolder folder;
@@ -256,8 +240,7 @@ private slots:
         QVERIFY(QFileInfo(temporary).isDir());
     }
 
-    void fullDiskStopsTheSavingAndLeavesTheSong_data()
-    {
+    void fullDiskStopsTheSavingAndLeavesTheSong_data() {
         columns<int, QString>("room", "message");
         const int tag = id3v2Tag(3, fullInfo()).size();
         const int whole = mp3(3, fullInfo(), 0, 600).size();
@@ -269,8 +252,7 @@ private slots:
                 << room << "[MetaSong::saveToFile] Impossible to copy part of file."_s;
         row("just room enough", whole, QString());
     }
-    void fullDiskStopsTheSavingAndLeavesTheSong()
-    {
+    void fullDiskStopsTheSavingAndLeavesTheSong() {
 #ifdef Q_OS_UNIX
         QFETCH(int, room);
         QFETCH(QString, message);
@@ -288,8 +270,7 @@ private slots:
 #endif
     }
 
-    void pipeCannotBeSought()
-    {
+    void pipeCannotBeSought() {
 #ifdef Q_OS_UNIX
         SongOnDisk file("a.mp3"_s, mp3(3, fullInfo()));
         const QString path = file.folder.path("pipe.mp3"_s);
@@ -307,16 +288,14 @@ private slots:
 #endif
     }
 
-    void temporaryFileStaysWhenTheSongCannotBeReplaced_data()
-    {
+    void temporaryFileStaysWhenTheSongCannotBeReplaced_data() {
         columns<int, int, bool>("rightsOfTheParent", "rightsOfTheFolder", "deleted");
         // The temporary file is made where there is room for it; where the song is, nothing can be deleted.
         row("song that cannot be deleted", 0777, 0555, false);
         // The temporary file is there already, in a folder that gives no name away: it can be written, but not renamed.
         row("temporary file that cannot be renamed", 0555, 0777, true);
     }
-    void temporaryFileStaysWhenTheSongCannotBeReplaced()
-    {
+    void temporaryFileStaysWhenTheSongCannotBeReplaced() {
 #ifdef Q_OS_UNIX
         QFETCH(int, rightsOfTheParent);
         QFETCH(int, rightsOfTheFolder);
@@ -344,8 +323,7 @@ private slots:
 
 private:
     /// The log lines with which a song is not saved under a name in its folder, which stays as it was.
-    static QStringList linesAt(SongOnDisk &file, const QString &name)
-    {
+    static QStringList linesAt(SongOnDisk &file, const QString &name) {
         const QString folder = file.folder.path();
         const QStringList entries = entriesBelow(folder);
         const QMap<QString, QByteArray> content = contentBelow(folder);

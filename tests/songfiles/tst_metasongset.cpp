@@ -9,8 +9,7 @@ class TestMetaSongSet : public QObject
     Q_OBJECT
 private slots:
     void callIsLogged_data() { addKinds(); }
-    void callIsLogged()
-    {
+    void callIsLogged() {
         QFETCH(int, kind);
         SongOnDisk file("song.mp3"_s, make(kind, SongInfo()));
         LogCapture log;
@@ -21,8 +20,7 @@ private slots:
         QCOMPARE(log.lines().constFirst().type, QtDebugMsg);
     }
 
-    void manualReplacesAndAutomaticFillsIn_data()
-    {
+    void manualReplacesAndAutomaticFillsIn_data() {
         outcomes<QStringList>();
         SongInfo replaced = otherInfo();
         replaced.markers = fullInfo().markers; // they are no matter of the call when it is manual
@@ -55,8 +53,7 @@ private slots:
     void manualReplacesAndAutomaticFillsIn() { compareRow<QStringList>(); }
 
     void automaticDoesNotWriteNegativeNumbers_data() { addKinds(); }
-    void automaticDoesNotWriteNegativeNumbers()
-    {
+    void automaticDoesNotWriteNegativeNumbers() {
         QFETCH(int, kind);
         SongInfo change = otherInfo();
         change.length = -1;
@@ -69,8 +66,7 @@ private slots:
         QCOMPARE(file.info().userBpm, 77);
     }
 
-    void textIsReplacedOrStays_data()
-    {
+    void textIsReplacedOrStays_data() {
         outcomes<QString>();
         const auto title = [](const QString &old, const QString &text) {
             return changed(make(Midi, titled(old)), titled(text), false).title;
@@ -117,8 +113,7 @@ private slots:
     }
     void textIsReplacedOrStays() { compareRow<QString>(); }
 
-    void automaticMarkersKeepTheirOrderAndAreCut()
-    {
+    void automaticMarkersKeepTheirOrderAndAreCut() {
         SongInfo change;
         change.markers = {{1, "a"_s}, {2, QString(130, QLatin1Char('b'))}, {3, "c"_s}, {4, QString()}};
         const SongInfo info = changed(make(Mf5, SongInfo()), change, false);
@@ -126,14 +121,12 @@ private slots:
         QVERIFY(info.markers == change.markers);
     }
 
-    void standardMarkersDoNotKeepMarkersOut()
-    {
+    void standardMarkersDoNotKeepMarkersOut() {
         const QByteArray bytes = midi(fullInfo(), 0, Markers::Standard);
         QVERIFY(changed(bytes, otherInfo(), false).markers == otherInfo().markers);
     }
 
-    void mfxTempoOutsideItsRangeIsReplacedByOneToWrite_data()
-    {
+    void mfxTempoOutsideItsRangeIsReplacedByOneToWrite_data() {
         outcomes<int>();
         const auto tempo = [](int before, int change) {
             SongInfo song;
@@ -151,8 +144,7 @@ private slots:
     }
     void mfxTempoOutsideItsRangeIsReplacedByOneToWrite() { compareRow<int>(); }
 
-    void mfxFlagOfMarkersIsSetAndNeverCleared()
-    {
+    void mfxFlagOfMarkersIsSetAndNeverCleared() {
         SongInfo song;
         song.MfxFlags = 0x40;
         for (const bool manual : {false, true}) {
@@ -166,8 +158,7 @@ private slots:
         }
     }
 
-    void mfxTextsInsideTheStreamStayAsTheyAre()
-    {
+    void mfxTextsInsideTheStreamStayAsTheyAre() {
         // Only key and length go into the stream of an MFx song; its title there is that of the file's maker.
         RawMidiFile stream;
         QVERIFY(stream.load(streamOf(savedAfter(make(Mf3, fullInfo()), otherInfo(), true))));
@@ -178,8 +169,7 @@ private slots:
         QCOMPARE(stream.length(), 90);
     }
 
-    void medtIsAddedOnceInBothModes()
-    {
+    void medtIsAddedOnceInBothModes() {
         for (const bool manual : {false, true}) {
             SongOnDisk file("a.mp3"_s, make(Mp3, fullInfo()));
             file.song.setSongInfo(otherInfo(), manual);
@@ -190,15 +180,13 @@ private slots:
         }
     }
 
-    void framesOfAnMp3AreWrittenInOrder_data()
-    {
+    void framesOfAnMp3AreWrittenInOrder_data() {
         columns<bool, QStringList>("manual", "frames");
         // Each frame goes to the front, so that the first written stands last.
         row("manual", true, words("MEDT TCON TPE1 TLEN TKEY TBPM TCOM TIT2"));
         row("automatic", false, words("MEDT TCON TLEN TKEY TBPM TCOM TIT2"));
     }
-    void framesOfAnMp3AreWrittenInOrder()
-    {
+    void framesOfAnMp3AreWrittenInOrder() {
         QFETCH(bool, manual);
         const QByteArray saved = savedAfter(make(Mp3, SongInfo()), otherInfo(), manual);
         QMap<int, QString> frames;
@@ -208,8 +196,7 @@ private slots:
         QTEST(QStringList(frames.values()), "frames");
     }
 
-    void eventsOfAMidiSongAreWrittenInOrder_data()
-    {
+    void eventsOfAMidiSongAreWrittenInOrder_data() {
         columns<bool, QByteArray>("manual", "start");
         const QByteArray genre = "00FF4B0401"_hex + "Pop";
         const QByteArray artist = "00FF4B0802"_hex + "Adriano";
@@ -220,8 +207,7 @@ private slots:
         row("manual", true, genre + artist + numbersAndTexts);
         row("automatic", false, genre + numbersAndTexts + marker);
     }
-    void eventsOfAMidiSongAreWrittenInOrder()
-    {
+    void eventsOfAMidiSongAreWrittenInOrder() {
         QFETCH(bool, manual);
         QFETCH(QByteArray, start);
         constexpr int kTrackDataStart = 22;
@@ -230,8 +216,7 @@ private slots:
         QCOMPARE(saved.mid(kTrackDataStart), start + before.mid(kTrackDataStart));
     }
 
-    void manualZeroRemovesNumbersOfAnMp3()
-    {
+    void manualZeroRemovesNumbersOfAnMp3() {
         SongInfo change = otherInfo();
         change.length = 0;
         change.userBpm = -1;
@@ -240,8 +225,7 @@ private slots:
         QCOMPARE(info.userBpm, 0);
     }
 
-    void longAccentedTitleCanBeSetTwice()
-    {
+    void longAccentedTitleCanBeSetTwice() {
         // 250 bytes of text have a length byte that reads as negative.
         const SongInfo change = titled(QString(125, QChar(u'é')));
         SongOnDisk file("song.mid"_s, make(Midi, fullInfo()));
@@ -264,35 +248,30 @@ private:
     };
     static constexpr const char *kKindNames[] = {"MIDI", "MF3", "MF4", "MF5", "MP3"};
 
-    static void addKinds()
-    {
+    static void addKinds() {
         columns<int>("kind");
         for (const int kind : {Midi, Mf3, Mf4, Mf5, Mp3})
             row(kKindNames[kind], kind);
     }
-    static QByteArray make(int kind, const SongInfo &info)
-    {
+    static QByteArray make(int kind, const SongInfo &info) {
         if (kind == Midi)
             return midi(info, 1);
         return kind == Mp3 ? mp3(3, info) : mfx(kind - Mf3 + 3, info);
     }
-    static SongInfo titled(const QString &title)
-    {
+    static SongInfo titled(const QString &title) {
         SongInfo info;
         info.title = title;
         return info;
     }
 
     /// What @p bytes read as after @p change was set.
-    static SongInfo changed(const QByteArray &bytes, const SongInfo &change, bool manual)
-    {
+    static SongInfo changed(const QByteArray &bytes, const SongInfo &change, bool manual) {
         SongOnDisk file("song.mp3"_s, bytes);
         file.song.setSongInfo(change, manual);
         return file.info();
     }
     /// The file that @p bytes become when @p change is set and the song is saved.
-    static QByteArray savedAfter(const QByteArray &bytes, const SongInfo &change, bool manual)
-    {
+    static QByteArray savedAfter(const QByteArray &bytes, const SongInfo &change, bool manual) {
         SongOnDisk file("song.mp3"_s, bytes);
         file.song.setSongInfo(change, manual);
         return file.save() ? file.content() : QByteArray();

@@ -5,8 +5,7 @@ class TestMfxHeader : public QObject
     Q_OBJECT
 
 private slots:
-    void blockNeedsAKnownMagicAndTheLengthOfItsVersion_data()
-    {
+    void blockNeedsAKnownMagicAndTheLengthOfItsVersion_data() {
         columns<QByteArray, int>("block", "version");
         row("MF3 of 511", "_MF3"_b.leftJustified(511, '\0'), 0);
         row("MF3 of 512", "_MF3"_b.leftJustified(512, '\0'), 3);
@@ -23,8 +22,7 @@ private slots:
         for (int version = 3; version <= 5; ++version)
             QTest::addRow("full MF%d", version) << SongFactory::mfxHeader(version, fullInfo(), 7, 9) << version;
     }
-    void blockNeedsAKnownMagicAndTheLengthOfItsVersion()
-    {
+    void blockNeedsAKnownMagicAndTheLengthOfItsVersion() {
         QFETCH(QByteArray, block);
         QFETCH(int, version);
         MfxHeader header = loaded(5); // of which a refused block leaves nothing
@@ -33,8 +31,7 @@ private slots:
         QCOMPARE(header.bytes(), version != 0 ? block : QByteArray());
     }
 
-    void everyFieldIsReadFromItsPlace()
-    {
+    void everyFieldIsReadFromItsPlace() {
         const MfxHeader header = loaded(4);
         QCOMPARE(QStringList({header.title(), header.artist(), header.genre(), header.author(), header.longName()}),
                  words("Volare Domenico Canzone Modugno VOLARE.MID"));
@@ -46,8 +43,7 @@ private slots:
         QVERIFY(!empty.hasTitle() && !empty.hasArtist() && !empty.hasGenre() && !empty.hasAuthor());
     }
 
-    void textIsReadFromItsFieldAlone_data()
-    {
+    void textIsReadFromItsFieldAlone_data() {
         outcomes<QString>();
         const QString x(32, QLatin1Char('x'));
         const QByteArray overlong(63, 'x');
@@ -63,8 +59,7 @@ private slots:
 
     void fieldOfBlanksCountsAsMissing() { QVERIFY(!withBytes(122, "   ").hasTitle()); }
 
-    void emptyHeaderReadsAsEmptyTextsAndZeros()
-    {
+    void emptyHeaderReadsAsEmptyTextsAndZeros() {
         const MfxHeader header;
         QCOMPARE(header.title() + header.author() + header.artist() + header.genre() + header.longName(), QString());
         QCOMPARE(header.bpm(), quint16(0));
@@ -73,8 +68,7 @@ private slots:
         QVERIFY(!header.isBpmValid());
     }
 
-    void fieldsAreWrittenToTheirPlacesAlone_data()
-    {
+    void fieldsAreWrittenToTheirPlacesAlone_data() {
         outcomes<QByteArray>();
         const QByteArray before = loaded(5).bytes();
         const auto with = [before](int offset, int size, const QByteArray &stored) {
@@ -104,8 +98,7 @@ private slots:
     }
     void fieldsAreWrittenToTheirPlacesAlone() { compareRow<QByteArray>(); }
 
-    void tempoIsValidFrom1To499_data()
-    {
+    void tempoIsValidFrom1To499_data() {
         columns<int, bool>("tempo", "valid");
         row("0", 0, false);
         row("1", 1, true);
@@ -115,8 +108,7 @@ private slots:
         row("500", 500, false);
         row("65535", 65535, false);
     }
-    void tempoIsValidFrom1To499()
-    {
+    void tempoIsValidFrom1To499() {
         QFETCH(int, tempo);
         MfxHeader header = loaded(3);
         header.setBpm(tempo);
@@ -125,8 +117,7 @@ private slots:
         QCOMPARE(header.bytes().mid(38, 2), littleEndian(unsigned(tempo), 2));
     }
 
-    void flagsAreOnlyEverAdded()
-    {
+    void flagsAreOnlyEverAdded() {
         MfxHeader header = loaded(3);
         header.orFlags(0x01);
         QCOMPARE(header.flags(), quint8(0x21));
@@ -137,8 +128,7 @@ private slots:
         QCOMPARE(header.bytes().at(185), char(0xA1));
     }
 
-    void writersBeyondTheEndExtendWithZeros()
-    {
+    void writersBeyondTheEndExtendWithZeros() {
         MfxHeader header;
         header.setBpm(120);
         QCOMPARE(header.bytes(), QByteArray(38, '\0') + "7800"_hex);
@@ -151,24 +141,20 @@ private slots:
     }
 
 private:
-    static MfxHeader withBlock(const QByteArray &block)
-    {
+    static MfxHeader withBlock(const QByteArray &block) {
         MfxHeader header;
         if (!header.setHeader(block))
             failTest("the block is refused"_s);
         return header;
     }
-    static MfxHeader loaded(int version, const SongInfo &info = fullInfo())
-    {
+    static MfxHeader loaded(int version, const SongInfo &info = fullInfo()) {
         return withBlock(SongFactory::mfxHeader(version, info, 0, 0));
     }
-    static MfxHeader withBytes(int offset, const QByteArray &bytes)
-    {
+    static MfxHeader withBytes(int offset, const QByteArray &bytes) {
         return withBlock(QByteArray(loaded(3, SongInfo()).bytes()).replace(offset, bytes.size(), bytes));
     }
     /// The block after a writer was called.
-    template <typename Writer, typename Value> static QByteArray edited(Writer writer, const Value &value)
-    {
+    template <typename Writer, typename Value> static QByteArray edited(Writer writer, const Value &value) {
         MfxHeader header = loaded(5);
         (header.*writer)(value);
         return header.bytes();

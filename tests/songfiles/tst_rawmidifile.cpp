@@ -8,8 +8,7 @@ class TestRawMidiFile : public QObject
     Q_OBJECT
 
 private slots:
-    void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne_data()
-    {
+    void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne_data() {
         columns<QByteArray, bool>("bytes", "taken");
         row("22 bytes", oneTrack(""), true);
         row("21 bytes starting with MThd", oneTrack("").left(21), false);
@@ -22,8 +21,7 @@ private slots:
         row("junk before MTrk", header(1, 1) + QByteArray(9, 'x') + chunk(kEndOfTrack), true);
         row("MTrk at the very end", header(0, 1) + QByteArray(9, 'x') + "MTrk", true);
     }
-    void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne()
-    {
+    void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne() {
         QFETCH(QByteArray, bytes);
         QFETCH(bool, taken);
         const QByteArray old = song(meta(3, "kept"));
@@ -36,8 +34,7 @@ private slots:
         QCOMPARE(fresh.bytes(), taken ? bytes : QByteArray());
     }
 
-    void formatCodeTellsZeroFromTheOthers_data()
-    {
+    void formatCodeTellsZeroFromTheOthers_data() {
         outcomes<int>();
         row("0", loaded(header(0, 1) + chunk("")).formatCode(), int(Midi0Format));
         row("1", loaded(header(1, 1) + chunk("")).formatCode(), int(Midi1Format));
@@ -48,8 +45,7 @@ private slots:
 
     void trackCountHasTwoBytes() { QCOMPARE(loaded(header(1, 0x0203) + chunk("")).trackCount(), quint16(0x0203)); }
 
-    void newObjectHoldsNothing()
-    {
+    void newObjectHoldsNothing() {
         RawMidiFile file;
         QVERIFY(file.bytes().isEmpty());
         QCOMPARE(file.formatCode(), int(UnknownFormat));
@@ -60,8 +56,7 @@ private slots:
         QCOMPARE(file.title(), QString());
     }
 
-    void missingEventsReadAsNothing()
-    {
+    void missingEventsReadAsNothing() {
         const RawMidiFile file = loaded(song(""));
         for (const QString &text : {file.title(), file.genre(), file.artist(), file.author(), file.key()})
             QCOMPARE(text, QString());
@@ -73,8 +68,7 @@ private slots:
         QVERIFY(markersOf(file).isEmpty());
     }
 
-    void textsAreReadFromTheirEvents_data()
-    {
+    void textsAreReadFromTheirEvents_data() {
         outcomes<QStringList>();
         // Events that look alike, and other tags, come first.
         const QByteArray others = own(9, "9") + own(4, "4") + meta(1, "text") + own(6, "12 marker") + kNote;
@@ -103,8 +97,7 @@ private slots:
 
     void markerCutBeforeItsBarIsThere() { QVERIFY(loaded(oneTrack("00FF4B7F0601"_hex)).hasMarkers()); }
 
-    void negativeLengthIsAnEmptyTextAndStillCounts()
-    {
+    void negativeLengthIsAnEmptyTextAndStillCounts() {
         const QByteArray accents(200, '\xE8');
         const RawMidiFile file = loaded(song(meta(3, accents) + own(1, accents) + own(4, accents) + own(6, accents)));
         QCOMPARE(file.title(), QString());
@@ -114,8 +107,7 @@ private slots:
         QCOMPARE(markersOf(file), QList<SongMarker>({{0xE8E8, QString()}}));
     }
 
-    void numbersAreDecimalTexts_data()
-    {
+    void numbersAreDecimalTexts_data() {
         columns<QByteArray, int>("text", "number");
         row("number", "215"_b, 215);
         row("blanks around", " 215 "_b, 215);
@@ -127,8 +119,7 @@ private slots:
         row("largest", "2147483647"_b, 2147483647);
         row("empty", ""_b, 0);
     }
-    void numbersAreDecimalTexts()
-    {
+    void numbersAreDecimalTexts() {
         QFETCH(QByteArray, text);
         const RawMidiFile file = loaded(song(own(4, text) + own(5, text)));
         QTEST(file.length(), "number");
@@ -136,8 +127,7 @@ private slots:
         QVERIFY(file.hasLength() && file.hasBpm());
     }
 
-    void makersMarkIsLookedForInTheCopyright_data()
-    {
+    void makersMarkIsLookedForInTheCopyright_data() {
         outcomes<bool>();
         row("Q-ARTE", loaded(song(meta(2, "(c) Q-ARTE 2001"))).isQArte(), true);
         row("small letters", loaded(song(meta(2, "by q-arte"))).isQArte(), true);
@@ -149,8 +139,7 @@ private slots:
     }
     void makersMarkIsLookedForInTheCopyright() { compareRow<bool>(); }
 
-    void keyIsReadFromItsSignatureAndLoggedWhenUnknown_data()
-    {
+    void keyIsReadFromItsSignatureAndLoggedWhenUnknown_data() {
         columns<QByteArray, QString, QString>("event", "name", "unknown");
         row("no sharps", "00FF59020000"_hex, "C"_s, QString());
         row("six sharps", "00FF59020600"_hex, "F#"_s, QString());
@@ -160,8 +149,7 @@ private slots:
         row("digits of both cases", "00FF5902ABCD"_hex, QString(), "[sf=ab|mi=CD]"_s);
         row("unknown mode", "00FF5902000A"_hex, QString(), "[sf=00|mi=0A]"_s);
     }
-    void keyIsReadFromItsSignatureAndLoggedWhenUnknown()
-    {
+    void keyIsReadFromItsSignatureAndLoggedWhenUnknown() {
         QFETCH(QByteArray, event);
         QFETCH(QString, name);
         QFETCH(QString, unknown);
@@ -178,21 +166,18 @@ private slots:
         QCOMPARE(log.contains(QtDebugMsg, line.arg(unknown)), !unknown.isEmpty());
     }
 
-    void missingKeyGivesMinusOne()
-    {
+    void missingKeyGivesMinusOne() {
         QString key = "left over"_s;
         QCOMPARE(loaded(song("")).extractKey(key), -1);
         QCOMPARE(key, QString());
     }
 
-    void keyNamesAreThoseOfTheTable()
-    {
+    void keyNamesAreThoseOfTheTable() {
         QCOMPARE(RawMidiFile().keyNames(), KeyNameTable().names());
         QCOMPARE(RawMidiFile().keyNames().size(), 30);
     }
 
-    void ownMarkersAreReadInFileOrder()
-    {
+    void ownMarkersAreReadInFileOrder() {
         const QByteArray standard = meta(6, "standard");
         const RawMidiFile file =
             loaded(song(standard + own(6, "\x01\x02 Verse \0x"_b) + kNote + own(1, "genre") + own(6, "\0\x05"_b)));
@@ -204,8 +189,7 @@ private slots:
         QCOMPARE(list, QList<SongMarker>({{0x0102, "Verse"_s}}));
     }
 
-    void standardMarkersComeWithBarZeroAndDoNotCount()
-    {
+    void standardMarkersComeWithBarZeroAndDoNotCount() {
         const RawMidiFile file =
             loaded(header(1, 2) + chunk(meta(6, " A ") + kNote) + chunk("60FF060142"_hex + kEndOfTrack));
         QList<SongMarker> list{{1, "left over"_s}};
@@ -217,8 +201,7 @@ private slots:
 
 private:
     /// The texts that a file has, each behind its name.
-    static QStringList textsOf(const QByteArray &bytes)
-    {
+    static QStringList textsOf(const QByteArray &bytes) {
         const RawMidiFile file = loaded(bytes);
         QStringList texts;
         for (const auto &text : {std::make_tuple("title "_s, file.hasTitle(), file.title()),

@@ -9,8 +9,7 @@ class TestRawMidiFileEdit : public QObject
     Q_OBJECT
 
 private slots:
-    void writersPutOneEventAtTheStartForAllOfTheFirstTrack_data()
-    {
+    void writersPutOneEventAtTheStartForAllOfTheFirstTrack_data() {
         outcomes<QByteArray>();
         const QByteArray rest = meta(1, "text") + own(7, "other tag") + meta(2, "copyright");
         const auto tracks = [rest](const QByteArray &start, const QByteArray &middle, const QByteArray &second) {
@@ -44,8 +43,7 @@ private slots:
     }
     void writersPutOneEventAtTheStartForAllOfTheFirstTrack() { compareRow<QByteArray>(); }
 
-    void whatIsWrittenIsReadFromTheSameFile()
-    {
+    void whatIsWrittenIsReadFromTheSameFile() {
         RawMidiFile file = loaded(song(own(4, "1") + own(5, "2") + own(4, "3") + own(5, "4")));
         file.setTitle("Perché"_s);
         file.setGenre("abc"_s);
@@ -60,8 +58,7 @@ private slots:
         QCOMPARE(file.bpm(), 120);
     }
 
-    void trackLengthIsCountedOnFromWhatIsStatedAndRound_data()
-    {
+    void trackLengthIsCountedOnFromWhatIsStatedAndRound_data() {
         outcomes<QByteArray>();
         const auto stated = [](quint32 length) {
             return edited(withLength(song(""), length), &File::setTitle, "abc"_s).mid(kLengthOffset, 4);
@@ -72,8 +69,7 @@ private slots:
     }
     void trackLengthIsCountedOnFromWhatIsStatedAndRound() { compareRow<QByteArray>(); }
 
-    void onlyEventsWithinTheStatedTrackAreRemoved_data()
-    {
+    void onlyEventsWithinTheStatedTrackAreRemoved_data() {
         columns<quint32, int>("length", "removed");
         // The events begin 0, 5 and 10 bytes behind the start of the track's data.
         row("0", 0U, 0);
@@ -84,8 +80,7 @@ private slots:
         row("huge", 0x7FFFFFFFU, 3);
         row("negative", 0x80000000U, 0);
     }
-    void onlyEventsWithinTheStatedTrackAreRemoved()
-    {
+    void onlyEventsWithinTheStatedTrackAreRemoved() {
         QFETCH(quint32, length);
         QFETCH(int, removed);
         RawMidiFile file = loaded(withLength(song(meta(3, "a") + meta(3, "b") + meta(3, "c")), length));
@@ -93,8 +88,7 @@ private slots:
         QCOMPARE(file.bytes().mid(kLengthOffset, 4), bigEndian(length - 5U * unsigned(removed)));
     }
 
-    void removalOfTheFirstOnlyLeavesTheOthers()
-    {
+    void removalOfTheFirstOnlyLeavesTheOthers() {
         RawMidiFile file = loaded(song(meta(3, "a") + meta(3, "b") + own(1, "a") + own(2, "b") + own(2, "c")));
         QCOMPARE(file.removeStandardEvents(3, true), 1);
         QCOMPARE(file.removeOwnEvents(2, true), 1);
@@ -102,8 +96,7 @@ private slots:
         QCOMPARE(file.removeOwnEvents(8, true), 0);
     }
 
-    void removalOfNothingEndsTheSearch_data()
-    {
+    void removalOfNothingEndsTheSearch_data() {
         outcomes<QByteArray>();
         const auto left = [](const QByteArray &event) {
             return edited(song(event + kNote), &File::removeStandardEvents, quint8(3), false);
@@ -116,8 +109,7 @@ private slots:
     }
     void removalOfNothingEndsTheSearch() { compareRow<QByteArray>(); }
 
-    void longAccentedTitleCanBeSetTwice()
-    {
+    void longAccentedTitleCanBeSetTwice() {
         const QString title(125, QChar(u'è'));
         const QByteArray event = "00FF03FA"_hex + title.toUtf8();
         QCOMPARE(event.size(), 254);
@@ -134,8 +126,7 @@ private slots:
         QCOMPARE(file.artist(), "artist"_s);
     }
 
-    void textsAreCutTo125Characters_data()
-    {
+    void textsAreCutTo125Characters_data() {
         columns<QString, QByteArray, int>("text", "stored", "lengthByte");
         const QString x(123, QLatin1Char('x'));
         const QByteArray xs(123, 'x');
@@ -149,8 +140,7 @@ private slots:
         row("pair across the cut", x + "y"_s + clef, xs + "y", 124);
         row("pair before the cut", x + clef + "y"_s, xs + clef.toUtf8(), 127);
     }
-    void textsAreCutTo125Characters()
-    {
+    void textsAreCutTo125Characters() {
         QFETCH(QString, text);
         QFETCH(QByteArray, stored);
         QFETCH(int, lengthByte);
@@ -161,15 +151,13 @@ private slots:
         QCOMPARE(edited(song(""), &File::setMarkers, markers), song("00FF4B"_hex + size(3) + "060001"_hex + stored));
     }
 
-    void unknownKeyNameLeavesTheSongWithoutAKey_data()
-    {
+    void unknownKeyNameLeavesTheSongWithoutAKey_data() {
         columns<QString, QString>("name", "logged");
         row("small letter", "f#"_s, "f#"_s);
         row("without its blanks", "H -"_s, "H-"_s);
         row("blank alone", " "_s, ""_s);
     }
-    void unknownKeyNameLeavesTheSongWithoutAKey()
-    {
+    void unknownKeyNameLeavesTheSongWithoutAKey() {
         QFETCH(QString, name);
         QFETCH(QString, logged);
         RawMidiFile file = loaded(song("00FF59020100"_hex));
@@ -183,8 +171,7 @@ private slots:
         QCOMPARE(log.lines().first().type, QtDebugMsg);
     }
 
-    void addedMarkerStandsBeforeTheOthers()
-    {
+    void addedMarkerStandsBeforeTheOthers() {
         RawMidiFile file = loaded(song(""));
         QCOMPARE(file.addMarker("one"_s, 0x0203), 10);
         QCOMPARE(file.addMarker("è"_s, 7), 9);
@@ -192,15 +179,13 @@ private slots:
         QCOMPARE(markersOf(file).first().bar, quint16(7));
     }
 
-    void addedMarkerIsNotCut()
-    {
+    void addedMarkerIsNotCut() {
         RawMidiFile file = loaded(song(""));
         QCOMPARE(file.addMarker(QString(300, QLatin1Char('x')), 1), 307);
         QCOMPARE(file.bytes(), song("00FF4B2F060001"_hex + QByteArray(300, 'x'))); // 303 mod 256 = 0x2F
     }
 
-    void markerFindsNoPlaceInAFileCutInTheTracksHead()
-    {
+    void markerFindsNoPlaceInAFileCutInTheTracksHead() {
         const QByteArray bytes = header(0, 1) + QByteArray(9, 'x') + "MTrk\0\0\0"_b;
         RawMidiFile file = loaded(bytes);
         QCOMPARE(file.addMarker("one"_s, 1), 0);
@@ -211,8 +196,7 @@ private slots:
         QCOMPARE(file.bytes().mid(27, 4), bigEndian(10));
     }
 
-    void setMarkersRemovesTheAuthorAndKeepsTheOldMarkers()
-    {
+    void setMarkersRemovesTheAuthorAndKeepsTheOldMarkers() {
         const QByteArray old = own(6, "\0\x09old"_b);
         RawMidiFile file = loaded(song(own(3, "author") + old + own(3, "another") + own(2, "artist")));
         file.setMarkers({{1, "a"_s}, {2, "b"_s}});
@@ -222,8 +206,7 @@ private slots:
         QCOMPARE(markersOf(file).size(), 3);
     }
 
-    void damagedSongsAreReadAndEditedInTime()
-    {
+    void damagedSongsAreReadAndEditedInTime() {
         const QByteArray events = meta(2, "Q-Arte") + meta(3, "title") + "00FF5902FE01"_hex + own(1, "genre") +
                                   own(2, "artist") + own(3, "author") + own(4, "12") + own(5, "120") +
                                   own(6, "\0\1m"_b) + meta(6, "marker");
@@ -248,8 +231,7 @@ private slots:
 private:
     /// The file after a call of one of its functions, which has nothing to log.
     template <typename Function, typename... Arguments>
-    static QByteArray edited(const QByteArray &bytes, Function function, const Arguments &...arguments)
-    {
+    static QByteArray edited(const QByteArray &bytes, Function function, const Arguments &...arguments) {
         const LogCapture log;
         RawMidiFile file = loaded(bytes);
         (file.*function)(arguments...);
@@ -257,14 +239,12 @@ private:
     }
 
     /// The file with another stated length of its first track.
-    static QByteArray withLength(QByteArray bytes, quint32 length)
-    {
+    static QByteArray withLength(QByteArray bytes, quint32 length) {
         return bytes.replace(kLengthOffset, 4, bigEndian(length));
     }
 
     /// Calls every reader and every writer.
-    static void useEverything(RawMidiFile &file)
-    {
+    static void useEverything(RawMidiFile &file) {
         QString name;
         file.extractKey(name);
         const QList<SongMarker> list = markersOf(file);

@@ -9,8 +9,7 @@ class TestSongsOthersRead : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         for (const QString &program : words("midicsv id3v2 mpg123 ffprobe")) {
             if (QStandardPaths::findExecutable(program).isEmpty())
                 QSKIP(qPrintable("SKIPPED WHOLE: %1 is not installed"_s.arg(program)));
@@ -21,8 +20,7 @@ private slots:
             QSKIP("SKIPPED WHOLE: python3-mido or python3-mutagen is not installed");
     }
 
-    void midicsvListsWhatIsInASong_data()
-    {
+    void midicsvListsWhatIsInASong_data() {
         columns<QByteArray, QByteArrayList>("bytes", "lines");
         row("made by the factory", midi(fullInfo(), 1),
             QByteArrayList({"0, 0, Header, 1, 2, 96", "1, 0, Title_t, \"Volare\"", "1, 0, Copyright_t, \"(c) Q-ARTE\"",
@@ -36,8 +34,7 @@ private slots:
                             "1, 0, Unknown_meta_event, 75, 3, 4, 57, 48",
                             "1, 0, Unknown_meta_event, 75, 8, 6, 0, 1, 73, 110, 116, 114, 111"}));
     }
-    void midicsvListsWhatIsInASong()
-    {
+    void midicsvListsWhatIsInASong() {
         QFETCH(QByteArray, bytes);
         QFETCH(QByteArrayList, lines);
         const QByteArrayList listed = midicsv(bytes);
@@ -46,8 +43,7 @@ private slots:
     }
 
     void savedMidiKeepsItsNotes_data() { addMidiFormats(); }
-    void savedMidiKeepsItsNotes()
-    {
+    void savedMidiKeepsItsNotes() {
         QFETCH(int, headerFormat);
         const QByteArray bytes = midi(fullInfo(), headerFormat);
         QCOMPARE(notesOf(bytes).size(), 32);
@@ -55,8 +51,7 @@ private slots:
     }
 
     void savedMidiSpeaksOfItselfToMido_data() { addMidiFormats(); }
-    void savedMidiSpeaksOfItselfToMido()
-    {
+    void savedMidiSpeaksOfItselfToMido() {
         QFETCH(int, headerFormat);
         // 16 beats at the tempo of the notes, 128 a minute
         QCOMPARE(mido(saved("a.mid"_s, midi(fullInfo(), headerFormat))),
@@ -65,15 +60,13 @@ private slots:
                  "title Azzurro; type %1"_s.arg(headerFormat));
     }
 
-    void savedMfxHoldsASoundMidiFile_data()
-    {
+    void savedMfxHoldsASoundMidiFile_data() {
         columns<int, int>("version", "extraBytes");
         row("MF3", 3, 0);
         row("MF4", 4, 3);
         row("MF5", 5, 0);
     }
-    void savedMfxHoldsASoundMidiFile()
-    {
+    void savedMfxHoldsASoundMidiFile() {
         QFETCH(int, version);
         QFETCH(int, extraBytes);
         QByteArray stream = streamOf(saved("a.mfx"_s, mfx(version, fullInfo(), 100)));
@@ -82,8 +75,7 @@ private slots:
         QVERIFY(mido(stream).contains("; key F#m; notes 400; "_s));
     }
 
-    void factoryTagsAreReadByMutagen_data()
-    {
+    void factoryTagsAreReadByMutagen_data() {
         columns<int, int>("version", "encoding");
         row("2.2 Latin-1", 2, 0);
         row("2.2 UTF-16", 2, 1);
@@ -94,8 +86,7 @@ private slots:
         row("2.4 UTF-16 big-endian", 4, 2);
         row("2.4 UTF-8", 4, 3);
     }
-    void factoryTagsAreReadByMutagen()
-    {
+    void factoryTagsAreReadByMutagen() {
         QFETCH(int, version);
         QFETCH(int, encoding);
         SongInfo info = fullInfo();
@@ -105,16 +96,14 @@ private slots:
         QVERIFY(mutagen(mp3(version, info, encoding)).startsWith(expected.arg(version).arg(info.title)));
     }
 
-    void savedTagsAreReadByMutagen_data()
-    {
+    void savedTagsAreReadByMutagen_data() {
         columns<QByteArray, int>("bytes", "version");
         row("no tag", mp3(0, fullInfo()), 3);
         row("2.3", mp3(3, fullInfo(), 1), 3);
         row("2.4", mp3(4, fullInfo(), 3), 4);
         row("padding", id3v2Tag(3, fullInfo(), 1, 500) + silentMp3Frames(40), 3);
     }
-    void savedTagsAreReadByMutagen()
-    {
+    void savedTagsAreReadByMutagen() {
         QFETCH(QByteArray, bytes);
         QFETCH(int, version);
         const QByteArray song = saved("a.mp3"_s, bytes);
@@ -125,8 +114,7 @@ private slots:
         QCOMPARE(mutagen(song), expected.arg(version).arg(song.size() - 40 * 417));
     }
 
-    void savedTagsAreListedById3v2()
-    {
+    void savedTagsAreListedById3v2() {
         const QByteArray listed = outputFor("id3v2"_s, {"-R"_s}, saved("a.mp3"_s, mp3(3, fullInfo())));
         for (const char *line :
              {"TIT2: Azzurro", "TPE1: Adriano", "TCON: Pop", "TCOM: Paolo", "TLEN: 90000", "TBPM: 77"})
@@ -134,8 +122,7 @@ private slots:
     }
 
     void savedMp3PlaysAsLongAsBefore_data() { savedTagsAreReadByMutagen_data(); }
-    void savedMp3PlaysAsLongAsBefore()
-    {
+    void savedMp3PlaysAsLongAsBefore() {
         QFETCH(QByteArray, bytes);
         const QByteArray song = saved("a.mp3"_s, bytes);
         const QByteArray frames = outputFor(
@@ -151,24 +138,21 @@ private:
     // Not any python3 of the user's own, which may lack the packages.
     const QString kPython = "/usr/bin/python3"_s;
 
-    static void addMidiFormats()
-    {
+    static void addMidiFormats() {
         columns<int>("headerFormat");
         row("format 0", 0);
         row("format 1", 1);
     }
 
     /// What a song is once another record was set by hand and it was saved.
-    static QByteArray saved(const QString &name, const QByteArray &bytes)
-    {
+    static QByteArray saved(const QString &name, const QByteArray &bytes) {
         SongOnDisk file(name, bytes);
         file.song.setSongInfo(otherInfo(), true);
         return file.save() ? file.content() : QByteArray();
     }
 
     /// What a program says of a file with this content; the test fails when it does not end well or complains.
-    static QByteArray outputFor(const QString &program, const QStringList &arguments, const QByteArray &bytes)
-    {
+    static QByteArray outputFor(const QString &program, const QStringList &arguments, const QByteArray &bytes) {
         PcFolder folder;
         QProcess process;
         process.start(program, arguments + QStringList(folder.addFile("song"_s, bytes)));
@@ -182,8 +166,7 @@ private:
     static QByteArrayList midicsv(const QByteArray &bytes) { return outputFor("midicsv"_s, {}, bytes).split('\n'); }
 
     /// The lines of midicsv that are notes.
-    static QByteArrayList notesOf(const QByteArray &bytes)
-    {
+    static QByteArrayList notesOf(const QByteArray &bytes) {
         QByteArrayList lines = midicsv(bytes);
         const auto isNoNote = [](const QByteArray &line) { return !line.contains("Note_o"); };
         lines.erase(std::remove_if(lines.begin(), lines.end(), isNoNote), lines.end());
@@ -191,16 +174,14 @@ private:
     }
 
     /// The lines that a script in Python leaves in its list "out" about the file sys.argv[1].
-    QString python(const QString &script, const QByteArray &bytes) const
-    {
+    QString python(const QString &script, const QByteArray &bytes) const {
         const QString whole = "import sys, mido, mutagen.id3, mutagen.mp3\n"_s + script + "print('; '.join(out))"_s;
         const QByteArray told = outputFor(kPython, {"-X"_s, "utf8"_s, "-c"_s, whole}, bytes);
         return QString::fromUtf8(told.constData(), told.size()).trimmed(); // zero bytes inside are kept
     }
 
     /// Type, title, copyright, key, number of notes and playing time of a MIDI file, and the maker's own events.
-    QString mido(const QByteArray &bytes) const
-    {
+    QString mido(const QByteArray &bytes) const {
         return python(R"(
 song = mido.MidiFile(sys.argv[1])
 events = [m for t in song.tracks for m in t]
@@ -220,8 +201,7 @@ out.sort()
     }
 
     /// Version, texts, unknown frames, size, and playing time in seconds of an MP3 file.
-    QString mutagen(const QByteArray &bytes) const
-    {
+    QString mutagen(const QByteArray &bytes) const {
         return python(R"(
 tag = mutagen.id3.ID3(sys.argv[1])
 out = ['version %d.%d' % tag.version[:2]]

@@ -7,17 +7,14 @@
 using Answer = std::function<void(BoxAnswerer &, const QString &title)>;
 Q_DECLARE_METATYPE(Answer)
 
-inline Answer pressing(const QString &button)
-{
+inline Answer pressing(const QString &button) {
     return [button](BoxAnswerer &boxes, const QString &title) { boxes.answer(title, button); };
 }
 
-inline Answer striking(Qt::Key key)
-{
+inline Answer striking(Qt::Key key) {
     return [key](BoxAnswerer &boxes, const QString &title) { boxes.answerByKey(title, key); };
 }
 
-inline Answer closing()
-{
+inline Answer closing() {
     return &BoxAnswerer::answerByClosing;
 }

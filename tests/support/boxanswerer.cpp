@@ -4,13 +4,11 @@
 
 namespace {
 
-QString plain(QString buttonText)
-{
+QString plain(QString buttonText) {
     return buttonText.remove(QLatin1Char('&'));
 }
 
-QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text)
-{
+QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text) {
     const QList<QAbstractButton *> buttons = box->buttons();
     for (QAbstractButton *button : buttons) {
         if (plain(button->text()) == text)
@@ -21,15 +19,13 @@ QAbstractButton *buttonWithText(const QMessageBox *box, const QString &text)
 
 } // namespace
 
-BoxAnswerer::~BoxAnswerer()
-{
+BoxAnswerer::~BoxAnswerer() {
     qApp->removeEventFilter(this);
     for (const Answer &answer : qAsConst(m_expected))
         failTest("The announced box \"%1\" never came"_s.arg(answer.title));
 }
 
-bool BoxAnswerer::eventFilter(QObject *watched, QEvent *event)
-{
+bool BoxAnswerer::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Show) {
         if (auto *box = qobject_cast<QMessageBox *>(watched)) {
             // Answered from the box's own event loop, as a click is.
@@ -39,8 +35,7 @@ bool BoxAnswerer::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void BoxAnswerer::handle(QMessageBox *box)
-{
+void BoxAnswerer::handle(QMessageBox *box) {
     if (!box->isVisible())
         return;
     Seen seen;
@@ -77,8 +72,7 @@ void BoxAnswerer::handle(QMessageBox *box)
     box->done(0);
 }
 
-void BoxAnswerer::act(QMessageBox *box, const Answer &answer)
-{
+void BoxAnswerer::act(QMessageBox *box, const Answer &answer) {
     if (answer.means == Means::Key) {
         QTest::keyClick(box, answer.key);
     } else if (answer.means == Means::Close) {

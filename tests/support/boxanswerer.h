@@ -39,8 +39,7 @@ public:
     /// The next box has this title and is closed by its own close button.
     void answerByClosing(const QString &title) { expect({title, Means::Close, {}, {}}); }
     /// From now on every box with this title, however many, is answered so; announced single answers come first.
-    void answerAlways(const QString &title, const QString &buttonText)
-    {
+    void answerAlways(const QString &title, const QString &buttonText) {
         m_always.append({title, Means::Button, buttonText, {}});
     }
     /// Called with each box after it is shown and before it is answered: for what a test does while a box is open.

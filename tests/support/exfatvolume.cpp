@@ -10,22 +10,19 @@ constexpr int kProgramTimeoutMs = 60000;
 const QString kDiskFolder = "/dev/disk"_s;
 const QString kLabelFolder = "/dev/disk/by-label"_s;
 
-QString program(const QString &name)
-{
+QString program(const QString &name) {
     const QString found = QStandardPaths::findExecutable(name);
     return found.isEmpty() ? QStandardPaths::findExecutable(name, words("/usr/sbin /sbin")) : found;
 }
 
-bool canOpen(const QString &device)
-{
+bool canOpen(const QString &device) {
     QFile file(device);
     return file.open(QIODevice::ReadWrite | QIODevice::Unbuffered | QIODevice::ExistingOnly);
 }
 
 } // namespace
 
-bool ExFatVolume::isPossible(QString *why)
-{
+bool ExFatVolume::isPossible(QString *why) {
     QString missing;
     for (const QString &tool : words("mkfs.exfat mount.exfat-fuse losetup umount")) {
         if (program(tool).isEmpty())
@@ -42,8 +39,7 @@ bool ExFatVolume::isPossible(QString *why)
     return missing.isEmpty();
 }
 
-ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label)
-{
+ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label) {
     const QString image = m_dir.filePath("volume.img"_s);
     const QString point = m_dir.filePath("mnt"_s);
     QFile file(image);
@@ -62,8 +58,7 @@ ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label)
     mount();
 }
 
-ExFatVolume::~ExFatVolume()
-{
+ExFatVolume::~ExFatVolume() {
     unlinkLabel();
     if (m_mounted && !unmount())
         pull();
@@ -71,26 +66,22 @@ ExFatVolume::~ExFatVolume()
         run("losetup"_s, {"--detach"_s, m_device});
 }
 
-bool ExFatVolume::mount()
-{
+bool ExFatVolume::mount() {
     m_mounted = m_mounted || run("mount.exfat-fuse"_s, {m_device, QDir::cleanPath(m_root)});
     return m_mounted;
 }
 
-bool ExFatVolume::unmount()
-{
+bool ExFatVolume::unmount() {
     m_mounted = m_mounted && !run("umount"_s, {QDir::cleanPath(m_root)});
     return !m_mounted;
 }
 
-bool ExFatVolume::pull()
-{
+bool ExFatVolume::pull() {
     m_mounted = m_mounted && !run("umount"_s, {"--lazy"_s, QDir::cleanPath(m_root)});
     return !m_mounted;
 }
 
-bool ExFatVolume::linkLabel(const QString &linkName)
-{
+bool ExFatVolume::linkLabel(const QString &linkName) {
     unlinkLabel();
     for (const QString &folder : {kDiskFolder, kLabelFolder}) {
         if (QDir().mkdir(folder))
@@ -109,8 +100,7 @@ bool ExFatVolume::linkLabel(const QString &linkName)
     return true;
 }
 
-void ExFatVolume::unlinkLabel()
-{
+void ExFatVolume::unlinkLabel() {
     if (!m_link.isEmpty())
         QFile::remove(m_link);
     m_link.clear();
@@ -120,8 +110,7 @@ void ExFatVolume::unlinkLabel()
     m_madeFolders.clear();
 }
 
-bool ExFatVolume::run(const QString &name, const QStringList &arguments, QString *output)
-{
+bool ExFatVolume::run(const QString &name, const QStringList &arguments, QString *output) {
     QProcess process;
     process.start(program(name), arguments);
     const bool good = process.waitForFinished(kProgramTimeoutMs) && process.exitStatus() == QProcess::NormalExit &&

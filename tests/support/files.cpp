@@ -7,8 +7,7 @@ namespace {
 constexpr QDir::Filters kFiles = QDir::Files | QDir::Hidden | QDir::System;
 constexpr QDir::Filters kEntries = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
 
-QStringList listedBelow(const QString &folder, QDir::Filters filters)
-{
+QStringList listedBelow(const QString &folder, QDir::Filters filters) {
     QStringList found;
     QDirIterator entries(folder, filters, QDirIterator::Subdirectories);
     while (entries.hasNext())
@@ -20,14 +19,12 @@ QStringList listedBelow(const QString &folder, QDir::Filters filters)
 
 } // namespace
 
-QByteArray contentOf(const QString &path)
-{
+QByteArray contentOf(const QString &path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString putFile(const QString &path, const QByteArray &content)
-{
+QString putFile(const QString &path, const QByteArray &content) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
@@ -35,18 +32,15 @@ QString putFile(const QString &path, const QByteArray &content)
     return path;
 }
 
-QStringList filesBelow(const QString &folder)
-{
+QStringList filesBelow(const QString &folder) {
     return listedBelow(folder, kFiles);
 }
 
-QStringList entriesBelow(const QString &folder)
-{
+QStringList entriesBelow(const QString &folder) {
     return listedBelow(folder, kEntries);
 }
 
-QMap<QString, QByteArray> contentBelow(const QString &folder)
-{
+QMap<QString, QByteArray> contentBelow(const QString &folder) {
     QMap<QString, QByteArray> found;
     const QStringList files = filesBelow(folder);
     for (const QString &file : files)
@@ -54,15 +48,13 @@ QMap<QString, QByteArray> contentBelow(const QString &folder)
     return found;
 }
 
-bool runProgram(const QString &program, const QStringList &arguments)
-{
+bool runProgram(const QString &program, const QStringList &arguments) {
     QProcess process;
     process.start(program, arguments);
     return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
-QString PcFolder::addFolder(const QString &relative)
-{
+QString PcFolder::addFolder(const QString &relative) {
     if (!QDir().mkpath(path(relative)))
         failTest("Cannot make "_s + path(relative));
     return path(relative);

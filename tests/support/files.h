@@ -28,8 +28,7 @@ class PcFolder
 public:
     QString path(const QString &relative = QString()) const { return m_dir.filePath(relative); }
     /// Writes a file, making its folders; returns its full path.
-    QString addFile(const QString &relative, const QByteArray &content = QByteArrayLiteral("pc"))
-    {
+    QString addFile(const QString &relative, const QByteArray &content = QByteArrayLiteral("pc")) {
         return putFile(path(relative), content);
     }
     /// Makes a folder with its parents; returns its full path.

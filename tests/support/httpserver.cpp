@@ -7,24 +7,21 @@ constexpr int kNotFound = 404;
 constexpr int kPauseMs = 200;
 } // namespace
 
-HttpServer::HttpServer()
-{
+HttpServer::HttpServer() {
     connect(&m_server, &QTcpServer::newConnection, this, &HttpServer::accept);
     if (!m_server.listen(QHostAddress::LocalHost))
         failTest("Cannot listen on loopback"_s);
     m_port = m_server.serverPort();
 }
 
-void HttpServer::accept()
-{
+void HttpServer::accept() {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
     }
 }
 
-void HttpServer::read(QTcpSocket *socket)
-{
+void HttpServer::read(QTcpSocket *socket) {
     // The head ends with an empty line; until it is whole it stays in the socket's buffer.
     if (!socket->peek(socket->bytesAvailable()).contains("\r\n\r\n"))
         return;
@@ -38,8 +35,7 @@ void HttpServer::read(QTcpSocket *socket)
     reply(socket, path);
 }
 
-void HttpServer::reply(QTcpSocket *socket, const QString &path)
-{
+void HttpServer::reply(QTcpSocket *socket, const QString &path) {
     const QByteArray page = "<html>404</html>";
     const Answer answer = m_answers.value(path, {kNotFound, page, page.size(), End::Close});
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n";

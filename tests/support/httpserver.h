@@ -21,33 +21,27 @@ public:
     QString url(const QString &path) const { return address() + path; }
 
     /// The whole file with its true length.
-    void serve(const QString &path, const QByteArray &content)
-    {
+    void serve(const QString &path, const QByteArray &content) {
         answer(path, {kOk, content, content.size(), End::Close});
     }
     /// The first @p sent bytes of the file under the length of the whole, then the connection is closed.
-    void serveCut(const QString &path, const QByteArray &content, int sent)
-    {
+    void serveCut(const QString &path, const QByteArray &content, int sent) {
         answer(path, {kOk, content.left(sent), content.size(), End::Close});
     }
     /// The first @p sent bytes under the length of the whole, in two parts, then silence while the connection stays open.
-    void serveStalled(const QString &path, const QByteArray &content, int sent)
-    {
+    void serveStalled(const QString &path, const QByteArray &content, int sent) {
         answer(path, {kOk, content.left(sent), content.size(), End::Silence});
     }
     /// The whole file without a word about its length.
-    void serveWithoutLength(const QString &path, const QByteArray &content)
-    {
+    void serveWithoutLength(const QString &path, const QByteArray &content) {
         answer(path, {kOk, content, kNoLength, End::Close});
     }
     /// The whole file under another length than its own, then the connection is closed.
-    void serveUnderLength(const QString &path, const QByteArray &content, qint64 length)
-    {
+    void serveUnderLength(const QString &path, const QByteArray &content, qint64 length) {
         answer(path, {kOk, content, length, End::Close});
     }
     /// An error status with a page of its own.
-    void serveError(const QString &path, int status, const QByteArray &page)
-    {
+    void serveError(const QString &path, int status, const QByteArray &page) {
         answer(path, {status, page, page.size(), End::Close});
     }
     /// Stops listening: from now on every connection is refused. The address stays the same.

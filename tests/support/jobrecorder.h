@@ -24,25 +24,21 @@ public:
     void paintBar() override {}
     bool isStopped() const override { return stopped; }
     void forgetStop() override { stopped = false; }
-    void tell(const Notice &notice) override
-    {
+    void tell(const Notice &notice) override {
         note("tell "_s + notice.title + "|"_s + notice.text +
              (notice.informativeText.isEmpty() ? QString() : "|"_s + notice.informativeText));
     }
-    JobAnswer ask(const JobQuestion &question) override
-    {
+    JobAnswer ask(const JobQuestion &question) override {
         note("ask "_s + question.title + "|"_s + question.text);
         return answers.value(question.title, question.onEscape);
     }
-    QString chooseFolder(const QString &caption) override
-    {
+    QString chooseFolder(const QString &caption) override {
         note("choose "_s + caption);
         return folder;
     }
 
     /// The lines that begin with this word and a blank, without it.
-    QStringList of(const QString &kind) const
-    {
+    QStringList of(const QString &kind) const {
         QStringList found;
         for (const QString &line : shown) {
             if (line.startsWith(kind + " "_s))
@@ -52,8 +48,7 @@ public:
     }
 
 private:
-    void note(const QString &line)
-    {
+    void note(const QString &line) {
         shown.append(line);
         if (then)
             then(line);

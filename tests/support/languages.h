@@ -6,15 +6,13 @@
 class Language
 {
 public:
-    explicit Language(const QString &code)
-    {
+    explicit Language(const QString &code) {
         if (!m_translator.load(":/language/lang_%1.qm"_s.arg(code)))
             qFatal("no translation file for this language");
         QCoreApplication::installTranslator(&m_translator);
         QCoreApplication::processEvents();
     }
-    ~Language()
-    {
+    ~Language() {
         QCoreApplication::removeTranslator(&m_translator);
         QCoreApplication::processEvents();
     }
@@ -36,8 +34,7 @@ public:
     MarkedTexts &operator=(const MarkedTexts &) = delete;
 
     bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
+    QString translate(const char *context, const char *source, const char *, int) const override {
         if (!m_context.isEmpty() && m_context != context)
             return QString();
         return QLatin1Char('[') + QString::fromUtf8(source) + QLatin1Char(']');

@@ -11,14 +11,12 @@
 class FullDisk
 {
 public:
-    explicit FullDisk(rlim_t size) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
+    explicit FullDisk(rlim_t size) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
         getrlimit(RLIMIT_FSIZE, &m_before);
         const rlimit now = {size, m_before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &now);
     }
-    ~FullDisk()
-    {
+    ~FullDisk() {
         setrlimit(RLIMIT_FSIZE, &m_before);
         std::signal(SIGXFSZ, m_handler);
     }
@@ -34,13 +32,11 @@ private:
 class NoRoot
 {
 public:
-    NoRoot()
-    {
+    NoRoot() {
         if (m_wasRoot && seteuid(kNobody) != 0)
             qFatal("cannot lay down root's rights");
     }
-    ~NoRoot()
-    {
+    ~NoRoot() {
         if (m_wasRoot && seteuid(0) != 0)
             qFatal("cannot take up root's rights again");
     }

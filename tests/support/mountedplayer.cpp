@@ -3,32 +3,26 @@
 #include "simulatedplayer.h"
 #include "testing.h"
 
-MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes))
-{
+MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes)) {
     if (!isMounted())
         return;
     putFile(path(".windows-label"_s), "CORVIN4\n");
     qputenv("CORVIN_VOLUMES", QFile::encodeName(QDir::cleanPath(root())));
 }
 
-MountedPlayer::~MountedPlayer()
-{
+MountedPlayer::~MountedPlayer() {
     SimulatedPlayer::disconnect();
 }
 
 Mount::Mount(const QString &folder, int kilobytes)
     : m_folder(folder),
-      m_mounted(runProgram("mount"_s, words("-t tmpfs -o") << "size=%1k"_s.arg(kilobytes) << "none"_s << folder))
-{
-}
+      m_mounted(runProgram("mount"_s, words("-t tmpfs -o") << "size=%1k"_s.arg(kilobytes) << "none"_s << folder)) {}
 
-Mount::Mount(const QString &folder) : m_folder(folder), m_mounted(runProgram("mount"_s, {"--bind"_s, folder, folder}))
-{
+Mount::Mount(const QString &folder) : m_folder(folder), m_mounted(runProgram("mount"_s, {"--bind"_s, folder, folder})) {
     m_good = m_mounted && runProgram("mount"_s, {"-o"_s, "remount,bind,ro"_s, folder});
 }
 
-Mount::~Mount()
-{
+Mount::~Mount() {
     if (m_mounted)
         runProgram("umount"_s, {m_folder});
 }

@@ -6,8 +6,7 @@
 constexpr QRgb kGround = qRgb(220, 220, 220);
 
 /// The widgets of a page, shown at a size that has room for them, as they are seen on the window's picture.
-inline QImage pictureOf(QWidget &page)
-{
+inline QImage pictureOf(QWidget &page) {
     QImage picture(page.size(), QImage::Format_RGB32);
     picture.fill(kGround);
     QPainter painter(&picture);
@@ -16,7 +15,6 @@ inline QImage pictureOf(QWidget &page)
 }
 
 /// Where a widget stands on the picture of its page.
-inline QRect placeOn(const QWidget &page, const QWidget &widget)
-{
+inline QRect placeOn(const QWidget &page, const QWidget &widget) {
     return {widget.mapTo(&page, QPoint()), widget.size()};
 }

@@ -6,8 +6,7 @@
 
 /// The main function of a test of pages or windows: with the program's own resources and fonts.
 #define PAGE_TEST_MAIN(TestClass)                                                                                      \
-    int main(int argc, char **argv)                                                                                    \
-    {                                                                                                                  \
+    int main(int argc, char **argv) {                                                                                  \
         QApplication application(argc, argv);                                                                          \
         QCoreApplication::setAttribute(Qt::AA_Use96Dpi);                                                               \
         loadResources();                                                                                               \

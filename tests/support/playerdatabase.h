@@ -8,8 +8,7 @@
 class PlayerDatabase
 {
 public:
-    PlayerDatabase()
-    {
+    PlayerDatabase() {
         QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE"_s, m_name);
         database.setDatabaseName(":memory:"_s);
         database.open();
@@ -23,14 +22,12 @@ public:
     PlayerDatabase &operator=(const PlayerDatabase &) = delete;
 
     /// Executes one statement; an empty text when it went well, else what the database said.
-    QString run(const QString &statement)
-    {
+    QString run(const QString &statement) {
         QSqlQuery query(QSqlDatabase::database(m_name));
         return query.exec(statement) ? QString() : statement + ": "_s + query.lastError().text();
     }
     /// Executes a whole import file line by line; an empty text when each went well, else the first complaint.
-    QString runFile(const QByteArray &file)
-    {
+    QString runFile(const QByteArray &file) {
         if (!file.endsWith('\n') || file.contains('\r') || file.startsWith("\xEF\xBB\xBF"))
             return "not made of lines"_s;
         QString complaint;
@@ -42,8 +39,7 @@ public:
     /// The rows of the songs, each with its columns in the table's order, ordered by path.
     QList<QStringList> songs() const { return rows("SELECT * FROM songs ORDER BY filename"_s); }
     /// The paths of the songs, ordered.
-    QStringList paths() const
-    {
+    QStringList paths() const {
         QStringList paths;
         const QList<QStringList> all = songs();
         for (const QStringList &song : all)
@@ -51,14 +47,12 @@ public:
         return paths;
     }
     /// How many rows a table has; -1 when there is no such table.
-    int rowCount(const QString &table) const
-    {
+    int rowCount(const QString &table) const {
         return rows("SELECT COUNT(*) FROM "_s + table).value(0).value(0, "-1"_s).toInt();
     }
 
 private:
-    QList<QStringList> rows(const QString &question) const
-    {
+    QList<QStringList> rows(const QString &question) const {
         QList<QStringList> found;
         QSqlQuery query(question, QSqlDatabase::database(m_name));
         while (query.next()) {

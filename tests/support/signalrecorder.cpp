@@ -4,8 +4,7 @@
 
 namespace {
 
-QString shortName(const QByteArray &signal)
-{
+QString shortName(const QByteArray &signal) {
     static const QMap<QByteArray, QString> kNames = {
         {"setProgressBarVisible", "visible"_s}, {"setProgressBarMinVal", "min"_s},
         {"setProgressBarMaxVal", "max"_s},      {"setProgressBarFormat", "format"_s},
@@ -14,15 +13,13 @@ QString shortName(const QByteArray &signal)
     return kNames.value(signal, QString::fromLatin1(signal));
 }
 
-QString argumentText(const QVariant &argument)
-{
+QString argumentText(const QVariant &argument) {
     return argument.type() == QVariant::Bool ? QString::number(int(argument.toBool())) : argument.toString();
 }
 
 } // namespace
 
-SignalRecorder::SignalRecorder(QObject &sender) : m_sender(sender)
-{
+SignalRecorder::SignalRecorder(QObject &sender) : m_sender(sender) {
     const QMetaObject *meta = sender.metaObject();
     const int own = QWidget::staticMetaObject.methodCount();
     const int slot = QObject::staticMetaObject.methodCount();
@@ -35,14 +32,12 @@ SignalRecorder::SignalRecorder(QObject &sender) : m_sender(sender)
     }
 }
 
-QStringList SignalRecorder::lines()
-{
+QStringList SignalRecorder::lines() {
     takeLog();
     return m_lines;
 }
 
-QStringList SignalRecorder::of(const QString &kind)
-{
+QStringList SignalRecorder::of(const QString &kind) {
     QStringList found;
     const QString start = kind + QLatin1Char(' ');
     const QStringList all = lines();
@@ -53,16 +48,14 @@ QStringList SignalRecorder::of(const QString &kind)
     return found;
 }
 
-void SignalRecorder::clear()
-{
+void SignalRecorder::clear() {
     m_log.clear();
     m_logTaken = 0;
     m_lines.clear();
 }
 
 // The signals were connected to slots that only their numbers make: one a signal, in the order of m_signals.
-int SignalRecorder::qt_metacall(QMetaObject::Call call, int id, void **arguments)
-{
+int SignalRecorder::qt_metacall(QMetaObject::Call call, int id, void **arguments) {
     const int slot = QObject::qt_metacall(call, id, arguments);
     if (slot < 0 || call != QMetaObject::InvokeMetaMethod || slot >= m_signals.size())
         return slot;
@@ -75,8 +68,7 @@ int SignalRecorder::qt_metacall(QMetaObject::Call call, int id, void **arguments
     return -1;
 }
 
-void SignalRecorder::takeLog()
-{
+void SignalRecorder::takeLog() {
     for (; m_logTaken < m_log.lines().size(); ++m_logTaken)
         m_lines.append("log "_s + m_log.lines().at(m_logTaken).text);
 }

@@ -5,8 +5,7 @@
 static constexpr wchar_t kLetter = L'e';
 
 // The program's own look-up through the system is meant, so no list of folders may be in force.
-void SimulatedPlayer::connect()
-{
+void SimulatedPlayer::connect() {
     qunsetenv("CORVIN_VOLUMES");
     const std::string folder = WineDrive::unixPath(QDir::toNativeSeparators(m_folder).toStdWString());
     if (folder.empty() || !WineDrive::plug(kLetter, folder))
@@ -14,7 +13,6 @@ void SimulatedPlayer::connect()
     m_root = "E:/"_s;
 }
 
-void SimulatedPlayer::disconnect()
-{
+void SimulatedPlayer::disconnect() {
     WineDrive::unplug(kLetter);
 }

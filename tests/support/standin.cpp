@@ -19,8 +19,7 @@ constexpr auto kLookInterval = std::chrono::milliseconds(20);
 constexpr auto kLongestWait = std::chrono::minutes(10);
 
 /// Whoever waits for the file finds it complete.
-void writeFile(const fs::path &path, const std::string &content)
-{
+void writeFile(const fs::path &path, const std::string &content) {
     fs::path part = path;
     part += ".part";
     std::ofstream file(part, std::ios::binary);
@@ -31,14 +30,12 @@ void writeFile(const fs::path &path, const std::string &content)
     fs::rename(part, path);
 }
 
-void writeLine(std::FILE *where, const std::string &text)
-{
+void writeLine(std::FILE *where, const std::string &text) {
     std::fputs((text + '\n').c_str(), where);
     std::fflush(where);
 }
 
-void emptyFolder(fs::path folder)
-{
+void emptyFolder(fs::path folder) {
     // A bare drive would be the current folder on it.
     folder += '/';
     std::vector<fs::path> entries;
@@ -50,8 +47,7 @@ void emptyFolder(fs::path folder)
         fs::remove_all(entry);
 }
 
-void waitFor(const fs::path &file)
-{
+void waitFor(const fs::path &file) {
     const auto end = std::chrono::steady_clock::now() + kLongestWait;
     while (file.empty() || !fs::exists(file)) {
         if (std::chrono::steady_clock::now() > end)
@@ -60,14 +56,12 @@ void waitFor(const fs::path &file)
     }
 }
 
-std::string contentOf(const fs::path &path)
-{
+std::string contentOf(const fs::path &path) {
     std::ifstream file(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-std::string listed(const std::vector<fs::path> &arguments)
-{
+std::string listed(const std::vector<fs::path> &arguments) {
     std::string lines;
     for (const fs::path &argument : arguments)
         lines += argument.u8string() + '\n';
@@ -75,8 +69,7 @@ std::string listed(const std::vector<fs::path> &arguments)
 }
 
 /// Does one line. Returns whether to go on; else @p code is the exit code.
-bool doLine(const std::string &line, const std::vector<fs::path> &arguments, int &code)
-{
+bool doLine(const std::string &line, const std::vector<fs::path> &arguments, int &code) {
     const size_t blank = line.find(' ');
     const std::string verb = line.substr(0, blank);
     const std::string object = blank == std::string::npos ? std::string() : line.substr(blank + 1);
@@ -112,8 +105,7 @@ bool doLine(const std::string &line, const std::vector<fs::path> &arguments, int
 
 } // namespace
 
-int standIn(const fs::path &program, const std::vector<fs::path> &arguments)
-{
+int standIn(const fs::path &program, const std::vector<fs::path> &arguments) {
     try {
         fs::path list = program;
         list += ".does";

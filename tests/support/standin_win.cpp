@@ -7,8 +7,7 @@ namespace {
 
 constexpr UINT kKilled = 0xC000013A; ///< what Windows itself gives a process that it ends
 
-std::filesystem::path ownPath()
-{
+std::filesystem::path ownPath() {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = GetModuleFileNameW(nullptr, &path[0], static_cast<DWORD>(path.size()));
     while (length == path.size()) {
@@ -21,13 +20,11 @@ std::filesystem::path ownPath()
 
 } // namespace
 
-void dieAtOnce()
-{
+void dieAtOnce() {
     TerminateProcess(GetCurrentProcess(), kKilled);
     ExitProcess(kStandInFailed);
 }
 
-int wmain(int argc, wchar_t **argv)
-{
+int wmain(int argc, wchar_t **argv) {
     return standIn(ownPath(), std::vector<std::filesystem::path>(argv + 1, argv + argc));
 }

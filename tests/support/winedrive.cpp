@@ -21,8 +21,7 @@ struct UnixDrive
     USHORT labelOffset;
 };
 
-bool define(UnixDrive head, const std::string &folder)
-{
+bool define(UnixDrive head, const std::string &folder) {
     head.size = static_cast<ULONG>(sizeof(head) + folder.size() + 1);
     std::string request = std::string(reinterpret_cast<const char *>(&head), sizeof(head)) + folder + '\0';
     const HANDLE manager = CreateFileW(L"\\\\.\\MountPointManager", GENERIC_READ | GENERIC_WRITE,
@@ -38,8 +37,7 @@ bool define(UnixDrive head, const std::string &folder)
 
 } // namespace
 
-bool WineDrive::plug(wchar_t letter, const std::string &unixFolder)
-{
+bool WineDrive::plug(wchar_t letter, const std::string &unixFolder) {
     UnixDrive head = {};
     head.type = DRIVE_REMOVABLE;
     head.letter = letter;
@@ -47,16 +45,14 @@ bool WineDrive::plug(wchar_t letter, const std::string &unixFolder)
     return define(head, unixFolder);
 }
 
-bool WineDrive::unplug(wchar_t letter)
-{
+bool WineDrive::unplug(wchar_t letter) {
     UnixDrive head = {};
     head.type = DRIVE_NO_ROOT_DIR;
     head.letter = letter;
     return define(head, std::string());
 }
 
-std::string WineDrive::unixPath(const std::wstring &windowsPath)
-{
+std::string WineDrive::unixPath(const std::wstring &windowsPath) {
     using Translate = char *(__cdecl *)(const wchar_t *);
     const auto translate = reinterpret_cast<Translate>(
         reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));

@@ -18,8 +18,7 @@ public:
     Manifest manifest;
 
     /// Writes the disk as it was, notes it, and turns it into what an optimisation must leave, if that is wanted.
-    explicit HandmadePlayer(bool optimised = true)
-    {
+    explicit HandmadePlayer(bool optimised = true) {
         writeBefore();
         before = Snapshot::take(root);
         if (optimised)
@@ -31,8 +30,7 @@ public:
     }
 
     /// Undoes all that was changed since the disk was made.
-    void restore()
-    {
+    void restore() {
         const QSet<QString> touched = m_touched;
         for (const QString &path : touched) {
             if (m_made.contains(path))
@@ -53,14 +51,12 @@ public:
     QByteArray read(const QString &path) const { return contentOf(root + path); }
     void write(const QString &path, const QByteArray &bytes) { putFile(root + touched(path), bytes); }
     void remove(const QString &path) { check(QFile::remove(root + touched(path)), "Cannot remove "_s + path); }
-    void move(const QString &from, const QString &to)
-    {
+    void move(const QString &from, const QString &to) {
         QDir(root).mkpath(folderOf(root + to));
         check(QFile::rename(root + touched(from), root + touched(to)), "Cannot move "_s + from);
     }
     /// In the file, the first occurrence of @p from becomes @p to.
-    void replace(const QString &path, const QByteArray &from, const QByteArray &to)
-    {
+    void replace(const QString &path, const QByteArray &from, const QByteArray &to) {
         QByteArray bytes = read(path);
         const int at = bytes.indexOf(from);
         check(at >= 0, "%1 lacks %2"_s.arg(path, QString::fromUtf8(from)));
@@ -73,15 +69,13 @@ private:
     const QString kOverlong = QString(116, QLatin1Char('l'));
 
     static QString folderOf(const QString &path) { return path.left(qMax(0, path.lastIndexOf(QLatin1Char('/')))); }
-    static void check(bool good, const QString &why)
-    {
+    static void check(bool good, const QString &why) {
         if (!good)
             failTest(why);
     }
     const QString &touched(const QString &path) { return *m_touched.insert(path); }
 
-    void addSong(const QString &path, const QString &title, const QString &artist = {})
-    {
+    void addSong(const QString &path, const QString &title, const QString &artist = {}) {
         SongInfo info;
         info.title = title;
         info.artist = artist;
@@ -95,14 +89,12 @@ private:
     static QString bigSong(int number) { return "My Songs/Big/Song %1"_s.arg(number); }
     /// Two halves under two initials; an accent does not matter.
     static QString bigTitle(int number) { return (number % 2 == 0 ? "\u00C9cho %1"_s : "'tis %1"_s).arg(number); }
-    static QString bigPlace(int number)
-    {
+    static QString bigPlace(int number) {
         const QString even = number < 4 ? "E0"_s : "E1"_s;
         return "My Songs/Big/%1/Song %2"_s.arg(number % 2 == 0 ? even : "T0"_s).arg(number);
     }
 
-    void writeBefore()
-    {
+    void writeBefore() {
         write(".windows-label"_s, "CORVIN4\n");
         write("AUTOEXEC.BAT"_s, "auto");
         write("note.txt"_s, "note");
@@ -133,8 +125,7 @@ private:
         }
     }
 
-    static QByteArray insertLine(const QString &path, const QString &title, const QString &artist = "<unknown>"_s)
-    {
+    static QByteArray insertLine(const QString &path, const QString &title, const QString &artist = "<unknown>"_s) {
         const QString device = "\\sdmemory\\"_s + QString(path).replace(QLatin1Char('/'), QLatin1Char('\\'));
         const auto quoted = [](QString text) { return text.replace("'"_s, "''"_s); };
         return "INSERT INTO songs (filename,onlyFilename,title,artist,genre,DriveName,format,author,bpm,[key],marker) "
@@ -143,8 +134,7 @@ private:
                    .toUtf8();
     }
 
-    void optimise()
-    {
+    void optimise() {
         remove("note.txt"_s);
         move("loose.mid"_s, "My Songs/loose_1.mid"_s);
         replace("System/Playlist/p.pls"_s, "\\sdmemory\\loose.mid", "\\sdmemory\\My Songs\\loose_1.mid");

@@ -6,8 +6,7 @@ namespace {
 
 constexpr int kBlockMs = 250;
 
-void serve()
-{
+void serve() {
     QTest::qWait(20);
 }
 
@@ -18,8 +17,7 @@ class TestGapMeter : public QObject
     Q_OBJECT
 
 private slots:
-    void blockedTimeIsAGapOfTheStepThatWasShown()
-    {
+    void blockedTimeIsAGapOfTheStepThatWasShown() {
         serve(); // the first events of a program take longer
         GapMeter meter;
         meter.start("first"_s);
@@ -39,8 +37,7 @@ private slots:
         QCOMPARE(meter.longestGapMs(), meter.steps().at(1).longestGapMs);
     }
 
-    void servedTimeIsNoGap()
-    {
+    void servedTimeIsNoGap() {
         GapMeter meter;
         meter.start("only"_s);
         for (int i = 0; i < 10; ++i)
@@ -50,8 +47,7 @@ private slots:
         QVERIFY(meter.longestGapMs() < meter.totalMs() / 2);
     }
 
-    void countersAndPathsDoNotMakeAnotherStep()
-    {
+    void countersAndPathsDoNotMakeAnotherStep() {
         GapMeter meter;
         meter.start("start"_s);
         for (const char *text : {"Scansione... [250]", "Scansione... [500]", "(1/2) Cartelle  : Titoli\n[12] /a/b",
@@ -63,8 +59,7 @@ private slots:
         QCOMPARE(meter.steps().at(2).name, "Cartelle : Titoli"_s);
     }
 
-    void stepsAddUpToTheWhole()
-    {
+    void stepsAddUpToTheWhole() {
         constexpr int kManySteps = 2000;
         GapMeter meter;
         meter.start("one"_s);
@@ -78,8 +73,7 @@ private slots:
         QVERIFY2(qAbs(sum - meter.totalMs()) <= meter.steps().size() + 1, qPrintable(QString::number(sum)));
     }
 
-    void textsOutsideTheMeasurementDoNotCount()
-    {
+    void textsOutsideTheMeasurementDoNotCount() {
         GapMeter meter;
         meter.onStatusText("before"_s);
         meter.start("one"_s);

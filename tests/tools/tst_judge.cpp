@@ -22,38 +22,31 @@ class TestJudge : public QObject
     HandmadePlayer player;
 
     static QString path(Text text) { return QString::fromUtf8(text); }
-    static Spoil remove(Text file)
-    {
+    static Spoil remove(Text file) {
         return [=](P p) { p.remove(path(file)); };
     }
-    static Spoil move(Text from, Text to)
-    {
+    static Spoil move(Text from, Text to) {
         return [=](P p) { p.move(path(from), path(to)); };
     }
-    static Spoil write(Text file, Text content)
-    {
+    static Spoil write(Text file, Text content) {
         return [=](P p) { p.write(path(file), content); };
     }
-    static Spoil replace(Text file, Text from, Text to)
-    {
+    static Spoil replace(Text file, Text from, Text to) {
         return [=](P p) { p.replace(path(file), from, to); };
     }
     static Spoil playlist(Text from, Text to) { return replace("System/Playlist/p.pls", from, to); }
     static Spoil import(Text from, Text to) { return replace("CorvinImportDB.sql", from, to); }
-    Spoil imported(const Change &as) const
-    {
+    Spoil imported(const Change &as) const {
         return [=](P p) { p.write(kImport, as(p.read(kImport))); };
     }
-    static Spoil fill(Text folder, int files)
-    {
+    static Spoil fill(Text folder, int files) {
         return [=](P p) {
             for (int i = 0; i < files; ++i)
                 p.write("%1/more %2.dat"_s.arg(path(folder)).arg(i), "more " + QByteArray::number(i));
         };
     }
 
-    static bool names(const Verdict &verdict, const QString &rule)
-    {
+    static bool names(const Verdict &verdict, const QString &rule) {
         const auto isOfRule = [&](const Failure &failure) { return failure.rule == rule; };
         return std::any_of(verdict.failures.cbegin(), verdict.failures.cend(), isOfRule);
     }
@@ -64,15 +57,13 @@ class TestJudge : public QObject
 private slots:
     void cleanup() { player.restore(); }
 
-    void rightOutcomeIsAccepted()
-    {
+    void rightOutcomeIsAccepted() {
         const Verdict verdict = player.judge();
         verifyRight(verdict);
         QVERIFY(verdict.notes.isEmpty());
     }
 
-    void everyWrongOutcomeIsRejected_data()
-    {
+    void everyWrongOutcomeIsRejected_data() {
         columns<QString, Spoil>("rule", "spoil");
         row("song lost", kSongKept, remove("My Songs/Known.mid"));
         row("song there twice", kSongKept,
@@ -153,8 +144,7 @@ private slots:
         row("wrong marker", kImportValues, import("'C','1'", "'C','0'"));
     }
 
-    void everyWrongOutcomeIsRejected()
-    {
+    void everyWrongOutcomeIsRejected() {
         QFETCH(QString, rule);
         QFETCH(Spoil, spoil);
         spoil(player);
@@ -162,8 +152,7 @@ private slots:
         QVERIFY2(names(verdict, rule), qPrintable(rule + "\n"_s + verdictText(verdict)));
     }
 
-    void untouchedDiskIsRejected()
-    {
+    void untouchedDiskIsRejected() {
         const Verdict verdict = HandmadePlayer(false).judge();
         for (const QString &rule : {kSongPlace, kSongName, kBrokenGone, kMediaPlace, kUnsupportedGone, kRootTidy,
                                     kFolderSize, kPlaylists, kImportRows})
@@ -171,8 +160,7 @@ private slots:
         QVERIFY(!names(verdict, kSongKept));
     }
 
-    void withoutAManifestTextsAreNotJudgedAndTheVerdictSaysSo()
-    {
+    void withoutAManifestTextsAreNotJudgedAndTheVerdictSaysSo() {
         player.replace(kImport, "'Loose'", "'loose'");
         const Verdict verdict = ::judge(player.before, player.root);
         verifyRight(verdict);
@@ -181,16 +169,14 @@ private slots:
         QVERIFY(names(::judge(player.before, player.root), kImportValues));
     }
 
-    void brokenSongThatThePlayerListsMayStay()
-    {
+    void brokenSongThatThePlayerListsMayStay() {
         player.write("My Songs/bad.mid"_s, "no song");
         QVERIFY(isWrong(kBrokenGone));
         player.write(kList, player.read(kList) + QByteArrayLiteral("\\sdmemory\\My Songs\\bad.mid\0"));
         QVERIFY(!isWrong(kBrokenGone));
     }
 
-    void companionWithoutASongMayGoWithTheOldFolder()
-    {
+    void companionWithoutASongMayGoWithTheOldFolder() {
         Snapshot before = player.before;
         before.files.insert("My Songs/Big/alone.dat"_s, {1, "x", false});
         QVERIFY(judged(before).isRight());
@@ -198,8 +184,7 @@ private slots:
         QVERIFY(names(judged(before), kCompanionKept));
     }
 
-    void emptyListNeedsEmptiedTables()
-    {
+    void emptyListNeedsEmptiedTables() {
         Snapshot before = player.before;
         before.files.remove(kList);
         player.remove(kList);
@@ -216,8 +201,7 @@ private slots:
         QVERIFY(names(judged(before), kImportForm));
     }
 
-    void agreeingDiskNeedsNoImportFile()
-    {
+    void agreeingDiskNeedsNoImportFile() {
         QByteArray list;
         for (const QString &song : Snapshot::take(player.root).files.keys()) {
             if (song.startsWith("My Songs/"_s))
@@ -238,8 +222,7 @@ private slots:
         QVERIFY(isWrong(kImportRows));
     }
 
-    void verdictNamesRulesAndPaths()
-    {
+    void verdictNamesRulesAndPaths() {
         QVERIFY(verdictText(player.judge()).startsWith("RIGHT"_s));
         player.remove("My Songs/Known.mid"_s);
         const QString text = verdictText(player.judge());

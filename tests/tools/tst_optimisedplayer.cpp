@@ -14,8 +14,7 @@ class TestOptimisedPlayer : public QObject
     Q_OBJECT
 
     /// Makes a player's disk in an empty folder and connects it.
-    static Manifest makeDisk(const QString &folder, const MakeOptions &options)
-    {
+    static Manifest makeDisk(const QString &folder, const MakeOptions &options) {
         qputenv("CORVIN_VOLUMES", QFile::encodeName(folder));
         const MakeResult made = makePlayer(folder, options);
         if (!made.error.isEmpty())
@@ -23,8 +22,7 @@ class TestOptimisedPlayer : public QObject
         return made.manifest;
     }
 
-    static void optimise()
-    {
+    static void optimise() {
         const BoxAnswerer noBoxes;
         Ottimizza page;
         const QSignalSpy ended(&page, &Ottimizza::backFromOttimizzaToEndOttimizza);
@@ -34,8 +32,7 @@ class TestOptimisedPlayer : public QObject
         QCOMPARE(ended.first().first().toInt(), int(Ottimizza::Success));
     }
 
-    static void makeOptimiseAndJudge(const QString &folder, const MakeOptions &options)
-    {
+    static void makeOptimiseAndJudge(const QString &folder, const MakeOptions &options) {
         const Manifest manifest = makeDisk(folder, options);
         const Snapshot before = Snapshot::take(folder);
         optimise();
@@ -47,24 +44,21 @@ private slots:
     // What the page says in between would drown what the tests say.
     void initTestCase() { QLoggingCategory::setFilterRules("default=false"_s); }
 
-    void realisticDiskIsOptimisedAsItMustBe_data()
-    {
+    void realisticDiskIsOptimisedAsItMustBe_data() {
         columns<int, uint>("songs", "seed");
         row("usual", 1700, 1U);
         row("another", 1700, 20260U);
         row("nested big folders", 5000, 3U);
     }
 
-    void realisticDiskIsOptimisedAsItMustBe()
-    {
+    void realisticDiskIsOptimisedAsItMustBe() {
         QFETCH(int, songs);
         QFETCH(uint, seed);
         makeOptimiseAndJudge(PcFolder().path(), {songs, seed});
     }
 
     /// On the player's own file system, which ignores the case of names.
-    void realisticVolumeIsOptimisedAsItMustBe()
-    {
+    void realisticVolumeIsOptimisedAsItMustBe() {
         constexpr int kMegabytes = 256;
         QString why;
         if (!ExFatVolume::isPossible(&why))
@@ -74,8 +68,7 @@ private slots:
         makeOptimiseAndJudge(volume.root(), MakeOptions());
     }
 
-    void secondRunHasNothingLeftToMove()
-    {
+    void secondRunHasNothingLeftToMove() {
         const QString kImport = "CorvinImportDB.sql"_s;
         const PcFolder folder;
         const auto importLines = [&] {

@@ -23,8 +23,7 @@ class TestPlayerTool : public QObject
     QStringList m_broken;
 
     /// Those of the paths that @p are says.
-    template <typename Are> static QStringList those(const QStringList &paths, Are are)
-    {
+    template <typename Are> static QStringList those(const QStringList &paths, Are are) {
         QStringList found;
         std::copy_if(paths.cbegin(), paths.cend(), std::back_inserter(found), are);
         return found;
@@ -33,15 +32,13 @@ class TestPlayerTool : public QObject
     static bool isCompanion(const QString &path) { return PlayerPaths::kindOf(path) == Kind::Companion; }
 
     bool isThere(const QString &path) const { return m_snapshot.files.contains(path); }
-    QStringList pathsIn(const QString &folder) const
-    {
+    QStringList pathsIn(const QString &folder) const {
         return those(m_snapshot.files.keys(),
                      [&](const QString &path) { return PlayerPaths::folderOf(path) == folder; });
     }
 
     /// What follows the first backslash, with it, in each part of the list of songs.
-    QByteArrayList fastDatabase() const
-    {
+    QByteArrayList fastDatabase() const {
         QByteArrayList found;
         for (const QByteArray &part : m_dir.content("System/Corvin/data.fastDB"_s).split('\0')) {
             if (part.contains('\\'))
@@ -51,8 +48,7 @@ class TestPlayerTool : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QLoggingCategory::setFilterRules("default.debug=false"_s);
         m_made = makePlayer(m_dir.path(), MakeOptions());
         QCOMPARE(m_made.error, QString());
@@ -67,16 +63,14 @@ private slots:
 
     void cleanupTestCase() { QCOMPARE(Snapshot::take(m_dir.path()).files.size(), m_snapshot.files.size()); }
 
-    void diskHasAsManySongsAsAsked()
-    {
+    void diskHasAsManySongsAsAsked() {
         QCOMPARE(m_made.manifest.songs.size(), 1700);
         QCOMPARE(m_made.files, m_snapshot.files.size());
         const QStringList songs = those(m_snapshot.files.keys(), isSong);
         QCOMPARE(those(songs, [](const QString &path) { return !PlayerPaths::isPlayersOwn(path); }).size(), 1700);
     }
 
-    void diskHoldsEveryListedFile_data()
-    {
+    void diskHoldsEveryListedFile_data() {
         const QString files =
             ".windows-label|AUTOEXEC.BAT|q-artedev|System/Corvin/Corvin.exe|System/GuiProc/GuiProc.exe|"
             "System/Corvin/manuale.txt|System/Corvin/skin/sfondo.png|System/Midi/Avvio.MP3|System/Playlist/Serata.pls|"
@@ -90,30 +84,26 @@ private slots:
             row(qPrintable(file), file);
     }
 
-    void diskHoldsEveryListedFile()
-    {
+    void diskHoldsEveryListedFile() {
         QFETCH(QString, file);
         QVERIFY(isThere(file));
         if (file == ".windows-label"_s)
             QVERIFY(m_dir.content(file).startsWith("CORVIN4"));
     }
 
-    void diskHoldsSongsOfEverySuffix_data()
-    {
+    void diskHoldsSongsOfEverySuffix_data() {
         columns<QString>("suffix");
         for (const QString &suffix : words("mid MID midi MIDI xmid kar mf3 mf4 mf5 MF5 mp3 xmp3"))
             row(qPrintable(suffix), suffix);
     }
 
-    void diskHoldsSongsOfEverySuffix()
-    {
+    void diskHoldsSongsOfEverySuffix() {
         QFETCH(QString, suffix);
         const auto bearsIt = [&](const QString &path) { return PlayerPaths::suffixOf(path) == suffix; };
         QVERIFY(!those(m_readable.keys(), bearsIt).isEmpty());
     }
 
-    void oneFolderIsTooBigAndHasCompanionsAndSubFolders()
-    {
+    void oneFolderIsTooBigAndHasCompanionsAndSubFolders() {
         const QString big = "My Songs/Karaoke Italia"_s;
         QCOMPARE(Outcome(m_snapshot, m_snapshot, m_made.manifest).bigFolders(), QSet<QString>{big});
         QVERIFY(those(pathsIn(big), isSong).size() > 1000);
@@ -127,8 +117,7 @@ private slots:
         QVERIFY(isThere(big + "/A0/Alba presa.mid"_s));
     }
 
-    void titlesOfTheBigFolderBeginInEveryWay()
-    {
+    void titlesOfTheBigFolderBeginInEveryWay() {
         QMap<QChar, int> filed;
         QSet<QChar> first;
         for (const QString &path : those(pathsIn("My Songs/Karaoke Italia"_s), isSong)) {
@@ -145,15 +134,13 @@ private slots:
         QVERIFY2(filed.value(QLatin1Char('S')) > 500, "one initial has to outgrow a sub-folder, companions included");
     }
 
-    void looseSongsAreInTheRootSomeUnderTakenNames()
-    {
+    void looseSongsAreInTheRootSomeUnderTakenNames() {
         const QStringList loose = those(pathsIn(QString()), isSong);
         QVERIFY(loose.size() >= 5);
         QVERIFY(those(loose, [this](const QString &path) { return isThere("My Songs/"_s + path); }).size() >= 2);
     }
 
-    void overlongNamesHaveCompanions()
-    {
+    void overlongNamesHaveCompanions() {
         const auto isOverlongWithCompanion = [this](const QString &path) {
             const QString stem = PlayerPaths::join(PlayerPaths::folderOf(path), PlayerPaths::stemOf(path));
             return PlayerPaths::nameOf(path).toUtf8().size() >= 120 && isThere(stem + ".cdg"_s);
@@ -161,8 +148,7 @@ private slots:
         QVERIFY(those(m_made.manifest.songs.keys(), isOverlongWithCompanion).size() >= 3);
     }
 
-    void namesHaveAccentsQuotesAndApostrophes()
-    {
+    void namesHaveAccentsQuotesAndApostrophes() {
         const QString all = QStringList(m_made.manifest.songs.keys()).join(QLatin1Char('\n'));
         for (const QChar c : "'è“Ç"_s)
             QVERIFY2(all.contains(c), qPrintable(QString(c)));
@@ -170,8 +156,7 @@ private slots:
             QVERIFY2(!all.contains(c), "the player's disk takes no such name");
     }
 
-    void noTwoNamesDifferInCaseAlone()
-    {
+    void noTwoNamesDifferInCaseAlone() {
         QSet<QString> seen;
         for (const QString &path : m_snapshot.files.keys()) {
             QVERIFY2(!seen.contains(path.toCaseFolded()), qPrintable(path));
@@ -179,8 +164,7 @@ private slots:
         }
     }
 
-    void playlistsNameRootFilesFolderFilesAndVanishedOnes()
-    {
+    void playlistsNameRootFilesFolderFilesAndVanishedOnes() {
         int root = 0;
         int filed = 0;
         int vanished = 0;
@@ -200,8 +184,7 @@ private slots:
         QVERIFY(m_snapshot.playlists.contains("System/Playlist/Vuota.pls"_s));
     }
 
-    void fastDatabaseNamesSongsThatAreThereAndThatAreGone()
-    {
+    void fastDatabaseNamesSongsThatAreThereAndThatAreGone() {
         int there = 0;
         int gone = 0;
         for (const QByteArray &devicePath : fastDatabase()) {
@@ -213,15 +196,13 @@ private slots:
         QVERIFY(gone > 20);
     }
 
-    void noiseOfTheFastDatabaseNeverLooksLikeAPath()
-    {
+    void noiseOfTheFastDatabaseNeverLooksLikeAPath() {
         for (const QByteArray &part : fastDatabase())
             QVERIFY2(part.startsWith("\\sdmemory\\"), part.constData());
         QVERIFY(!m_dir.content("System/Corvin/data.fastDB"_s).startsWith('\\'));
     }
 
-    void everyContentIsThereOnce()
-    {
+    void everyContentIsThereOnce() {
         QSet<QByteArray> seen;
         for (auto it = m_snapshot.files.cbegin(); it != m_snapshot.files.cend(); ++it) {
             if (PlayerPaths::isPlayersOwn(it.key()))
@@ -231,8 +212,7 @@ private slots:
         }
     }
 
-    void manifestSaysWhatTheSongReaderReads()
-    {
+    void manifestSaysWhatTheSongReaderReads() {
         for (auto it = m_readable.cbegin(); it != m_readable.cend(); ++it) {
             MetaSong song;
             SongInfo info;
@@ -249,15 +229,13 @@ private slots:
         }
     }
 
-    void brokenSongsCannotBeRead()
-    {
+    void brokenSongsCannotBeRead() {
         QVERIFY(m_broken.size() >= 12);
         for (const QString &path : qAsConst(m_broken))
             QVERIFY2(!MetaSong().importFile(m_dir.path(path)), qPrintable(path));
     }
 
-    void equalSeedsGiveEqualDisks()
-    {
+    void equalSeedsGiveEqualDisks() {
         const auto disk = [](quint32 seed) {
             const PcFolder dir;
             const QString error = makePlayer(dir.path(), {kFewestSongs, seed}).error;
@@ -270,8 +248,7 @@ private slots:
         QVERIFY(one.first != disk(8).first);
     }
 
-    void largerArchivesHaveNestedAndFullFolders()
-    {
+    void largerArchivesHaveNestedAndFullFolders() {
         const PcFolder dir;
         const MakeResult made = makePlayer(dir.path(), {5000, 1});
         QCOMPARE(made.error, QString());

@@ -14,8 +14,7 @@ class TestPlayerToolParts : public QObject
     Q_OBJECT
 
     /// A small disk in an empty folder.
-    static Manifest makeDisk(const QString &root)
-    {
+    static Manifest makeDisk(const QString &root) {
         const MakeResult made = makePlayer(root, {kFewestSongs, 1});
         if (!made.error.isEmpty())
             failTest(made.error);
@@ -25,8 +24,7 @@ class TestPlayerToolParts : public QObject
 private slots:
     void initTestCase() { QLoggingCategory::setFilterRules("default.debug=false"_s); }
 
-    void foldersInUseAreRefused()
-    {
+    void foldersInUseAreRefused() {
         PcFolder dir;
         dir.addFile("letter.txt"_s);
         for (const QString &root : {dir.path(), dir.path("nowhere"_s), QString()})
@@ -34,24 +32,21 @@ private slots:
         QCOMPARE(Snapshot::take(dir.path()).files.keys(), QStringList{"letter.txt"_s});
     }
 
-    void labelAndLostFoundDoNotMatter()
-    {
+    void labelAndLostFoundDoNotMatter() {
         PcFolder dir;
         dir.addFolder("lost+found"_s);
         dir.addFile(".windows-label"_s);
         QVERIFY(mayBecomeAPlayer(dir.path()));
     }
 
-    void numberOfSongsHasLimits()
-    {
+    void numberOfSongsHasLimits() {
         const PcFolder dir;
         for (const int songs : {kFewestSongs - 1, kMostSongs + 1, 0, -1})
             QVERIFY(!makePlayer(dir.path(), {songs, 1}).error.isEmpty());
         QVERIFY(mayBecomeAPlayer(dir.path()));
     }
 
-    void snapshotSurvivesItsFile()
-    {
+    void snapshotSurvivesItsFile() {
         const PcFolder dir;
         makeDisk(dir.path());
         const Snapshot taken = Snapshot::take(dir.path());
@@ -67,8 +62,7 @@ private slots:
         }
     }
 
-    void manifestSurvivesItsFile()
-    {
+    void manifestSurvivesItsFile() {
         const PcFolder dir;
         const Manifest made = makeDisk(dir.path());
         Manifest loaded;
@@ -84,8 +78,7 @@ private slots:
         }
     }
 
-    void spoiledFilesAreNoSnapshotAndNoManifest()
-    {
+    void spoiledFilesAreNoSnapshotAndNoManifest() {
         PcFolder dir;
         const QString spoiled = dir.addFile("spoiled"_s, "{\"path\":\"a.mid\",\"size\":1}\n{not json\n");
         Snapshot snapshot;
@@ -96,8 +89,7 @@ private slots:
         QVERIFY(!manifest.save(dir.path("no/folder"_s)));
     }
 
-    void initialFollowsTheTitle_data()
-    {
+    void initialFollowsTheTitle_data() {
         columns<QString, QString>("title", "initial");
         const char *const rows[][2] = {
             {"Alba", "A"},  {"alba", "A"},    {"99 palloni", "9"}, {"È sera", "E"}, {"ça va", "C"}, {"'Round", "R"},
@@ -108,14 +100,12 @@ private slots:
             row(title, QString::fromUtf8(title), QString::fromUtf8(initial));
     }
 
-    void initialFollowsTheTitle()
-    {
+    void initialFollowsTheTitle() {
         QFETCH(QString, title);
         QTEST(QString(initialOfTitle(title)), "initial");
     }
 
-    void brokenBytesAreRecognised_data()
-    {
+    void brokenBytesAreRecognised_data() {
         columns<QString, QByteArray, bool>("name", "bytes", "broken");
         SongInfo info;
         info.title = "Prova"_s;
@@ -137,15 +127,13 @@ private slots:
         row("frame of another layer", "a.mp3"_s, QByteArray("\xFF\xF2").leftJustified(20, 'x'), true);
     }
 
-    void brokenBytesAreRecognised()
-    {
+    void brokenBytesAreRecognised() {
         QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
         QTEST(looksLikeABrokenSong(name, bytes), "broken");
     }
 
-    void reportTellsWhatChanged()
-    {
+    void reportTellsWhatChanged() {
         PcFolder disk;
         const auto rename = [&](const QString &from, const QString &to) {
             return QFile::rename(disk.path(from), disk.path(to));
@@ -176,8 +164,7 @@ private slots:
             QVERIFY2(report.contains(QLatin1String(part)), qPrintable(report));
     }
 
-    void programMakesNotesReportsAndJudges()
-    {
+    void programMakesNotesReportsAndJudges() {
         PcFolder dir;
         const QString disk = dir.addFolder("disk"_s);
         const QString notes = dir.path("notes"_s);

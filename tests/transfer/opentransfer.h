@@ -17,15 +17,13 @@ inline const QStringList kFileManagers = words("xdg-open explorer");
 class FakeFileManager
 {
 public:
-    FakeFileManager()
-    {
+    FakeFileManager() {
         for (const QString &name : kFileManagers)
             m_programs.addStandIn(name, {Does::record(m_dir.path("opened"_s))});
     }
     /// What it was asked to open, as it was given, once it has been started; empty before. A folder with blanks in its
     /// name reaches the file manager of Windows in pieces, as it wants them.
-    QString opened() const
-    {
+    QString opened() const {
         return QString::fromUtf8(m_dir.content("opened"_s)).chopped(1).replace(QLatin1Char('\n'), QLatin1Char(' '));
     }
 
@@ -34,8 +32,7 @@ private:
     ProgramFolder m_programs;
 };
 
-inline QList<QUrl> fileUrls(const QStringList &paths)
-{
+inline QList<QUrl> fileUrls(const QStringList &paths) {
     QList<QUrl> urls;
     for (const QString &path : paths)
         urls.append(QUrl::fromLocalFile(path));
@@ -48,22 +45,19 @@ class Drag
 public:
     Drag(QWidget &page, const QList<QUrl> &urls, Qt::DropActions actions = Qt::CopyAction,
          Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-        : m_page(page), m_actions(actions), m_modifiers(modifiers)
-    {
+        : m_page(page), m_actions(actions), m_modifiers(modifiers) {
         m_data.setUrls(urls);
     }
     bool enter(const QPoint &where) { return send<QDragEnterEvent>(where); }
     bool move(const QPoint &where) { return send<QDragMoveEvent>(where); }
     bool drop(const QPoint &where) { return send<QDropEvent>(where); }
-    void leave()
-    {
+    void leave() {
         QDragLeaveEvent event;
         QApplication::sendEvent(&m_page, &event);
     }
 
 private:
-    template <typename Event> bool send(const QPoint &where)
-    {
+    template <typename Event> bool send(const QPoint &where) {
         Event event(where, m_actions, &m_data, Qt::LeftButton, m_modifiers);
         QApplication::sendEvent(&m_page, &event);
         return event.isAccepted();
@@ -79,8 +73,7 @@ private:
 class OpenTransfer
 {
 public:
-    explicit OpenTransfer(const QString &deviceRoot)
-    {
+    explicit OpenTransfer(const QString &deviceRoot) {
         page.resize(1100, 640);
         page.prepare(deviceRoot);
         page.show();
@@ -96,24 +89,21 @@ public:
     /// The top of the tree: the player.
     QModelIndex top() const { return tree()->model()->index(0, 0); }
     /// The row of the table with this name; waits for it a while, fails the test when it does not come.
-    QModelIndex row(const QString &name) const
-    {
+    QModelIndex row(const QString &name) const {
         int found = -1;
         if (!QTest::qWaitFor([&] { return (found = names().indexOf(name)) >= 0; }))
             failTest("The table has no "_s + name);
         return table()->model()->index(found, 0, table()->rootIndex());
     }
     /// The names in the table, in their order.
-    QStringList names() const
-    {
+    QStringList names() const {
         QStringList found;
         for (int i = 0; i < table()->model()->rowCount(table()->rootIndex()); ++i)
             found.append(table()->model()->index(i, 0, table()->rootIndex()).data().toString());
         return found;
     }
     /// Selects these rows of the table alone.
-    void select(const QStringList &rows)
-    {
+    void select(const QStringList &rows) {
         table()->clearSelection();
         for (const QString &name : rows)
             table()->selectionModel()->select(row(name), QItemSelectionModel::Select | QItemSelectionModel::Rows);
@@ -121,16 +111,14 @@ public:
     /// Double-clicks a folder in the table.
     void enter(const QString &folder) { page.on_tableView_doubleClicked(row(folder)); }
     /// How many of table, tree and their models keep their signals to themselves: all four or none.
-    int blocked() const
-    {
+    int blocked() const {
         return int(table()->signalsBlocked()) + int(table()->model()->signalsBlocked()) +
                int(tree()->signalsBlocked()) + int(tree()->model()->signalsBlocked());
     }
 
     /// What the page has told since it is open, without Qt's own warnings, of style sheets and of what a screen lacks:
     /// the page itself warns of nothing.
-    QStringList told()
-    {
+    QStringList told() {
         QStringList lines = recorder.lines();
         for (const LogCapture::Line &line : recorder.log().lines()) {
             if (line.type == QtWarningMsg)
@@ -145,12 +133,10 @@ public:
 
     /// Points of the page.
     QPoint overDropArea() const { return centreOf(child<QWidget>(page, "dropArea")); }
-    QPoint overRow(const QString &name) const
-    {
+    QPoint overRow(const QString &name) const {
         return table()->viewport()->mapTo(&page, table()->visualRect(row(name)).center());
     }
-    QPoint overEmptyTable() const
-    {
+    QPoint overEmptyTable() const {
         const QRect viewport = table()->viewport()->rect();
         return table()->viewport()->mapTo(&page, QPoint(viewport.center().x(), viewport.bottom() - 1));
     }
@@ -159,16 +145,14 @@ public:
 
     /// Drags local files over the drop area, or another place, and drops them there.
     void drop(const QStringList &paths) { dropAt(overDropArea(), paths); }
-    void dropAt(const QPoint &where, const QStringList &paths)
-    {
+    void dropAt(const QPoint &where, const QStringList &paths) {
         Drag drag(page, fileUrls(paths));
         drag.enter(where);
         drag.move(where);
         drag.drop(where);
     }
     /// Makes these files ("pc") on the PC and drops them in one go, or else what is named of their folders.
-    void dropNew(const QStringList &files, const QStringList &dropped = {})
-    {
+    void dropNew(const QStringList &files, const QStringList &dropped = {}) {
         QStringList paths;
         for (const QString &file : files)
             paths.append(pc.addFile(file));
@@ -179,8 +163,7 @@ public:
         drop(paths);
     }
     /// Does something whenever the bar steps: before each file is copied, after each entry is deleted.
-    template <typename Action> void atEachStep(Action action)
-    {
+    template <typename Action> void atEachStep(Action action) {
         QObject::connect(&page, &Transfer::increaseProgressBarVal, &page, action);
     }
 
@@ -197,8 +180,7 @@ private:
 /// A simulated player with these files ("player"), and folders, which end with a slash.
 struct PlayerWith
 {
-    explicit PlayerWith(const QStringList &content, const QString &label = "CORVIN4"_s) : player(label)
-    {
+    explicit PlayerWith(const QStringList &content, const QString &label = "CORVIN4"_s) : player(label) {
         for (const QString &path : content) {
             if (path.endsWith(QLatin1Char('/')))
                 player.addFolder(path);
@@ -215,7 +197,5 @@ class OpenForPlayer : public PlayerWith, public OpenTransfer
 {
 public:
     explicit OpenForPlayer(const QStringList &content = {"My Songs/Rock/"_s}, const QString &label = "CORVIN4"_s)
-        : PlayerWith(content, label), OpenTransfer(player.root())
-    {
-    }
+        : PlayerWith(content, label), OpenTransfer(player.root()) {}
 };

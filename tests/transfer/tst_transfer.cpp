@@ -6,8 +6,7 @@ namespace {
 const QStringList kSongs = {"My Songs/Rock/a.mid"_s, "My Songs/b.mid"_s, "a loose.mid"_s, "Videos/"_s};
 
 /// Which widgets of the page are visible.
-QStringList visible(const Transfer &page)
-{
+QStringList visible(const Transfer &page) {
     QStringList found;
     for (const QString &name : words("istruzioniTransfer labelInstruction pButPc pushBtnBack pushBtnForward dropArea "
                                      "treeView tableView labelFolder toolButtonDelete")) {
@@ -17,13 +16,11 @@ QStringList visible(const Transfer &page)
     return found;
 }
 
-void clickOn(const QAbstractItemView &view, const QModelIndex &index, Qt::KeyboardModifiers keys = Qt::NoModifier)
-{
+void clickOn(const QAbstractItemView &view, const QModelIndex &index, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, view.visualRect(index).center());
 }
 
-void doubleClickOn(const QAbstractItemView &view, const QModelIndex &index)
-{
+void doubleClickOn(const QAbstractItemView &view, const QModelIndex &index) {
     clickOn(view, index);
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, view.visualRect(index).center());
 }
@@ -36,8 +33,7 @@ class TestTransfer : public QObject
     Q_OBJECT
 
 private slots:
-    void startsHiddenWithFinishDisabled()
-    {
+    void startsHiddenWithFinishDisabled() {
         QWidget parent;
         const Transfer page(&parent);
         QVERIFY(page.isHidden());
@@ -48,8 +44,7 @@ private slots:
         QCOMPARE(page.overwriteAnswer, 0);
     }
 
-    void textsAreAsAgreed_data()
-    {
+    void textsAreAsAgreed_data() {
         columns<QString>("text");
         row("labelFolder", "SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4"_s);
         row("pButPc", "ESPLORA\nPC"_s);
@@ -59,15 +54,13 @@ private slots:
         row("labelInstruction", "Clicca su \"ESPLORA PC\" ... e"_s);
     }
 
-    void textsAreAsAgreed()
-    {
+    void textsAreAsAgreed() {
         QFETCH(QString, text);
         const Transfer page;
         QCOMPARE(textOf(page, QTest::currentDataTag()), text);
     }
 
-    void signalsAndSlotsComeInTheirOrder()
-    {
+    void signalsAndSlotsComeInTheirOrder() {
         QStringList signalNames;
         QStringList slotNames;
         const QMetaObject &meta = Transfer::staticMetaObject;
@@ -86,8 +79,7 @@ private slots:
                                   "on_pushBtnBack_clicked() on_pushBtnForward_clicked() on_stopActionPressed()"));
     }
 
-    void enteredPageShowsTheInstructionsAloneAndIsInTheRoot()
-    {
+    void enteredPageShowsTheInstructionsAloneAndIsInTheRoot() {
         const PlayerWith with(kSongs);
         Transfer page;
         page.prepare(with.player.root());
@@ -99,16 +91,14 @@ private slots:
         QCOMPARE(page.dropTarget, QString());
     }
 
-    void pcButtonOpensTheHomeFolder()
-    {
+    void pcButtonOpensTheHomeFolder() {
         const OpenForPlayer open(kSongs);
         QCOMPARE(open.opening, QStringList{"log Transfer : Enter"_s});
         QTRY_COMPARE(open.fileManager.opened(),
                      QDir::toNativeSeparators(QStandardPaths::writableLocation(QStandardPaths::HomeLocation)));
     }
 
-    void missingFileManagerIsOnlyALogLine()
-    {
+    void missingFileManagerIsOnlyALogLine() {
         ProgramFolder programs;
         programs.hideOthers();
         for (const QString &name : kFileManagers)
@@ -125,8 +115,7 @@ private slots:
         QVERIFY(child<QWidget>(page, "dropArea")->isVisible());
     }
 
-    void pcButtonShowsTheTransferWidgets()
-    {
+    void pcButtonShowsTheTransferWidgets() {
         const OpenForPlayer open(kSongs);
         QCOMPARE(child<QStackedWidget>(open.page, "stackedWidget")->currentIndex(), 0);
         QCOMPARE(visible(open.page), words("pButPc pushBtnBack pushBtnForward dropArea treeView tableView labelFolder "
@@ -139,8 +128,7 @@ private slots:
         QVERIFY2(width <= 1000, qPrintable(QString::number(width)));
     }
 
-    void treeHasThePlayerAsItsOnlyTopAndFoldersOnly()
-    {
+    void treeHasThePlayerAsItsOnlyTopAndFoldersOnly() {
         const OpenForPlayer open(kSongs);
         const QAbstractItemModel *model = open.tree()->model();
         QCOMPARE(model->rowCount(), 1);
@@ -151,8 +139,7 @@ private slots:
         QVERIFY(open.tree()->isColumnHidden(1));
     }
 
-    void ownFoldersAreHiddenOnlyDirectlyUnderTheRoot()
-    {
+    void ownFoldersAreHiddenOnlyDirectlyUnderTheRoot() {
         OpenForPlayer open(kSongs + QStringList{"System/Playlist/p.pls"_s, "CorvinUpdate/"_s, "My Songs/System/"_s,
                                                 "My Songs/CorvinUpdate/"_s});
         QVERIFY(open.row("My Songs"_s).isValid());
@@ -164,22 +151,19 @@ private slots:
         QVERIFY(open.row("CorvinUpdate"_s).isValid());
     }
 
-    void folderSpelledUnlikeAnOwnOneIsShown()
-    {
+    void folderSpelledUnlikeAnOwnOneIsShown() {
         const OpenForPlayer open(kSongs + words("system/"));
         QVERIFY(open.row("system"_s).isValid());
         QTRY_COMPARE(open.tree()->model()->rowCount(open.top()), 3); // My Songs, Videos, system
     }
 
-    void playerWithALowerCaseLabelIsNotShown()
-    {
+    void playerWithALowerCaseLabelIsNotShown() {
         const OpenForPlayer open(words("song.mid"), "corvin4"_s);
         QCOMPARE(open.tree()->model()->rowCount(), 0);
         QCOMPARE(open.names(), QStringList());
     }
 
-    void tableShowsFourColumnsFoldersFirstAndNewSongs()
-    {
+    void tableShowsFourColumnsFoldersFirstAndNewSongs() {
         OpenForPlayer open(kSongs);
         QTRY_COMPARE(open.names(), (QStringList{"My Songs"_s, "Videos"_s, "a loose.mid"_s}));
         QCOMPARE(open.table()->model()->columnCount(open.table()->rootIndex()), 4);
@@ -191,16 +175,14 @@ private slots:
         QVERIFY(open.row("new.mid"_s).isValid());
     }
 
-    void severalRowsCanBeSelected()
-    {
+    void severalRowsCanBeSelected() {
         const OpenForPlayer open(kSongs);
         clickOn(*open.table(), open.row("My Songs"_s));
         clickOn(*open.table(), open.row("a loose.mid"_s), Qt::ControlModifier);
         QCOMPARE(open.table()->selectionModel()->selectedRows().size(), 2);
     }
 
-    void clickInTheTreeMakesTheFolderCurrent()
-    {
+    void clickInTheTreeMakesTheFolderCurrent() {
         const OpenForPlayer open(kSongs);
         const QAbstractItemModel *model = open.tree()->model();
         QTRY_COMPARE(model->rowCount(open.top()), 2);
@@ -216,8 +198,7 @@ private slots:
         QVERIFY(open.row("a loose.mid"_s).isValid());
     }
 
-    void anotherFolderClearsTheSelection()
-    {
+    void anotherFolderClearsTheSelection() {
         OpenForPlayer open(kSongs);
         open.select({"a loose.mid"_s});
         open.page.on_treeView_clicked(open.top()); // the current folder already
@@ -226,8 +207,7 @@ private slots:
         QVERIFY(!open.table()->selectionModel()->hasSelection());
     }
 
-    void doubleClickEntersAFolderAndNoFile()
-    {
+    void doubleClickEntersAFolderAndNoFile() {
         OpenForPlayer open(kSongs);
         QTRY_COMPARE(open.names().size(), 3);
         QTRY_COMPARE(open.names().first(), "My Songs"_s);
@@ -243,8 +223,7 @@ private slots:
         QCOMPARE(open.tree()->currentIndex().data().toString(), "Rock"_s);
     }
 
-    void deleteActionIsReachableByButtonAndKey()
-    {
+    void deleteActionIsReachableByButtonAndKey() {
         OpenForPlayer open(kSongs);
         auto *action = child<QAction>(open.page, "actionDeleteSelectedItems");
         QCOMPARE(action->toolTip(), "Elimina i file e cartelle selezionate"_s);
@@ -258,8 +237,7 @@ private slots:
         QVERIFY(open.page.actions().contains(action));
     }
 
-    void backLeavesAndDeletesTheModels()
-    {
+    void backLeavesAndDeletesTheModels() {
         OpenForPlayer open(kSongs);
         const QPointer<QAbstractItemModel> folders = open.tree()->model();
         const QPointer<QAbstractItemModel> entries = open.table()->model();
@@ -270,8 +248,7 @@ private slots:
         QVERIFY(!open.tree()->model() && !open.table()->model());
     }
 
-    void finishIsDisabledBeforeThePageIsLeft()
-    {
+    void finishIsDisabledBeforeThePageIsLeft() {
         OpenForPlayer open(kSongs);
         button(open.page, "pushBtnForward")->setEnabled(true);
         QVERIFY(open.page.isFinishPending());
@@ -284,8 +261,7 @@ private slots:
         QVERIFY(wasLeftClean);
     }
 
-    void slotsReturnWhileBusy()
-    {
+    void slotsReturnWhileBusy() {
         OpenForPlayer open(kSongs);
         open.select({"a loose.mid"_s});
         button(open.page, "pushBtnForward")->setEnabled(true);
@@ -307,8 +283,7 @@ private slots:
         open.page.busy = false;
     }
 
-    void enteredAgainThePageIsNew()
-    {
+    void enteredAgainThePageIsNew() {
         OpenForPlayer open(kSongs);
         open.enter("My Songs"_s);
         open.page.on_pushBtnBack_clicked();
@@ -322,8 +297,7 @@ private slots:
         QVERIFY(open.row("new.mid"_s).isValid());
     }
 
-    void pageWithoutAPlayerShowsNothing()
-    {
+    void pageWithoutAPlayerShowsNothing() {
         SimulatedPlayer::disconnect();
         OpenTransfer open{QString()};
         QCOMPARE(open.tree()->model()->rowCount(), 0);
@@ -332,8 +306,7 @@ private slots:
         open.page.on_pushBtnBack_clicked();
     }
 
-    void languageChangeKeepsTheFolderLabel()
-    {
+    void languageChangeKeepsTheFolderLabel() {
         OpenForPlayer open(kSongs);
         open.enter("My Songs"_s);
         {
@@ -351,8 +324,7 @@ private slots:
         QCOMPARE(textOf(open.page, "pushBtnForward"), "FINE"_s);
     }
 
-    void languageChangeWhileBusyKeepsTheModels()
-    {
+    void languageChangeWhileBusyKeepsTheModels() {
         OpenForPlayer open(kSongs);
         const QPointer<QAbstractItemModel> entries = open.table()->model();
         open.page.busy = true;

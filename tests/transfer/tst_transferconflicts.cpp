@@ -23,8 +23,7 @@ class TestTransferConflicts : public QObject
     Q_OBJECT
 
 private slots:
-    void questionIsAsAgreed()
-    {
+    void questionIsAsAgreed() {
         Conflict conflict({"My Songs/a.mid"_s});
         conflict.enter("My Songs"_s);
         conflict.answer(Buttons::kNo);
@@ -40,8 +39,7 @@ private slots:
         QVERIFY(!box.hadParent);
     }
 
-    void answersDecide_data()
-    {
+    void answersDecide_data() {
         using Contents = QByteArrayList;
         columns<QString, QStringList, int, QByteArrayList>("there", "answers", "remembered", "contents");
         row("Si", "a"_s, words("Si"), int(QMessageBox::Yes), Contents{"pc"});
@@ -56,8 +54,7 @@ private slots:
             Contents{"player", "player"});
     }
 
-    void answersDecide()
-    {
+    void answersDecide() {
         QFETCH(QString, there);
         QFETCH(QStringList, answers);
         QFETCH(int, remembered);
@@ -83,8 +80,7 @@ private slots:
         QCOMPARE(conflict.recorder.count("increase"_s), files.size()); // skipped ones too
     }
 
-    void noToAllLeavesAllLaterFilesForThisDropOnly()
-    {
+    void noToAllLeavesAllLaterFilesForThisDropOnly() {
         Conflict conflict(words("a.mid b.mid"));
         conflict.answer(Buttons::kNoTutti);
         conflict.dropNew(words("a.mid b.mid new.mid"));
@@ -97,23 +93,20 @@ private slots:
         QCOMPARE(conflict.contents(), (QByteArrayList{"pc", "pc", "pc"}));
     }
 
-    void conflictWithAFolderLeavesTheFolder()
-    {
+    void conflictWithAFolderLeavesTheFolder() {
         Conflict conflict(words("album/song.mid"));
         conflict.answer(Buttons::kSi);
         conflict.dropNew(words("album"));
         QCOMPARE(conflict.player.files(), words("album/song.mid"));
     }
 
-    void existingFoldersAreJoined()
-    {
+    void existingFoldersAreJoined() {
         Conflict conflict(words("album/old.mid"));
         conflict.dropNew(words("album/new.mid"), words("album"));
         QCOMPARE(conflict.player.files(), words("album/new.mid album/old.mid"));
     }
 
-    void folderDroppedOverAFileOfItsNameLeavesTheFile()
-    {
+    void folderDroppedOverAFileOfItsNameLeavesTheFile() {
         Conflict conflict(words("album"));
         conflict.dropNew(words("album/song.mid"), words("album"));
         QCOMPARE(conflict.player.content("album"_s), QByteArray("player"));

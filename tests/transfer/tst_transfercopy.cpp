@@ -6,8 +6,7 @@ const QString kCounting = "Conteggio numero file da trasferire ..."_s;
 const QString kCopying = "label Copia di %1 file su Corvin4 in corso ..."_s;
 
 /// STOP is confirmed while the file of this number is being counted as copied.
-void stopAt(OpenTransfer &open, int file)
-{
+void stopAt(OpenTransfer &open, int file) {
     open.atEachStep([&open, file, seen = 0]() mutable {
         if (++seen == file)
             open.page.on_stopActionPressed();
@@ -22,8 +21,7 @@ class TestTransferCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void droppedFilesAndFoldersArriveAndAreShown()
-    {
+    void droppedFilesAndFoldersArriveAndAreShown() {
         OpenForPlayer open;
         QVERIFY(open.row("My Songs"_s).isValid());
         open.pc.addFile("album/one.mid"_s, "1");
@@ -39,8 +37,7 @@ private slots:
         QTRY_COMPARE(open.tree()->model()->rowCount(open.top()), 2);
     }
 
-    void dropTellsItsStepsInOrderAndLeavesTheStyleAsItWas()
-    {
+    void dropTellsItsStepsInOrderAndLeavesTheStyleAsItWas() {
         OpenForPlayer open;
         const QString style = child<QLabel>(open.page, "dropArea")->styleSheet();
         open.dropNew(words("album/one.mid loose.mid"), words("album loose.mid"));
@@ -54,8 +51,7 @@ private slots:
         QCOMPARE(child<QLabel>(open.page, "dropArea")->styleSheet(), style);
     }
 
-    void dropOnAFolderRowGoesIntoThatFolder()
-    {
+    void dropOnAFolderRowGoesIntoThatFolder() {
         OpenForPlayer open;
         open.dropAt(open.overRow("My Songs"_s), {open.pc.addFile("a.mid"_s)});
         QCOMPARE(open.player.files(), QStringList{"My Songs/a.mid"_s});
@@ -67,8 +63,7 @@ private slots:
         QVERIFY(!open.table()->selectionModel()->hasSelection());
     }
 
-    void dropGoesIntoTheFolderChosenInTheTreeAlsoOverAFileRow()
-    {
+    void dropGoesIntoTheFolderChosenInTheTreeAlsoOverAFileRow() {
         OpenForPlayer open({"My Songs/there.mid"_s});
         const QAbstractItemModel *model = open.tree()->model();
         QTRY_COMPARE(model->rowCount(open.top()), 1);
@@ -79,8 +74,7 @@ private slots:
         QCOMPARE(open.page.currentFolder, open.player.path("My Songs"_s));
     }
 
-    void namesOfAllKindsArrive_data()
-    {
+    void namesOfAllKindsArrive_data() {
         columns<QString>("name");
         row("blanks", "  la mia  canzone .mid"_s);
         row("accents", "Perché è così – Größe.mid"_s);
@@ -93,8 +87,7 @@ private slots:
         row("no extension", "README"_s);
     }
 
-    void namesOfAllKindsArrive()
-    {
+    void namesOfAllKindsArrive() {
         QFETCH(QString, name);
         OpenForPlayer open;
         open.pc.addFile("folder/"_s + name, "in a folder");
@@ -103,16 +96,14 @@ private slots:
         QCOMPARE(open.player.content("folder/"_s + name), QByteArray("in a folder"));
     }
 
-    void countedAndTriedFilesMayDiffer_data()
-    {
+    void countedAndTriedFilesMayDiffer_data() {
         columns<QStringList, QStringList, int>("files", "dropped", "tries");
         row("folder may end with a slash", words("album/a.mid"), words("album/"), 1);
         row("hidden files are left out", words("album/.hidden album/a.mid"), words("album"), 1);
         row("missing file is no file but a try of its own", words("album/a.mid"), words("missing.mid album"), 2);
     }
 
-    void countedAndTriedFilesMayDiffer()
-    {
+    void countedAndTriedFilesMayDiffer() {
         QFETCH(QStringList, files);
         QFETCH(QStringList, dropped);
         QFETCH(int, tries);
@@ -125,8 +116,7 @@ private slots:
         QCOMPARE(open.player.files(), words("album/a.mid"));
     }
 
-    void emptyFolderCountsNothingAndIsMade()
-    {
+    void emptyFolderCountsNothingAndIsMade() {
         OpenForPlayer open;
         open.drop({open.pc.addFolder("empty"_s)});
         QVERIFY(QFileInfo(open.player.path("empty"_s)).isDir());
@@ -136,8 +126,7 @@ private slots:
         QVERIFY(open.page.isFinishPending());
     }
 
-    void dropWithoutLocalFilesOnlyEntersTheFolderUnderTheCursor()
-    {
+    void dropWithoutLocalFilesOnlyEntersTheFolderUnderTheCursor() {
         OpenForPlayer open;
         Drag drag(open.page, {QUrl("https://example.org/song.mid"_s)});
         QVERIFY(drag.enter(open.overDropArea()));
@@ -155,8 +144,7 @@ private slots:
         QVERIFY(!open.page.isFinishPending());
     }
 
-    void subFoldersComeBeforeFiles()
-    {
+    void subFoldersComeBeforeFiles() {
         OpenForPlayer open;
         QList<QStringList> atEachFile;
         open.atEachStep([&] { atEachFile.append(open.player.files()); });
@@ -164,8 +152,7 @@ private slots:
         QCOMPARE(atEachFile, (QList<QStringList>{{}, {"album/z/z.mid"_s}}));
     }
 
-    void countOfAPath_data()
-    {
+    void countOfAPath_data() {
         columns<QString, int>("path", "files");
         row("missing", "nothing"_s, 0);
         row("file", "tree/a.mid"_s, 1);
@@ -176,8 +163,7 @@ private slots:
         row("tree without its links and hidden files", "tree"_s, 3);
     }
 
-    void countOfAPath()
-    {
+    void countOfAPath() {
         QFETCH(QString, path);
         QFETCH(int, files);
         OpenForPlayer open;
@@ -193,8 +179,7 @@ private slots:
         QCOMPARE(open.page.countFiles(pc.path(path)), files);
     }
 
-    void nothingIsDoneWithoutAFolderOrOnceAborted()
-    {
+    void nothingIsDoneWithoutAFolderOrOnceAborted() {
         OpenForPlayer open;
         const QString file = open.pc.addFile("album/a.mid"_s);
         open.page.copyFolder(open.pc.path("nothing"_s), open.player.path("My Songs"_s));
@@ -207,8 +192,7 @@ private slots:
         QCOMPARE(open.player.files(), QStringList());
     }
 
-    void stopWhileCountingHidesTheBar()
-    {
+    void stopWhileCountingHidesTheBar() {
         OpenForPlayer open;
         for (int i = 0; i < 20; ++i)
             open.pc.addFile("album/%1.mid"_s.arg(i));
@@ -227,8 +211,7 @@ private slots:
         QVERIFY(!open.page.isFinishPending());
     }
 
-    void stopWhileCopyingKeepsTheBarAndTheRest()
-    {
+    void stopWhileCopyingKeepsTheBarAndTheRest() {
         OpenForPlayer open;
         stopAt(open, 2);
         open.dropNew(words("0.mid 1.mid 2.mid 3.mid 4.mid"));
@@ -244,8 +227,7 @@ private slots:
         QVERIFY(open.player.exists("4.mid"_s));
     }
 
-    void stopInsideAFolderMakesNoFurtherFolders()
-    {
+    void stopInsideAFolderMakesNoFurtherFolders() {
         OpenForPlayer open;
         stopAt(open, 1);
         open.dropNew(words("album/a/1.mid album/a/2.mid album/b/3.mid album/4.mid 5.mid"), words("album 5.mid"));
@@ -253,8 +235,7 @@ private slots:
         QVERIFY(!open.player.exists("album/b"_s));
     }
 
-    void pageRefusesEverythingDuringACopy()
-    {
+    void pageRefusesEverythingDuringACopy() {
         OpenForPlayer open;
         const QString other = open.pc.addFile("other.mid"_s);
         int blocked = 0;
@@ -280,8 +261,7 @@ private slots:
         QCOMPARE(open.recorder.count("backFromTransferToFirstMenu"_s), 1);
     }
 
-    void finishIsDisabledDuringTheCopyOnly()
-    {
+    void finishIsDisabledDuringTheCopyOnly() {
         OpenForPlayer open;
         button(open.page, "pushBtnForward")->setEnabled(true);
         QList<bool> pending;
@@ -292,8 +272,7 @@ private slots:
         QCOMPARE(pending, (QList<bool>{true, false, true})); // counting, copying, at the end
     }
 
-    void windowAnswersDuringOneLargeFile()
-    {
+    void windowAnswersDuringOneLargeFile() {
         OpenForPlayer open;
         const QByteArray content(24 * 1024 * 1024, 'v');
         int ticks = 0;
@@ -309,8 +288,7 @@ private slots:
         QVERIFY2(ticks >= 20, qPrintable(QString::number(ticks))); // once a block
     }
 
-    void linksInAFolderAreCopiedThoughNotCounted()
-    {
+    void linksInAFolderAreCopiedThoughNotCounted() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         OpenForPlayer open;
         const QString target = open.pc.addFile("elsewhere/linked.mid"_s, "linked");

@@ -10,8 +10,7 @@ struct Deletion : OpenForPlayer
 {
     Deletion() : OpenForPlayer(words("a.mid b.mid c.mid Old/deep/song.mid Kept/song.mid")) {}
     /// Selects these and deletes them as the user wants.
-    void remove(const QStringList &names)
-    {
+    void remove(const QStringList &names) {
         select(names);
         answerer.answer(Titles::kDelete, Buttons::kYes);
         page.on_actionDeleteSelectedItems_triggered();
@@ -27,8 +26,7 @@ class TestTransferDelete : public QObject
     Q_OBJECT
 
 private slots:
-    void questionIsAsAgreed()
-    {
+    void questionIsAsAgreed() {
         Deletion deletion;
         deletion.remove(words("a.mid"));
         QCOMPARE(deletion.answerer.seen().size(), 1);
@@ -40,8 +38,7 @@ private slots:
         QCOMPARE(buttons, (QStringList{Buttons::kNo, Buttons::kYes}));
     }
 
-    void everyOtherAnswerKeepsTheFiles_data()
-    {
+    void everyOtherAnswerKeepsTheFiles_data() {
         columns<int>("key");
         row("No", 0);
         row("Enter", int(Qt::Key_Return));
@@ -49,8 +46,7 @@ private slots:
         row("closed", -1);
     }
 
-    void everyOtherAnswerKeepsTheFiles()
-    {
+    void everyOtherAnswerKeepsTheFiles() {
         QFETCH(int, key);
         Deletion deletion;
         deletion.select(words("a.mid"));
@@ -67,8 +63,7 @@ private slots:
         QVERIFY(!deletion.page.busy);
     }
 
-    void deletionTellsItsStepsInOrder()
-    {
+    void deletionTellsItsStepsInOrder() {
         Deletion deletion;
         deletion.remove(words("a.mid Old"));
         QCOMPARE(deletion.told(),
@@ -78,8 +73,7 @@ private slots:
         QVERIFY(deletion.recorder.log().contains(QtInfoMsg, "Transfer : Start Cancellazione"_s));
     }
 
-    void filesAndFoldersGoAndTheRestStays()
-    {
+    void filesAndFoldersGoAndTheRestStays() {
         Deletion deletion;
         deletion.player.addFile("Old/.hidden"_s);
         QVERIFY(QFile::setPermissions(deletion.player.path("Old/deep/song.mid"_s), QFile::ReadOwner));
@@ -87,8 +81,7 @@ private slots:
         QCOMPARE(entriesBelow(deletion.player.root()), words("Kept Kept/song.mid b.mid"));
     }
 
-    void linkGoesButNotWhatItPointsTo()
-    {
+    void linkGoesButNotWhatItPointsTo() {
         Deletion deletion;
         const QString song = deletion.pc.addFile("songs/mine.mid"_s);
         const QString link = deletion.player.path("link"_s);
@@ -98,8 +91,7 @@ private slots:
         QVERIFY(QFileInfo::exists(song));
     }
 
-    void vanishedEntryStillCounts()
-    {
+    void vanishedEntryStillCounts() {
         Deletion deletion;
         deletion.answerer.whenShown([&](QMessageBox *) { QFile::remove(deletion.player.path("a.mid"_s)); });
         deletion.remove(words("a.mid b.mid"));
@@ -107,8 +99,7 @@ private slots:
         QVERIFY(!deletion.player.exists("b.mid"_s));
     }
 
-    void folderThatStaysIsTriedThreeTimes()
-    {
+    void folderThatStaysIsTriedThreeTimes() {
         Deletion deletion;
 #ifdef Q_OS_WIN
         // A folder stays while a song in it is open.
@@ -132,8 +123,7 @@ private slots:
         QVERIFY(deletion.player.exists("Old"_s));
     }
 
-    void stopKeepsTheRest()
-    {
+    void stopKeepsTheRest() {
         Deletion deletion;
         deletion.page.aborted = true; // of an earlier stop: it is cleared
         deletion.atEachStep([&] { deletion.page.on_stopActionPressed(); });
@@ -144,8 +134,7 @@ private slots:
         QVERIFY(!deletion.page.busy);
     }
 
-    void finishStaysAsItWas()
-    {
+    void finishStaysAsItWas() {
         for (bool enabled : {false, true}) {
             Deletion deletion;
             button(deletion.page, "pushBtnForward")->setEnabled(enabled);
@@ -155,8 +144,7 @@ private slots:
         }
     }
 
-    void pageRefusesEverythingMeanwhileAndTheTableFollowsAfterwards()
-    {
+    void pageRefusesEverythingMeanwhileAndTheTableFollowsAfterwards() {
         Deletion deletion;
         QList<int> blocked;
         deletion.atEachStep([&] {
@@ -172,8 +160,7 @@ private slots:
         QTRY_COMPARE(deletion.names(), words("Kept Old c.mid"));
     }
 
-    void delKeyAndButtonDelete()
-    {
+    void delKeyAndButtonDelete() {
         Deletion deletion;
         deletion.answerer.answer(Titles::kDelete, Buttons::kYes);
         deletion.answerer.answer(Titles::kDelete, Buttons::kYes);
@@ -188,8 +175,7 @@ private slots:
         QVERIFY(!deletion.player.exists("b.mid"_s));
     }
 
-    void nothingSelectedDeletesNothing()
-    {
+    void nothingSelectedDeletesNothing() {
         Deletion deletion;
         const QStringList before = deletion.player.files();
         click(deletion.page, "toolButtonDelete"); // disabled: no question
@@ -199,8 +185,7 @@ private slots:
         QCOMPARE(deletion.player.files(), before);
     }
 
-    void wholePlayerIsNeverDeleted()
-    {
+    void wholePlayerIsNeverDeleted() {
         Deletion deletion;
         // Without a folder to show, a view shows the top of its model: the player itself.
         deletion.table()->setRootIndex(QModelIndex());

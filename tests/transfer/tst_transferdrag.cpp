@@ -10,14 +10,12 @@ const QString kHover =
 /// A drag over the page of a player with songs.
 struct Dragging : OpenForPlayer
 {
-    Dragging() : OpenForPlayer({"My Songs/Rock/a.mid"_s, "My Songs/b.mid"_s, "loose.mid"_s})
-    {
+    Dragging() : OpenForPlayer({"My Songs/Rock/a.mid"_s, "My Songs/b.mid"_s, "loose.mid"_s}) {
         row("My Songs"_s);
         row("loose.mid"_s);
     }
     QString style() const { return child<QLabel>(page, "dropArea")->styleSheet(); }
-    QStringList selected() const
-    {
+    QStringList selected() const {
         QStringList names;
         const QModelIndexList rows = table()->selectionModel()->selectedRows();
         for (const QModelIndex &row : rows)
@@ -25,8 +23,7 @@ struct Dragging : OpenForPlayer
         return names;
     }
     /// A point of the page: "area", "header", "empty", "elsewhere" or the name of a row.
-    QPoint place(const QString &name) const
-    {
+    QPoint place(const QString &name) const {
         if (name == "area"_s)
             return overDropArea();
         if (name == "header"_s)
@@ -47,8 +44,7 @@ class TestTransferDrag : public QObject
     Q_OBJECT
 
 private slots:
-    void dragIsRefusedWhileBusy()
-    {
+    void dragIsRefusedWhileBusy() {
         Dragging open;
         QVERIFY(open.drag.enter(open.overDropArea()));
         open.page.busy = true;
@@ -59,15 +55,13 @@ private slots:
         QVERIFY(!open.drag.enter(open.overDropArea()));
     }
 
-    void dragWithBothActionsIsACopy()
-    {
+    void dragWithBothActionsIsACopy() {
         Dragging open;
         Drag moving(open.page, fileUrls({"/tmp/song.mid"_s}), Qt::CopyAction | Qt::MoveAction);
         QVERIFY(moving.enter(open.overDropArea()) && moving.move(open.overDropArea()));
     }
 
-    void viewsLeaveDragsToThePage()
-    {
+    void viewsLeaveDragsToThePage() {
         const Dragging open;
         QVERIFY(open.page.acceptDrops());
         const QList<QWidget *> children = open.page.findChildren<QWidget *>();
@@ -76,8 +70,7 @@ private slots:
             QVERIFY2(!child->acceptDrops(), qPrintable(child->objectName()));
     }
 
-    void placeUnderTheCursorDecides_data()
-    {
+    void placeUnderTheCursorDecides_data() {
         using Names = QStringList;
         const QString songs = "My Songs"_s;
         columns<QStringList, QString, QString, QStringList>("places", "style", "target", "selected");
@@ -98,8 +91,7 @@ private slots:
         }
     }
 
-    void placeUnderTheCursorDecides()
-    {
+    void placeUnderTheCursorDecides() {
         QFETCH(QStringList, places);
         QFETCH(QString, style);
         QFETCH(QString, target);
@@ -119,8 +111,7 @@ private slots:
         QCOMPARE(open.selected(), selected);
     }
 
-    void folderRowInASubFolderIsJoinedWithASlash()
-    {
+    void folderRowInASubFolderIsJoinedWithASlash() {
         Dragging open;
         open.enter("My Songs"_s);
         QVERIFY(open.drag.enter(open.overDropArea()));
@@ -128,16 +119,14 @@ private slots:
         QCOMPARE(open.page.dropTarget, open.player.path("My Songs/Rock"_s));
     }
 
-    void moveAsProposedActionIsRefused_data()
-    {
+    void moveAsProposedActionIsRefused_data() {
         columns<int, int>("actions", "modifiers");
         row("move is all the source offers", int(Qt::MoveAction), int(Qt::NoModifier));
         row("move is chosen by the shift key", int(Qt::CopyAction | Qt::MoveAction), int(Qt::ShiftModifier));
         row("link", int(Qt::LinkAction), int(Qt::NoModifier));
     }
 
-    void moveAsProposedActionIsRefused()
-    {
+    void moveAsProposedActionIsRefused() {
         QFETCH(int, actions);
         QFETCH(int, modifiers);
         Dragging open;
@@ -155,8 +144,7 @@ private slots:
         QCOMPARE(open.player.files(), before);
     }
 
-    void dragBeforeThePcButtonFindsNoPlaceToDrop()
-    {
+    void dragBeforeThePcButtonFindsNoPlaceToDrop() {
         Dragging open;
         open.page.prepare(open.player.root());
         QVERIFY(open.drag.enter(open.page.rect().center()));

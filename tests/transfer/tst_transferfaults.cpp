@@ -19,8 +19,7 @@ class TestTransferFaults : public QObject
     Q_OBJECT
 
 private slots:
-    void unreadableFileIsCountedAndSkipped()
-    {
+    void unreadableFileIsCountedAndSkipped() {
         SKIP_ON_WINDOWS("No file that opens and cannot be read here");
         OpenForPlayer open;
         open.drop({kUnreadable, open.pc.addFile("a.mid"_s)});
@@ -30,8 +29,7 @@ private slots:
         QVERIFY(open.recorder.log().contains(QtDebugMsg, "!QFile::copy - src : \"/proc/self/mem\""_s));
     }
 
-    void unreadableSourceKeepsTheFileItWouldOverwrite()
-    {
+    void unreadableSourceKeepsTheFileItWouldOverwrite() {
         SKIP_ON_WINDOWS("No file that opens and cannot be read here");
         OpenForPlayer open(words("mem"));
         BoxAnswerer answerer;
@@ -41,8 +39,7 @@ private slots:
         QCOMPARE(open.player.files(), words("mem"));
     }
 
-    void pipeDoesNotStopTheDrop()
-    {
+    void pipeDoesNotStopTheDrop() {
         SKIP_ON_WINDOWS("Pipes are no files here");
         OpenForPlayer open;
         QVERIFY(runProgram("mkfifo"_s, {open.pc.path("pipe"_s)}));
@@ -50,15 +47,13 @@ private slots:
         QCOMPARE(open.player.files(), words("a.mid"));
     }
 
-    void droppedOntoItselfItStays_data()
-    {
+    void droppedOntoItselfItStays_data() {
         columns<QString, QString>("own", "complaint");
         row("file", "a.mid"_s, "Transfer : File non copiato su se stesso : \"%1\""_s);
         row("folder", "album"_s, kNotIntoItself);
     }
 
-    void droppedOntoItselfItStays()
-    {
+    void droppedOntoItselfItStays() {
         QFETCH(QString, own);
         QFETCH(QString, complaint);
         OpenForPlayer open(words("a.mid album/a.mid"));
@@ -69,8 +64,7 @@ private slots:
         QVERIFY(open.hasTold(kEnd));
     }
 
-    void folderDroppedIntoItsOwnSubFolderIsNotCopied()
-    {
+    void folderDroppedIntoItsOwnSubFolderIsNotCopied() {
         OpenForPlayer open(words("album/a.mid album/sub/"));
         open.enter("album"_s);
         open.dropAt(open.overRow("sub"_s), {open.player.path("album"_s)});
@@ -78,16 +72,14 @@ private slots:
         QCOMPARE(entriesBelow(open.player.root()), words("album album/a.mid album/sub"));
     }
 
-    void rootDroppedOntoThePlayerIsNotCopied()
-    {
+    void rootDroppedOntoThePlayerIsNotCopied() {
         OpenForPlayer open(words("a.mid"));
         open.page.copyFolder(open.player.root(), open.player.path("copy"_s));
         open.drop({open.player.root()});
         QCOMPARE(open.player.files(), words("a.mid"));
     }
 
-    void linksNeverLeadInACircle_data()
-    {
+    void linksNeverLeadInACircle_data() {
         columns<QString, QString, QStringList, QStringList>("link", "target", "dropped", "arrived");
         const QStringList album = words("album");
         const QStringList alone = words("a.mid album album/deep album/deep/b.mid");
@@ -100,8 +92,7 @@ private slots:
             words("a.mid link link/b.mid"));
     }
 
-    void linksNeverLeadInACircle()
-    {
+    void linksNeverLeadInACircle() {
         SKIP_ON_WINDOWS("links are files of another kind here");
         QFETCH(QString, link);
         QFETCH(QString, target);
@@ -116,8 +107,7 @@ private slots:
         QVERIFY(open.hasTold(kEnd));
     }
 
-    void dropWithoutAPlayerWritesNowhere()
-    {
+    void dropWithoutAPlayerWritesNowhere() {
         const QString name = "corvin4-test-%1.mid"_s.arg(QCoreApplication::applicationPid());
         const SimulatedPlayer player;
         OpenTransfer open{QString()};
@@ -126,8 +116,7 @@ private slots:
         QVERIFY(open.hasTold(kEnd));
     }
 
-    void vanishedCurrentFolderIsSurvived()
-    {
+    void vanishedCurrentFolderIsSurvived() {
         OpenForPlayer open(words("album/a.mid"));
         open.enter("album"_s);
         if (!QDir(open.player.path("album"_s)).removeRecursively())

@@ -7,8 +7,7 @@ namespace {
 
 constexpr int kMegabyte = 1024 * 1024;
 
-QString song(int number)
-{
+QString song(int number) {
     return "album/song %1.mid"_s.arg(number, 3, 10, QLatin1Char('0'));
 }
 
@@ -16,30 +15,26 @@ QString song(int number)
 class OnVolume : public MountedPlayer
 {
 public:
-    explicit OnVolume(int megabytes, const QStringList &content = {}) : MountedPlayer(megabytes)
-    {
+    explicit OnVolume(int megabytes, const QStringList &content = {}) : MountedPlayer(megabytes) {
         for (const QString &name : content)
             putFile(path(name), "player");
         open = std::make_unique<OpenTransfer>(root());
     }
     QByteArray content(const QString &name) const { return contentOf(path(name)); }
     /// Drops a folder of songs of @p size bytes, each of another byte.
-    void dropSongs(int count, int size = 1000)
-    {
+    void dropSongs(int count, int size = 1000) {
         for (int i = 0; i < count; ++i)
             open->pc.addFile(song(i), QByteArray(size, char(i)));
         open->drop({open->pc.path("album"_s)});
     }
     /// Leaves about @p bytes free.
-    void fillUpTo(qint64 bytes) const
-    {
+    void fillUpTo(qint64 bytes) const {
         const qint64 room = QStorageInfo(root()).bytesAvailable();
         QVERIFY(room > bytes);
         putFile(path("filling.bin"_s), QByteArray(int(room - bytes), 'f'));
     }
     /// Closes the page and plugs the volume in again, after it was pulled or unmounted.
-    bool mountAgain()
-    {
+    bool mountAgain() {
         open.reset();
         return volume->mount();
     }
@@ -64,8 +59,7 @@ class TestTransferVolume : public QObject
     Q_OBJECT
 
 private slots:
-    void songsReachARealVolume()
-    {
+    void songsReachARealVolume() {
         NEED_VOLUME(32);
         player.dropSongs(20);
         QVERIFY(player.open->page.isFinishPending());
@@ -77,8 +71,7 @@ private slots:
             QCOMPARE(player.content(song(i)), QByteArray(1000, char(i)));
     }
 
-    void playerPulledInTheMiddle()
-    {
+    void playerPulledInTheMiddle() {
         NEED_VOLUME(32);
         int seen = 0;
         player.open->atEachStep([&] {
@@ -97,8 +90,7 @@ private slots:
         QCOMPARE(player.files().size(), 9);
     }
 
-    void playerPulledBeforeTheDropTakesTheNextOnceItIsBack()
-    {
+    void playerPulledBeforeTheDropTakesTheNextOnceItIsBack() {
         NEED_VOLUME(32);
         QVERIFY(player.volume->pull());
         player.open->dropNew(words("album/a.mid b.mid"), words("album b.mid"));
@@ -111,8 +103,7 @@ private slots:
         QCOMPARE(player.files(), (QStringList{"album/a.mid"_s, song(0), song(1)}));
     }
 
-    void playerPulledDuringTheQuestion()
-    {
+    void playerPulledDuringTheQuestion() {
         NEED_VOLUME(32, words("a.mid"));
         BoxAnswerer answerer;
         answerer.answer(Titles::kTransferExists, Buttons::kSi);
@@ -124,8 +115,7 @@ private slots:
         QCOMPARE(player.content("a.mid"_s), QByteArray("player"));
     }
 
-    void playerPulledDuringADeletion()
-    {
+    void playerPulledDuringADeletion() {
         NEED_VOLUME(32, words("a.mid"));
         player.open->select(words("a.mid"));
         BoxAnswerer answerer;
@@ -141,8 +131,7 @@ private slots:
         QVERIFY(QFile::remove(player.path("a.mid"_s)));
     }
 
-    void fullVolumeHasNoHalfFile()
-    {
+    void fullVolumeHasNoHalfFile() {
         NEED_VOLUME(16);
         player.dropSongs(12, 2 * kMegabyte);
         QCOMPARE(player.open->recorder.count("increase"_s), 12);
@@ -154,15 +143,13 @@ private slots:
         QCOMPARE(player.open->notCopied(), 12 - arrived.size());
     }
 
-    void fullVolumeKeepsTheOldFileOrHasTheWholeNewOne_data()
-    {
+    void fullVolumeKeepsTheOldFileOrHasTheWholeNewOne_data() {
         columns<int, int, bool>("oldSize", "newSize", "fits");
         row("old file is kept", kMegabyte, 8 * kMegabyte, false);
         row("new file fits only in place of the old one", 6 * kMegabyte, 6 * kMegabyte, true);
     }
 
-    void fullVolumeKeepsTheOldFileOrHasTheWholeNewOne()
-    {
+    void fullVolumeKeepsTheOldFileOrHasTheWholeNewOne() {
         QFETCH(int, oldSize);
         QFETCH(int, newSize);
         QFETCH(bool, fits);
@@ -179,8 +166,7 @@ private slots:
         QCOMPARE(player.files(), words("a.mid filling.bin"));
     }
 
-    void namesThatTheVolumeRefusesAreSkipped_data()
-    {
+    void namesThatTheVolumeRefusesAreSkipped_data() {
         columns<QString>("name");
         row("colon", "side a: one.mid"_s);
         row("question mark", "why?.mid"_s);
@@ -188,8 +174,7 @@ private slots:
         row("line end", "two\nlines.mid"_s);
     }
 
-    void namesThatTheVolumeRefusesAreSkipped()
-    {
+    void namesThatTheVolumeRefusesAreSkipped() {
         QFETCH(QString, name);
         NEED_VOLUME(16);
         const QString refused = "album/"_s + name;
@@ -201,8 +186,7 @@ private slots:
         QVERIFY(player.open->pc.files().contains(refused));
     }
 
-    void otherCaseOfANameIsTheSameFileOnTheVolume()
-    {
+    void otherCaseOfANameIsTheSameFileOnTheVolume() {
         NEED_VOLUME(16, words("Song.mid"));
         BoxAnswerer answerer;
         answerer.answerAlways(Titles::kTransferExists, Buttons::kSiTutti);

@@ -7,8 +7,7 @@ class TestEntryPath : public QObject
     Q_OBJECT
 
 private slots:
-    void safeNamesAreKept_data()
-    {
+    void safeNamesAreKept_data() {
         columns<QByteArray, QByteArray>("name", "path");
         const auto kept = [](const char *why, const QByteArray &name, const QByteArray &path) { row(why, name, path); };
         kept("plain", "a.txt", "a.txt");
@@ -25,16 +24,14 @@ private slots:
         kept("port zero is no device", "COM0", "COM0");
     }
 
-    void safeNamesAreKept()
-    {
+    void safeNamesAreKept() {
         QFETCH(QByteArray, name);
         const auto path = safeEntryPath(name.toStdString());
         QVERIFY(path.has_value());
         QTEST(QByteArray::fromStdString(*path), "path");
     }
 
-    void namesThatLeadElsewhereAreRefused_data()
-    {
+    void namesThatLeadElsewhereAreRefused_data() {
         columns<QByteArray>("name");
         for (const char *name :
              {"",       "/etc/passwd", "\\a",        "..",  "../evil", "a/../../evil", "a\\..\\..\\evil",
@@ -43,8 +40,7 @@ private slots:
             row(*name ? name : "empty", QByteArray(name));
     }
 
-    void namesThatLeadElsewhereAreRefused()
-    {
+    void namesThatLeadElsewhereAreRefused() {
         QFETCH(QByteArray, name);
         QVERIFY(!safeEntryPath(name.toStdString()).has_value());
     }

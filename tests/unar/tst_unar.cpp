@@ -7,14 +7,12 @@ namespace {
 struct Place : PcFolder
 {
     /// Puts one of the archives of makearchives.py in place.
-    explicit Place(const QString &name = {})
-    {
+    explicit Place(const QString &name = {}) {
         if (!name.isEmpty() && !QFile::copy(QStringLiteral(UNAR_ARCHIVES "/") + name, archive))
             failTest("There is no archive "_s + name);
     }
 
-    int run(const QStringList &arguments) const
-    {
+    int run(const QStringList &arguments) const {
         QProcess tool;
         tool.start(QStringLiteral(UNAR_PROGRAM), arguments);
         return tool.waitForFinished() && tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1;
@@ -32,8 +30,7 @@ class TestUnar : public QObject
     Q_OBJECT
 
 private slots:
-    void wholeZipIsUnpackedStraightIntoTheFolder()
-    {
+    void wholeZipIsUnpackedStraightIntoTheFolder() {
         const Place place("whole"_s);
         QCOMPARE(place.unpack(), 0);
         QCOMPARE(filesBelow(place.out), words("Canzoni/Perché.mid README System/.hidden System/Corvin/Corvin.exe"));
@@ -42,38 +39,33 @@ private slots:
         QVERIFY(QFileInfo(place.out + "Empty"_s).isDir());
     }
 
-    void moreThanAThousandFilesAreUnpacked()
-    {
+    void moreThanAThousandFilesAreUnpacked() {
         const Place place("many"_s);
         QCOMPARE(place.unpack(), 0);
         QCOMPARE(place.files().size(), 1 + 1200); // the archive too
         QCOMPARE(contentOf(place.out + "d3/f1011.txt"_s), QByteArray("1011"));
     }
 
-    void formatIsTakenFromTheContentNotFromTheName()
-    {
+    void formatIsTakenFromTheContentNotFromTheName() {
         const Place place("tar"_s);
         QCOMPARE(place.run({place.archive, "-o"_s, place.out}), 0);
         QCOMPARE(contentOf(place.out + "a/b.txt"_s), QByteArray("tar"));
     }
 
-    void existingFilesAreOverwritten()
-    {
+    void existingFilesAreOverwritten() {
         const Place place("new"_s);
         const QString file = putFile(place.out + "a.txt"_s, "a longer old content");
         QCOMPARE(place.unpack(), 0);
         QCOMPARE(contentOf(file), QByteArray("new"));
     }
 
-    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data()
-    {
+    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked_data() {
         columns<QString>("name");
         for (const QString &name : words("parent parent-from-inside absolute drive-letter backslashes"))
             row(qPrintable(name), name);
     }
 
-    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked()
-    {
+    void entriesThatLeadOutsideAreRefusedAndTheRestIsUnpacked() {
         QFETCH(QString, name);
         const Place place(name);
         QVERIFY(place.unpack() > 0);
@@ -81,8 +73,7 @@ private slots:
         QVERIFY(!QFileInfo::exists("/tmp/corvin-unar-evil"_s));
     }
 
-    void linksAreRefused()
-    {
+    void linksAreRefused() {
         const Place place("links"_s);
         QVERIFY(place.unpack() > 0);
         QVERIFY(!QFileInfo(place.out + "way"_s).isSymLink());
@@ -90,8 +81,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(place.out + "hard"_s));
     }
 
-    void cutArchiveFailsAndLeavesNoHalfFile()
-    {
+    void cutArchiveFailsAndLeavesNoHalfFile() {
         const Place place("cut"_s);
         QVERIFY(place.unpack() > 0);
         QVERIFY(!QFileInfo::exists(place.out + "big.bin"_s));
@@ -99,8 +89,7 @@ private slots:
 
     void wrongChecksumFails() { QVERIFY(Place("checksum"_s).unpack() > 0); }
 
-    void garbageFails()
-    {
+    void garbageFails() {
         Place place;
         putFile(place.archive, QByteArray(20000, 'x'));
         QVERIFY(place.unpack() > 0);
@@ -109,8 +98,7 @@ private slots:
 
     void missingArchiveFails() { QVERIFY(Place().unpack() > 0); }
 
-    void wrongCommandLineIsItsOwnExitCode()
-    {
+    void wrongCommandLineIsItsOwnExitCode() {
         const Place place;
         QCOMPARE(place.run({place.archive}), 2);
     }

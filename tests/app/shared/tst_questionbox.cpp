@@ -23,8 +23,7 @@ class TestQuestionBox : public QObject
     Q_OBJECT
 
 private slots:
-    void eachAnswerIsReturnedByItsOwnCode_data()
-    {
+    void eachAnswerIsReturnedByItsOwnCode_data() {
         columns<Answer, int>("answer", "code");
         row("yes", pressing("Si"_s), int(QMessageBox::Yes));
         row("yes to all", pressing("Si,Tutti"_s), int(QMessageBox::YesToAll));
@@ -34,16 +33,14 @@ private slots:
         row("Escape counts as the escape button", striking(Qt::Key_Escape), int(QMessageBox::No));
         row("closing the box counts as the escape button", closing(), int(QMessageBox::No));
     }
-    void eachAnswerIsReturnedByItsOwnCode()
-    {
+    void eachAnswerIsReturnedByItsOwnCode() {
         QFETCH(Answer, answer);
         BoxAnswerer boxes;
         answer(boxes, kTitle);
         QTEST(int(askQuestion(nullptr, kQuestion)), "code");
     }
 
-    void showsTitleTextAndRelabelledButtons()
-    {
+    void showsTitleTextAndRelabelledButtons() {
         BoxAnswerer boxes;
         boxes.answer(kTitle, Buttons::kNo);
         askQuestion(nullptr, kQuestion);
@@ -56,8 +53,7 @@ private slots:
         QVERIFY(!seen.hadParent);
     }
 
-    void textIsNeverTakenForMarkup()
-    {
+    void textIsNeverTakenForMarkup() {
         BoxAnswerer boxes;
         Qt::TextFormat format = Qt::AutoText;
         boxes.whenShown([&format](QMessageBox *box) { format = box->textFormat(); });
@@ -66,8 +62,7 @@ private slots:
         QCOMPARE(format, Qt::PlainText);
     }
 
-    void withoutAnEscapeButtonQtsRuleHolds()
-    {
+    void withoutAnEscapeButtonQtsRuleHolds() {
         BoxAnswerer boxes;
         boxes.answerByKey(kTitle, Qt::Key_Escape);
         // A single button is what Escape means.
@@ -75,8 +70,7 @@ private slots:
         QCOMPARE(askQuestion(nullptr, question), QMessageBox::Ok);
     }
 
-    void belongsToItsParent()
-    {
+    void belongsToItsParent() {
         QWidget parent;
         BoxAnswerer boxes;
         boxes.answer(kTitle, Buttons::kNo);

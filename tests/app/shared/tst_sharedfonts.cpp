@@ -6,8 +6,7 @@ class TestSharedFonts : public QObject
     Q_OBJECT
 
 private slots:
-    void fontIsAsAgreed_data()
-    {
+    void fontIsAsAgreed_data() {
         const SharedFonts &fonts = sharedFonts();
         const QString text = "Helvetica"_s;
         const QString title = "Bebas Neue"_s;
@@ -21,8 +20,7 @@ private slots:
         row("fontTitle18", fonts.fontTitle18, title, 18, 50);
         row("fontTitle22", fonts.fontTitle22, title, 22, 50);
     }
-    void fontIsAsAgreed()
-    {
+    void fontIsAsAgreed() {
         QFETCH(QFont, font);
         QTEST(font.family(), "family");
         QTEST(font.pointSize(), "points");
@@ -36,8 +34,7 @@ private slots:
 
     void theSameFontsAreGivenEveryTime() { QCOMPARE(&sharedFonts(), &sharedFonts()); }
 
-    void titlesAreSetInTheEmbeddedFont()
-    {
+    void titlesAreSetInTheEmbeddedFont() {
         // Where the system has the family's thinner faces too, the embedded one is still the one that is taken.
         QCOMPARE(QFontInfo(sharedFonts().fontTitle18).styleName(), "Regular"_s);
         // Its small letters have the form and the width of capitals.
@@ -45,16 +42,14 @@ private slots:
         QCOMPARE(metrics.horizontalAdvance("corvin"_s), metrics.horizontalAdvance("CORVIN"_s));
     }
 
-    void accentsOfCapitalsAreNotCutOff_data()
-    {
+    void accentsOfCapitalsAreNotCutOff_data() {
         columns<bool, QFont>("isLabel", "font");
         row("label 18", true, sharedFonts().fontTitle18);
         row("label 22", true, sharedFonts().fontTitle22);
         row("check box 18", false, sharedFonts().fontTitle18);
         row("check box 22", false, sharedFonts().fontTitle22);
     }
-    void accentsOfCapitalsAreNotCutOff()
-    {
+    void accentsOfCapitalsAreNotCutOff() {
         QFETCH(bool, isLabel);
         QFETCH(QFont, font);
         std::unique_ptr<QWidget> widget;
