@@ -45,9 +45,17 @@ private slots:
         const auto *page = pageOf<Avanzate>(*m.window.window);
         FolderDialogAnswerer dialogs{QString()};
         bool enabled = true;
-        dialogs.whenShown = [&](QFileDialog *) { enabled = page->isEnabled(); };
+        const LogCapture log;
+        dialogs.whenShown = [&](QFileDialog *) {
+            enabled = page->isEnabled();
+            for (const char *slot : {Slots::kUpdate, Slots::kBackUp, Slots::kRestore, Slots::kReinstall,
+                                     Slots::kReinstallClean, Slots::kReinstallRestoring})
+                m.window.run(slot);
+        };
         m.window.run(Slots::kBackUp);
         QCOMPARE(dialogs.captions().size(), 1);
+        QCOMPARE(statusTexts(log), QStringList{Status::kLooking});
+        QVERIFY(m.boxes.seen().isEmpty() && m.server.requests().isEmpty());
         QVERIFY(!enabled);
         QVERIFY(page->isEnabled());
     }
