@@ -2,9 +2,9 @@
 
 #include "device/listedvolumes.h"
 #include "support/files.h"
+#include "support/given.h"
 #include "support/logcapture.h"
 #include "support/platform.h"
-#include "support/testing.h"
 
 class TestDeviceLocator : public QObject
 {
@@ -19,11 +19,9 @@ class TestDeviceLocator : public QObject
         putFile(folder + "/.windows-label"_s, label);
         return folder;
     }
-
     static void list(const QStringList &folders) {
         qputenv("CORVIN_VOLUMES", QFile::encodeName(folders.join(QDir::listSeparator())));
     }
-
     /// What is found while these are the volumes of the PC.
     QString foundAmong(const QStringList &folders) const {
         list(folders);
@@ -53,15 +51,11 @@ private slots:
         row("empty first line", QByteArray("\nCORVIN4"), QString(), false);
         row("no text", QByteArray("\xff\xfe\0\0", 4), "\uFFFD\uFFFD"_s, false);
     }
-
     void labelDecidesWhetherAVolumeIsThePlayer() {
-        QFETCH(QByteArray, file);
-        QFETCH(QString, label);
-        QFETCH(bool, isPlayer);
-        const QString folder = addVolume("volume"_s, file);
-        QCOMPARE(foundAmong({folder}), isPlayer ? folder + "/"_s : QString());
-        QCOMPARE(m_locator.volumeLabel(folder), label);
-        QCOMPARE(m_locator.volumeLabel(folder + "/"_s), label);
+        const QString folder = addVolume("volume"_s, given<QByteArray>("file"));
+        QCOMPARE(foundAmong({folder}), given<bool>("isPlayer") ? folder + "/"_s : QString());
+        QTEST(m_locator.volumeLabel(folder), "label");
+        QTEST(m_locator.volumeLabel(folder + "/"_s), "label");
     }
 
     void firstOfTwoPlayersWins() {
@@ -80,20 +74,16 @@ private slots:
         QCOMPARE(foundAmong(volumes), player + "/"_s);
     }
 
-    void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid_data() {
-        columns<QStringList>("folders");
-        row("set to nothing", QStringList());
-        row("no such folder", QStringList{"/no/such/folder"_s});
-        row("separators only", QStringList{QString(), QString(), QString()});
-        row("volume without a label file", QStringList{m_folder.path()});
-    }
-
     void withoutALabelledVolumeTheResultIsEmptyAndNothingIsSaid() {
-        QFETCH(QStringList, folders);
         const LogCapture log;
-        QCOMPARE(foundAmong(folders), QString());
-        for (const QString &folder : folders + QStringList{"/no/such/folder"_s})
-            QCOMPARE(m_locator.volumeLabel(folder + "/"_s), QString());
+        const QStringList missing = {"/no/such/folder"_s};
+        // Set to nothing, no such folder, separators only, a volume without a label file.
+        for (const QStringList &folders :
+             {QStringList(), missing, QStringList{QString(), QString(), QString()}, QStringList{m_folder.path()}}) {
+            QCOMPARE(foundAmong(folders), QString());
+            for (const QString &folder : folders + missing)
+                QCOMPARE(m_locator.volumeLabel(folder + "/"_s), QString());
+        }
         QVERIFY(log.lines().isEmpty());
     }
 
@@ -141,11 +131,8 @@ private slots:
         QVERIFY(m_locator.volumeLabel(folder).size() < 2000);
     }
 
-    void emptyPathIsNoRemovableDrive() {
-        QVERIFY(!m_locator.isRemovableDrive(QString()));
-    }
-
     void fileSystemWithoutADiskIsNotRemovable() {
+        QVERIFY(!m_locator.isRemovableDrive(QString()));
         SKIP_ON_WINDOWS("Every file system has a drive here");
         QVERIFY(!m_locator.isRemovableDrive("/proc/"_s));
         QVERIFY(!m_locator.isRemovableDrive("/proc/self/"_s));

@@ -1,19 +1,17 @@
 #include "device/mounttable.h"
 
 #include "support/files.h"
-#include "support/testing.h"
+#include "support/given.h"
 
 class TestMountTable : public QObject
 {
     Q_OBJECT
 
-    static QString itself(const QString &device) { return device; }
-
-    static QStringList parsed(const QByteArray &table) {
+    static QString parsed(const QByteArray &table) {
         QStringList texts;
         for (const Mount &mount : parseMountTable(table))
             texts.append(mount.device + "|"_s + mount.point);
-        return texts;
+        return texts.join(QLatin1Char('\n'));
     }
     static QStringList labelled(const QByteArray &table, const LabelsByDevice &labels, const DeviceResolver &resolve) {
         QStringList texts;
@@ -22,64 +20,57 @@ class TestMountTable : public QObject
         return texts;
     }
 
-    /// A row of bytes and the text that is made of them.
-    static void bytes(const char *name, const QByteArray &from, const QString &to) { row(name, from, to); }
-    /// A row of lines of a table and what is mounted by them, parted by line ends.
-    static void table(const char *name, const QByteArray &lines, const QString &mounts = {}) {
-        row(name, lines, mounts);
-    }
+    /// A row of bytes or lines and the text that is made of them.
+    static void bytes(const char *name, const QByteArray &from, const QString &to = {}) { row(name, from, to); }
 
 private slots:
     void linesGiveWholeVolumesOfBlockDevices_data() {
         columns<QByteArray, QString>("lines", "mounts");
-        table("exfat", "60 27 8:17 / /media/anna/CORVIN4 rw,relatime shared:30 - exfat /dev/sdb1 rw",
+        bytes("exfat", "60 27 8:17 / /media/anna/CORVIN4 rw,relatime shared:30 - exfat /dev/sdb1 rw",
               "/dev/sdb1|/media/anna/CORVIN4"_s);
-        table("fuseblk", "60 27 7:0 / /mnt/p rw,nosuid - fuseblk /dev/loop0 rw,user_id=0", "/dev/loop0|/mnt/p"_s);
-        table("several optional fields",
+        bytes("fuseblk", "60 27 7:0 / /mnt/p rw,nosuid - fuseblk /dev/loop0 rw,user_id=0", "/dev/loop0|/mnt/p"_s);
+        bytes("several optional fields",
               "60 27 8:17 / /mnt/p rw shared:1 master:2 propagate_from:3 - vfat /dev/sdb1 rw", "/dev/sdb1|/mnt/p"_s);
-        table("no optional field", "60 27 8:17 / /mnt/p rw - vfat /dev/sdb1 rw", "/dev/sdb1|/mnt/p"_s);
-        table("the system's root", "27 1 254:0 / / rw,relatime - ext4 /dev/vda rw", "/dev/vda|/"_s);
-        table("blank in the mount point", "60 27 8:17 / /media/anna/MY\\040DISK rw - exfat /dev/sdb1 rw",
+        bytes("no optional field", "60 27 8:17 / /mnt/p rw - vfat /dev/sdb1 rw", "/dev/sdb1|/mnt/p"_s);
+        bytes("the system's root", "27 1 254:0 / / rw,relatime - ext4 /dev/vda rw", "/dev/vda|/"_s);
+        bytes("blank in the mount point", "60 27 8:17 / /media/anna/MY\\040DISK rw - exfat /dev/sdb1 rw",
               "/dev/sdb1|/media/anna/MY DISK"_s);
-        table("mount point named like the dash", "60 27 8:17 / /- rw - exfat /dev/sdb1 rw", "/dev/sdb1|/-"_s);
-        table("source without options behind it", "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1", "/dev/sdb1|/mnt/p"_s);
-        table("folder of a volume shown elsewhere",
-              "60 27 8:17 /My\\040Songs /home/anna/songs rw - exfat /dev/sdb1 rw");
-        table("proc", "22 27 0:21 / /proc rw - proc proc rw");
-        table("tmpfs", "22 27 0:21 / /tmp rw - tmpfs tmpfs rw");
-        table("nfs", "22 27 0:50 / /mnt/nas rw - nfs4 nas:/dev/songs rw");
-        table("cifs", "22 27 0:51 / /mnt/nas rw - cifs //nas/CORVIN4 rw");
-        table("sshfs", "22 27 0:52 / /mnt/ssh rw - fuse.sshfs anna@nas:/ rw");
-        table("autofs", "22 27 0:53 / /mnt/auto rw - autofs systemd-1 rw");
-        table("relative mount point", "60 27 8:17 / mnt rw - exfat /dev/sdb1 rw");
-        table("no dash", "60 27 8:17 / /mnt/p rw exfat /dev/sdb1 rw");
-        table("nothing behind the dash", "60 27 8:17 / /mnt/p rw -");
-        table("no source", "60 27 8:17 / /mnt/p rw - exfat");
-        table("empty source", "60 27 8:17 / /mnt/p rw - exfat  rw");
-        table("empty line", "");
-        table("blanks only", "            ");
-        table("in the order of the table",
+        bytes("mount point named like the dash", "60 27 8:17 / /- rw - exfat /dev/sdb1 rw", "/dev/sdb1|/-"_s);
+        bytes("source without options behind it", "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1", "/dev/sdb1|/mnt/p"_s);
+        // A folder of a volume shown elsewhere, and what is no volume of a block device.
+        for (const char *line :
+             {"60 27 8:17 /My\\040Songs /home/anna/songs rw - exfat /dev/sdb1 rw",
+              "22 27 0:21 / /proc rw - proc proc rw", "22 27 0:21 / /tmp rw - tmpfs tmpfs rw",
+              "22 27 0:50 / /mnt/nas rw - nfs4 nas:/dev/songs rw", "22 27 0:51 / /mnt/nas rw - cifs //nas/CORVIN4 rw",
+              "22 27 0:52 / /mnt/ssh rw - fuse.sshfs anna@nas:/ rw", "22 27 0:53 / /mnt/auto rw - autofs systemd-1 rw"})
+            bytes(line, line);
+        bytes("relative mount point", "60 27 8:17 / mnt rw - exfat /dev/sdb1 rw");
+        bytes("no dash", "60 27 8:17 / /mnt/p rw exfat /dev/sdb1 rw");
+        bytes("nothing behind the dash", "60 27 8:17 / /mnt/p rw -");
+        bytes("no source", "60 27 8:17 / /mnt/p rw - exfat");
+        bytes("empty source", "60 27 8:17 / /mnt/p rw - exfat  rw");
+        bytes("empty line", "");
+        bytes("blanks only", "            ");
+        bytes("in the order of the table",
               "60 27 8:33 / /mnt/z rw - exfat /dev/sdc1 rw\n"
               "61 27 0:21 / /proc rw - proc proc rw\n"
               "62 27 8:17 / /mnt/a rw - exfat /dev/sdb1 rw\n",
               "/dev/sdc1|/mnt/z\n/dev/sdb1|/mnt/a"_s);
-        table("later mount on the same point hides the earlier one",
+        bytes("later mount on the same point hides the earlier one",
               "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1 rw\n61 60 0:50 / /mnt/p rw - nfs4 nas:/songs rw\n");
-        table("what triggers a mount is hidden by it",
+        bytes("what triggers a mount is hidden by it",
               "59 27 0:53 / /mnt/p rw - autofs systemd-1 rw\n60 27 8:17 / /mnt/p rw - exfat /dev/sdb1 rw\n",
               "/dev/sdb1|/mnt/p"_s);
-        table("mount below another hides nothing",
+        bytes("mount below another hides nothing",
               "60 27 8:17 / /mnt/p rw - exfat /dev/sdb1 rw\n"
               "27 1 254:0 / / rw - ext4 /dev/vda rw\n"
               "61 60 0:50 / /mnt/p/share rw - nfs4 nas:/songs rw\n",
               "/dev/sdb1|/mnt/p\n/dev/vda|/"_s);
     }
-
     void linesGiveWholeVolumesOfBlockDevices() {
-        QFETCH(QByteArray, lines);
-        QFETCH(QString, mounts);
-        QCOMPARE(parsed(lines).join(QLatin1Char('\n')), mounts);
-        QCOMPARE(parsed("\n" + lines + "\n\n").join(QLatin1Char('\n')), mounts);
+        const QByteArray &lines = given<QByteArray>("lines");
+        QTEST(parsed(lines), "mounts");
+        QTEST(parsed("\n" + lines + "\n\n"), "mounts");
     }
 
     void labelsAreFoundByDeviceName() {
@@ -90,7 +81,7 @@ private slots:
         const LabelsByDevice labels = {
             {"/dev/sdc1"_s, "CORVIN4"_s}, {"/dev/sdb1"_s, " corvin4 "_s}, {"/dev/sdx1"_s, "NOT MOUNTED"_s}};
         const QStringList expected = {"/mnt/p| corvin4 "_s, "/mnt/q|CORVIN4"_s};
-        QCOMPARE(labelled(lines, labels, itself), expected);
+        QCOMPARE(labelled(lines, labels, [](const QString &device) { return device; }), expected);
     }
 
     void deviceUnderAnotherNameIsResolved() {
@@ -103,29 +94,21 @@ private slots:
         QVERIFY(labelledMounts(lines, labels, [](const QString &) { return QString(); }).isEmpty());
     }
 
-    void onlyNamesThatMayBearALabelAreResolved_data() {
-        columns<QStringList, QStringList>("devices", "resolved");
-        row("nothing where no labels are", QStringList(), QStringList());
-        row("network and pseudo file systems never", words("/dev/sdz1"), words("/dev/mapper/player"));
-    }
-
     void onlyNamesThatMayBearALabelAreResolved() {
-        QFETCH(QStringList, devices);
         const QByteArray lines = "22 27 0:50 / /mnt/nas rw - nfs4 nas:/songs rw\n"
                                  "23 27 0:51 / /mnt/win rw - cifs //nas/CORVIN4 rw\n"
                                  "24 27 0:52 / /mnt/ssh rw - fuse.sshfs anna@nas:/ rw\n"
                                  "25 27 0:21 / /proc rw - proc proc rw\n"
                                  "60 27 253:0 / /mnt/p rw - exfat /dev/mapper/player rw\n";
-        LabelsByDevice labels;
-        for (const QString &device : devices)
-            labels.insert(device, "CORVIN4"_s);
         QStringList asked;
         const auto resolve = [&asked](const QString &device) {
             asked.append(device);
             return device;
         };
-        QVERIFY(labelledMounts(lines, labels, resolve).isEmpty());
-        QTEST(asked, "resolved");
+        QVERIFY(labelledMounts(lines, {}, resolve).isEmpty());
+        QCOMPARE(asked, QStringList()); // nothing where no labels are
+        QVERIFY(labelledMounts(lines, {{"/dev/sdz1"_s, "CORVIN4"_s}}, resolve).isEmpty());
+        QCOMPARE(asked, words("/dev/mapper/player"));
     }
 
     void everyPrefixOfATableIsReadWithoutHarm() {
@@ -152,11 +135,7 @@ private slots:
         bytes("escaped accents", "/media/caff\\303\\250", "/media/caffè"_s);
         bytes("empty", {}, {});
     }
-
-    void mountFieldEscapesAreUndone() {
-        QFETCH(QByteArray, field);
-        QTEST(decodeMountField(field), "plain");
-    }
+    void mountFieldEscapesAreUndone() { QTEST(decodeMountField(given<QByteArray>("field")), "plain"); }
 
     void udevEscapesAreUndone_data() {
         columns<QByteArray, QString>("name", "plain");
@@ -171,11 +150,7 @@ private slots:
         bytes("accents escaped", "CAFF\\xc3\\x88", "CAFFÈ"_s);
         bytes("empty", {}, {});
     }
-
-    void udevEscapesAreUndone() {
-        QFETCH(QByteArray, name);
-        QTEST(decodeUdevName(name), "plain");
-    }
+    void udevEscapesAreUndone() { QTEST(decodeUdevName(given<QByteArray>("name")), "plain"); }
 
     void labelFolderIsReadWithoutFollowingTheLinks() {
         PcFolder dev;
@@ -202,7 +177,6 @@ private slots:
         row("relative", "mnt"_s, QString());
         row("empty", QString(), QString());
     }
-
     void deviceOfAPathIsTheNearestOneAbove() {
         const QByteArray lines = "61 60 0:50 / /mnt/p/share rw - nfs4 nas:/songs rw\n"
                                  "27 1 254:0 / / rw - ext4 /dev/vda rw\n"
@@ -210,28 +184,20 @@ private slots:
                                  "62 27 8:17 /songs /mnt/part rw - exfat /dev/sdb1 rw\n"
                                  "63 27 8:33 / /mnt/twice rw - exfat /dev/sdc1 rw\n"
                                  "64 63 8:49 / /mnt/twice rw - exfat /dev/sdd1 rw\n";
-        QFETCH(QString, path);
-        QTEST(deviceOfPath(lines, path), "device");
-    }
-
-    void kernelFolderSaysWhetherTheMediumCanBeTakenOut_data() {
-        columns<QByteArray, bool>("answer", "removable");
-        row("removable", QByteArray("1\n"), true);
-        row("fixed", QByteArray("0\n"), false);
-        row("nothing said", QByteArray(), false);
+        QTEST(deviceOfPath(lines, given<QString>("path")), "device");
     }
 
     void kernelFolderSaysWhetherTheMediumCanBeTakenOut() {
-        QFETCH(QByteArray, answer);
-        QFETCH(bool, removable);
-        PcFolder devices;
-        const QString disk = devices.path("sdb"_s);
-        const QString partition = devices.addFolder("sdb/sdb1"_s);
-        QVERIFY(!isRemovableBlockDevice(disk));
-        QVERIFY(!isRemovableBlockDevice(partition));
-        devices.addFile("sdb/removable"_s, answer);
-        QCOMPARE(isRemovableBlockDevice(disk), removable);
-        QCOMPARE(isRemovableBlockDevice(partition), removable);
+        // Removable, fixed, nothing said.
+        for (const QByteArray answer : {"1\n", "0\n", ""}) {
+            PcFolder devices;
+            const QStringList diskAndPartition = {devices.path("sdb"_s), devices.addFolder("sdb/sdb1"_s)};
+            for (const QString &device : diskAndPartition)
+                QVERIFY(!isRemovableBlockDevice(device));
+            devices.addFile("sdb/removable"_s, answer);
+            for (const QString &device : diskAndPartition)
+                QVERIFY2(isRemovableBlockDevice(device) == (answer == "1\n"), answer.constData());
+        }
     }
 };
 

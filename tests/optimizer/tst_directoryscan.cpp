@@ -1,5 +1,6 @@
 #include "optimizerrun.h"
 #include "support/files.h"
+#include "support/given.h"
 #include "support/platform.h"
 
 class TestDirectoryScan : public QObject
@@ -89,6 +90,9 @@ private slots:
                          "System/Playlist/b.pls=\\sdmemory\\My Songs\\song_2.mid^1^2\n"
                          "\\sdmemory\\My Songs\\song_2.mid^3^4"_s,
                          "System/Playlist/other.pls=\\sdmemory\\x.mid^1^2\n"_s}));
+        row("a name without a suffix keeps a dot behind its number",
+            QStringList({"readme=r"_s, "b.mid"_s, "My Songs/readme=R"_s}),
+            QStringList({"My Songs/b.mid"_s, "My Songs/readme=R"_s, "My Songs/readme_1.=r"_s}));
         for (const QString &name : {"My Songs"_s, "MY SONGS"_s}) {
             const QStringList files = {name + "=a file"_s, "System/Playlist/a.pls=\\sdmemory\\song.mid^1^2\n"_s,
                                        "song.mid"_s};
@@ -106,13 +110,6 @@ private slots:
             QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  2"_s));
     }
 
-    void nameWithoutSuffixKeepsADotBehindItsNumber() {
-        OptimizerRun run({"readme=r"_s, "My Songs/readme=R"_s});
-        run.scan();
-        QCOMPARE(run.player.content("My Songs/readme_1."_s), QByteArray("r"));
-        QCOMPARE(run.player.content("My Songs/readme"_s), QByteArray("R"));
-    }
-
     void rewrittenPlaylistNamesTheNewPlace() {
         OptimizerRun run;
         const QString list =
@@ -123,24 +120,16 @@ private slots:
         QVERIFY(!run.player.exists("System/Playlist/a.pls.old"_s));
     }
 
-    void thePlayersOwnRootFilesStay_data() {
-        columns<QString>("name");
-        row("device file", "q-artedev"_s);
-        row("device file, capitals", "Q-ARTEDEV"_s);
-        row("import file", "CorvinImportDB.sql"_s);
-        row("import file, small", "corvinimportdb.sql"_s);
-        row("batch file", "AUTOEXEC.BAT"_s);
-        row("batch file, small", "autoexec.bat"_s);
-    }
     void thePlayersOwnRootFilesStay() {
-        QFETCH(QString, name);
-        OptimizerRun run({name, "Songs/"_s + name});
-        run.scan();
-        QVERIFY(run.player.exists(name));
-        QVERIFY(!run.player.exists("My Songs/"_s + name));
-        // Elsewhere the name means nothing.
-        QCOMPARE(places(run, run.page.unsupportedFiles), QStringList("Songs/"_s + name));
-        QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  0"_s));
+        for (const QString &name :
+             words("q-artedev Q-ARTEDEV CorvinImportDB.sql corvinimportdb.sql AUTOEXEC.BAT autoexec.bat")) {
+            OptimizerRun run({name, "Songs/"_s + name});
+            run.scan();
+            QVERIFY2(run.player.exists(name) && !run.player.exists("My Songs/"_s + name), qPrintable(name));
+            // Elsewhere the name means nothing.
+            QCOMPARE(places(run, run.page.unsupportedFiles), QStringList("Songs/"_s + name));
+            QVERIFY(run.logged("scan_directories : Scan Root Dir : file count  0"_s));
+        }
     }
 
     // The player's disk ignores case: on a volume that does not, what is there is used, and no second folder is made.
@@ -192,12 +181,11 @@ private slots:
         row("text in a System further down", "A/System/t.txt"_s, true);
     }
     void filesInTheirOwnFolderAreNotListed() {
-        QFETCH(QString, file);
-        QFETCH(bool, listed);
-        OptimizerRun run({file});
+        const QStringList file(given<QString>("file"));
+        OptimizerRun run(file);
         run.scan();
         const QList<QFileInfo> all = run.page.imageFiles + run.page.videoFiles + run.page.unsupportedFiles;
-        QCOMPARE(places(run, all), listed ? QStringList(file) : QStringList());
+        QCOMPARE(places(run, all), given<bool>("listed") ? file : QStringList());
     }
 
     void linksAndHiddenFoldersAreNotFollowed() {
@@ -227,9 +215,9 @@ private slots:
     }
     void folderIsBigFromOneThousandAndOneFiles() {
         QFETCH(QString, folder);
-        QFETCH(int, songs);
         QFETCH(int, companions);
         QFETCH(bool, big);
+        const int songs = given<int>("songs");
         OptimizerRun run;
         run.addNumbered(folder + "/"_s, songs);
         run.addNumbered(folder + "/"_s, companions, "dat"_s);

@@ -1,3 +1,4 @@
+#include "support/given.h"
 #include "support/languages.h"
 #include "support/pagepicture.h"
 #include "support/pagetest.h"
@@ -34,14 +35,23 @@ private slots:
         row("unknown", -1, false);
     }
     void codeDecidesPictureAndTexts() {
-        QFETCH(int, code);
         QFETCH(bool, success);
         EndOttimizza page;
-        page.setFailCodeAndShow(code);
+        page.resize(1000, 640);
+        page.setFailCodeAndShow(given<int>("code"));
         QVERIFY(page.isVisible());
         QCOMPARE(texts(page), success ? kSuccess : kFailure);
-        const QString sheet = child<QLabel>(page, "label_image")->styleSheet();
-        QVERIFY(sheet.contains(success ? ":/imgs/ok.png"_s : ":/imgs/ko.png"_s));
+        const auto *image = child<QLabel>(page, "label_image");
+        QVERIFY(image->styleSheet().contains(success ? ":/imgs/ok.png"_s : ":/imgs/ko.png"_s));
+        // It is seen.
+        const QImage picture = pictureOf(page);
+        const QRect place = placeOn(page, *image);
+        int painted = 0;
+        for (int x = place.left(); x <= place.right(); ++x)
+            painted += picture.pixel(x, place.center().y()) != kGround ? 1 : 0;
+        QVERIFY(painted > place.width() / 4);
+        const QPoint title = placeOn(page, *child<QLabel>(page, "label_titolo")).topLeft();
+        QCOMPARE(picture.pixel(title + QPoint(1, 1)), kGround);
     }
 
     void languageChangeFollowsTheStoredCode() {
@@ -65,26 +75,6 @@ private slots:
         const QSignalSpy spy(&page, &EndOttimizza::backFromEndOttimizzaToFirstMenu);
         click(page, "pushButton");
         QCOMPARE(spy.size(), 1);
-    }
-
-    void pictureIsSeen_data() {
-        columns<int>("code");
-        row("ok", 0);
-        row("ko", 1);
-    }
-    void pictureIsSeen() {
-        QFETCH(int, code);
-        EndOttimizza page;
-        page.resize(1000, 640);
-        page.setFailCodeAndShow(code);
-        const QImage picture = pictureOf(page);
-        const QRect place = placeOn(page, *child<QLabel>(page, "label_image"));
-        int painted = 0;
-        for (int x = place.left(); x <= place.right(); ++x)
-            painted += picture.pixel(x, place.center().y()) != kGround ? 1 : 0;
-        QVERIFY(painted > place.width() / 4);
-        const QPoint title = placeOn(page, *child<QLabel>(page, "label_titolo")).topLeft();
-        QCOMPARE(picture.pixel(title + QPoint(1, 1)), kGround);
     }
 };
 

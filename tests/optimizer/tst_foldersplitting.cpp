@@ -1,5 +1,6 @@
 #include "optimizerrun.h"
 #include "support/files.h"
+#include "support/given.h"
 
 #include "songfactory/songfactory.h"
 
@@ -25,11 +26,6 @@ struct SplitRun : OptimizerRun
     void block(const QString &path) {
         atLabel("Organizzazione"_s, [this, path] { player.addFile(path, "in the way"); });
     }
-    /// A stop is used up, and nothing says that all is done.
-    bool endedByStop() {
-        return !page.abortRequested && told.count("label Operazione completata"_s) == 0 &&
-               told.count("log corvin_optimizer : END"_s) == 0;
-    }
 };
 
 class TestFolderSplitting : public QObject
@@ -41,14 +37,11 @@ class TestFolderSplitting : public QObject
         const QString label = "label (%1) Ottimizzazione cartelle "_s.arg(number);
         const QString counted = "\n[%1] %2"_s.arg(entries).arg(folder);
         const QString max = "max %1"_s.arg(entries);
-        QStringList lines = {"min 0"_s,
-                             "max 0"_s,
-                             label + "\n"_s + folder,
-                             "log corvin_optimizer : Start Open Dir  \"%1\""_s.arg(folder),
-                             "log corvin_optimizer : End Open Dir N. Entry  %1"_s.arg(entries),
-                             label + " : Ricerca dei titoli nei brani"_s + counted,
-                             max,
-                             "log corvin_optimizer : Start Ricerca Titoli"_s};
+        QStringList lines = {"min 0"_s, "max 0"_s, label + "\n"_s + folder};
+        lines += {"log corvin_optimizer : Start Open Dir  \"%1\""_s.arg(folder),
+                  "log corvin_optimizer : End Open Dir N. Entry  %1"_s.arg(entries),
+                  label + " : Ricerca dei titoli nei brani"_s + counted, max,
+                  "log corvin_optimizer : Start Ricerca Titoli"_s};
         for (int i = 1; i <= entries; ++i)
             lines.append("value %1"_s.arg(i));
         return lines + QStringList({"log corvin_optimizer : Start Ordinamento"_s,
@@ -83,14 +76,21 @@ private slots:
         QVERIFY(QFileInfo(run.player.path("X/sub"_s)).isDir());
     }
 
-    void twoAndAHalfThousandSongsFillThreeSubfolders() {
+    void subfoldersFillUpInTheOrderOfTheTitles_data() {
+        columns<int, int, QList<int>, QStringList>("before", "songs", "counts", "places");
+        row("2500 songs", 0, 2500, QList<int>({900, 900, 700}), words("A0/a00899 A1/a00900 A2/a01800"));
+        row("a nearly full one takes one more", 899, 3, QList<int>({900, 2}), words("A0/a00000 A1/a00001 A1/a00002"));
+        row("a full one is passed over", 900, 950, QList<int>({900, 900, 50}), words("A1/a00000 A2/a00949"));
+    }
+    void subfoldersFillUpInTheOrderOfTheTitles() {
+        QFETCH(QList<int>, counts);
         SplitRun run;
-        run.addNumbered("X/b"_s, 2500);
+        run.addNumbered("X/A0/old"_s, given<int>("before"), "txt"_s);
+        run.addNumbered("X/a"_s, given<int>("songs"));
         run.split();
-        QCOMPARE(run.player.folders("X"_s), words("B0 B1 B2"));
-        QCOMPARE(run.counts(words("B0 B1 B2")), QList<int>({900, 900, 700}));
-        // In the order of their titles.
-        for (const QString &song : words("B0/b00899 B1/b00900 B2/b01800"))
+        QCOMPARE(run.player.folders("X"_s), words("A0 A1 A2").mid(0, counts.size()));
+        QCOMPARE(run.counts(run.player.folders("X"_s)), counts);
+        for (const QString &song : given<QStringList>("places"))
             QVERIFY2(run.player.exists("X/%1.mid"_s.arg(song)), qPrintable(song));
     }
 
@@ -116,8 +116,7 @@ private slots:
         row("number", "99 Luftballons"_s, "90"_s);
     }
     void titleDecidesTheSubfolder() {
-        QFETCH(QString, title);
-        QFETCH(QString, subfolder);
+        const QString &title = given<QString>("title");
         SongInfo info;
         info.title = title;
         SplitRun run;
@@ -126,8 +125,8 @@ private slots:
         run.player.addFile("X/zzz3.mp3"_s, SongFactory::mp3(3, info));
         run.player.addFile("X/zzz4.kar"_s, SongFactory::karaoke({"@T"_s + title}, {}));
         run.split();
-        QCOMPARE(run.player.folders("X"_s), QStringList(subfolder));
-        QCOMPARE(run.counts({subfolder}), QList<int>({4}));
+        QCOMPARE(run.player.folders("X"_s), QStringList(given<QString>("subfolder")));
+        QCOMPARE(run.counts(run.player.folders("X"_s)), QList<int>({4}));
     }
 
     void songsMoveAndTheRestOfTheFolderGoes_data() {
@@ -147,32 +146,11 @@ private slots:
         row("playlists are not corrected", QStringList({list, "X/Song.mid"_s}), QStringList({list, "X/S0/Song.mid"_s}));
     }
     void songsMoveAndTheRestOfTheFolderGoes() {
-        QFETCH(QStringList, before);
-        QFETCH(QStringList, after);
-        SplitRun run(before);
+        SplitRun run(given<QStringList>("before"));
         run.scan();
         run.split();
-        QCOMPARE(run.disk(), after);
+        QTEST(run.disk(), "after");
         QVERIFY(!run.player.exists("X.old"_s));
-    }
-
-    void nearlyFullSubfolderTakesOneMoreSong() {
-        SplitRun run;
-        run.addNumbered("X/A0/old"_s, 899, "txt"_s);
-        run.addNumbered("X/a"_s, 3);
-        run.split();
-        QCOMPARE(run.counts({"A0"_s}), QList<int>({900}));
-        QVERIFY(run.player.exists("X/A0/a00000.mid"_s));
-        QVERIFY(run.player.exists("X/A1/a00001.mid"_s));
-        QVERIFY(run.player.exists("X/A1/a00002.mid"_s));
-    }
-
-    void fullSubfolderIsPassedOverForMoreThanOneSong() {
-        SplitRun run;
-        run.addNumbered("X/A0/old"_s, 900, "txt"_s);
-        run.addNumbered("X/a"_s, 950);
-        run.split();
-        QCOMPARE(run.counts(words("A0 A1 A2")), QList<int>({900, 900, 50}));
     }
 
     void hiddenSubfolderIsKeptAndNotCounted() {
@@ -228,28 +206,26 @@ private slots:
         QVERIFY(run.page.bigFolders.isEmpty());
     }
 
-    void stopDuringTheThirdOfFiveFoldersFinishesIt() {
-        SplitRun run;
-        const QStringList folders = words("F1 F2 F3 F4 F5");
-        for (const QString &folder : folders)
-            run.addNumbered(folder + "/a"_s, 3);
-        run.stopAtLabel("(3/5) Ottimizzazione cartelle  : Ricerca"_s);
-        run.split(folders);
-        for (int i = 0; i < 3; ++i)
-            QCOMPARE(run.player.files(folders.at(i) + "/A0"_s).size(), 3);
-        QVERIFY(run.player.exists("F4/a00000.mid"_s));
-        QVERIFY(run.player.exists("F5/a00000.mid"_s));
-        QVERIFY(run.endedByStop());
-        QCOMPARE(run.player.folders(), folders);
+    void stopStillFinishesTheFolderAtWork_data() {
+        columns<QString, QStringList, int>("at", "folders", "finished");
+        row("the third of five", "(3/5) Ottimizzazione cartelle  : Ricerca"_s, words("F1 F2 F3 F4 F5"), 3);
+        row("the last: no final text", "(1/1) Ottimizzazione cartelle  : Ricerca"_s, words("F1"), 1);
     }
-
-    void stopDuringTheLastFolderShowsNoFinalText() {
+    void stopStillFinishesTheFolderAtWork() {
+        QFETCH(QStringList, folders);
         SplitRun run;
-        run.addNumbered("X/a"_s, 3);
-        run.stopAtValue(1);
-        run.split();
-        QCOMPARE(run.counts({"A0"_s}), QList<int>({3}));
-        QVERIFY(run.endedByStop());
+        for (const QString &folder : qAsConst(folders))
+            run.addNumbered(folder + "/a"_s, 3);
+        run.stopAtLabel(given<QString>("at"));
+        run.split(folders);
+        for (int i = 0; i < folders.size(); ++i)
+            QCOMPARE(run.player.files(folders.at(i) + "/A0"_s).size(), i < given<int>("finished") ? 3 : 0);
+        QCOMPARE(run.player.files().size(), 3 * folders.size());
+        QCOMPARE(run.player.folders(), folders);
+        // A stop is used up, and nothing says that all is done.
+        QVERIFY(!run.page.abortRequested);
+        QCOMPARE(run.told.count("label Operazione completata"_s), 0);
+        QCOMPARE(run.told.count("log corvin_optimizer : END"_s), 0);
     }
 };
 

@@ -95,21 +95,17 @@ private slots:
         QCOMPARE(run.ends(), QStringList());
     }
 
-    void stopDuringTheSplitStillEndsInSuccess_data() {
-        columns<bool>("database");
-        row("with the database step", true);
-        row("without it", false);
-    }
     void stopDuringTheSplitStillEndsInSuccess() {
-        QFETCH(bool, database);
-        PageRun run({}, words(database ? "Check_Split Check_Database" : "Check_Split"));
-        run.addNumbered("Big/b"_s, 1001);
-        run.stopAtLabel("Organizzazione in sottocartelle"_s);
-        run.start();
-        QCOMPARE(run.player.folders("Big"_s), words("B0 B1"));
-        QCOMPARE(run.ends(), words("0"));
-        QCOMPARE(run.told.count("log createDiffDatabaseImportFile : END"_s), database ? 1 : 0);
-        QVERIFY(!run.page.abortRequested);
+        for (const bool database : {true, false}) {
+            PageRun run({}, words(database ? "Check_Split Check_Database" : "Check_Split"));
+            run.addNumbered("Big/b"_s, 1001);
+            run.stopAtLabel("Organizzazione in sottocartelle"_s);
+            run.start();
+            QCOMPARE(run.player.folders("Big"_s), words("B0 B1"));
+            QCOMPARE(run.ends(), words("0"));
+            QCOMPARE(run.told.count("log createDiffDatabaseImportFile : END"_s), database ? 1 : 0);
+            QVERIFY(!run.page.abortRequested);
+        }
     }
 
     void stopDuringTheDatabaseStepEndsWithoutResultPage() {
@@ -143,41 +139,31 @@ private slots:
         QCOMPARE(run.lastLine(), kEnd.arg(0));
     }
 
-    void controlsAreDisabledWhileARunWorks_data() {
+    void runDisablesTheControlsAndForgetsAnEarlierStop_data() {
         columns<bool>("fromTheButton");
         row("started by OTTIMIZZA", true);
         row("started by the transfer page", false);
     }
-    void controlsAreDisabledWhileARunWorks() {
+    void runDisablesTheControlsAndForgetsAnEarlierStop() {
         QFETCH(bool, fromTheButton);
         PageRun run;
         QList<QStringList> meanwhile;
         run.atLabel(QString(), [&] { meanwhile.append(run.enabled()); });
-        if (fromTheButton)
+        run.page.setHidden(!fromTheButton);
+        run.page.on_stopActionPressed();
+        if (fromTheButton) {
             run.start();
-        else
+        } else {
+            // FINE shows the page and starts the run: a stop of the transfer before must not end it.
+            run.page.show();
             run.page.startAllOptimization();
+        }
+        QCOMPARE(run.ends(), words("0"));
         QVERIFY(meanwhile.size() > 5);
         QCOMPARE(meanwhile.count(QStringList()), meanwhile.size());
         // Wanted so: the option boxes come back enabled though the complete option is ticked.
         QCOMPARE(run.enabled(), kControls);
         QCOMPARE(run.ticked(), kBoxes);
-    }
-
-    void startButtonForgetsAnEarlierStop() {
-        PageRun run;
-        run.page.on_stopActionPressed();
-        run.start();
-        QCOMPARE(run.ends(), words("0"));
-    }
-
-    // FINE shows the page and starts the run: a stop of the transfer before must not end it.
-    void runBehindFineStartsWithAClearStopFlag() {
-        OptimizerRun run;
-        run.page.on_stopActionPressed();
-        run.page.show();
-        run.page.startAllOptimization();
-        QCOMPARE(run.ends(), words("0"));
     }
 
     void secondStartDuringARunIsRefused() {

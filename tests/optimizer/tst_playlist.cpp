@@ -81,12 +81,10 @@ private slots:
         const Playlist list("\\sdmemory\\b.mid^1^2\r\n\\sdmemory\\a.mid^3^4\n\n\\sdmemory\\b.mid^5^6");
         const QStringList keys = {"E:/b.mid"_s, "E:/a.mid"_s, "\n"_s, "E:/b.mid"_s};
         QCOMPARE(playlistKeys(list.path, Player(kRoot)), keys);
-    }
-
-    void keysOfAPlaylistThatCannotBeOpenedAreNone() {
+        // What cannot be opened has none.
         const Playlist missing;
-        QVERIFY(playlistKeys(missing.path, Player(kRoot)).isEmpty());
-        QVERIFY(playlistKeys(missing.folder.path(), Player(kRoot)).isEmpty());
+        for (const QString &path : {missing.path, missing.folder.path()})
+            QVERIFY(playlistKeys(path, Player(kRoot)).isEmpty());
     }
 
     void rewritingReplacesTheSong_data() {
@@ -116,25 +114,26 @@ private slots:
         QTEST(list.content(), "after");
     }
 
-    void backupOfAnEarlierRunIsLost() {
+    void emptyOldPathReplacesNothingAndAnEarlierBackupIsLost() {
         const Playlist list(kBefore);
+        rewritePlaylistFile(list.path, QString(), QString::fromUtf8(kNewSong));
+        QCOMPARE(list.content(), kBefore);
         putFile(list.backup, "of an earlier run\n");
         list.rewrite();
         QCOMPARE(list.content(), kAfter);
     }
 
-    void missingPlaylistBecomesAnEmptyOne() {
-        const Playlist list;
-        list.rewrite();
-        QCOMPARE(list.content(), QByteArray());
-    }
-
-    void playlistWhoseBackupNameIsAFolderBecomesEmpty() {
-        const Playlist list(kBefore);
-        QVERIFY(QDir().mkdir(list.backup));
-        list.rewrite();
-        QCOMPARE(list.content(), QByteArray());
-        QVERIFY(QDir(list.backup).exists());
+    void playlistThatIsMissingOrCannotBeSetAsideBecomesEmpty() {
+        const Playlist missing;
+        const Playlist blocked(kBefore);
+        QVERIFY(QDir().mkdir(blocked.backup));
+        for (const Playlist *list : {&missing, &blocked}) {
+            list->rewrite();
+            QCOMPARE(contentOf(list->path), QByteArray());
+        }
+        QCOMPARE(missing.content(), QByteArray());
+        QVERIFY(QDir(blocked.backup).exists());
+        QCOMPARE(blocked.folder.files(), words("list.pls"));
     }
 
     void fullDiskLeavesThePlaylistAsItWas() {
@@ -149,12 +148,6 @@ private slots:
 #else
         QSKIP("No limit for the size of files here");
 #endif
-    }
-
-    void emptyOldPathReplacesNothing() {
-        const Playlist list(kBefore);
-        rewritePlaylistFile(list.path, QString(), QString::fromUtf8(kNewSong));
-        QCOMPARE(list.content(), kBefore);
     }
 
     void hugeLineIsRewrittenWhole() {

@@ -301,7 +301,7 @@ private slots:
         QVERIFY2(read <= given<int>("mostBytes") + 1000, qPrintable(QString::number(read)));
     }
 
-    void everyPrefixIsRead_data() {
+    void everyPrefixAndFlippedBitIsRead_data() {
         columns<int, QByteArray>("formatIndex", "song");
         const SongInfo info = titled("Azzurro"_s);
         row("mp3, Latin-1", kMp3, SongFactory::id3v2Tag(3, info, 0, 30));
@@ -311,7 +311,8 @@ private slots:
         row("kar", kKar, SongFactory::karaoke({"@LITAL"_s, "@TAzzurro"_s}, {}));
         row("mf3", kMf3, SongFactory::mfx(3, info, 1));
     }
-    void everyPrefixIsRead() {
+    void everyPrefixAndFlippedBitIsRead() {
+        constexpr int kInterestingBytes = 520; // the header block of an MFx song and a little of its stream
         QFETCH(int, formatIndex);
         QFETCH(QByteArray, song);
         QElapsedTimer time;
@@ -323,16 +324,6 @@ private slots:
                      qPrintable("%1 of %2: %3"_s.arg(length).arg(song.size()).arg(title)));
         }
         QCOMPARE(titleOf(formatIndex, song), "Azzurro"_s);
-        QVERIFY(time.elapsed() < 60000);
-    }
-
-    void everyFlippedBitIsRead_data() { everyPrefixIsRead_data(); }
-    void everyFlippedBitIsRead() {
-        constexpr int kInterestingBytes = 520; // the header block of an MFx song and a little of its stream
-        QFETCH(int, formatIndex);
-        QFETCH(QByteArray, song);
-        QElapsedTimer time;
-        time.start();
         for (int bit = 0; bit < qMin(song.size(), kInterestingBytes) * 8; ++bit) {
             const int byte = bit / 8;
             QByteArray flipped = song;
