@@ -54,11 +54,11 @@ private slots:
         const SharedFonts &fonts = sharedFonts();
         const auto drawn = [](const QFont &font) { return QFontInfo(font).family() + ", "_s + fileOf(font); };
         for (const QFont &font : {fonts.fontText10, fonts.fontText11, fonts.fontText13})
-            same("usual text", drawn(font), "Liberation Sans, helr45w.ttf"_s);
+            same(qPrintable(font.toString()), drawn(font), "Liberation Sans, helr45w.ttf"_s);
         for (const QFont &font : {fonts.fontText10Bold, fonts.fontText11Bold})
-            same("bold text", drawn(font), "Liberation Sans, helr75w.ttf"_s);
+            same(qPrintable(font.toString()), drawn(font), "Liberation Sans, helr75w.ttf"_s);
         for (const QFont &font : {fonts.fontTitle14, fonts.fontTitle18, fonts.fontTitle22})
-            same("title", drawn(font), "Bebas Neue, BebasNeue.otf"_s);
+            same(qPrintable(font.toString()), drawn(font), "Bebas Neue, BebasNeue.otf"_s);
     }
 
     void titleFontHasTheCapitalsOfAllLanguages() {

@@ -36,10 +36,13 @@ private slots:
         same("MIDI of nobody", read("a.mid"_s, midi(SongInfo())), told(1, SongInfo()));
         same("karaoke, the name of its word track", read("a.kar"_s, karaoke({"@TVolare"_s}, {"la"_s})), told(2, words));
         for (const int version : {3, 4, 5}) {
+            const QString mf = "MF%1"_s.arg(version);
             const QByteArray withOtherTexts = mfxHeader(version, fullInfo(), 0, 0) + streamOfAnother(version);
-            same("MFx", read("a.mfx"_s, mfx(version, fullInfo())), told(version, fullInfo()));
-            same("MFx with other texts in its stream", read("a.mfx"_s, withOtherTexts), told(version, fullInfo()));
-            same("MFx is always the maker's", read("a.mfx"_s, mfx(version, SongInfo())), told(version, makers));
+            same(qPrintable(mf), read("a.mfx"_s, mfx(version, fullInfo())), told(version, fullInfo()));
+            same(qPrintable(mf + " with other texts in its stream"_s), read("a.mfx"_s, withOtherTexts),
+                 told(version, fullInfo()));
+            same(qPrintable(mf + " is always the maker's"_s), read("a.mfx"_s, mfx(version, SongInfo())),
+                 told(version, makers));
         }
         same("MF5 called MF3", read("a.mf3"_s, mfx(5, fullInfo())), told(5, fullInfo()));
         same("MP3 without tag", read("a.mp3"_s, mp3(0, other)), told(6, SongInfo()));

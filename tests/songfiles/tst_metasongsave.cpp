@@ -49,7 +49,8 @@ private slots:
             SongInfo accented = fullInfo();
             accented.title = "Perché"_s;
             longer.song.setSongInfo(accented, true);
-            same("MFx whose header has another size", linesAt(longer, "a.mfx"_s), QStringList(kUnknown));
+            same(qPrintable("MF%1 whose header has another size"_s.arg(version)), linesAt(longer, "a.mfx"_s),
+                 QStringList(kUnknown));
         }
         SongOnDisk mid("a.mid"_s, midi(SongInfo()));
         mid.folder.addFolder("folder"_s);

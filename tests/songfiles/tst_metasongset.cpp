@@ -136,7 +136,7 @@ private slots:
         same("499", tempo(499, 77), 499);
         same("500", tempo(500, 77), 77);
         for (const int before : {0, 1, 499, 500})
-            same("by none", tempo(before, -1), before);
+            same(qPrintable("%1 by none"_s.arg(before)), tempo(before, -1), before);
     }
 
     void mfxFlagOfMarkersIsSetAndNeverCleared() {
