@@ -10,8 +10,6 @@
 #include "support/intactplayer.h"
 #include "transfer/transfer.h"
 
-namespace {
-
 /// The main window on the screen, with what its watch for the player shows and hides.
 struct ShownWindow : MainWindow
 {
@@ -25,8 +23,6 @@ struct ShownWindow : MainWindow
     Transfer *const transfer = pageOf<Transfer>(*this);
     QPushButton *const forward = button(*check, "pushButton");
 };
-
-} // namespace
 
 class TestConnectionWatch : public QObject
 {

@@ -2,21 +2,14 @@
 
 #include "italianwindow.h"
 #include "support/boxtexts.h"
-
-namespace {
+#include "support/same.h"
 
 const QString kKey = "Application/Language"_s;
 
 /// A text of the program whose translations all differ from it.
-QString someText() {
+static QString someText() {
     return QCoreApplication::translate("MainWindow", "Interrompi Operazione");
 }
-
-using Function = std::function<QString(const QString &)>;
-
-} // namespace
-
-Q_DECLARE_METATYPE(Function)
 
 class TestLanguage : public QObject
 {
@@ -26,33 +19,27 @@ private slots:
     void initTestCase() { startInItalian(); }
     void cleanupTestCase() { appSettings().remove(kKey); }
 
-    void valueLeadsToAnother_data() {
-        columns<Function, QString, QString>("function", "given", "result");
-        row("first language: Italian", Function(initialLanguage), "it_IT"_s, "lang_it"_s);
-        row("first language: English", Function(initialLanguage), "en_US"_s, "lang_en"_s);
-        row("first language: Swiss German", Function(initialLanguage), "de_CH"_s, "lang_de"_s);
-        row("first language: French, no translation", Function(initialLanguage), "fr_FR"_s, "lang_fr"_s);
-        row("first language: no country", Function(initialLanguage), "es"_s, "lang_es"_s);
-        row("first language: three letters", Function(initialLanguage), "fil_PH"_s, "lang_fi"_s);
-        row("first language: no locale", Function(initialLanguage), "C"_s, "lang_C"_s);
-        row("first language: nothing", Function(initialLanguage), QString(), "lang_"_s);
-        row("next language: it", Function(nextLanguage), "lang_it"_s, "lang_en"_s);
-        row("next language: en", Function(nextLanguage), "lang_en"_s, "lang_de"_s);
-        row("next language: de", Function(nextLanguage), "lang_de"_s, "lang_it"_s);
-        row("next language: fr", Function(nextLanguage), "lang_fr"_s, "lang_it"_s);
-        row("next language: not set", Function(nextLanguage), "no_set"_s, "lang_it"_s);
-        row("next language: empty", Function(nextLanguage), QString(), "lang_it"_s);
-        row("next language: capitals are another value", Function(nextLanguage), "LANG_IT"_s, "lang_it"_s);
-        row("last two characters: it", Function(languageButtonText), "lang_it"_s, "IT"_s);
-        row("last two characters: fr", Function(languageButtonText), "lang_fr"_s, "FR"_s);
-        row("last two characters: not set", Function(languageButtonText), "no_set"_s, "ET"_s);
-        row("last two characters: one character", Function(languageButtonText), "x"_s, "X"_s);
-        row("last two characters: empty", Function(languageButtonText), QString(), QString());
-    }
     void valueLeadsToAnother() {
-        QFETCH(Function, function);
-        QFETCH(QString, given);
-        QTEST(function(given), "result");
+        same("first language: Italian", initialLanguage("it_IT"_s), "lang_it"_s);
+        same("first language: English", initialLanguage("en_US"_s), "lang_en"_s);
+        same("first language: Swiss German", initialLanguage("de_CH"_s), "lang_de"_s);
+        same("first language: French, no translation", initialLanguage("fr_FR"_s), "lang_fr"_s);
+        same("first language: no country", initialLanguage("es"_s), "lang_es"_s);
+        same("first language: three letters", initialLanguage("fil_PH"_s), "lang_fi"_s);
+        same("first language: no locale", initialLanguage("C"_s), "lang_C"_s);
+        same("first language: nothing", initialLanguage(QString()), "lang_"_s);
+        same("next language: it", nextLanguage("lang_it"_s), "lang_en"_s);
+        same("next language: en", nextLanguage("lang_en"_s), "lang_de"_s);
+        same("next language: de", nextLanguage("lang_de"_s), "lang_it"_s);
+        same("next language: fr", nextLanguage("lang_fr"_s), "lang_it"_s);
+        same("next language: not set", nextLanguage("no_set"_s), "lang_it"_s);
+        same("next language: empty", nextLanguage(QString()), "lang_it"_s);
+        same("next language: capitals are another value", nextLanguage("LANG_IT"_s), "lang_it"_s);
+        same("last two characters: it", languageButtonText("lang_it"_s), "IT"_s);
+        same("last two characters: fr", languageButtonText("lang_fr"_s), "FR"_s);
+        same("last two characters: not set", languageButtonText("no_set"_s), "ET"_s);
+        same("last two characters: one character", languageButtonText("x"_s), "X"_s);
+        same("last two characters: empty", languageButtonText(QString()), QString());
     }
 
     void storeIsTheProgramsOwn() {
@@ -65,35 +52,24 @@ private slots:
         QCOMPARE(&appSettings(), &settings);
     }
 
-    void storedLanguageIsEmptyWhenThereIsNone() {
-        appSettings().remove(kKey);
-        QCOMPARE(storedLanguage(), QString());
-    }
-
     void firstStartStoresTheSystemsLanguage() {
         const QString expected = initialLanguage(QLocale::system().name());
         appSettings().remove(kKey);
+        QCOMPARE(storedLanguage(), QString());
         QCOMPARE(startLanguage(), expected);
         QCOMPARE(storedLanguage(), expected);
-
         appSettings().setValue(kKey, "no_set"_s);
         QCOMPARE(startLanguage(), expected);
         QCOMPARE(storedLanguage(), expected);
     }
 
-    void storedValueIsStartedWithAsItStands_data() {
-        columns<QString>("value");
-        row("known", "lang_de"_s);
-        row("without a translation", "lang_fr"_s);
-        row("nonsense", "../x"_s);
-        row("empty", QString());
-        row("nearly not set", "NO_SET"_s);
-    }
     void storedValueIsStartedWithAsItStands() {
-        QFETCH(QString, value);
-        appSettings().setValue(kKey, value);
-        QCOMPARE(startLanguage(), value);
-        QCOMPARE(storedLanguage(), value);
+        // Known, without a translation, nonsense, empty, nearly "not set".
+        for (const QString &value : {"lang_de"_s, "lang_fr"_s, "../x"_s, QString(), "NO_SET"_s}) {
+            appSettings().setValue(kKey, value);
+            QCOMPARE(startLanguage(), value);
+            QCOMPARE(storedLanguage(), value);
+        }
     }
 
     void installedLanguageReplacesTheOneBefore() {
@@ -138,21 +114,16 @@ private slots:
         }
     }
 
-    void clickOnAnyOtherLanguageLeadsToItalian_data() {
-        columns<QString, QString>("value", "text");
-        row("Spanish", "lang_es"_s, "ES"_s);
-        row("not set", "no_set"_s, "ET"_s);
-        row("empty", QString(), QString());
-    }
     void clickOnAnyOtherLanguageLeadsToItalian() {
-        QFETCH(QString, value);
-        appSettings().setValue(kKey, value);
-        const MainWindow window;
-        auto *language = button(window, "pButLang");
-        QTEST(language->text(), "text");
-        language->click();
-        QCOMPARE(language->text(), "IT"_s);
-        QCOMPARE(storedLanguage(), "lang_it"_s);
+        for (const QString &value : {"lang_es"_s, "no_set"_s, QString()}) {
+            appSettings().setValue(kKey, value);
+            const MainWindow window;
+            auto *language = button(window, "pButLang");
+            same(qPrintable(value), language->text(), value.right(2).toUpper());
+            language->click();
+            same(qPrintable(value), language->text(), "IT"_s);
+            same(qPrintable(value), storedLanguage(), "lang_it"_s);
+        }
     }
 };
 

@@ -9,22 +9,18 @@
 // Each signal of a page must start the procedure that bears its name and no other: told apart by what the procedure
 // asks first of the user or of the server.
 
-namespace {
-
 const QString kBackupCaption = "Scegli una cartella per il salvataggio dei files"_s;
 const QString kRestoreCaption = "Scegli cartella da cui prendere i files salvati"_s;
 const QString kUpdate = "/download/Corvin4/CorvinUpdate.c4"_s;
 const QString kSystem = "/download/Corvin4/CorvinAll.zip"_s;
 const QByteArray kAfterTheCheck("reinstallOpSysOnly of the check");
 
-void start(const ProcedureWindow &shell, const QByteArray &procedure) {
+static void start(const ProcedureWindow &shell, const QByteArray &procedure) {
     QObject *page = pageOf<Avanzate>(*shell.window);
     if (procedure == kAfterTheCheck)
         page = pageOf<Check>(*shell.window);
     QVERIFY(QMetaObject::invokeMethod(page, procedure.split(' ').first().constData()));
 }
-
-} // namespace
 
 class TestMaintenanceStart : public QObject
 {

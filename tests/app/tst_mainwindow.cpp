@@ -2,6 +2,7 @@
 #include "optimizer/ottimizza.h"
 #include "pages/firstmenu.h"
 #include "support/boxanswerer.h"
+#include "support/same.h"
 
 class TestMainWindow : public QObject
 {
@@ -15,23 +16,21 @@ private slots:
         QCOMPARE(window.windowTitle(), "Corvin4 Manager"_s);
         QVERIFY(!window.windowIcon().isNull());
         QCOMPARE(textOf(window, "labelRelease"), "Release 3.0"_s);
-
+        QCOMPARE(textOf(window, "labelRelease"), QStringLiteral("Release " CORVIN_VERSION));
         const auto *stop = button(window, "pushButtonStop");
         QCOMPARE(stop->text(), "STOP"_s);
         QCOMPARE(stop->styleSheet(), "background-color: rgb(51, 51, 51);\ncolor: rgb(249,191,0);"_s);
-
         const auto *about = button(window, "pushButtonAboutQT");
         QCOMPARE(about->text(), "About"_s);
         QCOMPARE(about->styleSheet(), "/* background-color: rgb(51, 51, 51); */\n/* color: rgb(249,191,0); */\n"
                                       "background-color: rgb(0, 0, 0, 0);\ncolor: rgb(51, 51, 51);"_s);
         // A button that is not flat is painted black by this style.
         QVERIFY(about->isFlat());
-
         const auto *action = child<QLabel>(window, "labelAction");
         QCOMPARE(action->text(), QString());
         QCOMPARE(action->styleSheet(), "color: rgb(0,0,0);background-color: rgba(0, 0, 0,0%);"_s);
         QVERIFY(action->wordWrap());
-
+        QCOMPARE(action->textFormat(), Qt::PlainText); // a status text is never taken for markup
         const auto *bar = child<QProgressBar>(window, "progressBar");
         QCOMPARE(bar->format(), "%p%"_s);
         QCOMPARE(bar->minimum(), 0);
@@ -39,16 +38,10 @@ private slots:
         QCOMPARE(bar->value(), 0);
         QCOMPARE(bar->styleSheet(), "QProgressBar {border: 2px solid grey;border-radius: 5px;text-align: center;}"
                                     "QProgressBar::chunk {background-color: #f9bf00;width: 20px;}"_s);
-
         const auto *language = button(window, "pButLang");
         QCOMPARE(language->text(), "IT"_s);
         QCOMPARE(language->styleSheet(), "* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
                                          "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
-    }
-
-    void releaseAgreesWithTheVersionOfTheProject() {
-        const MainWindow window;
-        QCOMPARE(textOf(window, "labelRelease"), QStringLiteral("Release " CORVIN_VERSION));
     }
 
     void widgetsHaveTheSharedFonts() {
@@ -135,17 +128,11 @@ private slots:
         QCOMPARE(pageOf<Ottimizza>(window)->geometry(), frame->rect());
     }
 
-    void openingHeightLeavesRoomForTheFrame_data() {
-        columns<int, int, int>("wanted", "available", "height");
-        row("lower", 820, 1040, 820);
-        row("as high", 820, 820, 820);
-        row("one pixel higher", 821, 820, 770);
-        row("much higher", 2000, 728, 678);
-    }
     void openingHeightLeavesRoomForTheFrame() {
-        QFETCH(int, wanted);
-        QFETCH(int, available);
-        QTEST(MainWindow::openingHeight(wanted, available), "height");
+        same("lower", MainWindow::openingHeight(820, 1040), 820);
+        same("as high", MainWindow::openingHeight(820, 820), 820);
+        same("one pixel higher", MainWindow::openingHeight(821, 820), 770);
+        same("much higher", MainWindow::openingHeight(2000, 728), 678);
     }
 
     void windowTallerThanTheScreenOpensShorter() {
@@ -215,11 +202,6 @@ private slots:
         window.on_updateLabelAction("una cartella/"_s.repeated(100));
         QCoreApplication::processEvents();
         QCOMPARE(window.size(), before);
-    }
-
-    void statusTextIsNeverTakenForMarkup() {
-        const MainWindow window;
-        QCOMPARE(child<QLabel>(window, "labelAction")->textFormat(), Qt::PlainText);
     }
 };
 

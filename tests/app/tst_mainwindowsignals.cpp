@@ -3,8 +3,6 @@
 
 // Every signal of every page has its effect in the window: each is emitted by name on the real page.
 
-namespace {
-
 /// The main window with its parts; the pages bear the names of their classes.
 struct Window : MainWindow
 {
@@ -30,8 +28,6 @@ struct Window : MainWindow
             failTest(name + " has no such signal "_s + QLatin1String(signal));
     }
 };
-
-} // namespace
 
 class TestMainWindowSignals : public QObject
 {
@@ -105,12 +101,11 @@ private slots:
 
     void increaseAddsOne() {
         const Window window;
-        window.emitOn("Transfer"_s, "updateProgressBarVal", 41);
-        window.emitOn("Transfer"_s, "increaseProgressBarVal");
-        QCOMPARE(window.bar->value(), 42);
-        window.emitOn("Transfer"_s, "updateProgressBarVal", 100);
-        window.emitOn("Transfer"_s, "increaseProgressBarVal");
-        QCOMPARE(window.bar->value(), 100);
+        for (const int before : {41, 100}) {
+            window.emitOn("Transfer"_s, "updateProgressBarVal", before);
+            window.emitOn("Transfer"_s, "increaseProgressBarVal");
+            QCOMPARE(window.bar->value(), before == 41 ? 42 : 100);
+        }
     }
 
     void barIsPaintedAgainAfterManyIncreases() {
@@ -123,10 +118,9 @@ private slots:
 
     void showingTheBarResetsAndShowsAllThree_data() {
         columns<QString, bool>("page", "visible");
-        for (const QString &page : pages) {
-            row(qPrintable(page + " shows"_s), page, true);
-            row(qPrintable(page + " hides"_s), page, false);
-        }
+        for (const QString &page : pages)
+            for (const bool visible : {true, false})
+                QTest::addRow("%s %d", qPrintable(page), int(visible)) << page << visible;
     }
     void showingTheBarResetsAndShowsAllThree() {
         QFETCH(QString, page);
@@ -146,33 +140,22 @@ private slots:
         QCOMPARE(window.action->text(), QString());
     }
 
-    void stopIsShownAlone_data() {
-        columns<QString>("page");
-        row("Check", "Check"_s);
-        row("Transfer", "Transfer"_s);
-    }
     void stopIsShownAlone() {
-        QFETCH(QString, page);
-        Window window;
-        window.emitOn(page, "setPushButtonStopVisible", true);
-        QVERIFY(!window.stop->isHidden());
-        QVERIFY(window.bar->isHidden());
-        window.on_setProgressBarVisible(true);
-        window.emitOn(page, "setPushButtonStopVisible", false);
-        QVERIFY(window.stop->isHidden());
-        QVERIFY(!window.bar->isHidden());
+        for (const QString &page : words("Check Transfer")) {
+            Window window;
+            window.emitOn(page, "setPushButtonStopVisible", true);
+            QVERIFY2(!window.stop->isHidden() && window.bar->isHidden(), qPrintable(page));
+            window.on_setProgressBarVisible(true);
+            window.emitOn(page, "setPushButtonStopVisible", false);
+            QVERIFY2(window.stop->isHidden() && !window.bar->isHidden(), qPrintable(page));
+        }
     }
 
-    void statusTextIsLogged() {
+    void statusTextIsLoggedThoughTheBarClearsIt() {
         const Window window;
         const LogCapture log;
         window.emitOn("Ottimizza"_s, "updateLabelAction", "Città"_s);
         QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_updateLabelAction : \"Città\""_s));
-    }
-
-    void statusTextBeforeTheBarIsLoggedThoughItIsCleared() {
-        const Window window;
-        const LogCapture log;
         window.emitOn("Check"_s, "updateLabelAction", "CONTROLLO"_s);
         window.emitOn("Check"_s, "setProgressBarVisible", true);
         QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_updateLabelAction : \"CONTROLLO\""_s));

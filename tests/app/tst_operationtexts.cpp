@@ -1,5 +1,6 @@
 #include "italianwindow.h"
 #include "support/boxtexts.h"
+#include "support/same.h"
 
 #include <limits>
 
@@ -15,7 +16,7 @@ class TestOperationTexts : public QObject
 private slots:
     void initTestCase() { startInItalian(); }
 
-    void numberedText_data() {
+    void numberedText() {
         const QStringList texts = {
             "Azzeramento HD Corvin4"_s,
             "ATTENZIONE!\nOgni contenuto presente nell' HD verrà cancellato!\nContinuare?"_s,
@@ -45,26 +46,14 @@ private slots:
             "Fine operazioni"_s,
             "Aggiornamento scaricato."_s + Texts::kSwitchOff,
         };
-        columns<int, QString>("number", "text");
-        for (int i = 0; i < texts.size(); ++i)
-            row(qPrintable(QString::number(i)), i, texts.at(i));
         QCOMPARE(texts.size(), 27);
-    }
-    void numberedText() {
-        QFETCH(int, number);
-        QTEST(textOfNumber(number), "text");
+        for (int i = 0; i < texts.size(); ++i)
+            same(qPrintable(QString::number(i)), textOfNumber(i), texts.at(i));
     }
 
-    void numberOutsideTheTableGivesQuestionMarks_data() {
-        columns<int>("number");
-        row("one below", -1);
-        row("one above", 27);
-        row("least", std::numeric_limits<int>::min());
-        row("greatest", std::numeric_limits<int>::max());
-    }
     void numberOutsideTheTableGivesQuestionMarks() {
-        QFETCH(int, number);
-        QCOMPARE(textOfNumber(number), "???"_s);
+        for (const int number : {-1, 27, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
+            same(qPrintable(QString::number(number)), textOfNumber(number), "???"_s);
     }
 };
 

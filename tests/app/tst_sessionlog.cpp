@@ -4,12 +4,10 @@
 #include "disk/waitms.h"
 #include "support/platform.h"
 
-namespace {
-
 constexpr QtMsgType kUnknownType = static_cast<QtMsgType>(7);
 const QString kExecutable = "tst_sessionlog"_s;
 
-void sayEveryLevel() {
+static void sayEveryLevel() {
     qDebug() << "a debug text";
     qInfo() << "an info text";
     qWarning() << "a warning text";
@@ -21,7 +19,7 @@ void sayEveryLevel() {
             << "perché"_s;
 }
 
-void sayLate() {
+static void sayLate() {
     QDebug message = qInfo();
     message << "composed at" << QDateTime::currentDateTime().toString("hh:mm:ss.zzz"_s);
     waitMs(300);
@@ -29,7 +27,7 @@ void sayLate() {
 }
 
 /// What the child process does. Returns its exit code.
-int runSession(const QString &what, int argc, char **argv) {
+static int runSession(const QString &what, int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     qInfo() << "before the session";
     startSessionLog();
@@ -44,8 +42,6 @@ int runSession(const QString &what, int argc, char **argv) {
     qInfo() << "last line of the session";
     return 0;
 }
-
-} // namespace
 
 class TestSessionLog : public QObject
 {
@@ -88,19 +84,14 @@ private slots:
         QCOMPARE(child.exitCode, 0);
     }
 
-    void fileIsNamedAfterTheDayAndTheFolderAfterTheExecutable() {
+    void missingFolderIsMadeNamedAfterTheExecutableAndItsFileAfterTheDay() {
+        QVERIFY(!QFileInfo::exists(QFileInfo(logPath()).path()));
         runSession("nothing");
         const QFileInfo log(logPath());
         QCOMPARE(filesBelow(log.path()), QStringList(log.fileName()));
 #ifdef Q_OS_UNIX
         QCOMPARE(entriesBelow(dataHome), QStringList({kExecutable, kExecutable + QLatin1Char('/') + log.fileName()}));
 #endif
-    }
-
-    void missingFolderIsMade() {
-        QVERIFY(!QFileInfo::exists(QFileInfo(logPath()).path()));
-        runSession("nothing");
-        QVERIFY(QFileInfo::exists(logPath()));
     }
 
     void onlyTheLastFolderIsMade() {
@@ -139,16 +130,7 @@ private slots:
         expected += {"CRT a critical text"_s, "FTL a fatal text"_s, "a text of no level"_s};
         expected += {"INF "_s, "INF Città : \"perché\""_s};
         QCOMPARE(texts().mid(5, expected.size()), expected);
-    }
-
-    void emptyMessageLeavesStampAndTag() {
-        runSession("levels");
-        const QRegularExpression emptyLine("^\\[\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] INF $"_s);
-        QCOMPARE(logLines(logPath()).filter(emptyLine).size(), 1);
-    }
-
-    void textIsWrittenInTheSystemsEncoding() {
-        runSession("levels");
+        // The text is written in the system's encoding.
         QVERIFY(contentOf(logPath()).contains("Città"_s.toLocal8Bit()));
     }
 
@@ -184,12 +166,14 @@ private slots:
         QVERIFY2(between >= 300 && between < 60000, qPrintable(QString::number(between)));
     }
 
-    void everyLineHasAStampWithMilliseconds() {
+    void everyLineHasAStampWithMillisecondsTheEmptyOneToo() {
         runSession("levels");
         const QStringList lines = logLines(logPath());
         QCOMPARE(lines.size(), 14);
         const QRegularExpression stamp("^\\[\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] "_s);
         QCOMPARE(lines.filter(stamp), lines);
+        const QRegularExpression emptyMessage(stamp.pattern() + "INF $"_s);
+        QCOMPARE(lines.filter(emptyMessage).size(), 1);
     }
 
     void fatalMessageIsWrittenBeforeTheEnd() {
@@ -200,13 +184,10 @@ private slots:
     }
 
     void messageBeforeTheSessionIsNotInTheFile() {
+        QVERIFY(sessionLogPath().isEmpty());
         runSession("nothing");
         QVERIFY(child.console.contains("before the session"_s));
         QVERIFY(!texts().contains("INF before the session"_s));
-    }
-
-    void pathIsEmptyBeforeTheSession() {
-        QVERIFY(sessionLogPath().isEmpty());
     }
 };
 

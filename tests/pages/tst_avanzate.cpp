@@ -3,10 +3,8 @@
 #include "menupagetest.h"
 #include "support/pictures.h"
 
-namespace {
 const QString kStart = "Avanzate : START "_s;
 const QString kEnd = "Avanzate : END "_s;
-} // namespace
 
 class TestAvanzate : public MenuPageTest
 {
@@ -52,9 +50,8 @@ private slots:
             connect(&page, operation, back,
                     [back] { qInfo("INDIETRO %s", back->isEnabled() ? "enabled" : "disabled"); });
         click(page, button.constData());
-        const QStringList expected = {"log "_s + kStart + signal, signal, "log INDIETRO disabled"_s,
-                                      "log "_s + kEnd + signal};
-        QCOMPARE(ownLines(recorder), expected);
+        QCOMPARE(ownLines(recorder), QStringList({"log "_s + kStart + signal, signal, "log INDIETRO disabled"_s,
+                                                  "log "_s + kEnd + signal}));
         QVERIFY(back->isEnabled());
         QVERIFY(recorder.log().contains(QtInfoMsg, kStart + signal));
         QVERIFY(recorder.log().contains(QtInfoMsg, kEnd + signal));

@@ -7,8 +7,7 @@
 #include "support/languages.h"
 #include "support/ownlines.h"
 #include "support/pagetest.h"
-
-namespace {
+#include "support/same.h"
 
 const QString kDone = "CONTROLLO SOFTWARE COMPLETATO"_s;
 const QString kProblem = "Problema rilevato durante il controllo del sistema operativo !!!"_s;
@@ -47,15 +46,13 @@ const QStringList kTextsAndButton = words("label_titolo label_descr pushButton")
 const QStringList kSystemFiles = words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe");
 
 /// All that a check emits up to the look at the files, and then this.
-QStringList sweepAnd(const QStringList &rest) {
-    QStringList lines = {"label CONTROLLO INTEGRITA' SOFTWARE ..."_s, "min 0"_s};
-    lines += {"max 100"_s, "value 0"_s, "visible 1"_s, "stop 0"_s};
+static QStringList sweepAnd(const QStringList &rest) {
+    QStringList lines =
+        "label CONTROLLO INTEGRITA' SOFTWARE ...|min 0|max 100|value 0|visible 1|stop 0"_s.split(QLatin1Char('|'));
     for (int value = 0; value <= 100; ++value)
         lines.append("value %1"_s.arg(value));
     return lines + QStringList("visible 0"_s) + rest;
 }
-
-} // namespace
 
 class TestCheck : public QObject
 {
@@ -183,18 +180,14 @@ private slots:
         QCOMPARE(page.lines().last(), "checkDone"_s);
     }
 
-    void emptyOrMissingRootLeadsToTheQuestion_data() {
-        columns<bool>("exists");
-        row("empty", true);
-        row("missing", false);
-    }
     void emptyOrMissingRootLeadsToTheQuestion() {
-        QFETCH(bool, exists);
         const SimulatedPlayer player;
-        BoxAnswerer boxes;
-        boxes.answer(Titles::kSystemMissing, Buttons::kNo);
-        Check().runCheck(exists ? player.root() : "/no/such/folder/"_s);
-        QCOMPARE(boxes.pending(), 0);
+        for (const QString &root : {player.root(), "/no/such/folder/"_s}) {
+            BoxAnswerer boxes;
+            boxes.answer(Titles::kSystemMissing, Buttons::kNo);
+            Check().runCheck(root);
+            same(qPrintable(root), boxes.pending(), 0);
+        }
     }
 
     void secondCheckStartsFromTheBeginning() {
@@ -225,7 +218,6 @@ private slots:
         QVERIFY(page.hasPicture());
         QCOMPARE(page.parts(), kTextsAndButton);
         page.remove(words("AUTOEXEC.BAT"));
-
         BoxAnswerer boxes;
         boxes.answer("Fehlende Systemdateien"_s, "Ja"_s);
         bool looked = false;
@@ -241,20 +233,16 @@ private slots:
         QVERIFY(looked);
     }
 
-    void textsFitInEveryLanguage_data() {
-        columns<QString>("code");
-        for (const char *code : {"it", "en", "de"})
-            row(code, QString::fromLatin1(code));
-    }
     void textsFitInEveryLanguage() {
-        QFETCH(QString, code);
-        ShownCheck page;
-        const Language language(code);
-        page.run();
-        QCoreApplication::processEvents();
-        QVERIFY(allButtonsShowTheirWholeText(page));
-        const auto *title = child<QLabel>(page, "label_titolo");
-        QVERIFY(title->height() >= title->heightForWidth(title->width()));
+        for (const QString &code : words("it en de")) {
+            ShownCheck page;
+            const Language language(code);
+            page.run();
+            QCoreApplication::processEvents();
+            QVERIFY2(allButtonsShowTheirWholeText(page), qPrintable(code));
+            const auto *title = child<QLabel>(page, "label_titolo");
+            QVERIFY2(title->height() >= title->heightForWidth(title->width()), qPrintable(code));
+        }
     }
 };
 

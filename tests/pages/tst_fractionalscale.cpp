@@ -3,9 +3,7 @@
 #include "support/intactplayer.h"
 #include "support/pagetest.h"
 
-namespace {
 constexpr double kScale = 1.25;
-} // namespace
 
 /// The pages on a screen that is scaled by a quarter, as most notebooks are.
 class TestFractionalScale : public QObject

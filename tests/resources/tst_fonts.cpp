@@ -1,19 +1,17 @@
 #include "app/shared/sharedfonts.h"
 #include "resources/resources.h"
-#include "support/testing.h"
-
-namespace {
+#include "support/same.h"
 
 constexpr qreal kPixels = 24;
 
 /// The table of a font file that holds its checksum and its dates: no two files share it.
-QByteArray fingerprintOf(const QRawFont &font) {
+static QByteArray fingerprintOf(const QRawFont &font) {
     return font.fontTable("head");
 }
 
 /// Name of the embedded file that really draws @p font; empty when none does. Qt's own family name would not do: it
 /// repeats what was asked for.
-QString fileOf(const QFont &font) {
+static QString fileOf(const QFont &font) {
     const QByteArray wanted = fingerprintOf(QRawFont::fromFont(font));
     const QStringList names = QDir(":/fonts/"_s).entryList(QDir::Files);
     for (const QString &name : names) {
@@ -24,15 +22,13 @@ QString fileOf(const QFont &font) {
 }
 
 /// The families of the font database without the generic names that Qt lists even where nothing stands behind them.
-QStringList realFamilies() {
+static QStringList realFamilies() {
     QStringList families = QFontDatabase().families();
     for (const char *generic : {"Monospace", "Sans Serif", "Serif"})
         families.removeAll(QString::fromLatin1(generic));
     families.sort();
     return families;
 }
-
-} // namespace
 
 /// The embedded fonts on a machine that has no fonts at all: what is found can only come out of the program.
 class TestFonts : public QObject
@@ -54,22 +50,15 @@ private slots:
         QCOMPARE(names, words("BebasNeue.otf helr45w.ttf helr75w.ttf"));
     }
 
-    void sharedFontIsDrawnByItsEmbeddedFile_data() {
-        const SharedFonts &fonts = sharedFonts();
-        columns<QFont, QString, QString>("font", "resolved", "file");
-        row("fontText10", fonts.fontText10, "Liberation Sans"_s, "helr45w.ttf"_s);
-        row("fontText10Bold", fonts.fontText10Bold, "Liberation Sans"_s, "helr75w.ttf"_s);
-        row("fontText11", fonts.fontText11, "Liberation Sans"_s, "helr45w.ttf"_s);
-        row("fontText11Bold", fonts.fontText11Bold, "Liberation Sans"_s, "helr75w.ttf"_s);
-        row("fontText13", fonts.fontText13, "Liberation Sans"_s, "helr45w.ttf"_s);
-        row("fontTitle14", fonts.fontTitle14, "Bebas Neue"_s, "BebasNeue.otf"_s);
-        row("fontTitle18", fonts.fontTitle18, "Bebas Neue"_s, "BebasNeue.otf"_s);
-        row("fontTitle22", fonts.fontTitle22, "Bebas Neue"_s, "BebasNeue.otf"_s);
-    }
     void sharedFontIsDrawnByItsEmbeddedFile() {
-        QFETCH(QFont, font);
-        QTEST(QFontInfo(font).family(), "resolved");
-        QTEST(fileOf(font), "file");
+        const SharedFonts &fonts = sharedFonts();
+        const auto drawn = [](const QFont &font) { return QFontInfo(font).family() + ", "_s + fileOf(font); };
+        for (const QFont &font : {fonts.fontText10, fonts.fontText11, fonts.fontText13})
+            same(qPrintable(font.toString()), drawn(font), "Liberation Sans, helr45w.ttf"_s);
+        for (const QFont &font : {fonts.fontText10Bold, fonts.fontText11Bold})
+            same(qPrintable(font.toString()), drawn(font), "Liberation Sans, helr75w.ttf"_s);
+        for (const QFont &font : {fonts.fontTitle14, fonts.fontTitle18, fonts.fontTitle22})
+            same(qPrintable(font.toString()), drawn(font), "Bebas Neue, BebasNeue.otf"_s);
     }
 
     void titleFontHasTheCapitalsOfAllLanguages() {

@@ -3,13 +3,11 @@
 
 #include <cstdlib>
 
-namespace {
-
 const QColor kAmber(249, 191, 0);
 const QString kFolder = ":/imgs/"_s;
 
 /// The picture of this file name, one point for each of its pixels.
-QImage picture(const QString &name) {
+static QImage picture(const QString &name) {
     QImage image = QImage(kFolder + name).convertToFormat(QImage::Format_ARGB32);
     // Qt reads a ratio of 2 out of the name "...@2x", and would then draw the picture half as large.
     image.setDevicePixelRatio(1);
@@ -17,7 +15,7 @@ QImage picture(const QString &name) {
 }
 
 /// The picture as it looks on @p ground.
-QImage on(const QColor &ground, const QImage &image) {
+static QImage on(const QColor &ground, const QImage &image) {
     QImage result(image.size(), QImage::Format_ARGB32);
     result.fill(ground);
     QPainter painter(&result);
@@ -25,13 +23,13 @@ QImage on(const QColor &ground, const QImage &image) {
     return result;
 }
 
-bool isNear(const QColor &colour, const QColor &wanted, int distance) {
+static bool isNear(const QColor &colour, const QColor &wanted, int distance) {
     return std::abs(colour.red() - wanted.red()) <= distance && std::abs(colour.green() - wanted.green()) <= distance &&
            std::abs(colour.blue() - wanted.blue()) <= distance;
 }
 
 /// Size of what is drawn on a white ground.
-QSize inkOf(const QImage &image) {
+static QSize inkOf(const QImage &image) {
     QRect ink;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
@@ -41,15 +39,13 @@ QSize inkOf(const QImage &image) {
 }
 
 /// Mean difference of grey between two pictures of the same size.
-double difference(const QImage &left, const QImage &right) {
+static double difference(const QImage &left, const QImage &right) {
     double sum = 0;
     for (int y = 0; y < left.height(); ++y)
         for (int x = 0; x < left.width(); ++x)
             sum += std::abs(qGray(left.pixel(x, y)) - qGray(right.pixel(x, y)));
     return sum / (left.width() * left.height());
 }
-
-} // namespace
 
 class TestResources : public QObject
 {
@@ -87,18 +83,14 @@ private slots:
         QVERIFY(solid > size.width() * size.height() / 4);
     }
 
-    void highResolutionPictureIsTheSameTwiceAsLarge_data() {
-        columns<QString>("name");
-        for (const char *name : {"ok", "ko", "collega", "chiudi", "corvin88x60"})
-            row(name, QString::fromLatin1(name));
-    }
     void highResolutionPictureIsTheSameTwiceAsLarge() {
-        QFETCH(QString, name);
-        const QImage small = picture(name + ".png"_s);
-        const QImage large = picture(name + "@2x.png"_s);
-        QCOMPARE(large.size(), small.size() * 2);
-        const QImage shrunk = large.scaled(small.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        QVERIFY(difference(on(Qt::white, small), on(Qt::white, shrunk)) < 4);
+        for (const QString &name : words("ok ko collega chiudi corvin88x60")) {
+            const QImage small = picture(name + ".png"_s);
+            const QImage large = picture(name + "@2x.png"_s);
+            QVERIFY2(large.size() == small.size() * 2, qPrintable(name));
+            const QImage shrunk = large.scaled(small.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            QVERIFY2(difference(on(Qt::white, small), on(Qt::white, shrunk)) < 4, qPrintable(name));
+        }
     }
 
     void everyDrawingHasItsPicture() {

@@ -1,15 +1,6 @@
 #pragma once
 
-#include "support/testing.h"
-
-/// A table of cases whose rows hold what came out and what should have; compareRow() is the body of its test.
-template <typename T> void outcomes() {
-    columns<T, T>("actual", "expected");
-}
-template <typename T> void compareRow() {
-    QFETCH(T, actual);
-    QTEST(actual, "expected");
-}
+#include "support/same.h"
 
 /// "a\0b"_b are these three bytes.
 inline QByteArray operator""_b(const char *text, size_t size) {

@@ -10,21 +10,19 @@ class TestByteView : public QObject
     Q_OBJECT
 
 private slots:
-    void onlyBytesThatExistAreRead_data() {
-        outcomes<QByteArray>();
+    void onlyBytesThatExistAreRead() {
         const qint64 most = std::numeric_limits<qint64>::max();
-        row("inside", ByteView::bytesAt("abcd", 1, 2), "bc"_b);
-        row("all", ByteView::bytesAt("abcd", 0, 4), "abcd"_b);
-        row("past the end", ByteView::bytesAt("abcd", 2, 9), "cd"_b);
-        row("huge count", ByteView::bytesAt("abcd", 1, most), "bcd"_b);
-        row("nothing", ByteView::bytesAt("abcd", 1, 0), ""_b);
-        row("negative count", ByteView::bytesAt("abcd", 1, -1), ""_b);
-        row("most negative count", ByteView::bytesAt("abcd", 1, -most - 1), ""_b);
-        row("at the end", ByteView::bytesAt("abcd", 4, 1), ""_b);
-        row("huge offset", ByteView::bytesAt("abcd", most, most), ""_b);
-        row("negative offset", ByteView::bytesAt("abcd", -1, 3), ""_b);
+        same("inside", ByteView::bytesAt("abcd", 1, 2), "bc"_b);
+        same("all", ByteView::bytesAt("abcd", 0, 4), "abcd"_b);
+        same("past the end", ByteView::bytesAt("abcd", 2, 9), "cd"_b);
+        same("huge count", ByteView::bytesAt("abcd", 1, most), "bcd"_b);
+        same("nothing", ByteView::bytesAt("abcd", 1, 0), ""_b);
+        same("negative count", ByteView::bytesAt("abcd", 1, -1), ""_b);
+        same("most negative count", ByteView::bytesAt("abcd", 1, -most - 1), ""_b);
+        same("at the end", ByteView::bytesAt("abcd", 4, 1), ""_b);
+        same("huge offset", ByteView::bytesAt("abcd", most, most), ""_b);
+        same("negative offset", ByteView::bytesAt("abcd", -1, 3), ""_b);
     }
-    void onlyBytesThatExistAreRead() { compareRow<QByteArray>(); }
 
     void missingByteReadsAsZero() {
         QCOMPARE(ByteView::byteAt("\xFE", 0), quint8(0xFE));

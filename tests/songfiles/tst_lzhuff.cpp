@@ -8,8 +8,6 @@
 
 using namespace LzHuffSamples;
 
-namespace {
-
 const int kLookAhead = 29;
 
 /// Reaches the core whose longest match is a parameter.
@@ -21,13 +19,13 @@ public:
     using LzHuff::kMostLookAhead;
 };
 
-QByteArray compressed(const QByteArray &bytes) {
+static QByteArray compressed(const QByteArray &bytes) {
     QByteArray packed("left over");
     LzHuff().compress(bytes, packed);
     return packed;
 }
 
-quint16 crc16(const QByteArray &bytes) {
+static quint16 crc16(const QByteArray &bytes) {
     unsigned crc = 0;
     for (const char byte : bytes) {
         crc ^= static_cast<quint8>(byte);
@@ -38,7 +36,7 @@ quint16 crc16(const QByteArray &bytes) {
 }
 
 /// The log lines with which a stream is refused.
-QStringList refused(const QByteArray &input) {
+static QStringList refused(const QByteArray &input) {
     const LogCapture log;
     QByteArray plain("left over");
     if (LzHuff().expand(input, plain) || !plain.isEmpty())
@@ -48,7 +46,7 @@ QStringList refused(const QByteArray &input) {
 }
 
 /// An LHA archive of one file "song", its header of level 0.
-QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain) {
+static QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain) {
     const QByteArray dateAttributeAndLevel = "000021502000"_hex;
     const QByteArray header = "-lh1-" + littleEndian(unsigned(packed.size())) + littleEndian(unsigned(plain.size())) +
                               dateAttributeAndLevel + "\4song" + littleEndian(crc16(plain), 2);
@@ -59,7 +57,7 @@ QByteArray lhaArchive(const QByteArray &packed, const QByteArray &plain) {
 }
 
 /// Length of the longest earlier text in the window that equals the one at @p at, found by trying all.
-int longestMatch(const QByteArray &withBlanks, int blanks, int at) {
+static int longestMatch(const QByteArray &withBlanks, int blanks, int at) {
     int longest = 0;
     for (int from = qMax(blanks - kLookAhead, at - blanks); from < at; ++from) {
         int same = 0;
@@ -70,8 +68,6 @@ int longestMatch(const QByteArray &withBlanks, int blanks, int at) {
     }
     return longest;
 }
-
-} // namespace
 
 class TestLzHuff : public QObject
 {
@@ -84,26 +80,23 @@ private slots:
         QCOMPARE(compressed("A"), "010000000b"_hex);
         // A match of three blanks: code 11001010, upper position 000, lower position 000000.
         QCOMPARE(compressed("   "), "03000000ca0000"_hex);
+        QCOMPARE(compressed(""), "\0\0\0\0"_b); // its size alone
     }
 
-    void emptyInputCompressesToItsSizeAlone() { QCOMPARE(compressed(""), "\0\0\0\0"_b); }
-
-    void emptyOrTooLargeSizeIsRefusedWithItsLines_data() {
-        outcomes<QStringList>();
+    void emptyOrTooLargeSizeIsRefusedWithItsLines() {
         const QString ruler = QString(69, QLatin1Char('='));
         const QString warning = "WARNING: skipping file, compressed stream corrupted/wrong size !!!"_s;
         const auto tooLarge = [ruler, warning](const QString &size) {
             return QStringList({ruler, warning, "Text size:  "_s + size, ruler, "Expand: ERROR"_s});
         };
-        row("zero", refused("\0\0\0\0"_b), QStringList());
-        row("zero and more", refused("\0\0\0\0more"_b), QStringList());
-        row("empty input", refused(""), tooLarge("4294967295"_s));
-        row("one byte of the size", refused("\1"), tooLarge("4294967041"_s));
-        row("three bytes of the size", refused("\1\0\0"_b), tooLarge("4278190081"_s));
-        row("one byte too many", refused(littleEndian(500001) + "data"), tooLarge("500001"_s));
-        row("as large as can be", refused(littleEndian(0xFFFFFFFF)), tooLarge("4294967295"_s));
+        same("zero", refused("\0\0\0\0"_b), QStringList());
+        same("zero and more", refused("\0\0\0\0more"_b), QStringList());
+        same("empty input", refused(""), tooLarge("4294967295"_s));
+        same("one byte of the size", refused("\1"), tooLarge("4294967041"_s));
+        same("three bytes of the size", refused("\1\0\0"_b), tooLarge("4278190081"_s));
+        same("one byte too many", refused(littleEndian(500001) + "data"), tooLarge("500001"_s));
+        same("as large as can be", refused(littleEndian(0xFFFFFFFF)), tooLarge("4294967295"_s));
     }
-    void emptyOrTooLargeSizeIsRefusedWithItsLines() { compareRow<QStringList>(); }
 
     void largestSizeExpands() {
         QByteArray packed = compressed(QByteArray(kLargest, 'z'));
@@ -124,32 +117,28 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, "Compress:  1  -->  5"_s));
     }
 
-    void positionCodesFollowTheirLengths_data() {
-        columns<int, int, int>("upper", "code", "length");
-        row("only one of 3 bits", 0, 0x00, 3);
-        row("first of 4 bits", 1, 0x20, 4);
-        row("last of 4 bits", 3, 0x40, 4);
-        row("first of 5 bits", 4, 0x50, 5);
-        row("last of 5 bits", 11, 0x88, 5);
-        row("first of 6 bits", 12, 0x90, 6);
-        row("last of 6 bits", 23, 0xBC, 6);
-        row("first of 7 bits", 24, 0xC0, 7);
-        row("last of 7 bits", 47, 0xEE, 7);
-        row("first of 8 bits", 48, 0xF0, 8);
-        row("last of 8 bits", 63, 0xFF, 8);
-    }
     void positionCodesFollowTheirLengths() {
-        QFETCH(int, upper);
-        QFETCH(int, code);
-        QFETCH(int, length);
         const PositionCodes codes;
-        QCOMPARE(int(codes.code.at(std::size_t(upper))), code);
-        QCOMPARE(int(codes.length.at(std::size_t(upper))), length);
-        const int lastByte = code + (1 << (8 - length)) - 1;
-        for (const int byte : {code, lastByte}) {
-            QCOMPARE(int(codes.decodedUpper.at(std::size_t(byte))), upper);
-            QCOMPARE(int(codes.decodedLength.at(std::size_t(byte))), length);
-        }
+        const auto check = [&codes](const char *name, int upper, int code, int length) {
+            same(name, int(codes.code.at(std::size_t(upper))), code);
+            same(name, int(codes.length.at(std::size_t(upper))), length);
+            const int lastByte = code + (1 << (8 - length)) - 1;
+            for (const int byte : {code, lastByte}) {
+                same(name, int(codes.decodedUpper.at(std::size_t(byte))), upper);
+                same(name, int(codes.decodedLength.at(std::size_t(byte))), length);
+            }
+        };
+        check("only one of 3 bits", 0, 0x00, 3);
+        check("first of 4 bits", 1, 0x20, 4);
+        check("last of 4 bits", 3, 0x40, 4);
+        check("first of 5 bits", 4, 0x50, 5);
+        check("last of 5 bits", 11, 0x88, 5);
+        check("first of 6 bits", 12, 0x90, 6);
+        check("last of 6 bits", 23, 0xBC, 6);
+        check("first of 7 bits", 24, 0xC0, 7);
+        check("last of 7 bits", 47, 0xEE, 7);
+        check("first of 8 bits", 48, 0xF0, 8);
+        check("last of 8 bits", 63, 0xFF, 8);
     }
 
     void whatIsCompressedExpandsToTheSameBytes_data() {

@@ -8,20 +8,20 @@ class TestMetaSongSet : public QObject
 {
     Q_OBJECT
 private slots:
-    void callIsLogged_data() { addKinds(); }
     void callIsLogged() {
-        QFETCH(int, kind);
-        SongOnDisk file("song.mp3"_s, make(kind, SongInfo()));
-        LogCapture log;
-        file.song.setSongInfo(otherInfo(), true);
-        file.song.setSongInfo(otherInfo(), false);
-        QCOMPARE(log.texts(), QStringList({"[MetaSong] setSongInfo, manual:  true"_s, QString(),
-                                           "[MetaSong] setSongInfo, manual:  false"_s, QString()}));
-        QCOMPARE(log.lines().constFirst().type, QtDebugMsg);
+        for (const int kind : {Midi, Mf3, Mf4, Mf5, Mp3}) {
+            SongOnDisk file("song.mp3"_s, make(kind, SongInfo()));
+            LogCapture log;
+            file.song.setSongInfo(otherInfo(), true);
+            file.song.setSongInfo(otherInfo(), false);
+            same(kKindNames[kind], log.texts(),
+                 QStringList({"[MetaSong] setSongInfo, manual:  true"_s, QString(),
+                              "[MetaSong] setSongInfo, manual:  false"_s, QString()}));
+            QCOMPARE(log.lines().constFirst().type, QtDebugMsg);
+        }
     }
 
-    void manualReplacesAndAutomaticFillsIn_data() {
-        outcomes<QStringList>();
+    void manualReplacesAndAutomaticFillsIn() {
         SongInfo replaced = otherInfo();
         replaced.markers = fullInfo().markers; // they are no matter of the call when it is manual
         SongInfo filled = otherInfo();
@@ -35,8 +35,8 @@ private slots:
                                     SongInfo expected) {
                 if (kind == Mp3)
                     expected.markers.clear();
-                QTest::addRow("%s, %s", kKindNames[kind], name)
-                    << fieldsOf(changed(make(kind, song), change, manual)) << fieldsOf(expected);
+                same(qPrintable("%1, %2"_s.arg(QLatin1String(kKindNames[kind]), QLatin1String(name))),
+                     fieldsOf(changed(make(kind, song), change, manual)), fieldsOf(expected));
             };
             add("manual replaces every field", fullInfo(), otherInfo(), true, replaced);
             add("automatic fills an empty song", SongInfo(), otherInfo(), false, filled);
@@ -50,53 +50,51 @@ private slots:
             add("automatic needs the maker's mark for numbers and key", SongInfo(), unmarked, false, textsAlone);
         }
     }
-    void manualReplacesAndAutomaticFillsIn() { compareRow<QStringList>(); }
 
-    void automaticDoesNotWriteNegativeNumbers_data() { addKinds(); }
     void automaticDoesNotWriteNegativeNumbers() {
-        QFETCH(int, kind);
         SongInfo change = otherInfo();
         change.length = -1;
         change.userBpm = -1;
-        SongOnDisk file("song.mp3"_s, make(kind, SongInfo()));
-        file.song.setSongInfo(change, false);
-        // A number that was not written leaves room for one that comes later.
-        file.song.setSongInfo(otherInfo(), false);
-        QCOMPARE(file.info().length, 90);
-        QCOMPARE(file.info().userBpm, 77);
+        for (const int kind : {Midi, Mf3, Mf4, Mf5, Mp3}) {
+            SongOnDisk file("song.mp3"_s, make(kind, SongInfo()));
+            file.song.setSongInfo(change, false);
+            // A number that was not written leaves room for one that comes later.
+            file.song.setSongInfo(otherInfo(), false);
+            same(kKindNames[kind], file.info().length, 90);
+            same(kKindNames[kind], file.info().userBpm, 77);
+        }
     }
 
-    void textIsReplacedOrStays_data() {
-        outcomes<QString>();
+    void textIsReplacedOrStays() {
         const auto title = [](const QString &old, const QString &text) {
             return changed(make(Midi, titled(old)), titled(text), false).title;
         };
-        row("title that extends the old one in other letters", title("MY SONG"_s, "My Song (live)"_s),
-            "My Song (live)"_s);
-        row("title that is the same in other letters", title("MY SONG"_s, "my song"_s), "my song"_s);
-        row("title that holds the old one elsewhere", title("MY SONG"_s, "Live: My Song"_s), "MY SONG"_s);
-        row("shorter title", title("MY SONG"_s, "My"_s), "MY SONG"_s);
-        row("empty title", title("MY SONG"_s, QString()), "MY SONG"_s);
-        row("title for a blank one", title("  "_s, "Other"_s), "Other"_s);
-        row("title cut to 125 characters", title(QString(), QString(130, QLatin1Char('t'))),
-            QString(125, QLatin1Char('t')));
+        same("title that extends the old one in other letters", title("MY SONG"_s, "My Song (live)"_s),
+             "My Song (live)"_s);
+        same("title that is the same in other letters", title("MY SONG"_s, "my song"_s), "my song"_s);
+        same("title that holds the old one elsewhere", title("MY SONG"_s, "Live: My Song"_s), "MY SONG"_s);
+        same("shorter title", title("MY SONG"_s, "My"_s), "MY SONG"_s);
+        same("empty title", title("MY SONG"_s, QString()), "MY SONG"_s);
+        same("title for a blank one", title("  "_s, "Other"_s), "Other"_s);
+        same("title cut to 125 characters", title(QString(), QString(130, QLatin1Char('t'))),
+             QString(125, QLatin1Char('t')));
         for (const int kind : {Midi, Mp3, Mf3})
-            QTest::addRow("accents of %s read back byte by byte", kKindNames[kind])
-                << changed(make(kind, SongInfo()), titled("Perché"_s), true).title << "PerchÃ©"_s;
+            same("accents read back byte by byte", changed(make(kind, SongInfo()), titled("Perché"_s), true).title,
+                 "PerchÃ©"_s);
         SongInfo song;
         song.author = "Old Author"_s;
         // No markers in the song: its author is removed, even when there are no markers to add, and filled in again.
-        row("author of a song without markers", changed(make(Midi, song), otherInfo(), false).author, "Paolo"_s);
+        same("author of a song without markers", changed(make(Midi, song), otherInfo(), false).author, "Paolo"_s);
         SongInfo authorAlone;
         authorAlone.author = "New Author"_s;
-        row("author without markers", changed(make(Midi, song), authorAlone, false).author, "New Author"_s);
+        same("author without markers", changed(make(Midi, song), authorAlone, false).author, "New Author"_s);
         song.markers = {{1, "m"_s}};
-        row("author of a song with markers", changed(make(Midi, song), authorAlone, false).author, "Old Author"_s);
+        same("author of a song with markers", changed(make(Midi, song), authorAlone, false).author, "Old Author"_s);
         SongInfo change = otherInfo();
         change.key = "f#"_s;
-        row("unknown key", changed(make(Midi, fullInfo()), change, true).key, QString());
+        same("unknown key", changed(make(Midi, fullInfo()), change, true).key, QString());
         change.key = "G#"_s;
-        row("key in extra spelling", changed(make(Midi, fullInfo()), change, true).key, "E"_s);
+        same("key in extra spelling", changed(make(Midi, fullInfo()), change, true).key, "E"_s);
         // A dash in the header of an MFx song counts as missing.
         const auto texts = [](const QString &text) {
             SongInfo dashed;
@@ -104,14 +102,13 @@ private slots:
             const SongInfo info = changed(make(Mf3, dashed), otherInfo(), false);
             return QStringList({info.title, info.author, info.genre, info.artist}).join(QLatin1Char('|'));
         };
-        row("MFx texts, empty", texts(QString()), "Azzurro|Paolo|Pop|"_s);
-        row("MFx texts, -", texts("-"_s), "Azzurro|Paolo|Pop|-"_s);
-        row("MFx texts, --", texts("--"_s), "Azzurro|Paolo|Pop|--"_s);
-        row("MFx texts, ---", texts("---"_s), "---|---|---|---"_s);
-        row("MFx texts, - between blanks", texts(" - "_s), "Azzurro|Paolo|Pop|-"_s);
-        row("MFx texts, a text", texts("x"_s), "x|x|x|x"_s);
+        same("MFx texts, empty", texts(QString()), "Azzurro|Paolo|Pop|"_s);
+        same("MFx texts, -", texts("-"_s), "Azzurro|Paolo|Pop|-"_s);
+        same("MFx texts, --", texts("--"_s), "Azzurro|Paolo|Pop|--"_s);
+        same("MFx texts, ---", texts("---"_s), "---|---|---|---"_s);
+        same("MFx texts, - between blanks", texts(" - "_s), "Azzurro|Paolo|Pop|-"_s);
+        same("MFx texts, a text", texts("x"_s), "x|x|x|x"_s);
     }
-    void textIsReplacedOrStays() { compareRow<QString>(); }
 
     void automaticMarkersKeepTheirOrderAndAreCut() {
         SongInfo change;
@@ -126,8 +123,7 @@ private slots:
         QVERIFY(changed(bytes, otherInfo(), false).markers == otherInfo().markers);
     }
 
-    void mfxTempoOutsideItsRangeIsReplacedByOneToWrite_data() {
-        outcomes<int>();
+    void mfxTempoOutsideItsRangeIsReplacedByOneToWrite() {
         const auto tempo = [](int before, int change) {
             SongInfo song;
             song.userBpm = before;
@@ -135,14 +131,13 @@ private slots:
             other.userBpm = change;
             return changed(make(Mf4, song), other, false).userBpm;
         };
-        row("0", tempo(0, 77), 77);
-        row("1", tempo(1, 77), 1);
-        row("499", tempo(499, 77), 499);
-        row("500", tempo(500, 77), 77);
+        same("0", tempo(0, 77), 77);
+        same("1", tempo(1, 77), 1);
+        same("499", tempo(499, 77), 499);
+        same("500", tempo(500, 77), 77);
         for (const int before : {0, 1, 499, 500})
-            QTest::addRow("%d by none", before) << tempo(before, -1) << before;
+            same(qPrintable("%1 by none"_s.arg(before)), tempo(before, -1), before);
     }
-    void mfxTempoOutsideItsRangeIsReplacedByOneToWrite() { compareRow<int>(); }
 
     void mfxFlagOfMarkersIsSetAndNeverCleared() {
         SongInfo song;
@@ -180,40 +175,35 @@ private slots:
         }
     }
 
-    void framesOfAnMp3AreWrittenInOrder_data() {
-        columns<bool, QStringList>("manual", "frames");
-        // Each frame goes to the front, so that the first written stands last.
-        row("manual", true, words("MEDT TCON TPE1 TLEN TKEY TBPM TCOM TIT2"));
-        row("automatic", false, words("MEDT TCON TLEN TKEY TBPM TCOM TIT2"));
-    }
     void framesOfAnMp3AreWrittenInOrder() {
-        QFETCH(bool, manual);
-        const QByteArray saved = savedAfter(make(Mp3, SongInfo()), otherInfo(), manual);
-        QMap<int, QString> frames;
-        for (const QString &id : words("MEDT TCON TPE1 TLEN TKEY TBPM TCOM TIT2"))
-            frames.insert(saved.indexOf(id.toLatin1()), id);
-        frames.remove(-1);
-        QTEST(QStringList(frames.values()), "frames");
+        const auto framesOf = [](bool manual) {
+            const QByteArray saved = savedAfter(make(Mp3, SongInfo()), otherInfo(), manual);
+            QMap<int, QString> frames;
+            for (const QString &id : words("MEDT TCON TPE1 TLEN TKEY TBPM TCOM TIT2"))
+                frames.insert(saved.indexOf(id.toLatin1()), id);
+            frames.remove(-1);
+            return QStringList(frames.values());
+        };
+        // Each frame goes to the front, so that the first written stands last.
+        same("manual", framesOf(true), words("MEDT TCON TPE1 TLEN TKEY TBPM TCOM TIT2"));
+        same("automatic", framesOf(false), words("MEDT TCON TLEN TKEY TBPM TCOM TIT2"));
     }
 
-    void eventsOfAMidiSongAreWrittenInOrder_data() {
-        columns<bool, QByteArray>("manual", "start");
+    void eventsOfAMidiSongAreWrittenInOrder() {
+        constexpr int kTrackDataStart = 22;
+        const QByteArray before = make(Midi, SongInfo());
+        const auto savedTrack = [before](bool manual) {
+            return savedAfter(before, otherInfo(), manual).mid(kTrackDataStart);
+        };
+        const QByteArray rest = before.mid(kTrackDataStart);
         const QByteArray genre = "00FF4B0401"_hex + "Pop";
         const QByteArray artist = "00FF4B0802"_hex + "Adriano";
         const QByteArray numbersAndTexts = "00FF4B0305"_hex + "77" + "00FF4B0603"_hex + "Paolo" + "00FF0307"_hex +
                                            "Azzurro" + "00FF4B0304"_hex + "90" + "00FF59020301"_hex;
         const QByteArray marker = "00FF4B07060007"_hex + "Coro";
         // Each event goes to the front, so that the first written stands last.
-        row("manual", true, genre + artist + numbersAndTexts);
-        row("automatic", false, genre + numbersAndTexts + marker);
-    }
-    void eventsOfAMidiSongAreWrittenInOrder() {
-        QFETCH(bool, manual);
-        QFETCH(QByteArray, start);
-        constexpr int kTrackDataStart = 22;
-        const QByteArray before = make(Midi, SongInfo());
-        const QByteArray saved = savedAfter(before, otherInfo(), manual);
-        QCOMPARE(saved.mid(kTrackDataStart), start + before.mid(kTrackDataStart));
+        same("manual", savedTrack(true), genre + artist + numbersAndTexts + rest);
+        same("automatic", savedTrack(false), genre + numbersAndTexts + marker + rest);
     }
 
     void manualZeroRemovesNumbersOfAnMp3() {
@@ -248,11 +238,6 @@ private:
     };
     static constexpr const char *kKindNames[] = {"MIDI", "MF3", "MF4", "MF5", "MP3"};
 
-    static void addKinds() {
-        columns<int>("kind");
-        for (const int kind : {Midi, Mf3, Mf4, Mf5, Mp3})
-            row(kKindNames[kind], kind);
-    }
     static QByteArray make(int kind, const SongInfo &info) {
         if (kind == Midi)
             return midi(info, 1);

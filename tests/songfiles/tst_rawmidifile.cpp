@@ -8,42 +8,35 @@ class TestRawMidiFile : public QObject
     Q_OBJECT
 
 private slots:
-    void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne_data() {
-        columns<QByteArray, bool>("bytes", "taken");
-        row("22 bytes", oneTrack(""), true);
-        row("21 bytes starting with MThd", oneTrack("").left(21), false);
-        row("21 bytes with MTrk near", "MThdMTrk"_b.leftJustified(21, '\0'), false);
-        row("22 bytes with MTrk near", "MThdMTrk"_b.leftJustified(22, '\0'), true);
-        row("not starting with MThd", "x" + oneTrack(""), false);
-        row("starting with MTrk", chunk(QByteArray(20, '\0')), false);
-        row("without MTrk", header(0, 1) + QByteArray(50, 'x'), false);
-        row("empty", ""_b, false);
-        row("junk before MTrk", header(1, 1) + QByteArray(9, 'x') + chunk(kEndOfTrack), true);
-        row("MTrk at the very end", header(0, 1) + QByteArray(9, 'x') + "MTrk", true);
-    }
     void loadRefusesWhatIsNoMidiFileAndKeepsTheOldOne() {
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, taken);
-        const QByteArray old = song(meta(3, "kept"));
-        RawMidiFile file = loaded(old);
-        QCOMPARE(file.load(bytes), taken);
-        QCOMPARE(file.bytes(), taken ? bytes : old);
-        QCOMPARE(file.title(), taken ? QString() : "kept"_s);
-        RawMidiFile fresh;
-        QCOMPARE(fresh.load(bytes), taken);
-        QCOMPARE(fresh.bytes(), taken ? bytes : QByteArray());
+        const auto check = [](const char *name, const QByteArray &bytes, bool taken) {
+            const QByteArray old = song(meta(3, "kept"));
+            RawMidiFile file = loaded(old);
+            same(name, file.load(bytes), taken);
+            same(name, file.bytes(), taken ? bytes : old);
+            same(name, file.title(), taken ? QString() : "kept"_s);
+            RawMidiFile fresh;
+            same(name, fresh.load(bytes), taken);
+            same(name, fresh.bytes(), taken ? bytes : QByteArray());
+        };
+        check("22 bytes", oneTrack(""), true);
+        check("21 bytes starting with MThd", oneTrack("").left(21), false);
+        check("21 bytes with MTrk near", "MThdMTrk"_b.leftJustified(21, '\0'), false);
+        check("22 bytes with MTrk near", "MThdMTrk"_b.leftJustified(22, '\0'), true);
+        check("not starting with MThd", "x" + oneTrack(""), false);
+        check("starting with MTrk", chunk(QByteArray(20, '\0')), false);
+        check("without MTrk", header(0, 1) + QByteArray(50, 'x'), false);
+        check("empty", ""_b, false);
+        check("junk before MTrk", header(1, 1) + QByteArray(9, 'x') + chunk(kEndOfTrack), true);
+        check("MTrk at the very end", header(0, 1) + QByteArray(9, 'x') + "MTrk", true);
     }
 
-    void formatCodeTellsZeroFromTheOthers_data() {
-        outcomes<int>();
-        row("0", loaded(header(0, 1) + chunk("")).formatCode(), int(Midi0Format));
-        row("1", loaded(header(1, 1) + chunk("")).formatCode(), int(Midi1Format));
-        row("2", loaded(header(2, 1) + chunk("")).formatCode(), int(Midi1Format));
-        row("high byte alone", loaded(header(0x0100, 1) + chunk("")).formatCode(), int(Midi1Format));
+    void formatCodeTellsZeroFromTheOthers() {
+        same("0", loaded(header(0, 1) + chunk("")).formatCode(), int(Midi0Format));
+        same("1", loaded(header(1, 1) + chunk("")).formatCode(), int(Midi1Format));
+        same("2", loaded(header(2, 1) + chunk("")).formatCode(), int(Midi1Format));
+        same("high byte alone", loaded(header(0x0100, 1) + chunk("")).formatCode(), int(Midi1Format));
     }
-    void formatCodeTellsZeroFromTheOthers() { compareRow<int>(); }
-
-    void trackCountHasTwoBytes() { QCOMPARE(loaded(header(1, 0x0203) + chunk("")).trackCount(), quint16(0x0203)); }
 
     void newObjectHoldsNothing() {
         RawMidiFile file;
@@ -66,36 +59,36 @@ private slots:
         QVERIFY(!file.hasTitle() && !file.hasGenre() && !file.hasArtist() && !file.hasAuthor());
         QVERIFY(!file.hasLength() && !file.hasBpm() && !file.hasKey() && !file.hasMarkers());
         QVERIFY(markersOf(file).isEmpty());
+        QString key = "left over"_s;
+        QCOMPARE(file.extractKey(key), -1);
+        QCOMPARE(key, QString());
     }
 
-    void textsAreReadFromTheirEvents_data() {
-        outcomes<QStringList>();
+    void textsAreReadFromTheirEvents() {
         // Events that look alike, and other tags, come first.
         const QByteArray others = own(9, "9") + own(4, "4") + meta(1, "text") + own(6, "12 marker") + kNote;
         const auto secondTrack = [others](const QByteArray &event) { return oneTrack(others) + chunk(event); };
-        row("title", textsOf(song(meta(3, " T\xE8\tx "))), QStringList("title Tè\tx"_s));
-        row("genre", textsOf(song(own(1, " T\xE8\tx "))), QStringList("genre Tè\tx"_s));
-        row("artist", textsOf(song(own(2, " T\xE8\tx "))), QStringList("artist Tè\tx"_s));
-        row("author", textsOf(song(own(3, " T\xE8\tx "))), QStringList("author Tè\tx"_s));
-        row("title of a later track", textsOf(secondTrack(meta(3, "ab"))), QStringList("title ab"_s));
-        row("genre of a later track", textsOf(secondTrack(own(1, "ab"))), QStringList("genre ab"_s));
-        row("artist of a later track", textsOf(secondTrack(own(2, "ab"))), QStringList("artist ab"_s));
-        row("author of a later track", textsOf(secondTrack(own(3, "ab"))), QStringList("author ab"_s));
-        row("up to the first zero byte", textsOf(song(meta(3, " ab\0cd"_b))), QStringList("title ab"_s));
-        row("up to the first zero byte of an own event", textsOf(song(own(2, " ab\0cd"_b))),
-            QStringList("artist ab"_s));
-        row("first of two", textsOf(song(meta(3, "first") + meta(3, "second"))), QStringList("title first"_s));
-        row("first of two own events", textsOf(song(own(2, "one") + own(2, "two"))), QStringList("artist one"_s));
-        row("any delta", textsOf(song("60FF03026162"_hex)), QStringList("title ab"_s));
-        row("longer than the file", textsOf(oneTrack("00FF037F"_hex + "abc")), QStringList("title abc"_s));
-        row("own event longer than the file", textsOf(oneTrack("00FF4B7F02"_hex + "abc")), QStringList("artist abc"_s));
-        row("cut before its length", textsOf(oneTrack("00FF03"_hex)), QStringList("title "_s));
-        row("own event cut before its tag", textsOf(oneTrack("00FF4B05"_hex)), QStringList());
-        row("before the first track", textsOf(header(0, 1) + meta(3, "no") + chunk("")), QStringList());
+        same("title", textsOf(song(meta(3, " T\xE8\tx "))), QStringList("title Tè\tx"_s));
+        same("genre", textsOf(song(own(1, " T\xE8\tx "))), QStringList("genre Tè\tx"_s));
+        same("artist", textsOf(song(own(2, " T\xE8\tx "))), QStringList("artist Tè\tx"_s));
+        same("author", textsOf(song(own(3, " T\xE8\tx "))), QStringList("author Tè\tx"_s));
+        same("title of a later track", textsOf(secondTrack(meta(3, "ab"))), QStringList("title ab"_s));
+        same("genre of a later track", textsOf(secondTrack(own(1, "ab"))), QStringList("genre ab"_s));
+        same("artist of a later track", textsOf(secondTrack(own(2, "ab"))), QStringList("artist ab"_s));
+        same("author of a later track", textsOf(secondTrack(own(3, "ab"))), QStringList("author ab"_s));
+        same("up to the first zero byte", textsOf(song(meta(3, " ab\0cd"_b))), QStringList("title ab"_s));
+        same("up to the first zero byte of an own event", textsOf(song(own(2, " ab\0cd"_b))),
+             QStringList("artist ab"_s));
+        same("first of two", textsOf(song(meta(3, "first") + meta(3, "second"))), QStringList("title first"_s));
+        same("first of two own events", textsOf(song(own(2, "one") + own(2, "two"))), QStringList("artist one"_s));
+        same("any delta", textsOf(song("60FF03026162"_hex)), QStringList("title ab"_s));
+        same("longer than the file", textsOf(oneTrack("00FF037F"_hex + "abc")), QStringList("title abc"_s));
+        same("own event longer than the file", textsOf(oneTrack("00FF4B7F02"_hex + "abc")),
+             QStringList("artist abc"_s));
+        same("cut before its length", textsOf(oneTrack("00FF03"_hex)), QStringList("title "_s));
+        same("own event cut before its tag", textsOf(oneTrack("00FF4B05"_hex)), QStringList());
+        same("before the first track", textsOf(header(0, 1) + meta(3, "no") + chunk("")), QStringList());
     }
-    void textsAreReadFromTheirEvents() { compareRow<QStringList>(); }
-
-    void markerCutBeforeItsBarIsThere() { QVERIFY(loaded(oneTrack("00FF4B7F0601"_hex)).hasMarkers()); }
 
     void negativeLengthIsAnEmptyTextAndStillCounts() {
         const QByteArray accents(200, '\xE8');
@@ -107,70 +100,57 @@ private slots:
         QCOMPARE(markersOf(file), QList<SongMarker>({{0xE8E8, QString()}}));
     }
 
-    void numbersAreDecimalTexts_data() {
-        columns<QByteArray, int>("text", "number");
-        row("number", "215"_b, 215);
-        row("blanks around", " 215 "_b, 215);
-        row("zero byte behind", "21\0005"_b, 21);
-        row("letters", "abc"_b, 0);
-        row("negative", "-5"_b, 0);
-        row("letters behind", "12s"_b, 0);
-        row("too large", "2147483648"_b, 0);
-        row("largest", "2147483647"_b, 2147483647);
-        row("empty", ""_b, 0);
-    }
     void numbersAreDecimalTexts() {
-        QFETCH(QByteArray, text);
-        const RawMidiFile file = loaded(song(own(4, text) + own(5, text)));
-        QTEST(file.length(), "number");
-        QTEST(file.bpm(), "number");
-        QVERIFY(file.hasLength() && file.hasBpm());
+        const auto check = [](const char *name, const QByteArray &text, int number) {
+            const RawMidiFile file = loaded(song(own(4, text) + own(5, text)));
+            same(name, file.length(), number);
+            same(name, file.bpm(), number);
+            QVERIFY2(file.hasLength() && file.hasBpm(), name);
+        };
+        check("number", "215"_b, 215);
+        check("blanks around", " 215 "_b, 215);
+        check("zero byte behind", "21\0005"_b, 21);
+        check("letters", "abc"_b, 0);
+        check("negative", "-5"_b, 0);
+        check("letters behind", "12s"_b, 0);
+        check("too large", "2147483648"_b, 0);
+        check("largest", "2147483647"_b, 2147483647);
+        check("empty", ""_b, 0);
     }
 
-    void makersMarkIsLookedForInTheCopyright_data() {
-        outcomes<bool>();
-        row("Q-ARTE", loaded(song(meta(2, "(c) Q-ARTE 2001"))).isQArte(), true);
-        row("small letters", loaded(song(meta(2, "by q-arte"))).isQArte(), true);
-        row("MidiSoft", loaded(song(meta(2, "MidiSoft"))).isQArte(), true);
-        row("another maker", loaded(song(meta(2, "Qarte"))).isQArte(), false);
-        row("in the title only", loaded(song(meta(3, "Q-ARTE"))).isQArte(), false);
-        row("in the second copyright only", loaded(song(meta(2, "x") + meta(2, "Q-ARTE"))).isQArte(), false);
-        row("none", loaded(song("")).isQArte(), false);
+    void makersMarkIsLookedForInTheCopyright() {
+        same("Q-ARTE", loaded(song(meta(2, "(c) Q-ARTE 2001"))).isQArte(), true);
+        same("small letters", loaded(song(meta(2, "by q-arte"))).isQArte(), true);
+        same("MidiSoft", loaded(song(meta(2, "MidiSoft"))).isQArte(), true);
+        same("another maker", loaded(song(meta(2, "Qarte"))).isQArte(), false);
+        same("in the title only", loaded(song(meta(3, "Q-ARTE"))).isQArte(), false);
+        same("in the second copyright only", loaded(song(meta(2, "x") + meta(2, "Q-ARTE"))).isQArte(), false);
+        same("none", loaded(song("")).isQArte(), false);
     }
-    void makersMarkIsLookedForInTheCopyright() { compareRow<bool>(); }
 
-    void keyIsReadFromItsSignatureAndLoggedWhenUnknown_data() {
-        columns<QByteArray, QString, QString>("event", "name", "unknown");
-        row("no sharps", "00FF59020000"_hex, "C"_s, QString());
-        row("six sharps", "00FF59020600"_hex, "F#"_s, QString());
-        row("seven flats, minor", "00FF5902F901"_hex, "Ab-"_s, QString());
-        row("another delta", "20FF5902FE01"_hex, "G-"_s, QString());
-        row("eight sharps", "00FF59020800"_hex, QString(), "[sf=08|mi=00]"_s);
-        row("digits of both cases", "00FF5902ABCD"_hex, QString(), "[sf=ab|mi=CD]"_s);
-        row("unknown mode", "00FF5902000A"_hex, QString(), "[sf=00|mi=0A]"_s);
-    }
     void keyIsReadFromItsSignatureAndLoggedWhenUnknown() {
-        QFETCH(QByteArray, event);
-        QFETCH(QString, name);
-        QFETCH(QString, unknown);
-        const RawMidiFile file = loaded(song(meta(3, "ab") + event));
-        LogCapture log;
-        QString key = "left over"_s;
-        QCOMPARE(file.extractKey(key), kDataStart + 6 + 1);
-        QCOMPARE(key, name);
-        QVERIFY(file.hasKey());
-        QCOMPARE(file.key(), name);
-        const QString line = "[RawMidiFile::extractKey] WARNING: unknown key metaevent \"%1\" in MIDI file."_s;
-        QCOMPARE(log.texts(),
-                 QStringList(unknown.isEmpty() ? QStringList() : QStringList{line.arg(unknown), line.arg(unknown)}));
-        QCOMPARE(log.contains(QtDebugMsg, line.arg(unknown)), !unknown.isEmpty());
+        const auto check = [](const char *what, const QByteArray &event, const QString &name, const QString &unknown) {
+            const RawMidiFile file = loaded(song(meta(3, "ab") + event));
+            LogCapture log;
+            QString key = "left over"_s;
+            same(what, file.extractKey(key), kDataStart + 6 + 1);
+            same(what, QStringList({key, file.key()}), QStringList({name, name}));
+            QVERIFY2(file.hasKey(), what);
+            const QString warning = "[RawMidiFile::extractKey] WARNING: unknown key metaevent \"%1\" in MIDI file."_s;
+            const QString line = warning.arg(unknown);
+            same(what, log.texts(), unknown.isEmpty() ? QStringList() : QStringList({line, line}));
+            same(what, log.contains(QtDebugMsg, line), !unknown.isEmpty());
+        };
+        check("no sharps", "00FF59020000"_hex, "C"_s, QString());
+        check("six sharps", "00FF59020600"_hex, "F#"_s, QString());
+        check("seven flats, minor", "00FF5902F901"_hex, "Ab-"_s, QString());
+        check("another delta", "20FF5902FE01"_hex, "G-"_s, QString());
+        check("eight sharps", "00FF59020800"_hex, QString(), "[sf=08|mi=00]"_s);
+        check("digits of both cases", "00FF5902ABCD"_hex, QString(), "[sf=ab|mi=CD]"_s);
+        check("unknown mode", "00FF5902000A"_hex, QString(), "[sf=00|mi=0A]"_s);
     }
 
-    void missingKeyGivesMinusOne() {
-        QString key = "left over"_s;
-        QCOMPARE(loaded(song("")).extractKey(key), -1);
-        QCOMPARE(key, QString());
-    }
+    void trackCountHasTwoBytes() { QCOMPARE(loaded(header(1, 0x0203) + chunk("")).trackCount(), quint16(0x0203)); }
 
     void keyNamesAreThoseOfTheTable() {
         QCOMPARE(RawMidiFile().keyNames(), KeyNameTable().names());
@@ -187,6 +167,7 @@ private slots:
         QVERIFY(file.hasMarkers());
         QCOMPARE(file.markers(list, true), kDataStart + standard.size() + 1);
         QCOMPARE(list, QList<SongMarker>({{0x0102, "Verse"_s}}));
+        QVERIFY(loaded(oneTrack("00FF4B7F0601"_hex)).hasMarkers()); // cut before its bar
     }
 
     void standardMarkersComeWithBarZeroAndDoNotCount() {

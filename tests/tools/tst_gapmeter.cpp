@@ -2,22 +2,15 @@
 
 #include "support/testing.h"
 
-namespace {
-
-constexpr int kBlockMs = 250;
-
-void serve() {
-    QTest::qWait(20);
-}
-
-} // namespace
-
 class TestGapMeter : public QObject
 {
     Q_OBJECT
 
+    static void serve() { QTest::qWait(20); }
+
 private slots:
     void blockedTimeIsAGapOfTheStepThatWasShown() {
+        constexpr int kBlockMs = 250;
         serve(); // the first events of a program take longer
         GapMeter meter;
         meter.start("first"_s);

@@ -113,7 +113,6 @@ private slots:
         row("other line of a playlist changed", kPlaylists, playlist("Known", "known"));
         row("line end of a playlist changed", kPlaylists, playlist("no song\r\n", "no song\n"));
         row("playlist emptied", kPlaylists, write("System/Playlist/p.pls", ""));
-
         row("no import file", kImportRows, remove("CorvinImportDB.sql"));
         row("byte-order mark", kImportForm, imported([](const QByteArray &all) { return "\xEF\xBB\xBF" + all; }));
         row("CR before LF", kImportForm, import("\n", "\r\n"));
@@ -143,7 +142,6 @@ private slots:
         row("wrong key", kImportValues, import("'C','1'", "'C#','1'"));
         row("wrong marker", kImportValues, import("'C','1'", "'C','0'"));
     }
-
     void everyWrongOutcomeIsRejected() {
         QFETCH(QString, rule);
         QFETCH(Spoil, spoil);

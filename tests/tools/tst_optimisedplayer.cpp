@@ -1,7 +1,6 @@
 #include "optimizer/ottimizza.h"
 #include "playertool/judge.h"
 #include "playertool/makeplayer.h"
-
 #include "support/boxanswerer.h"
 #include "support/exfatvolume.h"
 #include "support/files.h"
@@ -50,7 +49,6 @@ private slots:
         row("another", 1700, 20260U);
         row("nested big folders", 5000, 3U);
     }
-
     void realisticDiskIsOptimisedAsItMustBe() {
         QFETCH(int, songs);
         QFETCH(uint, seed);

@@ -3,8 +3,6 @@
 #include "support/answers.h"
 #include "support/boxtexts.h"
 
-namespace {
-
 const QString kTitle = "Sovrascrivere?"_s;
 const QString kText = "<b>un file</b> & più"_s;
 const Question kQuestion = {kTitle,
@@ -15,8 +13,6 @@ const Question kQuestion = {kTitle,
                              {QMessageBox::NoToAll, "No,Tutti"_s}},
                             QMessageBox::YesToAll,
                             QMessageBox::No};
-
-} // namespace
 
 class TestQuestionBox : public QObject
 {
@@ -40,26 +36,20 @@ private slots:
         QTEST(int(askQuestion(nullptr, kQuestion)), "code");
     }
 
-    void showsTitleTextAndRelabelledButtons() {
-        BoxAnswerer boxes;
-        boxes.answer(kTitle, Buttons::kNo);
-        askQuestion(nullptr, kQuestion);
-        const BoxAnswerer::Seen seen = boxes.seen().first();
-        QCOMPARE(seen.title, kTitle);
-        QCOMPARE(seen.text, kText);
-        QCOMPARE(seen.icon, QMessageBox::Question);
-        QCOMPARE(seen.defaultButton, Buttons::kSiTutti);
-        QCOMPARE(seen.buttons.size(), 4);
-        QVERIFY(!seen.hadParent);
-    }
-
-    void textIsNeverTakenForMarkup() {
+    void showsTitlePlainTextAndRelabelledButtons() {
         BoxAnswerer boxes;
         Qt::TextFormat format = Qt::AutoText;
         boxes.whenShown([&format](QMessageBox *box) { format = box->textFormat(); });
         boxes.answer(kTitle, Buttons::kNo);
         askQuestion(nullptr, kQuestion);
-        QCOMPARE(format, Qt::PlainText);
+        const BoxAnswerer::Seen seen = boxes.seen().first();
+        QCOMPARE(seen.title, kTitle);
+        QCOMPARE(seen.text, kText);
+        QCOMPARE(format, Qt::PlainText); // never taken for markup
+        QCOMPARE(seen.icon, QMessageBox::Question);
+        QCOMPARE(seen.defaultButton, Buttons::kSiTutti);
+        QCOMPARE(seen.buttons.size(), 4);
+        QVERIFY(!seen.hadParent);
     }
 
     void withoutAnEscapeButtonQtsRuleHolds() {

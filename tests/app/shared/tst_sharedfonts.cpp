@@ -1,35 +1,34 @@
 #include "support/pagetest.h"
 #include "support/pictures.h"
+#include "support/same.h"
 
 class TestSharedFonts : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void fontIsAsAgreed_data() {
+    void fontIsAsAgreed() {
         const SharedFonts &fonts = sharedFonts();
         const QString text = "Helvetica"_s;
         const QString title = "Bebas Neue"_s;
-        columns<QFont, QString, int, int>("font", "family", "points", "weight");
-        row("fontText10", fonts.fontText10, text, 10, 50);
-        row("fontText10Bold", fonts.fontText10Bold, text, 10, 75);
-        row("fontText11", fonts.fontText11, text, 11, 50);
-        row("fontText11Bold", fonts.fontText11Bold, text, 11, 75);
-        row("fontText13", fonts.fontText13, text, 13, 50);
-        row("fontTitle14", fonts.fontTitle14, title, 14, 50);
-        row("fontTitle18", fonts.fontTitle18, title, 18, 50);
-        row("fontTitle22", fonts.fontTitle22, title, 22, 50);
-    }
-    void fontIsAsAgreed() {
-        QFETCH(QFont, font);
-        QTEST(font.family(), "family");
-        QTEST(font.pointSize(), "points");
-        QTEST(font.weight(), "weight");
-        QVERIFY(!font.italic());
-        // The embedded files draw them, beside the fonts of the system.
-        const QFontInfo drawn(font);
-        QCOMPARE(drawn.family(), font.family() == "Helvetica"_s ? "Liberation Sans"_s : "Bebas Neue"_s);
-        QCOMPARE(drawn.bold(), font.weight() == QFont::Bold);
+        const auto check = [](const char *name, const QFont &font, const QString &family, int points, int weight) {
+            same(name, font.family(), family);
+            same(name, font.pointSize(), points);
+            same(name, font.weight(), weight);
+            QVERIFY2(!font.italic(), name);
+            // The embedded files draw them, beside the fonts of the system.
+            const QFontInfo drawn(font);
+            same(name, drawn.family(), family == "Helvetica"_s ? "Liberation Sans"_s : "Bebas Neue"_s);
+            same(name, drawn.bold(), font.weight() == QFont::Bold);
+        };
+        check("fontText10", fonts.fontText10, text, 10, 50);
+        check("fontText10Bold", fonts.fontText10Bold, text, 10, 75);
+        check("fontText11", fonts.fontText11, text, 11, 50);
+        check("fontText11Bold", fonts.fontText11Bold, text, 11, 75);
+        check("fontText13", fonts.fontText13, text, 13, 50);
+        check("fontTitle14", fonts.fontTitle14, title, 14, 50);
+        check("fontTitle18", fonts.fontTitle18, title, 18, 50);
+        check("fontTitle22", fonts.fontTitle22, title, 22, 50);
     }
 
     void theSameFontsAreGivenEveryTime() { QCOMPARE(&sharedFonts(), &sharedFonts()); }
@@ -42,31 +41,27 @@ private slots:
         QCOMPARE(metrics.horizontalAdvance("corvin"_s), metrics.horizontalAdvance("CORVIN"_s));
     }
 
-    void accentsOfCapitalsAreNotCutOff_data() {
-        columns<bool, QFont>("isLabel", "font");
-        row("label 18", true, sharedFonts().fontTitle18);
-        row("label 22", true, sharedFonts().fontTitle22);
-        row("check box 18", false, sharedFonts().fontTitle18);
-        row("check box 22", false, sharedFonts().fontTitle22);
-    }
     void accentsOfCapitalsAreNotCutOff() {
-        QFETCH(bool, isLabel);
-        QFETCH(QFont, font);
-        std::unique_ptr<QWidget> widget;
-        if (isLabel)
-            widget = std::make_unique<QLabel>("ÄÖÜÈ"_s);
-        else
-            widget = std::make_unique<QCheckBox>("ÄÖÜÈ"_s);
-        setTitleFont(widget.get(), font);
+        for (const QFont &font : {sharedFonts().fontTitle18, sharedFonts().fontTitle22}) {
+            QLabel label("ÄÖÜÈ"_s);
+            verifyAccents(label, font);
+            QCheckBox box("ÄÖÜÈ"_s);
+            verifyAccents(box, font);
+        }
+    }
+
+private:
+    static void verifyAccents(QWidget &widget, const QFont &font) {
+        setTitleFont(&widget, font);
         QPalette blackOnWhite(Qt::white);
         blackOnWhite.setColor(QPalette::WindowText, Qt::black);
-        widget->setPalette(blackOnWhite);
-        widget->resize(widget->sizeHint());
-        const QImage image = widget->grab().toImage();
+        widget.setPalette(blackOnWhite);
+        widget.resize(widget.sizeHint());
+        const QImage image = widget.grab().toImage();
         QVERIFY(countPixels(image, [](const QColor &colour) { return qGray(colour.rgb()) < 128; }) > 0);
         const QImage edge = image.copy(0, 0, image.width(), 1);
         QVERIFY2(countPixels(edge, [](const QColor &colour) { return qGray(colour.rgb()) <= 200; }) == 0,
-                 "the accents reach the widget's edge");
+                 qPrintable("the accents reach the edge: "_s + font.toString()));
     }
 };
 
