@@ -54,6 +54,8 @@ struct FormatReinstall : Maintenance
     bool isOnDisk(const QString &relative) const { return QFile::exists(disk.path(relative)); }
 
     PlayerDisk disk;
+    /// Programs that a test has hidden are back before the disk is taken away by them.
+    const Environment path{"PATH", qgetenv("PATH")};
     const QString record; ///< what the format command was given
 };
 
