@@ -4,20 +4,27 @@
 
 /// The names that the player gives its own folders and files, as its system writes them.
 namespace PlayerNames {
-inline constexpr QLatin1String kLabel("CORVIN4"); ///< of its volume
-inline constexpr QLatin1String
-    kPathStart("\\sdmemory\\"); ///< of every path in the form in which the player itself names its files
-inline constexpr QLatin1String kSystem("System");
-inline constexpr QLatin1String kUpdate("CorvinUpdate");
-inline constexpr QLatin1String kBridges("Bridges");
-inline constexpr QLatin1String kEffects("Effects");
-inline constexpr QLatin1String kMySongs("My Songs");
-inline constexpr QLatin1String kImages("Images");
-inline constexpr QLatin1String kVideos("Videos");
-inline constexpr QLatin1String kPlaylists("System/Playlist");
-inline constexpr QLatin1String kDatabaseExport("System/Corvin/data.fastDB");
-inline constexpr QLatin1String kImportFile("CorvinImportDB.sql");
-inline constexpr QLatin1String kStartScript("AUTOEXEC.BAT");
-inline constexpr QLatin1String kMainProgram("System/Corvin/Corvin.exe");
-inline constexpr QLatin1String kInterfaceProcess("System/GuiProc/GuiProc.exe");
+
+/// A literal with the length the compiler knows: QLatin1String counts at run time with some compilers.
+template <int size> constexpr QLatin1String name(const char (&text)[size])
+{
+    return QLatin1String(text, size - 1);
+}
+
+inline constexpr QLatin1String kLabel = name("CORVIN4"); ///< of its volume
+inline constexpr QLatin1String kPathStart =
+    name("\\sdmemory\\"); ///< of every path in the form in which the player itself names its files
+inline constexpr QLatin1String kSystem = name("System");
+inline constexpr QLatin1String kUpdate = name("CorvinUpdate");
+inline constexpr QLatin1String kBridges = name("Bridges");
+inline constexpr QLatin1String kEffects = name("Effects");
+inline constexpr QLatin1String kMySongs = name("My Songs");
+inline constexpr QLatin1String kImages = name("Images");
+inline constexpr QLatin1String kVideos = name("Videos");
+inline constexpr QLatin1String kPlaylists = name("System/Playlist");
+inline constexpr QLatin1String kDatabaseExport = name("System/Corvin/data.fastDB");
+inline constexpr QLatin1String kImportFile = name("CorvinImportDB.sql");
+inline constexpr QLatin1String kStartScript = name("AUTOEXEC.BAT");
+inline constexpr QLatin1String kMainProgram = name("System/Corvin/Corvin.exe");
+inline constexpr QLatin1String kInterfaceProcess = name("System/GuiProc/GuiProc.exe");
 } // namespace PlayerNames
