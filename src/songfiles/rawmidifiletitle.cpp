@@ -51,7 +51,7 @@ QString RawMidiFile::titleIn(const QByteArray &start)
             trackName = textOf(metaContent(start, event));
         } else if (type == kText) {
             const QByteArray text = metaContent(start, event);
-            const QString title =
+            QString title =
                 text.startsWith(kKaraokeTitleMark) ? textOf(text.mid(kKaraokeMarkSize, kKaraokeTitleLimit)) : QString();
             if (!title.isEmpty())
                 return title;
