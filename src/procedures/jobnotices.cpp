@@ -16,7 +16,7 @@ struct Notices
 Player lookForPlayer(JobView &view)
 {
     view.showStatus(operationText(TEXT_LOOKING_FOR_DEVICE));
-    const Player player = Player::find();
+    Player player = Player::find();
     if (!player.isFound())
         view.tell(
             {Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
