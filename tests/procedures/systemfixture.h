@@ -25,7 +25,7 @@
     QString whyNo##name;                                                                                               \
     NEEDS(ExFatVolume::isPossible(&whyNo##name), qPrintable(whyNo##name));                                             \
     const MountedPlayer name(megabytes);                                                                               \
-    QVERIFY2(name.isMounted(), qPrintable(name.volume->error()))
+    QVERIFY2((name).isMounted(), qPrintable((name).volume->error()))
 
 /// Longer than anything takes that is not waited for.
 inline constexpr int kLongWaitMs = 30000;
