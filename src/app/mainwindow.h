@@ -45,6 +45,8 @@ public:
 
     /// STOP was pressed and confirmed. Cleared when a maintenance job starts, which polls it between its steps.
     bool abortRequested = false;
+    /// The window was asked to close while a job ran: the job ends as after STOP, and then the window closes.
+    bool closeRequested = false;
     /// Set when a maintenance job starts; cleared at the end of one that could not make a folder, or whose new system
     /// is not whole. For outsiders: the jobs themselves never read it.
     bool procedureOk = true;

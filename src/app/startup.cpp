@@ -7,8 +7,11 @@
 #include "resources/resources.h"
 #include "sessionlog.h"
 
+#include "disk/datafolder.h"
+
 #include <QApplication>
 #include <QDebug>
+#include <QFileInfo>
 #include <memory>
 
 namespace {
@@ -37,6 +40,7 @@ int runCorvin4Manager(int &argc, char **argv)
 
     // Before the identity is set: the folder of the log follows the name of the executable.
     startSessionLog();
+    setDataFolder(QFileInfo(sessionLogPath()).absolutePath());
     setIdentity();
     qInfo() << "Application Settings :" << appSettings().fileName();
 

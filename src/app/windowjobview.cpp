@@ -69,7 +69,12 @@ void WindowJobView::paintBar()
 
 bool WindowJobView::isStopped() const
 {
-    return m_window.abortRequested;
+    return m_window.abortRequested || isClosing();
+}
+
+bool WindowJobView::isClosing() const
+{
+    return m_window.closeRequested;
 }
 
 void WindowJobView::forgetStop()

@@ -21,6 +21,7 @@ public:
     void setBarFormat(const QString &format) override;
     void paintBar() override;
     bool isStopped() const override;
+    bool isClosing() const override;
     void forgetStop() override;
     void tell(const Notice &notice) override;
     JobAnswer ask(const JobQuestion &question) override;

@@ -18,9 +18,13 @@ Player lookForPlayer(JobView &view)
     view.showStatus(operationText(TEXT_LOOKING_FOR_DEVICE));
     Player player = Player::find();
     if (!player.isFound())
-        view.tell(
-            {Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
+        tellPlayerGone(view);
     return player;
+}
+
+void tellPlayerGone(JobView &view)
+{
+    view.tell({Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
 }
 
 JobQuestion siOrNo(const QString &title, const QString &text)

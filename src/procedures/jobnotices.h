@@ -10,6 +10,9 @@
 /// Looks for the player with a word in the status line, and tells the user when there is none.
 Player lookForPlayer(JobView &view);
 
+/// The box for a player that is not there, or is there no more.
+void tellPlayerGone(JobView &view);
+
 /// A question with the buttons "Si", which Enter presses, and "No".
 JobQuestion siOrNo(const QString &title, const QString &text);
 

@@ -66,7 +66,9 @@ public:
 
     /// Whether STOP has been pressed and confirmed.
     virtual bool isStopped() const = 0;
-    /// From here on an earlier STOP does not count.
+    /// Whether the window has been asked to close, which also counts as STOP: waits that have no end of their own end.
+    virtual bool isClosing() const = 0;
+    /// From here on an earlier STOP does not count; closing still does.
     virtual void forgetStop() = 0;
 
     virtual void tell(const Notice &notice) = 0;

@@ -14,6 +14,7 @@ public:
     QMap<QString, JobAnswer> answers;
     QString folder;                                ///< what the user chooses; empty: nothing
     bool stopped = false;                          ///< STOP has been pressed
+    bool closing = false;                          ///< the window was asked to close
     std::function<void(const QString &line)> then; ///< called after each line
 
     void showStatus(const QString &text) override { note("status "_s + text); }
@@ -22,7 +23,8 @@ public:
     void setBarValue(int) override {}
     void setBarFormat(const QString &format) override { note("format "_s + format); }
     void paintBar() override {}
-    bool isStopped() const override { return stopped; }
+    bool isStopped() const override { return stopped || closing; }
+    bool isClosing() const override { return closing; }
     void forgetStop() override { stopped = false; }
     void tell(const Notice &notice) override {
         note("tell "_s + notice.title + "|"_s + notice.text +
