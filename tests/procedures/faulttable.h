@@ -52,9 +52,8 @@ inline Fault elsewhere() {
 }
 /// The PC's temporary folder has so little room when the work comes to this place.
 inline Fault fullPcAt(const QString &status, int kilobytes) {
-    return {"PC with %1 kB at %2"_s.arg(kilobytes).arg(status), [=](FaultWorld &w) {
-                w.when(status, 0, [&w, kilobytes] { w.fillPc(kilobytes); });
-            }};
+    return {"PC with %1 kB at %2"_s.arg(kilobytes).arg(status),
+            [=](FaultWorld &w) { w.when(status, 0, [&w, kilobytes] { w.fillPc(kilobytes); }); }};
 }
 inline QList<Fault> toolFaults() {
     return {{"no tool"_s, [](FaultWorld &w) { w.hideTool(); }},

@@ -4,7 +4,7 @@
 #include "disk/worklock.h"
 #include "optimizer/endottimizza.h"
 #include "optimizer/ottimizza.h"
-#include "songfactory.h"
+#include "songfactory/songfactory.h"
 #include "transfer/opentransfer.h"
 
 namespace {
@@ -51,9 +51,9 @@ void fill(const ExFatVolume &volume) {
         put("loose%1.mid"_s.arg(i), song("Loose %1"_s.arg(i)));
         put("My Songs/photo%1.jpg"_s.arg(i), "photo " + QByteArray::number(i));
     }
-    for (const QString &file : {"My Songs/Effects/applauso.mp3"_s, "My Songs/Bridges/intro.mid"_s,
-                                "My Songs/.nascosta.mid"_s, "My Songs/senza punto"_s, "My Songs/rotta.mid"_s,
-                                "My Songs/film.avi"_s, "My Songs/Grandi/testo.txt"_s})
+    for (const QString &file :
+         {"My Songs/Effects/applauso.mp3"_s, "My Songs/Bridges/intro.mid"_s, "My Songs/.nascosta.mid"_s,
+          "My Songs/senza punto"_s, "My Songs/rotta.mid"_s, "My Songs/film.avi"_s, "My Songs/Grandi/testo.txt"_s})
         put(file, "the user's own " + file.toUtf8());
     for (int list = 0; list < 3; ++list) {
         QByteArray lines;
@@ -97,31 +97,36 @@ const char *slotOf(Work work) {
 } // namespace
 
 bool canTryFaults(QString *why) {
-    return ExFatVolume::isPossible(why);
+    if (!ExFatVolume::isPossible(why))
+        return false;
+    modelImage(); // before anything temporary has another place
+    return true;
 }
 
-FaultWorld::FaultWorld(Work workToDo)
-    : volume(ExFatVolume::copyOf(modelImage())), m_work(workToDo), m_moments(std::make_unique<QObject>()) {
-    if (!volume->isMounted() || !m_pcDisk.isGood() || !QDir().mkpath(backup))
+FaultDisks::FaultDisks() : volume(ExFatVolume::copyOf(modelImage())) {
+    if (!volume->isMounted() || !mount.isGood())
         qFatal("%s", qPrintable(volume->error()));
+}
+
+FaultWorld::FaultWorld(Work workToDo) : m_work(workToDo), m_moments(std::make_unique<QObject>()) {
     m_mountPoint = QDir::cleanPath(volume->root());
     qputenv("CORVIN_VOLUMES", QFile::encodeName(m_mountPoint));
-    setDataFolder(m_own.path("data"_s));
+    setDataFolder(own.path("data"_s));
     const QMap<QString, QByteArray> before = contentBelow(volume->root());
     for (auto file = before.begin(); file != before.end(); ++file) {
         if (!isSystems(file.key()) && file.key() != ".windows-label"_s)
             m_userContents.insert(file.value());
     }
-    m_own.addFile("Desktop/letter.txt"_s, "a letter");
-    m_own.addFile("CorvinUpdate/mine.txt"_s, "a folder of the PC that is named so");
-    const QString dropped = m_own.path("dropped/My Songs/"_s);
+    own.addFile("Desktop/letter.txt"_s, "a letter");
+    own.addFile("CorvinUpdate/mine.txt"_s, "a folder of the PC that is named so");
+    const QString dropped = own.path("dropped/My Songs/"_s);
     for (int i = 0; i < kDropped; ++i)
         putFile(dropped + "Album/%1.mid"_s.arg(i), song("Dropped %1"_s.arg(i)));
     // The user agrees to replace these; an old one may only go for a whole new one.
     for (int i = 0; i < kReplaced; ++i) {
         const QString path = "My Songs/Grandi/%1.mid"_s.arg(i + 1, 5, 10, QLatin1Char('0'));
         const QByteArray newer = song("Newer %1"_s.arg(i));
-        putFile(m_own.path("dropped/"_s + path), newer);
+        putFile(own.path("dropped/"_s + path), newer);
         if (m_work == Work::Restore || m_work == Work::Transfer) {
             m_userContents.remove(before.value(path));
             m_replaced.insert(path, {before.value(path), newer});
@@ -142,7 +147,7 @@ FaultWorld::FaultWorld(Work workToDo)
                        "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
                        "umount \"$3\" && for once in $(seq 50); do mkfs.exfat -L CORVIN4 %1 && break; sleep 0.1; done\n"
                        "mount.exfat-fuse %1 \"$3\" && echo CORVIN4 > \"$3/.windows-label\"\n"
-                       "echo > '%2'\n"_s.arg(volume->device(), m_own.path("formatted"_s))
+                       "echo > '%2'\n"_s.arg(volume->device(), own.path("formatted"_s))
                            .toUtf8());
 }
 
@@ -154,10 +159,10 @@ FaultWorld::~FaultWorld() {
 void FaultWorld::doWork() {
     if (m_work == Work::Restore) {
         // What the player has in another version, and what it lacks.
-        runProgram("cp"_s, {"-r"_s, m_own.path("dropped/."_s), backup});
+        runProgram("cp"_s, {"-r"_s, own.path("dropped/."_s), backup});
         m_backupBefore = contentBelow(backup);
     }
-    m_ownBefore = contentBelow(m_own.path());
+    m_ownBefore = contentBelow(own.path());
     if (m_work == Work::Optimise) {
         window->on_gotoOptimizer();
         click(*window.window, "Btn_Opt_Ok");
@@ -180,7 +185,7 @@ void FaultWorld::drop() {
     click(*page, "pButPc");
     auto *area = child<QWidget>(*page, "dropArea");
     const QPoint where = area->mapTo(page, area->rect().center());
-    Drag drag(*page, fileUrls({m_own.path("dropped/My Songs"_s)}));
+    Drag drag(*page, fileUrls({own.path("dropped/My Songs"_s)}));
     drag.enter(where);
     drag.move(where);
     drag.drop(where);
@@ -299,14 +304,14 @@ void FaultWorld::expectSystem() const {
     fresh.removeAll("CorvinImportDB.sql"_s);
     const int oldSystem = old.size() - oldUpdate;
     const int newSystem = fresh.size() - newUpdate;
-    const bool whole = (oldSystem == kSystem.size() + 1 && newSystem == 0) ||
-                       (newSystem == kSystem.size() && oldSystem == 0);
+    const bool whole =
+        (oldSystem == kSystem.size() + 1 && newSystem == 0) || (newSystem == kSystem.size() && oldSystem == 0);
     if (!whole && !allBoxTexts().contains("reinstallare il sistema operativo"_s))
         failTest("No whole system, and no word about it: "_s + (old + fresh).join(QLatin1Char('|')));
 }
 
 void FaultWorld::expectContents() const {
-    const bool erased = m_work == Work::ReinstallErasing && QFile::exists(m_own.path("formatted"_s));
+    const bool erased = m_work == Work::ReinstallErasing && QFile::exists(own.path("formatted"_s));
     const QSet<QByteArray> lost = erased ? QSet<QByteArray>() : m_userContents - contentsThatRemain();
     if (!lost.isEmpty()) {
         failTest("%1 files are lost, such as %2"_s.arg(lost.size())
@@ -329,7 +334,7 @@ void FaultWorld::expectNothingLost() {
     }
     expectContents();
     expectSystem();
-    const QMap<QString, QByteArray> now = contentBelow(m_own.path());
+    const QMap<QString, QByteArray> now = contentBelow(own.path());
     for (auto file = m_ownBefore.begin(); file != m_ownBefore.end(); ++file) {
         if (!file.key().startsWith("data/"_s) && now.value(file.key()) != file.value())
             failTest("The PC's own file has changed: "_s + file.key());

@@ -20,9 +20,22 @@ enum class Work
 /// Whether all work can be tried on this machine: it needs real volumes. When not, @p why says what is missing.
 bool canTryFaults(QString *why);
 
+/// What the work is done on. Made before the PC's temporary folder, which lies on a small disk of its own, so that it can
+/// be filled.
+struct FaultDisks
+{
+    FaultDisks();
+
+    std::unique_ptr<ExFatVolume> volume;
+    PcFolder own;    ///< the user's files on the PC
+    PcFolder pcDisk; ///< everything temporary
+    const Mount mount{pcDisk.path(), 64000};
+    const Environment temporary{"TMPDIR", QFile::encodeName(pcDisk.path())};
+};
+
 /// A player with a whole repertoire on a real exFAT volume, a PC with files of its own, and a user who always goes on:
 /// everything that one piece of work meets, and afterwards the question whether anything was lost.
-class FaultWorld : public Maintenance
+class FaultWorld : public FaultDisks, public Maintenance
 {
 public:
     explicit FaultWorld(Work workToDo);
@@ -56,7 +69,6 @@ public:
     /// so; half an update; a window that does not rest.
     void expectNothingLost();
 
-    std::unique_ptr<ExFatVolume> volume;
     bool wasPulled = false;
 
 private:
@@ -68,7 +80,6 @@ private:
     void expectContents() const;
 
     const Work m_work;
-    const Mount m_pcDisk{pc.path(), 40000}; ///< small enough to be filled
     PcFolder m_own; ///< the user's files on the PC
     QMap<QString, QByteArray> m_ownBefore;
     QMap<QString, QByteArray> m_backupBefore;

@@ -7,11 +7,11 @@ class TestFaultsOfReinstall : public QObject
 
     static QList<Fault> anyKind() {
         return cuts(kSystemArchivePath) + toolFaults() +
-               QList<Fault>{cutAt(kUpdateArchivePath, 50), fullPcAt(Status::kDownloading, 4),
-                            fullPcAt(Status::kUnpacking, 4), pulledAt(Status::kDownloading, 0),
-                            pulledAt(Status::kTransferring, 2), looseAt(Status::kTransferring, 2),
+               QList<Fault>{cutAt(kUpdateArchivePath, 50),       fullPcAt(Status::kDownloading, 4),
+                            fullPcAt(Status::kUnpacking, 4),     pulledAt(Status::kDownloading, 0),
+                            pulledAt(Status::kTransferring, 2),  looseAt(Status::kTransferring, 2),
                             stoppedAt(Status::kTransferring, 2), closedAt(Status::kTransferring, 2),
-                            closedAt(Status::kDownloading, 0), elsewhere()};
+                            closedAt(Status::kDownloading, 0),   elsewhere()};
     }
     static QList<Fault> formatting() {
         return {{"no format command"_s, [](FaultWorld &w) { w.programs.addBroken("cmd.exe"_s); }},
@@ -19,11 +19,11 @@ class TestFaultsOfReinstall : public QObject
                 stoppedAt(Status::kFormatting, 0)};
     }
     static QList<Fault> restoring() {
-        return {pulledAt(Status::kReading, 0),        pulledAt(Status::kBackingUp, 300),
-                looseAt(Status::kBackingUp, 300),     stoppedAt(Status::kBackingUp, 300),
-                closedAt(Status::kBackingUp, 300),    fullPcAt(Status::kBackingUp, 400),
-                pulledAt(Status::kRestoring, 300),    looseAt(Status::kRestoring, 300),
-                stoppedAt(Status::kRestoring, 300),   closedAt(Status::kRestoring, 300)};
+        return {pulledAt(Status::kReading, 0),      pulledAt(Status::kBackingUp, 300),
+                looseAt(Status::kBackingUp, 300),   stoppedAt(Status::kBackingUp, 300),
+                closedAt(Status::kBackingUp, 300),  fullPcAt(Status::kBackingUp, 400),
+                pulledAt(Status::kRestoring, 300),  looseAt(Status::kRestoring, 300),
+                stoppedAt(Status::kRestoring, 300), closedAt(Status::kRestoring, 300)};
     }
 
 private slots:

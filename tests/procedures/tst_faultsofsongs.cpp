@@ -8,20 +8,32 @@ class TestFaultsOfSongs : public QObject
 
     static QList<Fault> updating() {
         return cuts(kUpdateArchivePath) + toolFaults() +
-               QList<Fault>{fullPcAt(Status::kDownloading, 4), pulledAt(Status::kDownloading, 0),
-                            pulledAt(Status::kCopyingUpdate, 1), looseAt(Status::kCopyingUpdate, 1),
-                            stoppedAt(Status::kCopyingUpdate, 1), closedAt(Status::kCopyingUpdate, 1),
-                            fullPlayer(0), fullPlayer(4096), elsewhere()};
+               QList<Fault>{fullPcAt(Status::kDownloading, 4),
+                            pulledAt(Status::kDownloading, 0),
+                            pulledAt(Status::kCopyingUpdate, 1),
+                            looseAt(Status::kCopyingUpdate, 1),
+                            stoppedAt(Status::kCopyingUpdate, 1),
+                            closedAt(Status::kCopyingUpdate, 1),
+                            fullPlayer(0),
+                            fullPlayer(4096),
+                            elsewhere()};
     }
     static QList<Fault> backingUp() {
-        return {pulledAt(Status::kReading, 0),     pulledAt(Status::kBackingUp, 300),
-                looseAt(Status::kBackingUp, 300),  stoppedAt(Status::kBackingUp, 300),
-                closedAt(Status::kBackingUp, 300), fullPcAt(Status::kBackingUp, 400),
+        return {pulledAt(Status::kReading, 0),
+                pulledAt(Status::kBackingUp, 300),
+                looseAt(Status::kBackingUp, 300),
+                stoppedAt(Status::kBackingUp, 300),
+                closedAt(Status::kBackingUp, 300),
+                fullPcAt(Status::kBackingUp, 400),
                 elsewhere()};
     }
     static QList<Fault> restoring() {
-        return {pulledAt(Status::kRestoring, 20), looseAt(Status::kRestoring, 20), stoppedAt(Status::kRestoring, 20),
-                closedAt(Status::kRestoring, 20), fullPlayer(0),                   fullPlayer(40960),
+        return {pulledAt(Status::kRestoring, 20),
+                looseAt(Status::kRestoring, 20),
+                stoppedAt(Status::kRestoring, 20),
+                closedAt(Status::kRestoring, 20),
+                fullPlayer(0),
+                fullPlayer(40960),
                 elsewhere()};
     }
     static QList<Fault> optimising() {
@@ -36,8 +48,12 @@ class TestFaultsOfSongs : public QObject
         return all + QList<Fault>{elsewhere()};
     }
     static QList<Fault> transferring() {
-        return {pulledAt(Places::kDropping, 30), looseAt(Places::kDropping, 30), stoppedAt(Places::kDropping, 30),
-                closedAt(Places::kDropping, 30), fullPlayer(0),                  fullPlayer(40960),
+        return {pulledAt(Places::kDropping, 30),
+                looseAt(Places::kDropping, 30),
+                stoppedAt(Places::kDropping, 30),
+                closedAt(Places::kDropping, 30),
+                fullPlayer(0),
+                fullPlayer(40960),
                 elsewhere()};
     }
 
