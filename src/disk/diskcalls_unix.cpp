@@ -22,6 +22,11 @@ quint64 volumeId(const QString &path)
     return quint64(status.st_dev) + 1;
 }
 
+int patienceMs()
+{
+    return 0;
+}
+
 qint64 clusterSize(const QString &path)
 {
     struct statvfs status = {};

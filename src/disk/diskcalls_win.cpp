@@ -36,6 +36,11 @@ quint64 volumeId(const QString &path)
     return quint64(serial) + 1;
 }
 
+int patienceMs()
+{
+    return 2000;
+}
+
 qint64 clusterSize(const QString &path)
 {
     DWORD sectors = 0;
