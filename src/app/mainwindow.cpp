@@ -2,6 +2,7 @@
 
 #include "appsettings.h"
 #include "language.h"
+#include "pacedbar.h"
 
 #include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
@@ -40,6 +41,7 @@ QPalette paletteForLightGround(QPalette palette)
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
     ui->setupUi(this);
+    m_pacedBar = std::make_unique<PacedBar>(*ui->progressBar);
     fitIntoScreen();
     createPages();
     connectPages();

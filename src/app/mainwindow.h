@@ -14,6 +14,7 @@ class EndOttimizza;
 class FirstMenu;
 class MaintenanceJob;
 class Ottimizza;
+class PacedBar;
 class QProgressBar;
 class QTimer;
 class Transfer;
@@ -153,6 +154,7 @@ private:
     bool noteEnd(const JobEnd &end);
 
     std::unique_ptr<Ui::MainWindow> ui;
+    std::unique_ptr<PacedBar> m_pacedBar; ///< the form's bar
     QTimer *m_connectionTimer = nullptr;
     DeviceLocator m_deviceLocator;
     bool m_jobRunning = false;

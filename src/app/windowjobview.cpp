@@ -29,7 +29,7 @@ QMessageBox::StandardButton standardButton(JobAnswer answer)
 } // namespace
 
 WindowJobView::WindowJobView(MainWindow &window, QLabel &statusLine, QProgressBar &bar, QPushButton &stopButton)
-    : m_window(window), m_statusLine(statusLine), m_bar(bar), m_stopButton(stopButton)
+    : m_window(window), m_statusLine(statusLine), m_bar(bar), m_pacedBar(bar), m_stopButton(stopButton)
 {
 }
 
@@ -54,7 +54,7 @@ void WindowJobView::setBarRange(int minimum, int maximum)
 
 void WindowJobView::setBarValue(int value)
 {
-    m_bar.setValue(value);
+    m_pacedBar.setValue(value);
 }
 
 void WindowJobView::setBarFormat(const QString &format)
@@ -64,7 +64,7 @@ void WindowJobView::setBarFormat(const QString &format)
 
 void WindowJobView::paintBar()
 {
-    m_bar.repaint();
+    m_pacedBar.paint();
 }
 
 bool WindowJobView::isStopped() const

@@ -16,9 +16,9 @@ namespace {
 constexpr int kFolderAttempts = 3;
 constexpr int kPauseBetweenAttemptsMs = 250;
 
-void removeFolder(const QString &path)
+void removeFolder(const QString &path, const std::function<bool()> &goOn)
 {
-    for (int attempt = 1; !removeTree(path) && attempt < kFolderAttempts; ++attempt)
+    for (int attempt = 1; goOn() && !removeTree(path, goOn) && attempt < kFolderAttempts; ++attempt)
         waitMs(kPauseBetweenAttemptsMs);
 }
 
@@ -61,7 +61,8 @@ void Transfer::deleteAll(const QStringList &paths)
     emit setProgressBarVisible(true);
     emit updateLabelAction(tr("Cancellazione in corso ..."));
     qInfo() << "Transfer : Start Cancellazione";
-    emit setProgressBarMaxVal(paths.size());
+    // A bar from 0 to 0 would move for ever.
+    emit setProgressBarMaxVal(qMax(paths.size(), 1));
     for (const QString &path : paths) {
         QCoreApplication::processEvents();
         if (aborted)
@@ -76,12 +77,12 @@ void Transfer::deleteAll(const QStringList &paths)
 
 void Transfer::deleteEntry(const QString &path)
 {
-    if (!m_player.isThere())
+    if (!isPlayerThere())
         return;
     const QFileInfo info(path);
     // Of a link only the link goes, never what it points to.
     if (info.isDir() && !isLink(info))
-        removeFolder(path);
+        removeFolder(path, [this] { return isPlayerThere(); });
     else
         QFile::remove(path);
 }

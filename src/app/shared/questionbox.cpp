@@ -29,10 +29,11 @@ bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMes
 }
 
 void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
-              const QString &informativeText)
+              const QString &informativeText, const QString &detailedText)
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(informativeText);
+    box.setDetailedText(detailedText);
     box.exec();
 }

@@ -31,6 +31,7 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
 /// The same with the system's own buttons "Yes" and "No". Returns whether it was "Yes"; Escape means "No".
 bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton defaultButton);
 
-/// Tells the user something in a modal box with the button "Ok"; @p informativeText stands below, smaller.
+/// Tells the user something in a modal box with the button "Ok"; @p informativeText stands below, smaller, and
+/// @p detailedText, when there is one, is shown when the user asks for it.
 void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
-              const QString &informativeText = QString());
+              const QString &informativeText = QString(), const QString &detailedText = QString());
