@@ -44,6 +44,9 @@ public:
     /// pixels high: as it is, or 50 pixels less than the work area when it is higher than that.
     static int openingHeight(int wanted, int available);
 
+    /// The same for the width.
+    static int openingWidth(int wanted, int available);
+
     /// STOP was pressed and confirmed. Cleared when a maintenance job starts, which polls it between its steps.
     bool abortRequested = false;
     /// The window was asked to close while a job ran: the job ends as after STOP, and then the window closes.
@@ -111,9 +114,11 @@ public slots:
     void on_pushButtonAboutQT_clicked();
 
 protected:
-    // mainwindow.cpp
-    /// Refuses to close while the transfer waits for its "FINE".
+    // closing.cpp
+    /// Refuses to close while the transfer waits for its "FINE". While something works the closing counts as a
+    /// confirmed STOP, and the window closes by itself as soon as all work has ended.
     void closeEvent(QCloseEvent *event) override;
+    // mainwindow.cpp
     /// Applies the texts again when the language has changed.
     void changeEvent(QEvent *event) override;
 
@@ -139,6 +144,12 @@ private:
     void createPages();
     void applyStyle();
 
+    // closing.cpp
+    bool isWorking() const;
+    void askToClose();
+    void endWork();
+    void closeOnceIdle();
+
     // connections.cpp
     void connectPages();
     void connectCheck();
@@ -157,7 +168,9 @@ private:
     std::unique_ptr<PacedBar> m_pacedBar; ///< the form's bar
     QTimer *m_connectionTimer = nullptr;
     DeviceLocator m_deviceLocator;
+    QTimer *m_closeTimer = nullptr; ///< runs from a close that had to wait to the close itself
     bool m_jobRunning = false;
+    bool m_checkRunning = false;
     // The pages: children of the form's framePage, alive as long as the window.
     Check *m_check = nullptr;
     Connect *m_connectPage = nullptr;

@@ -4,6 +4,8 @@
 
 #include "app/shared/questionbox.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QProgressBar>
@@ -107,6 +109,9 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
 
 QString WindowJobView::chooseFolder(const QString &caption)
 {
-    return QFileDialog::getExistingDirectory(&m_window, caption, QString(),
-                                             QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    const QString folder = QFileDialog::getExistingDirectory(
+        &m_window, caption, QString(), QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    // The dialog of Windows may leave the process in the folder it showed, which nobody could remove or rename then.
+    QDir::setCurrent(QCoreApplication::applicationDirPath());
+    return folder;
 }

@@ -130,6 +130,8 @@ private:
     void aimAtRow(const QPoint &position);
 
     // transfercopy.cpp
+    bool copyDropped(const QStringList &paths);
+    void copyCounted(const QStringList &paths, int total);
     void takeDropTarget();
     int countAll(const QStringList &paths);
     void copyAll(const QStringList &paths);

@@ -2,7 +2,9 @@
 #include "transfer.h"
 
 #include "app/shared/questionbox.h"
+#include "disk/awake.h"
 #include "disk/filecopy.h"
+#include "disk/worklock.h"
 #include "ui_transfer.h"
 
 #include <QCoreApplication>
@@ -10,7 +12,6 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QScopeGuard>
 #include <QUrl>
 #include <algorithm>
 
@@ -55,12 +56,26 @@ void Transfer::dropEvent(QDropEvent *event)
     setDropAreaHovered(false);
     event->acceptProposedAction();
     enterBusy();
-    auto leave = qScopeGuard([this] { leaveBusy(); });
+    const bool shown = copyDropped(localFiles(event->mimeData()->urls()));
+    leaveBusy();
+    if (!shown)
+        emit setProgressBarVisible(false);
+}
+
+/// Returns false when the copy was stopped before it began: the bar is to go then.
+bool Transfer::copyDropped(const QStringList &paths)
+{
+    const WorkLock lock;
+    if (!lock.isTaken()) {
+        forgetDropTarget();
+        tellOtherWindowWorks(window());
+        return true;
+    }
+    const StayAwake awake;
     takeDropTarget();
     aborted = false;
-    const QStringList paths = localFiles(event->mimeData()->urls());
     if (paths.isEmpty())
-        return;
+        return true;
 
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(0);
@@ -69,13 +84,14 @@ void Transfer::dropEvent(QDropEvent *event)
     emit updateLabelAction(tr("Conteggio numero file da trasferire ..."));
     qInfo() << "Transfer : Start trasferimento in " << currentFolder;
     const int total = countAll(paths);
-    if (aborted) {
-        leave.dismiss();
-        leaveBusy();
-        emit setProgressBarVisible(false);
-        return;
-    }
+    if (aborted)
+        return false;
+    copyCounted(paths, total);
+    return true;
+}
 
+void Transfer::copyCounted(const QStringList &paths, int total)
+{
     qInfo() << "Transfer : N. Files  " << total;
     ui->pushBtnForward->setEnabled(false);
     // A bar from 0 to 0 would move for ever.

@@ -2,8 +2,10 @@
 #include "transfer.h"
 
 #include "app/shared/questionbox.h"
+#include "disk/awake.h"
 #include "disk/tree.h"
 #include "disk/waitms.h"
+#include "disk/worklock.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
@@ -48,12 +50,17 @@ void Transfer::on_actionDeleteSelectedItems_triggered()
     if (!askYesOrNo(this, tr("Cancella file"), tr("Cancellare gli elementi selezionati ?"), QMessageBox::No))
         return;
     enterBusy();
-    deleteAll(paths);
+    const WorkLock lock;
+    if (lock.isTaken())
+        deleteAll(paths);
+    else
+        tellOtherWindowWorks(window());
     leaveBusy();
 }
 
 void Transfer::deleteAll(const QStringList &paths)
 {
+    const StayAwake awake;
     aborted = false;
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(0);
