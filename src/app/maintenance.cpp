@@ -1,6 +1,9 @@
 // The main window's chapter that starts the maintenance jobs, shows that one is running, and notes how it ended.
 #include "mainwindow.h"
 
+#include "app/shared/questionbox.h"
+#include "disk/awake.h"
+#include "disk/worklock.h"
 #include "pages/avanzate.h"
 #include "procedures/diskformat.h"
 #include "procedures/filedownload.h"
@@ -79,11 +82,18 @@ template <class Job, class... Arguments> void MainWindow::startJob(Arguments... 
 void MainWindow::runJob(MaintenanceJob &job)
 {
     // Events are processed while a job runs: a second one must not be started inside it.
-    if (m_jobRunning)
+    if (m_jobRunning || closeRequested)
         return;
     const QScopedValueRollback<bool> running(m_jobRunning, true);
-    if (!job.confirm())
+    const WorkLock lock;
+    if (!lock.isTaken()) {
+        tellOtherWindowWorks(this);
         return;
+    }
+    // The window may have been asked to close while the question was open.
+    if (!job.confirm() || closeRequested)
+        return;
+    const StayAwake awake;
     abortRequested = false;
     procedureOk = true;
     m_avanzate->setEnabled(false);

@@ -2,8 +2,8 @@
 
 #include "appsettings.h"
 #include "language.h"
+#include "pacedbar.h"
 
-#include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
 #include "optimizer/endottimizza.h"
@@ -15,8 +15,9 @@
 #include "transfer/transfer.h"
 #include "ui_mainwindow.h"
 
-#include <QCloseEvent>
+#include <QEvent>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 
@@ -40,12 +41,15 @@ QPalette paletteForLightGround(QPalette palette)
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
     ui->setupUi(this);
+    m_pacedBar = std::make_unique<PacedBar>(*ui->progressBar);
     fitIntoScreen();
     createPages();
     connectPages();
     applyStyle();
     on_setProgressBarVisible(false);
     setWindowFlags(Qt::Window);
+    m_closeTimer = new QTimer(this);
+    connect(m_closeTimer, &QTimer::timeout, this, &MainWindow::closeOnceIdle);
     start_check_connection();
 }
 
@@ -56,10 +60,21 @@ int MainWindow::openingHeight(int wanted, int available)
     return wanted > available ? available - kRoomForWindowFrame : wanted;
 }
 
+int MainWindow::openingWidth(int wanted, int available)
+{
+    return openingHeight(wanted, available);
+}
+
 void MainWindow::fitIntoScreen()
 {
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(width(), openingHeight(height(), screen->availableGeometry().height()));
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QSize available = screen->availableGeometry().size();
+    const QSize fitting(openingWidth(width(), available.width()), openingHeight(height(), available.height()));
+    // What has no room then is reached by scrolling.
+    setMinimumSize(minimumSize().boundedTo(fitting));
+    resize(fitting);
 }
 
 void MainWindow::createPages()
@@ -125,6 +140,7 @@ void MainWindow::check_connection()
     m_connectionTimer->stop();
     m_connectPage->hide();
     m_check->show();
+    const QScopedValueRollback<bool> running(m_checkRunning, true);
     m_check->runCheck(root);
 }
 
@@ -136,23 +152,13 @@ void MainWindow::on_pButLang_clicked()
     storeLanguage(next);
 }
 
-void MainWindow::closeEvent(QCloseEvent *event)
-{
-    if (!m_transfer->isFinishPending()) {
-        QMainWindow::closeEvent(event);
-        return;
-    }
-    tellUser(this, QMessageBox::Information, tr("Trasferimento non completato"),
-             tr("Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione cliccando sul tasto "
-                "\"FINE\"."));
-    event->ignore();
-}
-
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
-        ui->labelAction->clear();
+        // What it says of a running job is the only word of it: the job would not say it again.
+        if (!isWorking())
+            ui->labelAction->clear();
     }
     QMainWindow::changeEvent(event);
 }

@@ -14,6 +14,7 @@ class EndOttimizza;
 class FirstMenu;
 class MaintenanceJob;
 class Ottimizza;
+class PacedBar;
 class QProgressBar;
 class QTimer;
 class Transfer;
@@ -42,6 +43,9 @@ public:
     /// The height in pixels at which a window that wants @p wanted opens on a screen whose work area is @p available
     /// pixels high: as it is, or 50 pixels less than the work area when it is higher than that.
     static int openingHeight(int wanted, int available);
+
+    /// The same for the width.
+    static int openingWidth(int wanted, int available);
 
     /// STOP was pressed and confirmed. Cleared when a maintenance job starts, which polls it between its steps.
     bool abortRequested = false;
@@ -110,9 +114,11 @@ public slots:
     void on_pushButtonAboutQT_clicked();
 
 protected:
-    // mainwindow.cpp
-    /// Refuses to close while the transfer waits for its "FINE".
+    // closing.cpp
+    /// Refuses to close while the transfer waits for its "FINE". While something works the closing counts as a
+    /// confirmed STOP, and the window closes by itself as soon as all work has ended.
     void closeEvent(QCloseEvent *event) override;
+    // mainwindow.cpp
     /// Applies the texts again when the language has changed.
     void changeEvent(QEvent *event) override;
 
@@ -138,6 +144,12 @@ private:
     void createPages();
     void applyStyle();
 
+    // closing.cpp
+    bool isWorking() const;
+    void askToClose();
+    void endWork();
+    void closeOnceIdle();
+
     // connections.cpp
     void connectPages();
     void connectCheck();
@@ -153,9 +165,12 @@ private:
     bool noteEnd(const JobEnd &end);
 
     std::unique_ptr<Ui::MainWindow> ui;
+    std::unique_ptr<PacedBar> m_pacedBar; ///< the form's bar
     QTimer *m_connectionTimer = nullptr;
     DeviceLocator m_deviceLocator;
+    QTimer *m_closeTimer = nullptr; ///< runs from a close that had to wait to the close itself
     bool m_jobRunning = false;
+    bool m_checkRunning = false;
     // The pages: children of the form's framePage, alive as long as the window.
     Check *m_check = nullptr;
     Connect *m_connectPage = nullptr;

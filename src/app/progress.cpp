@@ -2,16 +2,12 @@
 #include "mainwindow.h"
 
 #include "app/shared/questionbox.h"
+#include "pacedbar.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
 #include <QDebug>
 #include <QProgressBar>
-#include <QTimer>
-
-namespace {
-constexpr int kPaintIntervalMs = 40;
-}
 
 void MainWindow::on_setProgressBarVisible(bool visible)
 {
@@ -45,13 +41,7 @@ void MainWindow::on_updateProgressBarVal(int value)
 
 void MainWindow::on_increaseProgressBarVal()
 {
-    // The bar paints itself at every new value; for each file of a transfer that would take longer than the copying.
-    QProgressBar *bar = ui->progressBar;
-    if (bar->updatesEnabled()) {
-        bar->setUpdatesEnabled(false);
-        QTimer::singleShot(kPaintIntervalMs, bar, [bar] { bar->setUpdatesEnabled(true); });
-    }
-    bar->setValue(bar->value() + 1);
+    m_pacedBar->setValue(ui->progressBar->value() + 1);
 }
 
 void MainWindow::on_updateLabelAction(const QString &text)

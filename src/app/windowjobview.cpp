@@ -4,6 +4,8 @@
 
 #include "app/shared/questionbox.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QProgressBar>
@@ -29,7 +31,7 @@ QMessageBox::StandardButton standardButton(JobAnswer answer)
 } // namespace
 
 WindowJobView::WindowJobView(MainWindow &window, QLabel &statusLine, QProgressBar &bar, QPushButton &stopButton)
-    : m_window(window), m_statusLine(statusLine), m_bar(bar), m_stopButton(stopButton)
+    : m_window(window), m_statusLine(statusLine), m_bar(bar), m_pacedBar(bar), m_stopButton(stopButton)
 {
 }
 
@@ -54,7 +56,7 @@ void WindowJobView::setBarRange(int minimum, int maximum)
 
 void WindowJobView::setBarValue(int value)
 {
-    m_bar.setValue(value);
+    m_pacedBar.setValue(value);
 }
 
 void WindowJobView::setBarFormat(const QString &format)
@@ -64,7 +66,7 @@ void WindowJobView::setBarFormat(const QString &format)
 
 void WindowJobView::paintBar()
 {
-    m_bar.repaint();
+    m_pacedBar.paint();
 }
 
 bool WindowJobView::isStopped() const
@@ -108,6 +110,9 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
 
 QString WindowJobView::chooseFolder(const QString &caption)
 {
-    return QFileDialog::getExistingDirectory(&m_window, caption, QString(),
-                                             QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    const QString folder = QFileDialog::getExistingDirectory(
+        &m_window, caption, QString(), QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    // The dialog of Windows may leave the process in the folder it showed, which nobody could remove or rename then.
+    QDir::setCurrent(QCoreApplication::applicationDirPath());
+    return folder;
 }

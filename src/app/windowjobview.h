@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pacedbar.h"
+
 #include "procedures/jobview.h"
 
 class MainWindow;
@@ -31,5 +33,6 @@ private:
     MainWindow &m_window;
     QLabel &m_statusLine;
     QProgressBar &m_bar;
+    PacedBar m_pacedBar;
     QPushButton &m_stopButton;
 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-bool removeContent(const QString &path)
+bool removeContent(const QString &path, const std::function<bool()> &goOn)
 {
     bool good = true;
     // Listed before anything is deleted: a listing that goes on while its folder shrinks may skip entries.
@@ -18,8 +18,10 @@ bool removeContent(const QString &path)
         return true;
     });
     for (const QFileInfo &entry : qAsConst(entries)) {
+        if (goOn && !goOn())
+            return false;
         const bool folder = entry.isDir() && !isLink(entry);
-        good &= folder ? removeTree(entry.filePath()) : removeFile(entry.filePath());
+        good &= folder ? removeTree(entry.filePath(), goOn) : removeFile(entry.filePath());
         QCoreApplication::processEvents();
     }
     return good;
@@ -80,7 +82,7 @@ bool removeFile(const QString &path)
     return QFile::remove(path);
 }
 
-bool removeTree(const QString &path)
+bool removeTree(const QString &path, const std::function<bool()> &goOn)
 {
     if (path.isEmpty())
         return false;
@@ -91,7 +93,7 @@ bool removeTree(const QString &path)
         return removeFile(clean);
     if (!info.exists())
         return true;
-    return info.isDir() && removeContent(clean) && removeEmptyFolder(clean);
+    return info.isDir() && removeContent(clean, goOn) && removeEmptyFolder(clean);
 }
 
 bool emptyFolder(const QString &path)

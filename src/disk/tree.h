@@ -38,7 +38,8 @@ QStringList listTree(const Walk &walk, const std::function<bool()> &goOn = nullp
 /// Entries that cannot be deleted are passed over; what can be deleted is gone all the same.
 /// Returns true when nothing is left under @p path: a folder that is not there counts as deleted. False when something
 /// remains, when @p path is a file (which is kept) or empty.
-bool removeTree(const QString &path);
+/// @p goOn, when given, is asked before each entry; when it says no, nothing more is deleted.
+bool removeTree(const QString &path, const std::function<bool()> &goOn = nullptr);
 
 /// Deletes the folder @p path as removeTree() does and makes it again, empty. Its parent must exist.
 /// Returns false when something could not be deleted (the folder is then not made) or the new folder could not be made.

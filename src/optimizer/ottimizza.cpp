@@ -2,10 +2,13 @@
 
 #include "ui_ottimizza.h"
 
+#include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
 #include "device/player.h"
 #include "disk/aside.h"
+#include "disk/awake.h"
+#include "disk/worklock.h"
 #include "songfiles/songkind.h"
 
 #include <QDebug>
@@ -157,6 +160,12 @@ void Ottimizza::startAllOptimization()
     if (m_running)
         return;
     const QScopedValueRollback<bool> running(m_running, true);
+    const WorkLock lock;
+    if (!lock.isTaken()) {
+        tellOtherWindowWorks(window());
+        return;
+    }
+    const StayAwake awake;
     setControlsEnabled(false);
 
     failCode = Success;

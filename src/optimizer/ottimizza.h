@@ -31,6 +31,9 @@ public:
     explicit Ottimizza(QWidget *parent = nullptr);
     ~Ottimizza() override;
 
+    /// Whether a run is under way.
+    bool isRunning() const { return m_running; }
+
     /// Why a run did not do its work, as the result page is told.
     enum FailCode : int
     {
@@ -111,6 +114,8 @@ signals:
 public slots:
     /// STOP was pressed: the running step ends at its next test.
     void on_stopActionPressed();
+    /// The window is to close: the run ends at its next test.
+    void on_closeRequested() { abortRequested = true; }
     /// Runs the chosen operations in their fixed order, with the page's controls disabled meanwhile. Returns when all
     /// is done; a call while a run is working does nothing.
     void startAllOptimization();

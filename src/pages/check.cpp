@@ -49,6 +49,8 @@ void Check::runCheck(const QString &deviceRoot)
     emit setPushButtonStopVisible(false);
     sweepProgressBar();
     emit setProgressBarVisible(false);
+    if (m_closing)
+        return;
 
     if (Player(deviceRoot).hasSystemFiles()) {
         enter(Stage::Intact);
@@ -65,7 +67,7 @@ void Check::runCheck(const QString &deviceRoot)
 /// Deliberate: a fixed pause of about a second, not a measure of work.
 void Check::sweepProgressBar()
 {
-    for (int value = kProgressMin; value <= kProgressMax; ++value) {
+    for (int value = kProgressMin; value <= kProgressMax && !m_closing; ++value) {
         emit updateProgressBarVal(value);
         waitMs(kProgressStepMs);
     }
@@ -80,6 +82,11 @@ void Check::offerReinstallation()
         return;
     enter(Stage::Restoring);
     emit reinstallOpSysOnly();
+}
+
+void Check::on_closeRequested()
+{
+    m_closing = true;
 }
 
 void Check::finish()

@@ -25,6 +25,10 @@ public:
     /// reinstallation, which runs inside reinstallOpSysOnly(), and checkDone() follows whatever was answered.
     void runCheck(const QString &deviceRoot);
 
+public slots:
+    /// The window is to close: a pause that runs ends at once, and nothing is looked for, asked or emitted after it.
+    void on_closeRequested();
+
 signals:
     // What the window shows of the check's progress; the bar goes from 0 to 100.
     void setProgressBarVisible(bool visible);
@@ -63,4 +67,5 @@ private:
 
     std::unique_ptr<Ui::Check> ui;
     Stage m_stage = Stage::Running;
+    bool m_closing = false;
 };

@@ -59,6 +59,7 @@ void Transfer::prepare(const QString &root)
     currentFolder = root;
     dropTarget.clear();
     m_player = Player(root);
+    m_playerGone = false;
     m_folderTextCleared = false;
     m_folderText.clear();
     ui->retranslateUi(this);

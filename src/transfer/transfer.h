@@ -1,5 +1,7 @@
 #pragma once
 
+#include "droptally.h"
+
 #include "device/player.h"
 
 #include <QString>
@@ -7,6 +9,7 @@
 #include <QWidget>
 #include <memory>
 
+enum class CopyResult;
 class FilteredVolume;
 class QItemSelection;
 class QModelIndex;
@@ -47,7 +50,7 @@ public:
     /// destination, is passed over. Does nothing when aborted is set or the source does not exist.
     void copyFolder(const QString &source, const QString &destination);
     /// Copies one file and asks before it overwrites another. Emits increaseProgressBarVal() and processes events
-    /// first, so that a file that is skipped counts too. A failure is only a line of the debug log.
+    /// first, so that a file that is skipped counts too. One that fails is named when the drop ends.
     void copyOneFile(const QString &source, const QString &destination);
 
     bool busy = false;       ///< a copy or a deletion runs; every slot returns at once while it is set
@@ -117,6 +120,7 @@ private:
     QStringList expandedFolders() const;
     void enterBusy();
     void leaveBusy();
+    bool isPlayerThere();
     void endWork();
 
     // transferdrag.cpp
@@ -126,12 +130,17 @@ private:
     void aimAtRow(const QPoint &position);
 
     // transfercopy.cpp
+    bool copyDropped(const QStringList &paths);
+    void copyCounted(const QStringList &paths, int total);
     void takeDropTarget();
     int countAll(const QStringList &paths);
     void copyAll(const QStringList &paths);
     bool leadsIntoItself(const QString &source, const QString &destination) const;
     void copyFolderTo(const QString &source, const QString &destination);
+    bool keepWindowAlive();
+    CopyResult copyOver(const QString &source, const QString &destination);
     bool mayOverwrite(const QString &destination);
+    void tellWhatIsMissing();
 
     // transferdelete.cpp
     QStringList selectedPaths() const;
@@ -144,5 +153,7 @@ private:
     bool m_folderTextCleared = false;          ///< the folder label has lost its first text
     QString m_folderText;                      ///< what the folder label shows since
     Player m_player;                           ///< the one that the page is open for
+    bool m_playerGone = false;                 ///< it went away during this copy or deletion
+    DropTally m_tally;                         ///< of the running drop
     QStringList m_openFolders;                 ///< canonical paths of the folders being copied, outermost first
 };

@@ -2,7 +2,9 @@
 #include "transfer.h"
 
 #include "app/shared/questionbox.h"
+#include "disk/awake.h"
 #include "disk/filecopy.h"
+#include "disk/worklock.h"
 #include "ui_transfer.h"
 
 #include <QCoreApplication>
@@ -10,7 +12,6 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QScopeGuard>
 #include <QUrl>
 #include <algorithm>
 
@@ -46,13 +47,6 @@ QString canonicalPlace(const QString &path)
     return canonicalPlace(parent) + QLatin1Char('/') + QFileInfo(path).fileName();
 }
 
-/// Deliberate: STOP is looked at between files, so that a file that has been begun is finished.
-bool processEvents()
-{
-    QCoreApplication::processEvents();
-    return true;
-}
-
 } // namespace
 
 void Transfer::dropEvent(QDropEvent *event)
@@ -62,12 +56,26 @@ void Transfer::dropEvent(QDropEvent *event)
     setDropAreaHovered(false);
     event->acceptProposedAction();
     enterBusy();
-    auto leave = qScopeGuard([this] { leaveBusy(); });
+    const bool shown = copyDropped(localFiles(event->mimeData()->urls()));
+    leaveBusy();
+    if (!shown)
+        emit setProgressBarVisible(false);
+}
+
+/// Returns false when the copy was stopped before it began: the bar is to go then.
+bool Transfer::copyDropped(const QStringList &paths)
+{
+    const WorkLock lock;
+    if (!lock.isTaken()) {
+        forgetDropTarget();
+        tellOtherWindowWorks(window());
+        return true;
+    }
+    const StayAwake awake;
     takeDropTarget();
     aborted = false;
-    const QStringList paths = localFiles(event->mimeData()->urls());
     if (paths.isEmpty())
-        return;
+        return true;
 
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(0);
@@ -76,24 +84,30 @@ void Transfer::dropEvent(QDropEvent *event)
     emit updateLabelAction(tr("Conteggio numero file da trasferire ..."));
     qInfo() << "Transfer : Start trasferimento in " << currentFolder;
     const int total = countAll(paths);
-    if (aborted) {
-        leave.dismiss();
-        leaveBusy();
-        emit setProgressBarVisible(false);
-        return;
-    }
+    if (aborted)
+        return false;
+    copyCounted(paths, total);
+    return true;
+}
 
+void Transfer::copyCounted(const QStringList &paths, int total)
+{
     qInfo() << "Transfer : N. Files  " << total;
     ui->pushBtnForward->setEnabled(false);
-    emit setProgressBarMaxVal(total);
+    // A bar from 0 to 0 would move for ever.
+    emit setProgressBarMaxVal(qMax(total, 1));
     emit setProgressBarFormat(QStringLiteral("%v"));
     emit updateLabelAction(tr("Copia di %1 file su Corvin4 in corso ...").arg(total));
     overwriteAnswer = 0;
+    m_tally = DropTally(total);
     copyAll(paths);
     qInfo() << "Transfer : Fine Copia";
-    m_player.flush();
+    // Whatever was copied last can only be vouched for once the player has it.
+    if (!m_player.flush() && m_tally.isWhole())
+        m_tally.doubtTheLast();
     ui->pushBtnForward->setEnabled(true);
     endWork();
+    tellWhatIsMissing();
 }
 
 void Transfer::takeDropTarget()
@@ -110,7 +124,7 @@ int Transfer::countAll(const QStringList &paths)
 {
     int total = 0;
     for (const QString &path : paths) {
-        processEvents();
+        QCoreApplication::processEvents();
         total += countFiles(path);
     }
     return total;
@@ -123,12 +137,12 @@ int Transfer::countFiles(const QString &path)
         return 0;
     if (info.isFile())
         return 1;
-    processEvents();
+    QCoreApplication::processEvents();
     int count = 0;
     const QFileInfoList entries =
         QDir(path).entryInfoList(QDir::Dirs | QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QFileInfo &entry : entries) {
-        processEvents();
+        QCoreApplication::processEvents();
         if (aborted)
             break;
         count += entry.isDir() ? countFiles(pathIn(path, entry.fileName())) : 1;
@@ -164,9 +178,9 @@ void Transfer::copyFolderTo(const QString &source, const QString &destination)
         qInfo() << "Transfer : Cartella non copiata in se stessa :" << source;
         return;
     }
-    if (m_player.isThere())
-        QDir().mkpath(destination);
-    processEvents();
+    if (!isPlayerThere() || !QDir().mkpath(destination))
+        m_tally.addMissingFolder(source);
+    QCoreApplication::processEvents();
     copyFolder(source, destination);
 }
 
@@ -175,7 +189,9 @@ void Transfer::copyFolder(const QString &source, const QString &destination)
     const QDir folder(source);
     if (aborted || !folder.exists())
         return;
-    processEvents();
+    QCoreApplication::processEvents();
+    if (!folder.isReadable())
+        m_tally.addMissingFolder(source);
     m_openFolders.append(folder.canonicalPath());
     const QStringList folders = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &name : folders) {
@@ -189,26 +205,47 @@ void Transfer::copyFolder(const QString &source, const QString &destination)
         copyOneFile(source + QDir::separator() + name, destination + QDir::separator() + name);
 }
 
+/// Between two blocks of a large file. Deliberate: STOP is not looked at, so that a file that has been begun is
+/// finished; but nothing is written on where the player was.
+bool Transfer::keepWindowAlive()
+{
+    QCoreApplication::processEvents();
+    return isPlayerThere();
+}
+
 void Transfer::copyOneFile(const QString &source, const QString &destination)
 {
     if (aborted)
         return;
     emit increaseProgressBarVal();
-    processEvents();
-    const CopyResult result =
-        m_player.isThere() ? copyFile(source, destination, processEvents) : CopyResult::NotCreated;
-    if (result == CopyResult::Copied)
-        return;
-    if (result != CopyResult::DestinationExists) {
+    QCoreApplication::processEvents();
+    CopyResult result =
+        isPlayerThere() ? copyFile(source, destination, [this] { return keepWindowAlive(); }) : CopyResult::NotCreated;
+    if (result == CopyResult::DestinationExists) {
+        if (isSameFile(source, destination)) {
+            qInfo() << "Transfer : File non copiato su se stesso :" << source;
+            return;
+        }
+        if (!mayOverwrite(destination))
+            return;
+        result = copyOver(source, destination);
+    } else if (result != CopyResult::Copied) {
         qDebug() << "!QFile::copy - src :" << source;
-        return;
     }
-    if (isSameFile(source, destination)) {
-        qInfo() << "Transfer : File non copiato su se stesso :" << source;
-        return;
-    }
-    if (mayOverwrite(destination) && m_player.isThere())
-        replaceFile(source, destination, processEvents);
+    if (result == CopyResult::Copied)
+        m_tally.addCopied(source);
+    else
+        m_tally.addMissing(source);
+}
+
+CopyResult Transfer::copyOver(const QString &source, const QString &destination)
+{
+    // The question may have been open for long.
+    const CopyResult result = isPlayerThere() ? replaceFile(source, destination, [this] { return keepWindowAlive(); })
+                                              : CopyResult::NotCreated;
+    if (result != CopyResult::Copied)
+        qDebug() << "Transfer : File non sostituito :" << destination;
+    return result;
 }
 
 bool Transfer::mayOverwrite(const QString &destination)
@@ -227,4 +264,14 @@ bool Transfer::mayOverwrite(const QString &destination)
         overwriteAnswer = askQuestion(nullptr, question);
     }
     return overwriteAnswer == QMessageBox::Yes || overwriteAnswer == QMessageBox::YesToAll;
+}
+
+void Transfer::tellWhatIsMissing()
+{
+    if (m_tally.isWhole())
+        return;
+    // Over the window and not over this page, whose style sheet would reach into the box.
+    tellUser(window(), QMessageBox::Information, tr("Trasferimento non completato"),
+             tr("Copiati %1 file su %2.").arg(m_tally.copiedFiles()).arg(m_tally.wantedFiles()), QString(),
+             m_tally.firstMissing().join(QLatin1Char('\n')));
 }

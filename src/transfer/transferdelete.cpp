@@ -2,8 +2,10 @@
 #include "transfer.h"
 
 #include "app/shared/questionbox.h"
+#include "disk/awake.h"
 #include "disk/tree.h"
 #include "disk/waitms.h"
+#include "disk/worklock.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
@@ -16,9 +18,9 @@ namespace {
 constexpr int kFolderAttempts = 3;
 constexpr int kPauseBetweenAttemptsMs = 250;
 
-void removeFolder(const QString &path)
+void removeFolder(const QString &path, const std::function<bool()> &goOn)
 {
-    for (int attempt = 1; !removeTree(path) && attempt < kFolderAttempts; ++attempt)
+    for (int attempt = 1; goOn() && !removeTree(path, goOn) && attempt < kFolderAttempts; ++attempt)
         waitMs(kPauseBetweenAttemptsMs);
 }
 
@@ -48,12 +50,17 @@ void Transfer::on_actionDeleteSelectedItems_triggered()
     if (!askYesOrNo(this, tr("Cancella file"), tr("Cancellare gli elementi selezionati ?"), QMessageBox::No))
         return;
     enterBusy();
-    deleteAll(paths);
+    const WorkLock lock;
+    if (lock.isTaken())
+        deleteAll(paths);
+    else
+        tellOtherWindowWorks(window());
     leaveBusy();
 }
 
 void Transfer::deleteAll(const QStringList &paths)
 {
+    const StayAwake awake;
     aborted = false;
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(0);
@@ -61,7 +68,8 @@ void Transfer::deleteAll(const QStringList &paths)
     emit setProgressBarVisible(true);
     emit updateLabelAction(tr("Cancellazione in corso ..."));
     qInfo() << "Transfer : Start Cancellazione";
-    emit setProgressBarMaxVal(paths.size());
+    // A bar from 0 to 0 would move for ever.
+    emit setProgressBarMaxVal(qMax(paths.size(), 1));
     for (const QString &path : paths) {
         QCoreApplication::processEvents();
         if (aborted)
@@ -76,12 +84,12 @@ void Transfer::deleteAll(const QStringList &paths)
 
 void Transfer::deleteEntry(const QString &path)
 {
-    if (!m_player.isThere())
+    if (!isPlayerThere())
         return;
     const QFileInfo info(path);
     // Of a link only the link goes, never what it points to.
     if (info.isDir() && !isLink(info))
-        removeFolder(path);
+        removeFolder(path, [this] { return isPlayerThere(); });
     else
         QFile::remove(path);
 }

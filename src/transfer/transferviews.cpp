@@ -117,6 +117,7 @@ void Transfer::enterBusy()
         if (found.isFound() && found.root() == deviceRoot)
             m_player = found;
     }
+    m_playerGone = false;
     if (m_folders)
         m_folders->freeze();
     if (m_entries)
@@ -133,6 +134,14 @@ void Transfer::leaveBusy()
     ui->treeView->blockSignals(false);
     ui->tableView->blockSignals(false);
     busy = false;
+}
+
+/// Once it is gone it counts as gone until the work ends: asking a volume that no longer answers once for each file
+/// that is left takes minutes, and what appears in its place meanwhile is not what the work began with.
+bool Transfer::isPlayerThere()
+{
+    m_playerGone = m_playerGone || !m_player.isThere();
+    return !m_playerGone;
 }
 
 void Transfer::endWork()

@@ -74,6 +74,67 @@ private slots:
         QTEST(dialogs.captions() + server.requests(), "asked");
     }
 
+    void backIsDisabledFromTheStartOfAProcedureToItsEnd() {
+        SimulatedPlayer player;
+        player.addFile("My Songs/a.mid"_s, "song");
+        const PcFolder backup;
+        const ProcedureWindow shell;
+        shell->on_gotoAvanzate();
+        const QPushButton *back = button(*pageOf<Avanzate>(*shell.window), "pushBtnBack");
+        QStringList enabled;
+        int looks = 0;
+        const auto look = [&](const QString &when) {
+            ++looks;
+            if (back->isEnabled())
+                enabled.append(when);
+        };
+        QTimer rounds;
+        connect(&rounds, &QTimer::timeout, this, [&] { look("between files"_s); });
+        connect(shell.bar(), &QProgressBar::valueChanged, this, [&] { look("at the bar"_s); });
+        BoxAnswerer boxes;
+        boxes.whenShown([&](QMessageBox *box) { look(box->windowTitle()); });
+        boxes.answer(Titles::kDone, Buttons::kOk);
+        FolderDialogAnswerer dialogs(backup.path());
+        dialogs.whenShown = [&](QFileDialog *dialog) {
+            look(dialog->windowTitle());
+            rounds.start(0);
+        };
+        click(*pageOf<Avanzate>(*shell.window), "pushBtnBackup");
+        QCOMPARE(enabled, QStringList());
+        QVERIFY(looks >= 4);
+        QVERIFY(back->isEnabled());
+    }
+
+    void folderDialogShowsFoldersAloneAndLeavesLinksAlone_data() {
+        columns<QByteArray>("procedure");
+        for (const char *procedure : {Slots::kBackUp, Slots::kRestore, Slots::kReinstallRestoring})
+            row(procedure, QByteArray(procedure));
+    }
+    void folderDialogShowsFoldersAloneAndLeavesLinksAlone() {
+        QFETCH(QByteArray, procedure);
+        const SimulatedPlayer player;
+        const ProcedureWindow shell;
+        const BoxAnswerer boxes;
+        FolderDialogAnswerer dialogs{QString()};
+        QFileDialog::Options options;
+        dialogs.whenShown = [&options](QFileDialog *dialog) { options = dialog->options(); };
+        start(shell, procedure);
+        QVERIFY(options.testFlag(QFileDialog::ShowDirsOnly));
+        QVERIFY(options.testFlag(QFileDialog::DontResolveSymlinks));
+    }
+
+    void folderOfADialogIsNotKeptByTheProgram() {
+        const SimulatedPlayer player;
+        const PcFolder shown;
+        const ProcedureWindow shell;
+        const BoxAnswerer boxes;
+        FolderDialogAnswerer dialogs{QString()};
+        // As the dialog of Windows does.
+        dialogs.whenShown = [&shown](QFileDialog *) { QVERIFY(QDir::setCurrent(shown.path())); };
+        start(shell, Slots::kBackUp);
+        QCOMPARE(QDir::currentPath(), QCoreApplication::applicationDirPath());
+    }
+
     void reinstallWithSongsSavesThemBeforeItLoadsTheSystem() {
         SimulatedPlayer player;
         player.addFile("My Songs/a.mid"_s, "song");

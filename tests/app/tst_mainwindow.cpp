@@ -135,14 +135,17 @@ private slots:
         same("much higher", MainWindow::openingHeight(2000, 728), 678);
     }
 
-    void windowTallerThanTheScreenOpensShorter() {
-        // The screen of the platform without a display is 800 pixels high, the window wants more.
-        const int available = QApplication::primaryScreen()->availableGeometry().height();
+    void windowFitsAScreenLowerAndNarrowerThanItself() {
+        // The screen of the platform without a display has 800 pixels each way, the window wants more.
+        const QSize available = QApplication::primaryScreen()->availableGeometry().size();
         const MainWindow window;
-        if (available >= 820)
-            QSKIP("The screen is high enough for the whole window");
-        QCOMPARE(window.height(), available - 50);
-        QCOMPARE(window.width(), 1100);
+        if (available.height() >= 820 || available.width() >= 1100)
+            QSKIP("The screen is large enough for the whole window");
+        QCOMPARE(window.size(), available - QSize(50, 50));
+        QCOMPARE(MainWindow::openingWidth(1100, 1100), 1100);
+        QCOMPARE(MainWindow::openingWidth(1100, 1099), 1049);
+        QVERIFY(window.minimumWidth() <= window.width() && window.minimumHeight() <= window.height());
+        QVERIFY(window.minimumSizeHint().width() <= window.minimumWidth());
     }
 
     void windowFlagsAreThoseOfAPlainWindow() {

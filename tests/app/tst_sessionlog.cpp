@@ -4,6 +4,11 @@
 #include "disk/waitms.h"
 #include "support/platform.h"
 
+#ifdef Q_OS_LINUX
+#include <cstdio>
+#include <unistd.h>
+#endif
+
 constexpr QtMsgType kUnknownType = static_cast<QtMsgType>(7);
 const QString kExecutable = "tst_sessionlog"_s;
 
@@ -42,6 +47,19 @@ static int runSession(const QString &what, int argc, char **argv) {
     qInfo() << "last line of the session";
     return 0;
 }
+
+#ifdef Q_OS_LINUX
+/// Runs when all static objects of the program are gone, and says which log is still open then.
+__attribute__((destructor)) static void tellOpenLogs() {
+    for (int file = 0; file < 100; ++file) {
+        char target[4096] = {};
+        const QByteArray link = "/proc/self/fd/" + QByteArray::number(file);
+        if (readlink(link.constData(), target, sizeof target - 1) > 0 && QByteArray(target).contains("/log_"))
+            std::fprintf(stderr, "still open: %s\n", target);
+    }
+    std::fputs("static objects are gone\n", stderr);
+}
+#endif
 
 class TestSessionLog : public QObject
 {
@@ -174,6 +192,13 @@ private slots:
         QCOMPARE(lines.filter(stamp), lines);
         const QRegularExpression emptyMessage(stamp.pattern() + "INF $"_s);
         QCOMPARE(lines.filter(emptyMessage).size(), 1);
+    }
+
+    void fileOfTheLogIsClosedWhenTheStaticObjectsGo() {
+        SKIP_ON_WINDOWS("what a process has open is looked up in its /proc");
+        runSession("nothing");
+        QVERIFY(child.console.contains("static objects are gone"_s));
+        QVERIFY2(!child.console.contains("still open"_s), qPrintable(child.console));
     }
 
     void fatalMessageIsWrittenBeforeTheEnd() {

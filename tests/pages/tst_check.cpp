@@ -9,6 +9,12 @@
 #include "support/pagetest.h"
 #include "support/same.h"
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 const QString kDone = "CONTROLLO SOFTWARE COMPLETATO"_s;
 const QString kProblem = "Problema rilevato durante il controllo del sistema operativo !!!"_s;
 
@@ -53,6 +59,27 @@ static QStringList sweepAnd(const QStringList &rest) {
         lines.append("value %1"_s.arg(value));
     return lines + QStringList("visible 0"_s) + rest;
 }
+
+#ifdef Q_OS_UNIX
+/// A link to nothing, whose time of last use tells whether somebody followed it.
+class UnusedLink
+{
+public:
+    explicit UnusedLink(const QString &path) : m_path(QFile::encodeName(path)) {
+        const timespec longAgo[] = {{1000, 0}, {2000, 0}};
+        if (symlink("nowhere", m_path.constData()) != 0 ||
+            utimensat(AT_FDCWD, m_path.constData(), longAgo, AT_SYMLINK_NOFOLLOW) != 0)
+            failTest("No link "_s + path);
+    }
+    bool isUnused() const {
+        struct stat entry = {};
+        return lstat(m_path.constData(), &entry) == 0 && entry.st_atim.tv_sec == 1000;
+    }
+
+private:
+    QByteArray m_path;
+};
+#endif
 
 class TestCheck : public QObject
 {
@@ -113,6 +140,41 @@ private slots:
         // 101 waits of 10 ms; no upper limit, a busy machine takes longer.
         QVERIFY(elapsed.elapsed() >= 1010);
         QVERIFY(ticks.size() >= 10);
+    }
+
+    void allThreeFilesAreLookedForThoughTheFirstIsMissing() {
+#ifdef Q_OS_UNIX
+        ShownCheck page;
+        page.remove(kSystemFiles);
+        std::vector<UnusedLink> links;
+        for (const QString &file : kSystemFiles)
+            links.emplace_back(page.player.path(file));
+        const UnusedLink probe(page.player.path("probe"_s));
+        QVERIFY(!QFileInfo::exists(page.player.path("probe"_s)));
+        if (probe.isUnused())
+            QSKIP("This file system does not tell when a link was followed");
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kSystemMissing, Buttons::kNo);
+        page.run();
+        for (const UnusedLink &link : links)
+            QVERIFY(!link.isUnused());
+#else
+        QSKIP("Whether a file was looked for cannot be seen here");
+#endif
+    }
+
+    void checkThatIsToCloseEndsItsPauseAndAsksNothing() {
+        ShownCheck page;
+        page.remove(kSystemFiles);
+        const BoxAnswerer boxes;
+        connect(&page, &Check::updateProgressBarVal, &page, [&page](int value) {
+            if (value == 5)
+                page.on_closeRequested();
+        });
+        page.run();
+        QCOMPARE(page.recorder.of("value"_s).last(), "5"_s);
+        QCOMPARE(page.recorder.count("checkDone"_s), 0);
+        QCOMPARE(page.recorder.lines().last(), "visible 0"_s);
     }
 
     void missingFilesLeadToTheQuestionAndNoEndsTheCheck_data() {

@@ -19,6 +19,7 @@ inline const QString kNoTutti = "No,Tutti"_s;
 namespace Titles {
 inline const QString kStop = "Interrompi Operazione"_s;
 inline const QString kNotClosed = "Trasferimento non completato"_s;
+inline const QString kNotAllCopied = "Trasferimento non completato"_s;
 inline const QString kNotConnected = "Corvin4 non collegato"_s;
 inline const QString kSystemMissing = "File di sistema mancanti"_s;
 inline const QString kError = "ERRORE"_s;
@@ -47,6 +48,7 @@ namespace Texts {
 inline const QString kStop = "Vuoi interrompere le operazioni in corso ?"_s;
 inline const QString kNotClosed =
     "Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione cliccando sul tasto \"FINE\"."_s;
+inline const QString kNotAllCopied = "Copiati %1 file su %2."_s;
 inline const QString kReconnect = "Ricollega Corvin4 alla porta USB"_s;
 inline const QString kSystemMissing =
     "ATTENZIONE: file di sistema danneggiati o mancanti,\n\ntentare il ripristino ?"_s;

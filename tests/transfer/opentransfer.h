@@ -51,6 +51,8 @@ public:
     bool enter(const QPoint &where) { return send<QDragEnterEvent>(where); }
     bool move(const QPoint &where) { return send<QDragMoveEvent>(where); }
     bool drop(const QPoint &where) { return send<QDropEvent>(where); }
+    /// The whole way in one go.
+    bool bring(const QPoint &where) { return enter(where) && drop(where); }
     void leave() {
         QDragLeaveEvent event;
         QApplication::sendEvent(&m_page, &event);

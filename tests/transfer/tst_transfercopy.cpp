@@ -1,4 +1,6 @@
 #include "opentransfer.h"
+#include "support/boxanswerer.h"
+#include "support/boxtexts.h"
 
 namespace {
 
@@ -108,6 +110,9 @@ private slots:
         QFETCH(QStringList, dropped);
         QFETCH(int, tries);
         OpenForPlayer open;
+        BoxAnswerer boxes;
+        if (dropped.contains("missing.mid"_s))
+            boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.dropNew(files, dropped);
         QVERIFY(open.hasTold(kCopying.arg(1)));
         QCOMPARE(open.recorder.count("increase"_s), tries);
@@ -121,7 +126,7 @@ private slots:
         open.drop({open.pc.addFolder("empty"_s)});
         QVERIFY(QFileInfo(open.player.path("empty"_s)).isDir());
         QVERIFY(open.hasTold(kCopying.arg(0)));
-        QCOMPARE(open.recorder.count("max 0"_s), 2);
+        QCOMPARE(open.recorder.of("max"_s), words("0 1"));
         QCOMPARE(open.recorder.count("increase"_s), 0);
         QVERIFY(open.page.isFinishPending());
     }

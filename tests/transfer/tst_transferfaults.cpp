@@ -21,6 +21,8 @@ class TestTransferFaults : public QObject
 private slots:
     void unreadableFileIsCountedAndSkipped() {
         SKIP_ON_WINDOWS("No file that opens and cannot be read here");
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         OpenForPlayer open;
         open.drop({kUnreadable, open.pc.addFile("a.mid"_s)});
         QVERIFY(open.recorder.labels().contains("Copia di 2 file su Corvin4 in corso ..."_s));
@@ -34,6 +36,7 @@ private slots:
         OpenForPlayer open(words("mem"));
         BoxAnswerer answerer;
         answerer.answer(Titles::kTransferExists, Buttons::kSi);
+        answerer.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.drop({kUnreadable});
         QCOMPARE(open.player.content("mem"_s), QByteArray("player"));
         QCOMPARE(open.player.files(), words("mem"));
@@ -43,6 +46,8 @@ private slots:
         SKIP_ON_WINDOWS("Pipes are no files here");
         OpenForPlayer open;
         QVERIFY(runProgram("mkfifo"_s, {open.pc.path("pipe"_s)}));
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.dropNew(words("a.mid"), words("pipe a.mid"));
         QCOMPARE(open.player.files(), words("a.mid"));
     }
@@ -101,6 +106,9 @@ private slots:
         OpenForPlayer open(words("a.mid"));
         open.pc.addFolder("album/deep"_s);
         QVERIFY(QFile::link(target == "player"_s ? open.player.root() : open.pc.path(target), open.pc.path(link)));
+        BoxAnswerer boxes;
+        if (link == target)
+            boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.dropNew(words("album/deep/b.mid beside.mid"), dropped);
         QCOMPARE(entriesBelow(open.player.root()), arrived);
         QCOMPARE(open.hasLogged(kNotIntoItself.arg(open.pc.path(link))), dropped == words("album"));
@@ -110,6 +118,8 @@ private slots:
     void dropWithoutAPlayerWritesNowhere() {
         const QString name = "corvin4-test-%1.mid"_s.arg(QCoreApplication::applicationPid());
         const SimulatedPlayer player;
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         OpenTransfer open{QString()};
         open.dropNew({name});
         QVERIFY(!QFileInfo::exists(QLatin1Char('/') + name));
@@ -121,9 +131,12 @@ private slots:
         open.enter("album"_s);
         if (!QDir(open.player.path("album"_s)).removeRecursively())
             QSKIP("A folder that a window shows cannot be removed here");
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.dropNew(words("b.mid"));
         QCOMPARE(open.notCopied(), 1);
         QVERIFY(open.hasTold(kEnd));
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         open.dropNew(words("folder/b.mid"), words("folder/b.mid folder"));
         QVERIFY(open.player.exists("album/folder/b.mid"_s));
     }

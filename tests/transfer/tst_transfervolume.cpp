@@ -73,6 +73,8 @@ private slots:
 
     void playerPulledInTheMiddle() {
         NEED_VOLUME(32);
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         int seen = 0;
         player.open->atEachStep([&] {
             if (++seen == 10)
@@ -85,6 +87,7 @@ private slots:
         // Where the volume was is a folder of the PC: nothing was written there, and no source is gone.
         QCOMPARE(entriesBelow(player.root()), QStringList());
         QCOMPARE(player.open->pc.files().size(), 30);
+        QCOMPARE(boxes.seen().first().text, Texts::kNotAllCopied.arg(9).arg(30));
         player.open->page.on_pushBtnBack_clicked();
         QVERIFY(player.mountAgain());
         QCOMPARE(player.files().size(), 9);
@@ -92,6 +95,8 @@ private slots:
 
     void playerPulledBeforeTheDropTakesTheNextOnceItIsBack() {
         NEED_VOLUME(32);
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         QVERIFY(player.volume->pull());
         player.open->dropNew(words("album/a.mid b.mid"), words("album b.mid"));
         QCOMPARE(player.open->notCopied(), 2);
@@ -108,6 +113,7 @@ private slots:
         BoxAnswerer answerer;
         answerer.answer(Titles::kTransferExists, Buttons::kSi);
         answerer.whenShown([&](QMessageBox *) { player.volume->pull(); });
+        answerer.answer(Titles::kNotAllCopied, Buttons::kOk);
         player.open->dropNew(words("a.mid"));
         QVERIFY(player.open->hasTold(kEnd));
         QCOMPARE(entriesBelow(player.root()), QStringList());
@@ -133,6 +139,8 @@ private slots:
 
     void fullVolumeHasNoHalfFile() {
         NEED_VOLUME(16);
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         player.dropSongs(12, 2 * kMegabyte);
         QCOMPARE(player.open->recorder.count("increase"_s), 12);
         QVERIFY(player.open->hasTold(kEnd));
@@ -141,6 +149,7 @@ private slots:
         for (const QString &name : arrived)
             QCOMPARE(player.content(name), player.open->pc.content(name));
         QCOMPARE(player.open->notCopied(), 12 - arrived.size());
+        QCOMPARE(boxes.seen().first().text, Texts::kNotAllCopied.arg(arrived.size()).arg(12));
     }
 
     void fullVolumeKeepsTheOldFileOrHasTheWholeNewOne_data() {
@@ -160,6 +169,8 @@ private slots:
         player.fillUpTo(qint64(2) * kMegabyte);
         BoxAnswerer answerer;
         answerer.answer(Titles::kTransferExists, Buttons::kSi);
+        if (!fits)
+            answerer.answer(Titles::kNotAllCopied, Buttons::kOk);
         player.open->drop({player.open->pc.addFile("a.mid"_s, fresh)});
         QVERIFY(player.open->hasTold(kEnd));
         QCOMPARE(player.content("a.mid"_s), fits ? fresh : old);
@@ -177,6 +188,8 @@ private slots:
     void namesThatTheVolumeRefusesAreSkipped() {
         QFETCH(QString, name);
         NEED_VOLUME(16);
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotAllCopied, Buttons::kOk);
         const QString refused = "album/"_s + name;
         player.open->dropNew({refused, "album/good.mid"_s, refused + " folder/song.mid"_s}, words("album"));
         QCOMPARE(player.files(), words("album/good.mid"));

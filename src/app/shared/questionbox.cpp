@@ -1,7 +1,18 @@
 #include "questionbox.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+struct OtherWindow
+{
+    Q_DECLARE_TR_FUNCTIONS(QuestionBox)
+};
+
+} // namespace
 
 QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question)
 {
@@ -20,6 +31,13 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
     box.setDefaultButton(question.defaultButton);
     if (question.escapeButton != QMessageBox::NoButton)
         box.setEscapeButton(question.escapeButton);
+    // Nothing holds a box without a parent in front: it could come up behind the window that waits for it.
+    if (!parent) {
+        QTimer::singleShot(0, &box, [&box] {
+            box.raise();
+            box.activateWindow();
+        });
+    }
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -30,10 +48,17 @@ bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMes
 }
 
 void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
-              const QString &informativeText)
+              const QString &informativeText, const QString &detailedText)
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(informativeText);
+    box.setDetailedText(detailedText);
     box.exec();
+}
+
+void tellOtherWindowWorks(QWidget *parent)
+{
+    tellUser(parent, QMessageBox::Information, OtherWindow::tr("Corvin4 Manager"),
+             OtherWindow::tr("Un'altra finestra del programma sta lavorando.\nAttendere che abbia finito."));
 }

@@ -26,12 +26,16 @@ struct Question
 };
 
 /// Asks a modal question with relabelled buttons and returns the standard button that was pressed.
-/// @p parent may be null: the box is then a top-level dialog. Events are processed while the box is open.
+/// @p parent may be null: the box is then a top-level dialog and brought to the front. Events are processed while the box is open.
 QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question);
 
 /// The same with the system's own buttons "Yes" and "No". Returns whether it was "Yes"; Escape means "No".
 bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton defaultButton);
 
-/// Tells the user something in a modal box with the button "Ok"; @p informativeText stands below, smaller.
+/// Tells the user something in a modal box with the button "Ok"; @p informativeText stands below, smaller, and
+/// @p detailedText, when there is one, is shown when the user asks for it.
 void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
-              const QString &informativeText = QString());
+              const QString &informativeText = QString(), const QString &detailedText = QString());
+
+/// Tells the user that a job cannot start because another window of the program has one running.
+void tellOtherWindowWorks(QWidget *parent);

@@ -14,6 +14,24 @@ const Question kQuestion = {kTitle,
                             QMessageBox::YesToAll,
                             QMessageBox::No};
 
+/// Writes down the title of each box that is brought to the front while this lives.
+class RaiseWatch : public QObject
+{
+public:
+    explicit RaiseWatch(QStringList &titles) : m_titles(titles) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        const auto *box = qobject_cast<QMessageBox *>(watched);
+        if (box && event->type() == QEvent::ZOrderChange)
+            m_titles.append(box->windowTitle());
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QStringList &m_titles;
+};
+
 class TestQuestionBox : public QObject
 {
     Q_OBJECT
@@ -50,6 +68,31 @@ private slots:
         QCOMPARE(seen.defaultButton, Buttons::kSiTutti);
         QCOMPARE(seen.buttons.size(), 4);
         QVERIFY(!seen.hadParent);
+    }
+
+    void boxWithoutAParentIsBroughtToTheFront() {
+        QStringList raised;
+        const QStringList titles = {kTitle, "over a window"_s};
+        QWidget window;
+        window.show();
+        for (const QString &title : titles) {
+            BoxAnswerer boxes;
+            boxes.answer(title, Buttons::kNo);
+            RaiseWatch watch(raised);
+            Question question = kQuestion;
+            question.title = title;
+            askQuestion(title == kTitle ? nullptr : &window, question);
+        }
+        QCOMPARE(raised, QStringList(kTitle));
+    }
+
+    void detailedTextIsThereOnRequest() {
+        BoxAnswerer boxes;
+        QString details;
+        boxes.whenShown([&details](QMessageBox *box) { details = box->detailedText(); });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(nullptr, QMessageBox::Information, kTitle, kText, QString(), "a.mid\nb.mid"_s);
+        QCOMPARE(details, "a.mid\nb.mid"_s);
     }
 
     void withoutAnEscapeButtonQtsRuleHolds() {

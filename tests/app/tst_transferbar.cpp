@@ -1,0 +1,118 @@
+#include "app/pacedbar.h"
+#include "italianwindow.h"
+#include "support/boxanswerer.h"
+#include "support/boxtexts.h"
+#include "support/pictures.h"
+#include "transfer/opentransfer.h"
+
+namespace {
+
+constexpr int kManySongs = 1500;
+constexpr int kPaintIntervalMs = 40;
+const QColor kChunk(0xf9, 0xbf, 0x00);
+
+/// Counts how often a widget is painted while this lives.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+    int paints = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        paints += int(event->type() == QEvent::Paint);
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+/// The window on the screen, with the transfer page open.
+struct Filmed
+{
+    Filmed() {
+        for (QTimer *timer : window.findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly))
+            timer->stop();
+        window.show();
+        window.on_gotoTransfer();
+    }
+    /// How many pixels of the bar are filled on the screen, not in a picture made for the test.
+    int filled() const {
+        QPixmap screen = window.screen()->grabWindow(window.winId());
+        const QImage picture = screen.copy(QRect(bar->mapTo(&window, QPoint(0, 0)), bar->size())).toImage();
+        int count = 0;
+        for (int x = 0; x < picture.width(); ++x)
+            count += int(picture.pixelColor(x, picture.height() / 4) == kChunk);
+        return count;
+    }
+    void drop(const QString &folder) const { Drag(*pageOf<Transfer>(window), fileUrls({folder})).bring(QPoint(5, 5)); }
+
+    const SimulatedPlayer player;
+    MainWindow window;
+    QProgressBar *const bar = child<QProgressBar>(window, "progressBar");
+};
+
+} // namespace
+
+class TestTransferBar : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { startInItalian(); }
+
+    void barIsSeenToFillDuringATransfer() {
+        PcFolder pc;
+        for (int i = 0; i < kManySongs; ++i)
+            pc.addFile("album/%1.mid"_s.arg(i));
+        const Filmed film;
+        QList<int> frames;
+        connect(pageOf<Transfer>(film.window), &Transfer::increaseProgressBarVal, this, [&] {
+            if (film.bar->value() % 25 == 0)
+                frames.append(film.filled());
+        });
+        film.drop(pc.path("album"_s));
+        QCOMPARE(frames.size(), kManySongs / 25);
+        QVERIFY(std::is_sorted(frames.begin(), frames.end()));
+        QVERIFY2(frames.last() > frames.first(), qPrintable(QString::number(frames.last())));
+        // It moved in small steps, not once.
+        QVERIFY(QSet<int>(frames.begin(), frames.end()).size() >= 3);
+        QTRY_VERIFY(film.filled() > frames.first());
+    }
+
+    void barIsPaintedAtMostEvery40MsDuringATransfer() {
+        PcFolder pc;
+        for (int i = 0; i < kManySongs; ++i)
+            pc.addFile("album/%1.mid"_s.arg(i));
+        const Filmed film;
+        const PaintCounter counter(film.bar);
+        QElapsedTimer time;
+        time.start();
+        film.drop(pc.path("album"_s));
+        // A few more: shown, given its maximum, its format.
+        const qint64 most = time.elapsed() / kPaintIntervalMs + 8;
+        QVERIFY2(counter.paints <= most, qPrintable("%1 times, not %2"_s.arg(counter.paints).arg(most)));
+    }
+
+    void pacedBarShowsItsLastValueAndLeavesTheBarAsItWas() {
+        QProgressBar bar;
+        bar.setRange(0, 1000);
+        bar.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bar));
+        const PaintCounter counter(&bar);
+        {
+            PacedBar paced(bar);
+            for (int i = 1; i <= 1000; ++i)
+                paced.setValue(i);
+            paced.paint(); // not yet
+            QCOMPARE(bar.value(), 1000);
+            const int atOnce = counter.paints;
+            QTRY_VERIFY(counter.paints > atOnce);
+            paced.setValue(1);
+            paced.setValue(2);
+            QVERIFY(!bar.updatesEnabled());
+        }
+        QVERIFY(bar.updatesEnabled());
+    }
+};
+
+PAGE_TEST_MAIN(TestTransferBar)
+#include "tst_transferbar.moc"
