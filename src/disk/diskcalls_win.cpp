@@ -25,6 +25,19 @@ quint64 volumeId(const QString &path)
     return quint64(serial) + 1;
 }
 
+VolumeRoom volumeRoom(const QString &path)
+{
+    DWORD sectorsInCluster = 0;
+    DWORD bytesInSector = 0;
+    DWORD freeClusters = 0;
+    DWORD clusters = 0;
+    const QString root = path.isEmpty() ? QString() : QDir::toNativeSeparators(path.left(3));
+    if (root.isEmpty() || !GetDiskFreeSpaceW(wide(root), &sectorsInCluster, &bytesInSector, &freeClusters, &clusters))
+        return {};
+    const qint64 cluster = qint64(sectorsInCluster) * qint64(bytesInSector);
+    return {qint64(freeClusters) * cluster, cluster};
+}
+
 bool moveOver(const QString &from, const QString &to)
 {
     const QString source = QDir::toNativeSeparators(from);

@@ -39,7 +39,7 @@ bool ExFatVolume::isPossible(QString *why) {
     return missing.isEmpty();
 }
 
-ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label) {
+ExFatVolume::ExFatVolume(int megabytes, const QString &label, int clusterBytes) : m_label(label) {
     const QString image = m_dir.filePath("volume.img"_s);
     const QString point = m_dir.filePath("mnt"_s);
     QFile file(image);
@@ -49,7 +49,9 @@ ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label) {
     }
     file.close();
     m_root = QFileInfo(point).canonicalFilePath() + "/"_s;
-    if (!run("mkfs.exfat"_s, {"-L"_s, label, image}))
+    const QStringList clusters =
+        clusterBytes > 0 ? QStringList({"-c"_s, QString::number(clusterBytes)}) : QStringList();
+    if (!run("mkfs.exfat"_s, clusters + QStringList({"-L"_s, label, image})))
         return;
     QString device;
     if (!run("losetup"_s, {"--find"_s, "--show"_s, image}, &device))
