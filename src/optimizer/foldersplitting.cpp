@@ -2,6 +2,7 @@
 #include "freename.h"
 #include "moveentry.h"
 #include "ottimizzarun.h"
+#include "splitnote.h"
 #include "splitrun.h"
 #include "titleinitial.h"
 #include "titlereader.h"
@@ -65,8 +66,11 @@ void Ottimizza::splitFolder(const QString &folder, const QString &header)
     if (!isPlayerThere() || !canBeSplit(run) || !setAside(run))
         return;
     const QStringList rest = splitEntries(run) ? listRest(run) : QStringList();
-    if (bringBack(run))
+    if (bringBack(run)) {
         takeAwayRest(run, rest);
+        if (isPlayerThere())
+            removeSplitNote(this->run().player, run.folder);
+    }
     emit updateProgressBarVal(run.entries.size());
 }
 

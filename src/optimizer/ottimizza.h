@@ -12,6 +12,7 @@
 #include <memory>
 
 class QTextStream;
+struct SplitFolder;
 
 namespace Ui {
 class Ottimizza;
@@ -156,7 +157,10 @@ private:
     Run &run();
     bool isPlayerThere();
     bool keepOnPc(const QString &path, bool isSong);
+
+    // Chapter killedsplits.cpp
     void makeGoodKilledSplits();
+    void bringCompanionsBack(const SplitFolder &split);
 
     // Chapter directoryscan.cpp
     void mapPlaylists();

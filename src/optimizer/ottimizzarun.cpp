@@ -1,15 +1,8 @@
 // Chapter of Ottimizza: what its steps share about the player that the run began with.
 #include "ottimizzarun.h"
 
-#include "moveentry.h"
-#include "splitnote.h"
-
 #include <QCoreApplication>
 #include <QDebug>
-
-namespace {
-constexpr int kBusyBar = 0;
-}
 
 /// A step that is called by itself works on the player that rootPath names.
 Ottimizza::Run &Ottimizza::run()
@@ -40,31 +33,4 @@ bool Ottimizza::keepOnPc(const QString &path, bool isSong)
         QCoreApplication::processEvents();
         return !abortRequested && isPlayerThere();
     });
-}
-
-/// A run that was killed while it split a folder has left the folder's content under another name.
-void Ottimizza::makeGoodKilledSplits()
-{
-    const QList<SplitFolder> splits = splitNotes(run().player);
-    if (splits.isEmpty())
-        return;
-    emit updateLabelAction(tr("Scansione cartelle in corso..."));
-    emit setProgressBarMinVal(0);
-    emit setProgressBarMaxVal(kBusyBar);
-    for (const SplitFolder &split : splits) {
-        if (abortRequested || !isPlayerThere())
-            return;
-        const bool wasAside = QFileInfo(split.aside).isDir();
-        qInfo() << "corvin_optimizer : Ripristino cartella " << split.folder;
-        const bool whole = putBack(split.aside, split.folder);
-        if (!isPlayerThere())
-            return;
-        if (!whole)
-            qWarning() << "corvin_optimizer : Ripristino incompleto " << split.aside;
-        else if (QFileInfo(split.folder).isDir())
-            run().killedFolders.append(QFileInfo(split.folder).canonicalFilePath());
-        // Without the split the folder is whole: there is nothing to go on with another time.
-        if (whole && (!optSplit || !wasAside))
-            removeSplitNote(run().player, split.folder);
-    }
 }

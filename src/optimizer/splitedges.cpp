@@ -94,9 +94,7 @@ bool Ottimizza::bringBack(const SplitRun &run)
     const bool whole = putBack(run.oldFolder, run.folder);
     if (!isPlayerThere())
         return false;
-    if (whole)
-        removeSplitNote(this->run().player, run.folder);
-    else
+    if (!whole)
         qWarning() << "corvin_optimizer : Ripristino incompleto " << run.oldFolder;
     return whole;
 }

@@ -24,7 +24,7 @@ void Ottimizza::delete_files()
             return;
         QCoreApplication::processEvents();
         const QString path = unsupportedFiles.at(i).absoluteFilePath();
-        if (!isPlayerThere())
+        if (abortRequested || !isPlayerThere())
             return;
         // The user has asked for these to go: one that is too large to be kept goes all the same. A stop lets it stay.
         keepOnPc(path, false);

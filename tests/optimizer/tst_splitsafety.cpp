@@ -211,7 +211,6 @@ private slots:
         run.player.connect();
         QCOMPARE(notes().size(), 1);
         run.page.abortRequested = false;
-        run.page.findChild<QCheckBox *>("Check_Database"_s)->setChecked(false);
         run.page.optDelete = false;
         run.page.startAllOptimization();
         QCOMPARE(run.player.files("X/B0"_s).size(), 20);
