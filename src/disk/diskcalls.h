@@ -13,12 +13,18 @@ quint64 volumeId(const QString &path);
 /// that, a scanner or a viewer may let go of it. 0 where none can.
 int patienceMs();
 
-/// The bytes in which the volume that holds the existing folder @p path gives out its room, at least 1. A large size
-/// where it cannot be told.
-qint64 clusterSize(const QString &path);
-
 /// Whether @p path still leads to the open file @p file, which was opened by it.
 bool leadsTo(const QString &path, const QFile &file);
+
+/// What is free on a volume, and in which portions it is given out.
+struct VolumeRoom
+{
+    qint64 freeBytes = 0;    ///< for this user
+    qint64 clusterBytes = 0; ///< the least that a file or folder takes; 0 when the system does not tell
+};
+
+/// The room on the volume that holds @p path (absolute, forward slashes); nothing free when the system does not answer.
+VolumeRoom volumeRoom(const QString &path);
 
 /// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.

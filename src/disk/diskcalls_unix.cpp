@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 namespace {
-constexpr qint64 kUnknownClusterSize = 131072; // of a large exFAT volume
 constexpr mode_t kPermissionBits = S_IRWXU | S_IRWXG | S_IRWXO;
 } // namespace
 
@@ -27,20 +26,20 @@ int patienceMs()
     return 0;
 }
 
-qint64 clusterSize(const QString &path)
-{
-    struct statvfs status = {};
-    if (::statvfs(QFile::encodeName(path).constData(), &status) != 0 || status.f_frsize == 0)
-        return kUnknownClusterSize;
-    return qint64(status.f_frsize);
-}
-
 bool leadsTo(const QString &path, const QFile &file)
 {
     struct stat named = {};
     struct stat opened = {};
     return ::stat(QFile::encodeName(path).constData(), &named) == 0 && ::fstat(file.handle(), &opened) == 0 &&
            named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+VolumeRoom volumeRoom(const QString &path)
+{
+    struct statvfs volume = {};
+    if (path.isEmpty() || ::statvfs(QFile::encodeName(path).constData(), &volume) != 0)
+        return {};
+    return {qint64(volume.f_bavail) * qint64(volume.f_frsize), qint64(volume.f_frsize)};
 }
 
 bool moveOver(const QString &from, const QString &to)

@@ -22,7 +22,6 @@ QString longPath(const QString &path)
     return QLatin1String("\\\\?\\") + native;
 }
 
-constexpr qint64 kUnknownClusterSize = 131072; // of a large exFAT volume
 
 } // namespace
 
@@ -41,21 +40,23 @@ int patienceMs()
     return 2000;
 }
 
-qint64 clusterSize(const QString &path)
-{
-    DWORD sectors = 0;
-    DWORD bytes = 0;
-    DWORD unused = 0;
-    const QString root = QDir::toNativeSeparators(path.left(3));
-    if (!GetDiskFreeSpaceW(wide(root), &sectors, &bytes, &unused, &unused) || sectors == 0 || bytes == 0)
-        return kUnknownClusterSize;
-    return qint64(sectors) * bytes;
-}
-
 bool leadsTo(const QString &, const QFile &)
 {
     // A drive that is pulled takes its letter with it: no folder of the PC stands in its place.
     return true;
+}
+
+VolumeRoom volumeRoom(const QString &path)
+{
+    DWORD sectorsInCluster = 0;
+    DWORD bytesInSector = 0;
+    DWORD freeClusters = 0;
+    DWORD clusters = 0;
+    const QString root = path.isEmpty() ? QString() : QDir::toNativeSeparators(path.left(3));
+    if (root.isEmpty() || !GetDiskFreeSpaceW(wide(root), &sectorsInCluster, &bytesInSector, &freeClusters, &clusters))
+        return {};
+    const qint64 cluster = qint64(sectorsInCluster) * qint64(bytesInSector);
+    return {qint64(freeClusters) * cluster, cluster};
 }
 
 bool moveOver(const QString &from, const QString &to)

@@ -8,12 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <QTemporaryDir>
 
 namespace {
 
 constexpr qint64 kBlockSize = 1048576;
+constexpr qint64 kUnknownCluster = 131072; // of a large exFAT volume
 constexpr int kMostTemporaryNames = 100;
 
 /// Writes everything that @p from still holds to @p to.
@@ -78,10 +78,10 @@ CopyResult copyBeside(const QString &source, const QString &destination, QString
 bool fitsInPlaceOf(const QString &source, const QString &destination)
 {
     const QString folder = QFileInfo(destination).absolutePath();
-    const qint64 cluster = clusterSize(folder);
+    const VolumeRoom volume = volumeRoom(folder);
+    const qint64 cluster = volume.clusterBytes > 0 ? volume.clusterBytes : kUnknownCluster;
     const auto clusters = [cluster](const QString &file) { return (QFileInfo(file).size() + cluster - 1) / cluster; };
-    const qint64 room = QStorageInfo(folder).bytesAvailable();
-    return room >= 0 && room / cluster + clusters(destination) >= clusters(source);
+    return volume.freeBytes / cluster + clusters(destination) >= clusters(source);
 }
 
 /// Copies @p source over @p destination where there is no room for both, the volume being @p volume. The old file waits

@@ -39,14 +39,16 @@ bool ExFatVolume::isPossible(QString *why) {
     return missing.isEmpty();
 }
 
-ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label) {
+ExFatVolume::ExFatVolume(int megabytes, const QString &label, int clusterBytes) : m_label(label) {
     QFile file(image());
     if (!file.open(QIODevice::WriteOnly) || !file.resize(megabytes * kBytesPerMegabyte)) {
         m_error = "no room for an image in "_s + m_dir.path();
         return;
     }
     file.close();
-    if (run("mkfs.exfat"_s, {"-L"_s, label, image()}) && attach())
+    const QStringList clusters =
+        clusterBytes > 0 ? QStringList({"-c"_s, QString::number(clusterBytes)}) : QStringList();
+    if (run("mkfs.exfat"_s, clusters + QStringList({"-L"_s, label, image()})) && attach())
         mount();
 }
 

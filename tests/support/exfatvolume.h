@@ -17,9 +17,9 @@ public:
     /// Whether this machine lets such a volume be made. When not, @p why says in a clear word what is missing.
     static bool isPossible(QString *why = nullptr);
 
-    /// Makes, formats, attaches and mounts a volume of @p megabytes with the given label; isMounted() tells whether
-    /// all of it went well, and error() what did not.
-    explicit ExFatVolume(int megabytes = 64, const QString &label = QStringLiteral("CORVIN4"));
+    /// Makes, formats, attaches and mounts a volume of @p megabytes with the given label, its clusters as large as the
+    /// tool chooses or of so many bytes; isMounted() tells whether all of it went well, and error() what did not.
+    explicit ExFatVolume(int megabytes = 64, const QString &label = QStringLiteral("CORVIN4"), int clusterBytes = 0);
     /// The same with a copy of the image file @p model, which nobody has mounted, in place of a new volume.
     static std::unique_ptr<ExFatVolume> copyOf(const QString &model);
     /// Takes the link away, unmounts (lazily if it must), detaches and removes everything.
