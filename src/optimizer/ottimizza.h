@@ -32,8 +32,6 @@ public:
     explicit Ottimizza(QWidget *parent = nullptr);
     ~Ottimizza() override;
 
-    /// Whether a run is under way.
-    bool isRunning() const { return m_running; }
 
     /// Why a run did not do its work, as the result page is told.
     enum FailCode : int
