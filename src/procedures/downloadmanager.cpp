@@ -85,6 +85,7 @@ bool DownloadManager::start(const QUrl &url)
 {
     breakOff();
     done = false;
+    whole = false;
     percent = 0;
     savePath = saveFileName(url);
     output.setFileName(savePath);
@@ -138,6 +139,8 @@ void DownloadManager::downloadFinished()
     } else {
         print(stdout, "Succeeded.\n");
         ++downloadedCount;
+        const QVariant announced = currentReply->header(QNetworkRequest::ContentLengthHeader);
+        whole = !announced.isValid() || announced.toLongLong() == output.size();
     }
     currentReply->deleteLater();
     currentReply = nullptr;

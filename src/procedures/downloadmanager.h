@@ -50,6 +50,7 @@ public:
     QFile output;                         ///< the file being written
     QPointer<QNetworkReply> currentReply; ///< the running request
     QTime clock;                          ///< when the current download was started
+    bool whole = false;                   ///< after `done`: no error, and all the bytes that the server announced
     int downloadedCount = 0;              ///< downloads that succeeded
     int totalCount = 0;                   ///< downloads queued since construction
 
