@@ -9,6 +9,17 @@ class QFile;
 /// 0 when the path is empty or does not exist.
 quint64 volumeId(const QString &path);
 
+/// For how long it is worth trying to remove, rename or make a folder: where another program that has it open forbids
+/// that, a scanner or a viewer may let go of it. 0 where none can.
+int patienceMs();
+
+/// The bytes in which the volume that holds the existing folder @p path gives out its room, at least 1. A large size
+/// where it cannot be told.
+qint64 clusterSize(const QString &path);
+
+/// Whether @p path still leads to the open file @p file, which was opened by it.
+bool leadsTo(const QString &path, const QFile &file);
+
 /// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.
 bool moveOver(const QString &from, const QString &to);

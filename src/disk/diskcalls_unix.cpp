@@ -5,9 +5,11 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace {
+constexpr qint64 kUnknownClusterSize = 131072; // of a large exFAT volume
 constexpr mode_t kPermissionBits = S_IRWXU | S_IRWXG | S_IRWXO;
 } // namespace
 
@@ -18,6 +20,27 @@ quint64 volumeId(const QString &path)
         return 0;
     // A device number of 0 is a number like any other.
     return quint64(status.st_dev) + 1;
+}
+
+int patienceMs()
+{
+    return 0;
+}
+
+qint64 clusterSize(const QString &path)
+{
+    struct statvfs status = {};
+    if (::statvfs(QFile::encodeName(path).constData(), &status) != 0 || status.f_frsize == 0)
+        return kUnknownClusterSize;
+    return qint64(status.f_frsize);
+}
+
+bool leadsTo(const QString &path, const QFile &file)
+{
+    struct stat named = {};
+    struct stat opened = {};
+    return ::stat(QFile::encodeName(path).constData(), &named) == 0 && ::fstat(file.handle(), &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
 bool moveOver(const QString &from, const QString &to)

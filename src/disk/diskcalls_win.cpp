@@ -13,6 +13,17 @@ const wchar_t *wide(const QString &text)
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
 
+/// Ahead of a path it lifts the limit of 260 characters.
+QString longPath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(QDir::cleanPath(path));
+    if (native.startsWith(QLatin1String("\\\\")))
+        return QLatin1String("\\\\?\\UNC\\") + native.mid(2);
+    return QLatin1String("\\\\?\\") + native;
+}
+
+constexpr qint64 kUnknownClusterSize = 131072; // of a large exFAT volume
+
 } // namespace
 
 quint64 volumeId(const QString &path)
@@ -25,17 +36,43 @@ quint64 volumeId(const QString &path)
     return quint64(serial) + 1;
 }
 
+int patienceMs()
+{
+    return 2000;
+}
+
+qint64 clusterSize(const QString &path)
+{
+    DWORD sectors = 0;
+    DWORD bytes = 0;
+    DWORD unused = 0;
+    const QString root = QDir::toNativeSeparators(path.left(3));
+    if (!GetDiskFreeSpaceW(wide(root), &sectors, &bytes, &unused, &unused) || sectors == 0 || bytes == 0)
+        return kUnknownClusterSize;
+    return qint64(sectors) * bytes;
+}
+
+bool leadsTo(const QString &, const QFile &)
+{
+    // A drive that is pulled takes its letter with it: no folder of the PC stands in its place.
+    return true;
+}
+
 bool moveOver(const QString &from, const QString &to)
 {
-    const QString source = QDir::toNativeSeparators(from);
-    const QString target = QDir::toNativeSeparators(to);
+    const QString source = longPath(from);
+    const QString target = longPath(to);
     if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
         return true;
     // Elsewhere a file that is marked read-only is replaced like any other; here the mark has to go first.
     const DWORD attributes = GetFileAttributesW(wide(target));
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) &&
-           SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)) &&
-           MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING);
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY) ||
+        !SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)))
+        return false;
+    if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
+        return true;
+    SetFileAttributesW(wide(target), attributes);
+    return false;
 }
 
 bool createLike(const QFile &model, QFile &file)

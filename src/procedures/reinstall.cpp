@@ -110,10 +110,14 @@ JobEnd Reinstall::chooseBackupFolder()
 
 JobEnd Reinstall::saveSongs()
 {
+    // The folder dialog may have stood open for long: for a player that is gone no old backup is emptied.
+    const JobEnd found = findPlayerAgain();
+    if (!found.isDone())
+        return found;
     const auto goOn = [this] { return !m_view.isStopped(); };
     // The copy's own outcome is that of its last file; nothing is erased unless all of them are on the PC.
-    if (SongBackup(m_view).save(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
-        flushVolumeAside(m_backup))
+    if (SongBackup(m_view).saveEverything(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
+        flushFolderAside(m_backup))
         return {};
     return failed({Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)});
 }
@@ -150,8 +154,9 @@ JobEnd Reinstall::unpack()
 
 JobEnd Reinstall::keepPlaylists()
 {
-    // Much time has passed since the player was found, and its drive may be another one by now.
-    const JobEnd found = findPlayerAgain();
+    // Much time has passed since the player was found, and its drive may be another one by now. Of that one nothing was
+    // saved.
+    const JobEnd found = m_songs == Songs::ComeBack ? samePlayer() : findPlayerAgain();
     if (!found.isDone())
         return found;
     KeptFiles::forgetOldOnes();

@@ -79,7 +79,8 @@ JobEnd SystemTransfer::copyNewSystem()
                                   {QStringLiteral("*.*")}});
     files.sort(Qt::CaseSensitive);
     // The root ends in a slash, so the one between the unpacked folder and its content is cut off too.
-    const JobEnd end = FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/')).run();
+    const JobEnd end =
+        FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/'), m_player).run();
     m_whole = m_player.isThere() && areWholeAt(m_player.root().chopped(1), files, m_unpackedFolder);
     // A player that was pulled has words of its own too, whatever the copy made of it.
     return end.failedAt(kMakingFolders) || !m_player.isThere() ? JobEnd() : end;

@@ -10,6 +10,7 @@
 #include "updateserver.h"
 
 #include "device/devicecase.h"
+#include "disk/aside.h"
 #include "disk/tree.h"
 
 #include <QDir>
@@ -20,6 +21,12 @@ namespace {
 constexpr int kCodeDownload = 1;
 constexpr int kCodeUnpack = 2;
 constexpr int kCodeCopy = 3;
+
+/// Gives the folder @p path the name @p name, which is a path as well.
+bool giveName(const QString &path, const QString &name)
+{
+    return doAsidePatiently([&path, &name] { return QDir().rename(path, name); });
+}
 
 } // namespace
 
@@ -97,11 +104,11 @@ bool SystemUpdate::copyToPlayer()
                                   {QStringLiteral("*.*")}});
     files.sort(Qt::CaseSensitive);
     const QString unfinished = m_player.root() + PlayerNames::kUnfinishedUpdate;
-    const bool copied = FileListCopy(m_view, files, unfinished, m_unpacked).run().isDone();
+    const bool copied = FileListCopy(m_view, files, unfinished, m_unpacked, m_player).run().isDone();
     if (!copied || m_view.isStopped() || !areWholeAt(unfinished, files, m_unpacked))
         return false;
     // The player takes up whatever bears the name: what it stands for has to be on the disk before it does.
-    return m_player.flush() && QDir().rename(unfinished, m_player.root() + PlayerNames::kUpdate);
+    return m_player.flush() && giveName(unfinished, m_player.root() + PlayerNames::kUpdate);
 }
 
 /// Takes the update away that the player has not taken up yet. Returns whether none is there any more.
@@ -116,7 +123,7 @@ bool SystemUpdate::removeOldUpdate()
     bool removed = removeTree(unfinished);
     // Under the other name before the first of its files goes, so that never a part of it bears its own.
     if (removed && (QFileInfo::exists(old) || QFileInfo(old).isSymLink()))
-        removed = QFileInfo(old).isDir() && QDir().rename(old, unfinished) && removeTree(unfinished);
+        removed = QFileInfo(old).isDir() && giveName(old, unfinished) && removeTree(unfinished);
     if (!removed)
         tellError(m_view);
     return removed;
