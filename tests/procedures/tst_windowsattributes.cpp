@@ -68,7 +68,8 @@ private slots:
         Replacement transfer;
         const QString ran = transfer.pc.path("ran"_s);
         const QString beside = transfer.pc.downloads("attrib.exe"_s);
-        QVERIFY(QFile::copy(QStringLiteral(STANDIN_PROGRAM), beside));
+        transfer.programs.addStandIn("other"_s);
+        QVERIFY(QFile::copy(transfer.programs.path("other"_s), beside));
         putFile(beside + ".does"_s, "make " + ran.toUtf8() + '\n');
         QVERIFY(transfer.run());
         QVERIFY(!QFile::exists(ran));
