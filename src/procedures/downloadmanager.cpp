@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QTimer>
 #include <cstdio>
@@ -32,6 +33,8 @@ QString fileNameOf(const QUrl &url)
 
 DownloadManager::DownloadManager(QObject *parent) : QObject(parent)
 {
+    // What the PC's other programs reach the net by.
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
     m_silence.setSingleShot(true);
     m_pause.setSingleShot(true);
     connect(&m_silence, &QTimer::timeout, this, [this] { takeUpAgain(QStringLiteral("The server is silent")); });

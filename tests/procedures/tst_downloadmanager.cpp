@@ -2,6 +2,7 @@
 
 #include "systemfixture.h"
 
+#include <QNetworkProxyFactory>
 #include <cstdio>
 #include <unistd.h>
 
@@ -214,6 +215,11 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(d.manager.done, 20000);
         QVERIFY(!d.manager.whole);
         QCOMPARE(d.server.requests().size(), 4);
+    }
+
+    void systemsProxyIsUsed() {
+        const DownloadManager manager;
+        QVERIFY(QNetworkProxyFactory::usesSystemConfiguration());
     }
 
     void redirectionIsFollowed() {

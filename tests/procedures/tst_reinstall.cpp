@@ -1,5 +1,6 @@
 #include "systemfixture.h"
 
+#include "device/player.h"
 #include "pages/avanzate.h"
 
 namespace {
@@ -308,10 +309,18 @@ private slots:
         auto *page = pageOf<Avanzate>(*r.window.window);
         const auto *back = button(*page, "pushBtnBack");
         page->show();
-        r.boxes.whenShown([back](QMessageBox *) { QVERIFY(!back->isEnabled()); });
+        int looks = 0;
+        const auto look = [back, &looks] {
+            ++looks;
+            QVERIFY(!back->isEnabled());
+        };
+        r.boxes.whenShown([look](QMessageBox *) { look(); });
+        connect(r.window.bar(), &QProgressBar::valueChanged, this, look);
+        connect(&r.server, &HttpServer::answered, this, look);
         r.boxes.answer(lastBox, stops ? Buttons::kSi : Buttons::kOk);
         click(*page, "pushBtnInstall");
         QCOMPARE(r.boxes.seen().size(), 1);
+        QVERIFY(looks > 2);
         QVERIFY(back->isEnabled());
     }
 };

@@ -108,6 +108,8 @@ private slots:
 
     void stopDuringTheCopyEndsTheTransfer() {
         Replacement transfer;
+        // Last of all, were case ignored in the order, the first.
+        transfer.unpack("aaa.txt"_s);
         transfer.window->abortRequested = true;
         QVERIFY(!transfer.run());
         // The first file of the sorted list, and no other.

@@ -159,6 +159,18 @@ private slots:
         QCOMPARE(update.player.files("CorvinUpdate"_s).size(), 51);
     }
 
+    void filesAreCopiedInTheOrderOfTheirBytes() {
+        Update update;
+        update.serveUpdate({{"CorvinUpdate/b.exe"_s, "b"}, {"CorvinUpdate/Z.exe"_s, "z"}});
+        QStringList first;
+        connect(update.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
+            if (update.window.status() == Status::kCopyingUpdate && value == 1)
+                first = update.player.files(".CorvinUpdate.tmp"_s);
+        });
+        update.run(Slots::kUpdate, {Titles::kFinished});
+        QCOMPARE(first, QStringList{".CorvinUpdate.tmp/Z.exe"_s});
+    }
+
     void folderOfThePcUnderThePathOfAPulledPlayerStays() {
         Update update;
         // What is found under the player's path once it is gone is the PC's own.
