@@ -171,6 +171,26 @@ private slots:
         QCOMPARE(r.savedFiles(), procedure == kRestoring ? kManyFiles + 1 : 0);
     }
 
+    void anotherPlayerThanTheSavedOneIsNotErased() {
+        FormatReinstall r;
+        std::optional<SimulatedPlayer> other;
+        connect(&r.server, &HttpServer::answered, this, [&] {
+            other.emplace();
+            other->addFile("My Songs/another.mid"_s);
+        });
+        r.runAgreed(kRestoring, {Titles::kDeviceNotFound});
+        r.expectOldDisk();
+        QCOMPARE(other->files(), QStringList{"My Songs/another.mid"_s});
+    }
+
+    void formatThatErasedNothingTellsWhereTheBackupIs() {
+        FormatReinstall r;
+        addFormatCommand(r.programs, {Does::print("Accesso negato"_s)});
+        r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kFormatError});
+        r.expectBackupIsNamed();
+        r.expectOldDisk();
+    }
+
     void missingFormatCommandKeepsTheDisk_data() { addBothProcedures(); }
     void missingFormatCommandKeepsTheDisk() {
         QFETCH(QByteArray, procedure);
