@@ -71,8 +71,8 @@ bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
 
 bool staysInBackup(const QString &path)
 {
-    return isBelow(path, PlayerNames::kUpdate) || isBelow(path, QLatin1String("System Volume Information")) ||
-           isBelow(path, QLatin1String("$RECYCLE.BIN"));
+    return isBelow(path, PlayerNames::kUpdate) || isBelow(path, PlayerNames::kUnfinishedUpdate) ||
+           isBelow(path, QLatin1String("System Volume Information")) || isBelow(path, QLatin1String("$RECYCLE.BIN"));
 }
 
 bool isBackupComplete(const QString &backup, const Player &player, const std::function<bool()> &goOn)
