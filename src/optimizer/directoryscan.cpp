@@ -232,7 +232,8 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
             << "Scan All Corvin Dirs : Big Folder :" << bigFolders.size();
 }
 
-/// Lets all playlists name @p newPath, or none when one of them cannot be written: the song then stays where they name it.
+/// Lets all playlists name @p newPath, or none when one of them cannot be written: the song then stays where they name
+/// it.
 bool Ottimizza::rewritePlaylists(const QString &oldPath, const QString &newPath) const
 {
     QStringList rewritten;

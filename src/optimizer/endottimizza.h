@@ -24,8 +24,8 @@ signals:
 public slots:
     /// Shows the page with the picture and the texts for @p failCode: 0 is success, every other value a failure.
     void setFailCodeAndShow(int failCode);
-    /// The run whose end is shown next has copied files to the folder @p folder of the PC (absolute): the page then names
-    /// it in a line of its own, a link that opens it.
+    /// The run whose end is shown next has copied files to the folder @p folder of the PC (absolute): the page then
+    /// names it in a line of its own, a link that opens it.
     void setKeptFolder(const QString &folder);
     /// OK: emits backFromEndOttimizzaToFirstMenu().
     void on_pushButton_clicked();

@@ -138,8 +138,8 @@ bool Ottimizza::moveIntoSubfolders(SplitRun &run)
     return true;
 }
 
-/// Returns whether song and companions have moved; otherwise all of them are where they were. A companion goes before its
-/// song: a run that is killed between the two leaves the song to be moved again, and it finds its companion there.
+/// Returns whether song and companions have moved; otherwise all of them are where they were. A companion goes before
+/// its song: a run that is killed between the two leaves the song to be moved again, and it finds its companion there.
 bool Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const
 {
     const QChar initial = titleInitial(title);
@@ -168,8 +168,8 @@ bool Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &s
     return true;
 }
 
-/// A full folder's count stays when a new folder is made after it: its first song then reaches the limit, and the choice
-/// that this forces settles on the new folder with its true count.
+/// A full folder's count stays when a new folder is made after it: its first song then reaches the limit, and the
+/// choice that this forces settles on the new folder with its true count.
 void Ottimizza::chooseSubfolder(SplitRun &run, QChar initial) const
 {
     run.count = 0;

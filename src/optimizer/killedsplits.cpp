@@ -52,8 +52,8 @@ void Ottimizza::makeGoodKilledSplits()
     }
 }
 
-/// A companion goes before its song. Where the song did not follow any more, it may find the sub-folder full by that very
-/// companion: so the companion comes back to it.
+/// A companion goes before its song. Where the song did not follow any more, it may find the sub-folder full by that
+/// very companion: so the companion comes back to it.
 void Ottimizza::bringCompanionsBack(const SplitFolder &split)
 {
     const auto songsIn = [this](const QString &folder) {

@@ -197,7 +197,8 @@ void Ottimizza::startAllOptimization()
 
 void Ottimizza::finishRun()
 {
-    // The result page tells the user to unplug: nothing may be left in a cache then, nor may the player be gone already.
+    // The result page tells the user to unplug: nothing may be left in a cache then, nor may the player be gone
+    // already.
     if (!abortRequested && failCode == Success && !run().player.flush()) {
         qWarning() << "Ottimizza : flush failed :" << rootPath;
         failCode = DeviceNotFound;

@@ -102,8 +102,8 @@ public:
 
     // Chapter songdatabase.cpp
 
-    /// Looks the player up afresh, repairs names that it cannot handle, moves files that are no songs to the PC, and writes
-    /// the difference between the disk and the player's database as "CorvinImportDB.sql" into the root. Clears
+    /// Looks the player up afresh, repairs names that it cannot handle, moves files that are no songs to the PC, and
+    /// writes the difference between the disk and the player's database as "CorvinImportDB.sql" into the root. Clears
     /// abortRequested when it starts; sets failCode when there is no player or no file could be written.
     void createDiffDatabaseImportFile();
 
@@ -121,8 +121,8 @@ signals:
 public slots:
     /// STOP was pressed: the running step ends at its next test.
     void on_stopActionPressed();
-    /// The window is to be closed: a running run ends at its next test, whatever steps would forget a stop. Does nothing
-    /// between runs.
+    /// The window is to be closed: a running run ends at its next test, whatever steps would forget a stop. Does
+    /// nothing between runs.
     void on_closeRequested();
     /// Runs the chosen operations in their fixed order, with the page's controls disabled meanwhile. Returns when all
     /// is done; a call while a run is working does nothing.

@@ -12,8 +12,8 @@ Ottimizza::Run &Ottimizza::run()
     return *m_run;
 }
 
-/// Asked before anything is renamed, deleted or written: under the same path may by now lie a folder of the PC's own. When
-/// the player has gone the run is over, as one that has found none.
+/// Asked before anything is renamed, deleted or written: under the same path may by now lie a folder of the PC's own.
+/// When the player has gone the run is over, as one that has found none.
 bool Ottimizza::isPlayerThere()
 {
     if (run().player.isThere())

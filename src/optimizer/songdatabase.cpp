@@ -99,8 +99,8 @@ void Ottimizza::createDiffDatabaseImportFile()
     rootPath = player.root();
     if (!m_running)
         m_run = std::make_unique<Run>(rootPath);
-    // Paths made from an empty root would lie in the PC's own root or current folder; another player's disk would get what
-    // was found out about this one's.
+    // Paths made from an empty root would lie in the PC's own root or current folder; another player's disk would get
+    // what was found out about this one's.
     if (rootPath.isEmpty() || run().player.root() != rootPath || !run().player.isThere()) {
         failCode = DeviceNotFound;
         return;

@@ -131,7 +131,8 @@ QStringList Ottimizza::listRest(const SplitRun &run) const
     return rest;
 }
 
-/// Deliberate: what the split leaves over goes, now that it is back in its folder. What cannot be copied to the PC stays.
+/// Deliberate: what the split leaves over goes, now that it is back in its folder. What cannot be copied to the PC
+/// stays.
 void Ottimizza::takeAwayRest(const SplitRun &run, const QStringList &rest)
 {
     for (const QString &name : rest) {

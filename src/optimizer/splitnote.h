@@ -27,6 +27,6 @@ bool writeSplitNote(const Player &player, const SplitFolder &split);
 /// Removes the note for the folder @p folder of @p player. Does nothing when there is none.
 void removeSplitNote(const Player &player, const QString &folder);
 
-/// The folders of @p player that have a note, whether they are there or not. Notes that say nothing usable are left out,
-/// and none leads out of the player.
+/// The folders of @p player that have a note, whether they are there or not. Notes that say nothing usable are left
+/// out, and none leads out of the player.
 QList<SplitFolder> splitNotes(const Player &player);

@@ -2,8 +2,8 @@
 
 namespace {
 
-// What a name takes in a folder of the player's disk: entries of 32 bytes, two for the file, the others for its name, 13
-// characters each. exFAT holds 15 in one; FAT, which has 13, needs one entry less for the file.
+// What a name takes in a folder of the player's disk: entries of 32 bytes, two for the file, the others for its name,
+// 13 characters each. exFAT holds 15 in one; FAT, which has 13, needs one entry less for the file.
 constexpr qint64 kEntryBytes = 32;
 constexpr qint64 kFileEntries = 2;
 constexpr qint64 kNameCharacters = 13;

@@ -16,8 +16,9 @@ public:
     /// The most sub-folders that there can be when the titles have @p initials different initials: one for each, one
     /// more each time that one is full, which happens once for every @p mostFiles files.
     int mostFolders(int initials, int mostFiles) const;
-    /// The bytes that must be free on a volume with clusters of @p clusterBytes before the folder is set aside: a cluster
-    /// for the folder itself and each of its @p folders sub-folders, what their names need, and a cluster to spare.
+    /// The bytes that must be free on a volume with clusters of @p clusterBytes before the folder is set aside: a
+    /// cluster for the folder itself and each of its @p folders sub-folders, what their names need, and a cluster to
+    /// spare.
     qint64 bytesNeeded(int folders, qint64 clusterBytes) const;
 
 private:
