@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 /// The folders in @p folder named @p name in any case: more than one only where case counts.
@@ -33,8 +35,13 @@ JobEnd keepPlaylists(const JobView &view, const Player &player, KeptFiles &kept)
     const QStringList systems = foldersNamed(player.root(), parts.first());
     for (const QString &system : systems) {
         const QStringList playlists = foldersNamed(system, parts.last());
-        for (const QString &folder : playlists)
+        for (const QString &folder : playlists) {
+            // What cannot be listed would be removed unseen.
+            const QStringList below = listTree({folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot});
+            if (!isListable(folder) || !std::all_of(below.begin(), below.end(), isListable))
+                return {JobEnd::Failed};
             files += listTree({folder, QDir::Files | QDir::Hidden | QDir::System});
+        }
     }
     for (const QString &file : qAsConst(files)) {
         if (!keepWindowAlive())
