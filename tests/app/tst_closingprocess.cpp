@@ -213,7 +213,7 @@ int main(int argc, char **argv) {
     const QApplication application(argc, argv);
     loadResources();
     registerEmbeddedFonts();
-    appSettings().setValue("Application/Language"_s, "lang_it"_s);
+    appSettings().setValue("Application/Language"_s, "lang_xx"_s); // no translation: the buttons of the system speak English
     TestClosingProcess test;
     return QTest::qExec(&test, argc, argv);
 }
