@@ -47,6 +47,7 @@ void MainWindow::connectOttimizza()
     connect(m_ottimizza, &Ottimizza::updateLabelAction, this, &MainWindow::on_updateLabelAction);
     connect(this, &MainWindow::stopActionPressed, m_ottimizza, &Ottimizza::on_stopActionPressed);
     connect(m_ottimizza, &Ottimizza::backFromOttimizzaToFirstMenu, this, &MainWindow::on_backFromOttimizzaToFirstMenu);
+    connect(m_ottimizza, &Ottimizza::filesKept, m_endOttimizza, &EndOttimizza::setKeptFolder);
     connect(m_ottimizza, &Ottimizza::backFromOttimizzaToEndOttimizza, this,
             &MainWindow::on_backFromOttimizzaToEndOttimizza);
 }

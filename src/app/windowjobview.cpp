@@ -95,6 +95,7 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
     Question box;
     box.title = question.title;
     box.text = question.text;
+    box.informativeText = question.informativeText;
     for (const JobQuestion::Choice &choice : question.choices)
         box.buttons.append({standardButton(choice.answer), choice.text});
     box.defaultButton = standardButton(question.preferred);

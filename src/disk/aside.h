@@ -8,6 +8,13 @@
 /// touch nothing that they touch.
 void doAside(const std::function<void()> &work);
 
+/// Does @p attempt aside, and where another program may be in the way again for up to two seconds while it fails.
+/// Returns what it returned last. For folders that are removed, renamed or made.
+bool doAsidePatiently(const std::function<bool()> &attempt);
+
 /// Flushes the volume under @p path as flushVolume() does, aside: a slow stick may take a minute for it. Returns what
 /// flushVolume() returned.
 bool flushVolumeAside(const QString &path);
+
+/// Flushes what this program has written below the folder @p path as flushFolder() does, aside. Returns what it returned.
+bool flushFolderAside(const QString &path);

@@ -9,6 +9,23 @@ class QFile;
 /// 0 when the path is empty or does not exist.
 quint64 volumeId(const QString &path);
 
+/// For how long it is worth trying to remove, rename or make a folder: where another program that has it open forbids
+/// that, a scanner or a viewer may let go of it. 0 where none can.
+int patienceMs();
+
+/// Whether @p path still leads to the open file @p file, which was opened by it.
+bool leadsTo(const QString &path, const QFile &file);
+
+/// What is free on a volume, and in which portions it is given out.
+struct VolumeRoom
+{
+    qint64 freeBytes = 0;    ///< for this user
+    qint64 clusterBytes = 0; ///< the least that a file or folder takes; 0 when the system does not tell
+};
+
+/// The room on the volume that holds @p path (absolute, forward slashes); nothing free when the system does not answer.
+VolumeRoom volumeRoom(const QString &path);
+
 /// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.
 bool moveOver(const QString &from, const QString &to);

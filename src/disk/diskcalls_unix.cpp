@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace {
@@ -18,6 +19,27 @@ quint64 volumeId(const QString &path)
         return 0;
     // A device number of 0 is a number like any other.
     return quint64(status.st_dev) + 1;
+}
+
+int patienceMs()
+{
+    return 0;
+}
+
+bool leadsTo(const QString &path, const QFile &file)
+{
+    struct stat named = {};
+    struct stat opened = {};
+    return ::stat(QFile::encodeName(path).constData(), &named) == 0 && ::fstat(file.handle(), &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+VolumeRoom volumeRoom(const QString &path)
+{
+    struct statvfs volume = {};
+    if (path.isEmpty() || ::statvfs(QFile::encodeName(path).constData(), &volume) != 0)
+        return {};
+    return {qint64(volume.f_bavail) * qint64(volume.f_frsize), qint64(volume.f_frsize)};
 }
 
 bool moveOver(const QString &from, const QString &to)

@@ -13,6 +13,16 @@ const wchar_t *wide(const QString &text)
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
 
+/// Ahead of a path it lifts the limit of 260 characters.
+QString longPath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(QDir::cleanPath(path));
+    if (native.startsWith(QLatin1String("\\\\")))
+        return QLatin1String("\\\\?\\UNC\\") + native.mid(2);
+    return QLatin1String("\\\\?\\") + native;
+}
+
+
 } // namespace
 
 quint64 volumeId(const QString &path)
@@ -25,17 +35,45 @@ quint64 volumeId(const QString &path)
     return quint64(serial) + 1;
 }
 
+int patienceMs()
+{
+    return 2000;
+}
+
+bool leadsTo(const QString &, const QFile &)
+{
+    // A drive that is pulled takes its letter with it: no folder of the PC stands in its place.
+    return true;
+}
+
+VolumeRoom volumeRoom(const QString &path)
+{
+    DWORD sectorsInCluster = 0;
+    DWORD bytesInSector = 0;
+    DWORD freeClusters = 0;
+    DWORD clusters = 0;
+    const QString root = path.isEmpty() ? QString() : QDir::toNativeSeparators(path.left(3));
+    if (root.isEmpty() || !GetDiskFreeSpaceW(wide(root), &sectorsInCluster, &bytesInSector, &freeClusters, &clusters))
+        return {};
+    const qint64 cluster = qint64(sectorsInCluster) * qint64(bytesInSector);
+    return {qint64(freeClusters) * cluster, cluster};
+}
+
 bool moveOver(const QString &from, const QString &to)
 {
-    const QString source = QDir::toNativeSeparators(from);
-    const QString target = QDir::toNativeSeparators(to);
+    const QString source = longPath(from);
+    const QString target = longPath(to);
     if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
         return true;
     // Elsewhere a file that is marked read-only is replaced like any other; here the mark has to go first.
     const DWORD attributes = GetFileAttributesW(wide(target));
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) &&
-           SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)) &&
-           MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING);
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY) ||
+        !SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)))
+        return false;
+    if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
+        return true;
+    SetFileAttributesW(wide(target), attributes);
+    return false;
 }
 
 bool createLike(const QFile &model, QFile &file)

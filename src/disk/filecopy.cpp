@@ -1,15 +1,19 @@
 #include "filecopy.h"
 
 #include "diskcalls.h"
+#include "tree.h"
 
 #include <QByteArray>
+#include <QDebug>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
+#include <QTemporaryDir>
 
 namespace {
 
 constexpr qint64 kBlockSize = 1048576;
+constexpr qint64 kUnknownCluster = 131072; // of a large exFAT volume
 constexpr int kMostTemporaryNames = 100;
 
 /// Writes everything that @p from still holds to @p to.
@@ -43,6 +47,11 @@ CopyResult existsOr(const QString &destination, CopyResult other)
     return QFileInfo::exists(destination) ? CopyResult::DestinationExists : other;
 }
 
+bool isNameOf(const QString &path, const QString &file)
+{
+    return path.compare(QFileInfo(file).absoluteFilePath(), Qt::CaseInsensitive) == 0;
+}
+
 /// Copies @p source to a name of its own in the folder of @p destination, and gives that name.
 CopyResult copyBeside(const QString &source, const QString &destination, QString &temporary,
                       const BetweenBlocks &betweenBlocks)
@@ -52,8 +61,12 @@ CopyResult copyBeside(const QString &source, const QString &destination, QString
     CopyResult result = CopyResult::NotCreated;
     for (int number = 0; number < kMostTemporaryNames; ++number) {
         temporary = stem.arg(number);
-        if (QFileInfo::exists(temporary))
+        // A backup may hold what a run left that was killed.
+        if (isNameOf(temporary, source) || isNameOf(temporary, destination))
             continue;
+        // What such a run has left is in the way of nobody else: its original is still where it was copied from.
+        if (QFileInfo(temporary).isFile())
+            removeCopy(temporary);
         result = copyFile(source, temporary, betweenBlocks);
         if (result != CopyResult::DestinationExists)
             return result;
@@ -61,17 +74,42 @@ CopyResult copyBeside(const QString &source, const QString &destination, QString
     return CopyResult::NotCreated;
 }
 
+/// Whether @p source has room in the folder of @p destination once that file is gone. A disk gives room in clusters.
 bool fitsInPlaceOf(const QString &source, const QString &destination)
 {
-    const qint64 room = QStorageInfo(QFileInfo(destination).absolutePath()).bytesAvailable();
-    return room >= 0 && room + QFileInfo(destination).size() >= QFileInfo(source).size();
+    const QString folder = QFileInfo(destination).absolutePath();
+    const VolumeRoom volume = volumeRoom(folder);
+    const qint64 cluster = volume.clusterBytes > 0 ? volume.clusterBytes : kUnknownCluster;
+    const auto clusters = [cluster](const QString &file) { return (QFileInfo(file).size() + cluster - 1) / cluster; };
+    return volume.freeBytes / cluster + clusters(destination) >= clusters(source);
 }
 
-/// The player's disk ignores case: two paths that differ in it may be one file.
-bool mayBeSameFile(const QString &first, const QString &second)
+/// Copies @p source over @p destination where there is no room for both, the volume being @p volume. The old file waits
+/// on the PC until the new one is whole: the room that was counted may be somebody else's by now.
+CopyResult replaceInItsRoom(const QString &source, const QString &destination, quint64 volume,
+                            const BetweenBlocks &betweenBlocks)
 {
-    return QFileInfo(first).canonicalFilePath().compare(QFileInfo(second).canonicalFilePath(), Qt::CaseInsensitive) ==
-           0;
+    QTemporaryDir pc;
+    const QString kept = pc.filePath(QStringLiteral("old"));
+    const CopyResult keeping = pc.isValid() ? copyFile(destination, kept, betweenBlocks) : CopyResult::NotCreated;
+    if (keeping != CopyResult::Copied)
+        return keeping == CopyResult::Stopped ? keeping : CopyResult::NotWritten;
+    if (volumeId(QFileInfo(destination).absolutePath()) != volume || !removeFile(destination))
+        return CopyResult::NotWritten;
+    // Too late to be stopped: the old file is gone.
+    const CopyResult result = copyFile(source, destination, [&betweenBlocks] {
+        if (betweenBlocks)
+            betweenBlocks();
+        return true;
+    });
+    if (result == CopyResult::Copied)
+        return result;
+    const bool samePlace = volumeId(QFileInfo(destination).absolutePath()) == volume;
+    if (!samePlace || copyFile(kept, destination) != CopyResult::Copied) {
+        pc.setAutoRemove(false);
+        qWarning().noquote() << "[replaceFile] The former" << destination << "is kept as" << kept;
+    }
+    return result;
 }
 
 } // namespace
@@ -95,10 +133,12 @@ CopyResult copyFile(const QString &source, const QString &destination, const Bet
     CopyResult result = copyContent(from, to, betweenBlocks);
     if (result == CopyResult::Copied)
         dateLike(from, to);
+    // After a pull the same path may lead to a file of the PC's own.
+    const bool mayRemove = result == CopyResult::Copied || leadsTo(destination, to);
     to.close();
     if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
         result = CopyResult::NotWritten;
-    if (result != CopyResult::Copied)
+    if (result != CopyResult::Copied && mayRemove)
         removeCopy(destination);
     return result;
 }
@@ -107,16 +147,21 @@ CopyResult replaceFile(const QString &source, const QString &destination, const 
 {
     if (QFileInfo(destination).isDir() || isSameFile(source, destination))
         return CopyResult::DestinationExists;
+    const QString folder = QFileInfo(destination).absolutePath();
+    const quint64 volume = volumeId(folder);
     QString temporary;
     const CopyResult result = copyBeside(source, destination, temporary, betweenBlocks);
     if (result == CopyResult::Copied) {
         if (moveOver(temporary, destination))
             return CopyResult::Copied;
-        removeCopy(temporary);
+        if (volumeId(folder) == volume)
+            removeCopy(temporary);
         return CopyResult::NotWritten;
     }
-    if (result != CopyResult::NotWritten || !fitsInPlaceOf(source, destination) || mayBeSameFile(source, destination) ||
-        !QFile::remove(destination))
+    // On a full disk the folder itself may have no room for one name more.
+    const bool noRoom = result == CopyResult::NotWritten || result == CopyResult::NotCreated;
+    // On one volume both paths may lead to one file, by names that differ in case or by another way to the same disk.
+    if (!noRoom || volumeId(folder) != volume || volumeId(source) == volume || !fitsInPlaceOf(source, destination))
         return result;
-    return copyFile(source, destination, betweenBlocks);
+    return replaceInItsRoom(source, destination, volume, betweenBlocks);
 }

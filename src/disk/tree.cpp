@@ -30,9 +30,7 @@ bool removeContent(const QString &path, const std::function<bool()> &goOn)
 /// Some file systems take long to give back a folder that was big, even when it is empty.
 bool removeEmptyFolder(const QString &path)
 {
-    bool removed = false;
-    doAside([&removed, path] { removed = QDir().rmdir(path); });
-    return removed;
+    return doAsidePatiently([path] { return QDir().rmdir(path) || !QFileInfo::exists(path); });
 }
 
 } // namespace
@@ -100,5 +98,7 @@ bool removeTree(const QString &path, const std::function<bool()> &goOn)
 
 bool emptyFolder(const QString &path)
 {
-    return removeTree(path) && QDir().mkdir(QDir::cleanPath(path));
+    const QString clean = QDir::cleanPath(path);
+    // The name of a folder that was removed is only free when the last program has let go of it.
+    return removeTree(path) && doAsidePatiently([clean] { return QDir().mkdir(clean); });
 }

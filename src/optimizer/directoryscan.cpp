@@ -1,10 +1,10 @@
 // Chapter of Ottimizza: the step that reads the playlists, clears the root folder and takes stock of the disk.
-#include "ottimizza.h"
-
 #include "freename.h"
+#include "moveentry.h"
+#include "ottimizzarun.h"
 #include "playlist.h"
+#include "splitnote.h"
 
-#include "device/player.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
@@ -50,11 +50,14 @@ void Ottimizza::scan_directories()
     unsupportedFiles.clear();
     bigFolders.clear();
 
+    if (!isPlayerThere())
+        return;
     mapPlaylists();
-    if (!moveRootFiles())
+    if (!isPlayerThere() || !moveRootFiles())
         return;
     QMap<QString, int> folderFileCount;
-    if (!classifyFiles(folderFileCount))
+    // A walk over a disk that is gone ends early, and finds that nothing is there.
+    if (!classifyFiles(folderFileCount) || !isPlayerThere())
         return;
     findBigFolders(folderFileCount);
     emit setProgressBarMaxVal(kFullBar);
@@ -62,7 +65,8 @@ void Ottimizza::scan_directories()
 
 void Ottimizza::mapPlaylists()
 {
-    const Player player(rootPath);
+    const Player &player = run().player;
+    restorePlaylists(player.path(PlayerNames::kPlaylists));
     workDir.setPath(player.path(PlayerNames::kPlaylists));
     workDir.setNameFilters({QStringLiteral("*.pls")});
     workDir.setFilter(QDir::Files);
@@ -85,7 +89,7 @@ void Ottimizza::mapPlaylists()
 /// Returns false after a stop.
 bool Ottimizza::moveRootFiles()
 {
-    const QString mySongs = Player(rootPath).path(PlayerNames::kMySongs);
+    const QString mySongs = run().player.path(PlayerNames::kMySongs);
     QDir().mkdir(mySongs);
     qInfo() << "scan_directories :"
             << "Scan Root Dir : move to "
@@ -102,11 +106,13 @@ bool Ottimizza::moveRootFiles()
             QCoreApplication::processEvents();
             if (belongsInRoot(path))
                 continue;
+            if (!isPlayerThere())
+                return false;
             const QString target = freeRootFileTarget(mySongs, path.mid(rootPath.size()));
             const QStringList playlists = playlistIndex.values(path);
             for (const QString &playlist : playlists)
                 rewritePlaylist(playlist, path, target);
-            QFile::rename(path, target);
+            moveEntry(path, target);
             ++moved;
         }
     }
@@ -206,10 +212,15 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
         qInfo() << QStringLiteral("[%1]").arg(folder.value(), kCountWidth) << folder.key();
         // The root itself is never split, however full it is: to be renamed it would have to leave the volume.
         const bool isRoot = folder.key() == rootPath || folder.key() + QLatin1Char('/') == rootPath;
-        if (folder.value() > bigFolderThreshold && !isRoot)
+        // What a killed run has begun to split is split to its end, however little is left to do.
+        if ((folder.value() > bigFolderThreshold || run().killedFolders.contains(folder.key())) && !isRoot)
             bigFolders.append(QFileInfo(folder.key()));
         if (++listed % kListingRound == 0)
             QCoreApplication::processEvents();
+    }
+    for (const QString &folder : qAsConst(run().killedFolders)) {
+        if (!folderFileCount.contains(folder))
+            removeSplitNote(run().player, folder);
     }
     // Deeper folders come first: a big folder inside another one is split before it moves with its parent.
     std::sort(bigFolders.begin(), bigFolders.end(), [](const QFileInfo &a, const QFileInfo &b) {

@@ -5,6 +5,12 @@
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
 
+#include <QDesktopServices>
+#include <QDir>
+#include <QUrl>
+
+#include <utility>
+
 EndOttimizza::EndOttimizza(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::EndOttimizza>())
 {
     ui->setupUi(this);
@@ -12,6 +18,9 @@ EndOttimizza::EndOttimizza(QWidget *parent) : QWidget(parent), ui(std::make_uniq
     setTitleFont(ui->label_titolo, sharedFonts().fontTitle22);
     ui->label_descr->setStyleSheet(Styles::kTransparentLabel);
     ui->label_descr->setFont(sharedFonts().fontText13);
+    ui->label_kept->setStyleSheet(Styles::kTransparentLabel);
+    ui->label_kept->setFont(sharedFonts().fontText13);
+    connect(ui->label_kept, &QLabel::linkActivated, this, &EndOttimizza::openKeptFolder);
     ui->pushButton->setStyleSheet(Styles::kPage);
     setTitleFont(ui->pushButton, sharedFonts().fontTitle18);
     hide();
@@ -22,10 +31,21 @@ EndOttimizza::~EndOttimizza() = default;
 void EndOttimizza::setFailCodeAndShow(int failCode)
 {
     m_failCode = failCode;
+    m_keptFolder = std::exchange(m_nextKeptFolder, QString());
     ui->label_image->setStyleSheet(m_failCode != 0 ? QStringLiteral("image: url(:/imgs/ko.png);")
                                                    : QStringLiteral("image: url(:/imgs/ok.png);"));
     setTexts();
     show();
+}
+
+void EndOttimizza::setKeptFolder(const QString &folder)
+{
+    m_nextKeptFolder = folder;
+}
+
+void EndOttimizza::openKeptFolder() const
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(m_keptFolder));
 }
 
 void EndOttimizza::on_pushButton_clicked()
@@ -44,6 +64,10 @@ void EndOttimizza::changeEvent(QEvent *event)
 
 void EndOttimizza::setTexts()
 {
+    ui->label_kept->setVisible(!m_keptFolder.isEmpty());
+    ui->label_kept->setText(tr("I file rimossi dal Corvin4 sono conservati in:") +
+                            QStringLiteral("<br><a href=\"kept\" style=\"color: rgb(0,0,0);\">%1</a>")
+                                .arg(QDir::toNativeSeparators(m_keptFolder).toHtmlEscaped()));
     if (m_failCode == 0) {
         ui->label_titolo->setText(tr("Ottimizzazione completata con successo"));
         ui->label_descr->setText(tr("Scollegare il Corvin4 dalla porta USB\n"

@@ -1,7 +1,9 @@
 // Chapter of Ottimizza: the step that spreads the songs of big folders over sub-folders by the initial of their titles.
-#include "ottimizza.h"
-
 #include "freename.h"
+#include "moveentry.h"
+#include "ottimizzarun.h"
+#include "splitnote.h"
+#include "splitrun.h"
 #include "titleinitial.h"
 #include "titlereader.h"
 
@@ -9,7 +11,6 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QVector>
 
 #include <algorithm>
 
@@ -18,14 +19,6 @@ namespace {
 constexpr int kBusyBar = 0;
 /// After how many entries of a mere listing events are processed.
 constexpr int kListingRound = 64;
-
-/// A song or sub-folder with its title.
-struct TitledEntry
-{
-    QString sortKey; ///< the title in upper case, made once and not at every comparison
-    QString title;
-    QFileInfo entry;
-};
 
 /// The number of files directly in @p folder, counted no further than @p limit.
 int countFiles(const QString &folder, int limit)
@@ -37,19 +30,6 @@ int countFiles(const QString &folder, int limit)
 }
 
 } // namespace
-
-/// What is known of the folder that is being split.
-struct Ottimizza::SplitRun
-{
-    QString folder;    ///< full path of the folder
-    QString oldFolder; ///< full path under which its former content waits
-    QString header;    ///< first words of the status texts
-    QFileInfoList entries;
-    QVector<TitledEntry> titled;
-    QChar initial = QChar(u'\0'); ///< of the song moved last
-    QString subfolder;            ///< full path of the sub-folder that is being filled
-    int count = 0;                ///< files counted for it; 0 forces a new choice
-};
 
 void Ottimizza::corvin_optimizer()
 {
@@ -66,7 +46,7 @@ void Ottimizza::corvin_optimizer()
     }
     if (abortRequested) {
         // Deliberate: the stop is used up here, so the steps that follow still run.
-        abortRequested = false;
+        abortRequested = m_closing || !run().player.isThere();
         return;
     }
     qInfo() << "corvin_optimizer : END";
@@ -83,26 +63,27 @@ void Ottimizza::splitFolder(const QString &folder, const QString &header)
     run.header = header;
     emit updateLabelAction(header + QLatin1Char('\n') + folder);
     qInfo() << "corvin_optimizer : Start Open Dir " << folder;
-    setAside(run);
+    if (!isPlayerThere() || !canBeSplit(run) || !setAside(run))
+        return;
+    const QStringList rest = splitEntries(run) ? listRest(run) : QStringList();
+    if (bringBack(run)) {
+        takeAwayRest(run, rest);
+        if (isPlayerThere())
+            removeSplitNote(this->run().player, run.folder);
+    }
+    emit updateProgressBarVal(run.entries.size());
+}
+
+/// Returns false when nothing has moved or the player has gone. What is still under the folder's other name afterwards
+/// must be brought back in any case.
+bool Ottimizza::splitEntries(SplitRun &run)
+{
     listEntries(run);
     qInfo() << "corvin_optimizer : End Open Dir N. Entry " << run.entries.size();
     readTitles(run);
     qInfo() << "corvin_optimizer : Start Ordinamento";
-    std::sort(run.titled.begin(), run.titled.end(),
-              [](const TitledEntry &a, const TitledEntry &b) { return a.sortKey < b.sortKey; });
-    moveIntoSubfolders(run);
-    keepHiddenFolders(run);
-    // Deliberate: whatever is still there goes with it: files that are no songs, and what could not be moved.
-    removeTree(run.oldFolder);
-    emit updateProgressBarVal(run.entries.size());
-}
-
-void Ottimizza::setAside(SplitRun &run)
-{
-    const QFileInfo folder(run.folder);
-    workDir.setPath(folder.absolutePath());
-    workDir.rename(folder.fileName(), QFileInfo(run.oldFolder).fileName());
-    workDir.mkdir(folder.fileName());
+    std::sort(run.titled.begin(), run.titled.end(), [](const auto &a, const auto &b) { return a.sortKey < b.sortKey; });
+    return hasRoomForTitles(run) && moveIntoSubfolders(run);
 }
 
 void Ottimizza::listEntries(SplitRun &run) const
@@ -134,7 +115,8 @@ void Ottimizza::readTitles(SplitRun &run)
     }
 }
 
-void Ottimizza::moveIntoSubfolders(SplitRun &run)
+/// Returns false when the player has gone.
+bool Ottimizza::moveIntoSubfolders(SplitRun &run)
 {
     const int total = run.titled.size();
     emit updateLabelAction(run.header + QStringLiteral(" : ") + tr("Organizzazione in sottocartelle") +
@@ -144,44 +126,46 @@ void Ottimizza::moveIntoSubfolders(SplitRun &run)
     for (int i = 0; i < total; ++i) {
         QCoreApplication::processEvents();
         emit updateProgressBarVal(i + 1);
-        const TitledEntry &titled = run.titled.at(i);
-        if (titled.entry.isDir()) {
-            QDir().rename(titled.entry.absoluteFilePath(), run.folder + QLatin1Char('/') + titled.entry.fileName());
-        } else {
-            moveSong(run, titled.title, titled.entry);
-        }
+        if (!isPlayerThere())
+            return false;
+        const SplitRun::TitledEntry &titled = run.titled.at(i);
+        // What does not find its place is brought back in the end.
+        if (titled.entry.isDir())
+            moveEntry(titled.entry.absoluteFilePath(), run.folder + QLatin1Char('/') + titled.entry.fileName());
+        else if (!moveSong(run, titled.title, titled.entry))
+            qInfo() << "corvin_optimizer : Impossibile spostare " << titled.entry.absoluteFilePath();
     }
+    return true;
 }
 
-/// The listing shows no hidden folders; what lies in them is the folder's own all the same and goes back where it was.
-void Ottimizza::keepHiddenFolders(const SplitRun &run) const
-{
-    const QDir old(run.oldFolder);
-    const QStringList names = old.entryList(QDir::AllDirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QString &name : names) {
-        if (QFileInfo(old.filePath(name)).isHidden())
-            QDir().rename(old.filePath(name), run.folder + QLatin1Char('/') + name);
-    }
-}
-
-void Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const
+/// Returns whether song and companions have moved; otherwise all of them are where they were. A companion goes before its
+/// song: a run that is killed between the two leaves the song to be moved again, and it finds its companion there.
+bool Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const
 {
     const QChar initial = titleInitial(title);
     if (initial != run.initial || run.count == 0)
         chooseSubfolder(run, initial);
     const QString suffix = song.suffix();
     const QString target = freeSplitBase(run.subfolder, song.completeBaseName(), suffix);
-    QFile::rename(song.absoluteFilePath(), target + QLatin1Char('.') + suffix);
-    ++run.count;
     const QString base = run.oldFolder + QLatin1Char('/') + song.completeBaseName();
+    QVector<QLatin1String> moved;
+    bool good = true;
     for (const QLatin1String companion : {QLatin1String(".dat"), QLatin1String(".cdg"), QLatin1String(".bak")}) {
-        if (!QFile::exists(base + companion))
+        if (!good || !QFile::exists(base + companion))
             continue;
-        QFile::rename(base + companion, target + companion);
-        ++run.count;
+        good = moveEntry(base + companion, target + companion);
+        if (good)
+            moved.append(companion);
     }
+    if (!good || !moveEntry(song.absoluteFilePath(), target + QLatin1Char('.') + suffix)) {
+        for (const QLatin1String companion : qAsConst(moved))
+            moveEntry(target + companion, base + companion);
+        return false;
+    }
+    run.count += 1 + moved.size();
     if (run.count >= maxFilesPerSubfolder)
         run.count = 0;
+    return true;
 }
 
 /// A full folder's count stays when a new folder is made after it: its first song then reaches the limit, and the choice

@@ -1,9 +1,7 @@
 // Chapter of Ottimizza: the two steps that move pictures and videos into the folders where the player looks for them.
-#include "ottimizza.h"
-
 #include "freename.h"
-
-#include "device/player.h"
+#include "moveentry.h"
+#include "ottimizzarun.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -47,7 +45,9 @@ void Ottimizza::moveMedia(const MediaMove &step)
         return;
     }
     qInfo() << step.startLine;
-    const QString targetFolder = Player(rootPath).path(step.folder);
+    if (!isPlayerThere())
+        return;
+    const QString targetFolder = run().player.path(step.folder);
     QDir().mkdir(targetFolder);
     const int total = step.files.size();
     emit setProgressBarMinVal(0);
@@ -57,6 +57,8 @@ void Ottimizza::moveMedia(const MediaMove &step)
         if (abortRequested)
             return;
         QCoreApplication::processEvents();
+        if (!isPlayerThere())
+            return;
         moveMediaFile(step.files.at(i), targetFolder);
         // Deliberate: the line says so whether the file could be moved or not.
         qInfo() << "Move :" << step.files.at(i).absoluteFilePath();
@@ -72,7 +74,7 @@ void Ottimizza::moveMediaFile(const QFileInfo &file, const QString &targetFolder
     const QString plainTarget = targetFolder + QLatin1Char('/') + file.fileName();
     const QString target = freeMediaTarget(targetFolder, file.fileName());
     if (target == plainTarget) {
-        QFile::rename(source, target);
+        moveEntry(source, target);
         return;
     }
     // Deliberate: a file whose name is taken goes through a numeric name, in its own folder and in the target folder.
@@ -81,7 +83,7 @@ void Ottimizza::moveMediaFile(const QFileInfo &file, const QString &targetFolder
     const QString temporaryName = QLatin1Char('/') + number + QLatin1Char('.') + file.completeSuffix();
     const QString inSource = file.absolutePath() + temporaryName;
     const QString inTarget = targetFolder + temporaryName;
-    QFile::rename(source, inSource);
-    QFile::rename(inSource, inTarget);
-    QFile::rename(inTarget, target);
+    moveEntry(source, inSource);
+    moveEntry(inSource, inTarget);
+    moveEntry(inTarget, target);
 }

@@ -1,21 +1,22 @@
 #include "ottimizza.h"
 
+#include "ottimizzarun.h"
 #include "ui_ottimizza.h"
 
 #include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
-#include "device/player.h"
-#include "disk/aside.h"
 #include "disk/awake.h"
 #include "disk/worklock.h"
 #include "songfiles/songkind.h"
 
 #include <QDebug>
+#include <QRandomGenerator>
 #include <QScopedValueRollback>
 #include <QShowEvent>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -116,6 +117,14 @@ void Ottimizza::on_stopActionPressed()
     abortRequested = true;
 }
 
+void Ottimizza::on_closeRequested()
+{
+    if (!m_running)
+        return;
+    m_closing = true;
+    abortRequested = true;
+}
+
 void Ottimizza::on_Check_Optimize_clicked(bool checked)
 {
     for (QCheckBox *box : {ui->Check_Delete, ui->Check_Move, ui->Check_Split, ui->Check_Database})
@@ -170,6 +179,9 @@ void Ottimizza::startAllOptimization()
 
     failCode = Success;
     rootPath = Player::find().root();
+    m_run = std::make_unique<Run>(rootPath);
+    // For the names that files go through on their way: unseeded, each start of the program would draw the same ones.
+    std::srand(QRandomGenerator::global()->generate());
     if (rootPath.isEmpty()) {
         abortRequested = true;
         failCode = DeviceNotFound;
@@ -177,19 +189,34 @@ void Ottimizza::startAllOptimization()
     emit setProgressBarVisible(true);
     emit setProgressBarFormat(QStringLiteral("%p%"));
     runChosenSteps();
-    // The result page tells the user to unplug: nothing may be left in a cache then.
-    if (!abortRequested && failCode == Success)
-        flushPlayer();
-    emit setProgressBarVisible(false);
-    if (!abortRequested || failCode != Success)
-        emit backFromOttimizzaToEndOttimizza(failCode);
+    finishRun();
 
     // Deliberate: the option boxes come back enabled even while the complete option is ticked.
     setControlsEnabled(true);
 }
 
+void Ottimizza::finishRun()
+{
+    // The result page tells the user to unplug: nothing may be left in a cache then, nor may the player be gone already.
+    if (!abortRequested && failCode == Success && !run().player.flush()) {
+        qWarning() << "Ottimizza : flush failed :" << rootPath;
+        failCode = DeviceNotFound;
+    }
+    const bool hasResult = !abortRequested || failCode != Success;
+    if (hasResult && !run().kept.folder().isEmpty())
+        emit filesKept(run().kept.folder());
+    emit setProgressBarVisible(false);
+    m_closing = false;
+    if (hasResult)
+        emit backFromOttimizzaToEndOttimizza(failCode);
+}
+
 void Ottimizza::runChosenSteps()
 {
+    if (!abortRequested) {
+        KeptFiles::forgetOldOnes();
+        makeGoodKilledSplits();
+    }
     if ((optDelete || optMove || optSplit) && !abortRequested)
         scan_directories();
     if (optDelete && !abortRequested)
@@ -202,13 +229,6 @@ void Ottimizza::runChosenSteps()
         corvin_optimizer();
     if (ui->Check_Database->isChecked() && !abortRequested)
         createDiffDatabaseImportFile();
-}
-
-/// Writing out the caches of a slow stick takes seconds; the window answers meanwhile.
-void Ottimizza::flushPlayer() const
-{
-    if (!flushVolumeAside(rootPath))
-        qWarning() << "Ottimizza : flush failed :" << rootPath;
 }
 
 /// Exactly what the wildcard filters let through, but tested by us: a directory iterator that filters passes over

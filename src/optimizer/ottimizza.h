@@ -12,6 +12,7 @@
 #include <memory>
 
 class QTextStream;
+struct SplitFolder;
 
 namespace Ui {
 class Ottimizza;
@@ -68,6 +69,9 @@ public:
     bool optMove = true;         ///< run move_images() and move_videos()
     bool optSplit = true;        ///< run corvin_optimizer()
 
+    /// Whether a run is working now.
+    bool isRunning() const { return m_running; }
+
     // Chapter directoryscan.cpp
 
     /// Reads the playlists, moves the loose files of the root into "My Songs", classifies every file of the disk and
@@ -78,7 +82,8 @@ public:
 
     // Chapter unsupportedfiles.cpp
 
-    /// Deletes unsupportedFiles in their order. A stop leaves the rest in place.
+    /// Deletes unsupportedFiles in their order, each after a copy of it was made on the PC, where that can be. A stop
+    /// leaves the rest in place.
     void delete_files();
 
     // Chapter mediamove.cpp
@@ -91,12 +96,14 @@ public:
     // Chapter foldersplitting.cpp
 
     /// Spreads the songs of each of bigFolders over sub-folders named after the initials of their titles. A stop is
-    /// honoured between two folders, never inside one, and is used up: abortRequested is clear afterwards.
+    /// honoured between two folders, never inside one, and is used up: abortRequested is clear afterwards. A folder for
+    /// which the disk has no room, or which may not be written to, stays as it is. What finds no place in a sub-folder
+    /// stays in the folder; what is neither song, picture nor video is copied to the PC and deleted.
     void corvin_optimizer();
 
     // Chapter songdatabase.cpp
 
-    /// Looks the player up afresh, repairs names that it cannot handle, deletes songs that cannot be read, and writes
+    /// Looks the player up afresh, repairs names that it cannot handle, moves files that are no songs to the PC, and writes
     /// the difference between the disk and the player's database as "CorvinImportDB.sql" into the root. Clears
     /// abortRequested when it starts; sets failCode when there is no player or no file could be written.
     void createDiffDatabaseImportFile();
@@ -110,12 +117,14 @@ signals:
     void updateLabelAction(QString text);               ///< a text for the status line
     void backFromOttimizzaToFirstMenu();                ///< INDIETRO was pressed
     void backFromOttimizzaToEndOttimizza(int failCode); ///< the run is over; not emitted after a mere stop
+    void filesKept(QString folder); ///< the run has copied files to this folder of the PC; before the end of the run
 
 public slots:
     /// STOP was pressed: the running step ends at its next test.
     void on_stopActionPressed();
-    /// The window is to close: the run ends at its next test.
-    void on_closeRequested() { abortRequested = true; }
+    /// The window is to be closed: a running run ends at its next test, whatever steps would forget a stop. Does nothing
+    /// between runs.
+    void on_closeRequested();
     /// Runs the chosen operations in their fixed order, with the page's controls disabled meanwhile. Returns when all
     /// is done; a call while a run is working does nothing.
     void startAllOptimization();
@@ -136,6 +145,7 @@ protected:
 private:
     struct FolderPlace;
     struct MediaMove;
+    struct Run;
     struct SplitRun;
 
     // Chapter ottimizza.cpp
@@ -143,8 +153,17 @@ private:
     void setOptionBoxesEnabled(bool enabled);
     void setControlsEnabled(bool enabled);
     void runChosenSteps();
-    void flushPlayer() const;
+    void finishRun();
     bool matchesSongFilter(const QString &fileName) const;
+
+    // Chapter ottimizzarun.cpp
+    Run &run();
+    bool isPlayerThere();
+    bool keepOnPc(const QString &path, bool isSong);
+
+    // Chapter killedsplits.cpp
+    void makeGoodKilledSplits();
+    void bringCompanionsBack(const SplitFolder &split);
 
     // Chapter directoryscan.cpp
     void mapPlaylists();
@@ -162,23 +181,34 @@ private:
 
     // Chapter foldersplitting.cpp
     void splitFolder(const QString &folder, const QString &header);
-    void setAside(SplitRun &run);
+    bool splitEntries(SplitRun &run);
     void listEntries(SplitRun &run) const;
     void readTitles(SplitRun &run);
-    void moveIntoSubfolders(SplitRun &run);
-    void keepHiddenFolders(const SplitRun &run) const;
-    void moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const;
+    bool moveIntoSubfolders(SplitRun &run);
+    bool moveSong(SplitRun &run, const QString &title, const QFileInfo &song) const;
     void chooseSubfolder(SplitRun &run, QChar initial) const;
+
+    // Chapter splitedges.cpp: before a folder is split and after it
+    bool canBeSplit(SplitRun &run) const;
+    bool setAside(const SplitRun &run);
+    bool hasRoomForTitles(const SplitRun &run) const;
+    bool bringBack(const SplitRun &run);
+    QStringList listRest(const SplitRun &run) const;
+    void takeAwayRest(const SplitRun &run, const QStringList &rest);
 
     // Chapter songdatabase.cpp
     QStringList readDatabaseSongs() const;
-    bool collectDiskSongs(QStringList &diskSongs) const;
+    bool collectDiskSongs(QStringList &diskSongs);
     bool listSongFiles(QStringList &paths) const;
     bool isOutsideDatabase(const QString &path) const;
     void writeImportFile(const QStringList &dbSongs, const QStringList &diskSongs);
     bool writeStatements(QTextStream &stream, const QStringList &dbSongs, const QStringList &diskSongs);
+    bool writeInsert(QTextStream &stream, const QString &path);
+    bool removeInvalidSong(const QString &path);
     void reportImportFileNotCreated();
 
     std::unique_ptr<Ui::Ottimizza> ui;
+    std::unique_ptr<Run> m_run; ///< see run()
     bool m_running = false;
+    bool m_closing = false; ///< the window is to be closed: unlike abortRequested no step clears this
 };

@@ -1,10 +1,17 @@
 #include "playlist.h"
 
+#include "disk/diskcalls.h"
+
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegExp>
 #include <QTextStream>
 
 namespace {
+
+constexpr QLatin1String kNew(".new", 4); ///< behind the name of a playlist: the one that will take its place
+constexpr QLatin1String kOld(".old", 4); ///< the one that it had before, as earlier versions left it
 
 /// @p rawLine as text, up to its first NUL byte.
 QString decodedLine(const QByteArray &rawLine)
@@ -36,32 +43,47 @@ QStringList playlistKeys(const QString &playlistPath, const Player &player)
 
 void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath)
 {
-    const QString backupPath = playlistPath + QLatin1String(".old");
-    QFile::remove(backupPath);
-    QFile::rename(playlistPath, backupPath);
-
-    // Deliberate: a backup that cannot be opened counts as an empty playlist.
-    QFile backup(backupPath);
-    const bool hasBackup = backup.open(QIODevice::ReadOnly);
-    QFile playlist(playlistPath);
-    playlist.open(QIODevice::WriteOnly);
+    // Deliberate: a playlist that is not there becomes an empty one.
+    QFile former(playlistPath);
+    if (QFileInfo::exists(playlistPath) && !former.open(QIODevice::ReadOnly))
+        return;
+    QFile playlist(playlistPath + kNew);
+    bool whole = playlist.open(QIODevice::WriteOnly);
     QTextStream text(&playlist);
     text.setCodec("UTF-8");
-    while (!backup.atEnd()) {
-        QString line = decodedLine(backup.readLine());
+    while (whole && former.isOpen() && !former.atEnd()) {
+        const QByteArray rawLine = former.readLine();
+        whole = !rawLine.isEmpty();
+        QString line = decodedLine(rawLine);
         if (!oldDevicePath.isEmpty())
             line.replace(oldDevicePath, newDevicePath, Qt::CaseInsensitive);
         text << line;
     }
     text.flush();
-    const bool written = playlist.isOpen() && text.status() == QTextStream::Ok && playlist.flush();
+    whole = whole && former.error() == QFileDevice::NoError && text.status() == QTextStream::Ok && playlist.flush();
+    former.close();
     playlist.close();
-    backup.close();
-    if (!written && hasBackup) {
-        // On a full disk the playlist stays as it was: half of it is worth less than one outdated line.
-        QFile::remove(playlistPath);
-        QFile::rename(backupPath, playlistPath);
-        return;
+    // On a full disk the playlist stays as it was: half of it is worth less than one outdated line.
+    if (whole && moveOver(playlist.fileName(), playlistPath))
+        QFile::remove(playlistPath + kOld);
+    else
+        playlist.remove();
+}
+
+void restorePlaylists(const QString &folder)
+{
+    const QDir dir(folder);
+    // What was written to its end by a run that could not put it in its place any more comes first.
+    for (const QLatin1String end : {kNew, kOld}) {
+        const QStringList names = dir.entryList({QLatin1String("*.pls") + end}, QDir::Files);
+        for (const QString &name : names) {
+            const QFileInfo left(dir.filePath(name));
+            const QFileInfo playlist(dir.filePath(name.chopped(end.size())));
+            const bool isLonger = end == kOld && playlist.isFile() && playlist.size() < left.size();
+            if (!playlist.exists() || isLonger)
+                moveOver(left.absoluteFilePath(), playlist.absoluteFilePath());
+            else if (end == kNew)
+                QFile::remove(left.absoluteFilePath());
+        }
     }
-    QFile::remove(backupPath);
 }

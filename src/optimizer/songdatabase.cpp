@@ -1,13 +1,12 @@
 // Chapter of Ottimizza: the step that writes what has changed on the disk since the player's last database export.
-#include "ottimizza.h"
-
 #include "fastdb.h"
 #include "longname.h"
+#include "moveentry.h"
+#include "ottimizzarun.h"
 #include "pathset.h"
 #include "sqlline.h"
 
 #include "app/shared/questionbox.h"
-#include "device/player.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
@@ -59,7 +58,7 @@ QString withPlayerSuffix(const QString &path)
     if (renamed == path)
         return path;
     qInfo() << "Rinomino file .midi in .mid :" << path;
-    if (!QFile::rename(path, renamed))
+    if (!moveEntry(path, renamed))
         qInfo() << "Impossibile rinominare!";
     return renamed;
 }
@@ -69,7 +68,7 @@ void renameCompanions(const QString &oldSong, const QString &newSong)
     for (const QLatin1String companion : {QLatin1String(".cdg"), QLatin1String(".dat"), QLatin1String(".bak")}) {
         const QString path = pathWithoutSuffix(oldSong) + companion;
         if (QFile::exists(path))
-            QFile::rename(path, pathWithoutSuffix(newSong) + companion);
+            moveEntry(path, pathWithoutSuffix(newSong) + companion);
     }
 }
 
@@ -84,18 +83,10 @@ QString withPlayerLength(const QString &path)
         return path;
     }
     qInfo() << "FilePath rinominato in :" << *shortened;
-    if (!QFile::rename(path, *shortened))
+    if (!moveEntry(path, *shortened))
         qInfo() << "FilePath, impossibile rinominare!";
     renameCompanions(path, *shortened);
     return *shortened;
-}
-
-/// Deliberate: a song that cannot be read is deleted.
-void removeInvalidSong(const QString &path)
-{
-    qInfo() << "File non valido, rimuovo :" << path;
-    if (!QFile::remove(path))
-        qInfo() << "File non valido, impossibile rimuovere!";
 }
 
 } // namespace
@@ -103,13 +94,19 @@ void removeInvalidSong(const QString &path)
 void Ottimizza::createDiffDatabaseImportFile()
 {
     // Deliberate: a stop pressed before this step is forgotten.
-    abortRequested = false;
-    rootPath = Player::find().root();
-    // Paths made from an empty root would lie in the PC's own root or current folder.
-    if (rootPath.isEmpty()) {
+    abortRequested = m_closing;
+    const Player player = Player::find();
+    rootPath = player.root();
+    if (!m_running)
+        m_run = std::make_unique<Run>(rootPath);
+    // Paths made from an empty root would lie in the PC's own root or current folder; another player's disk would get what
+    // was found out about this one's.
+    if (rootPath.isEmpty() || run().player.root() != rootPath || !run().player.isThere()) {
         failCode = DeviceNotFound;
         return;
     }
+    if (abortRequested)
+        return;
     emit setProgressBarVisible(true);
     emit setProgressBarMinVal(0);
     emit setProgressBarMaxVal(kBusyBar);
@@ -120,7 +117,8 @@ void Ottimizza::createDiffDatabaseImportFile()
     const QStringList dbSongs = readDatabaseSongs();
     qDebug() << "fast db file found: " << dbSongs.size();
     QStringList diskSongs;
-    if (!collectDiskSongs(diskSongs)) {
+    // A disk that is gone has no export and no songs.
+    if (!collectDiskSongs(diskSongs) || !isPlayerThere()) {
         emit setProgressBarVisible(false);
         return;
     }
@@ -141,8 +139,8 @@ QStringList Ottimizza::readDatabaseSongs() const
     return songs;
 }
 
-/// Returns false after a stop.
-bool Ottimizza::collectDiskSongs(QStringList &diskSongs) const
+/// Returns false after a stop, and when the player has gone.
+bool Ottimizza::collectDiskSongs(QStringList &diskSongs)
 {
     QStringList paths;
     if (!listSongFiles(paths))
@@ -152,6 +150,8 @@ bool Ottimizza::collectDiskSongs(QStringList &diskSongs) const
             return false;
         if (isOutsideDatabase(path))
             continue;
+        if (!isPlayerThere())
+            return false;
         diskSongs.append(withPlayerLength(withPlayerSuffix(path)));
         QCoreApplication::processEvents();
     }
@@ -181,7 +181,7 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
     const QString path = rootPath + PlayerNames::kImportFile;
     QFile::remove(path);
     // The player takes a file of another case for the same one: none may stay beside the new one.
-    QFile::remove(Player(rootPath).path(PlayerNames::kImportFile));
+    QFile::remove(run().player.path(PlayerNames::kImportFile));
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
         reportImportFileNotCreated();
@@ -196,7 +196,7 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
     const bool written = stream.status() == QTextStream::Ok && file.flush();
     const bool empty = file.size() == 0;
     file.close();
-    if (!finished) {
+    if (!finished || !isPlayerThere()) {
         emit setProgressBarVisible(false);
         return;
     }
@@ -209,7 +209,7 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
     emit setProgressBarVisible(false);
 }
 
-/// Returns false after a stop.
+/// Returns false after a stop, and when the player has gone.
 bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs, const QStringList &diskSongs)
 {
     emit updateLabelAction(tr("Creazione database in corso..."));
@@ -221,13 +221,8 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
     for (const QString &path : diskSongs) {
         if (abortRequested)
             return false;
-        if (!known.contains(path)) {
-            const QString line = insertLineForSong(path, player);
-            if (line.isEmpty())
-                removeInvalidSong(path);
-            else
-                stream << line;
-        }
+        if (!known.contains(path) && !writeInsert(stream, path))
+            return false;
         emit updateProgressBarVal(++counter);
         QCoreApplication::processEvents();
     }
@@ -241,6 +236,35 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         QCoreApplication::processEvents();
     }
     return true;
+}
+
+/// Returns false when the player has gone: what a song is cannot be told then.
+bool Ottimizza::writeInsert(QTextStream &stream, const QString &path)
+{
+    if (!isPlayerThere())
+        return false;
+    ImportResult result = ImportResult::NotRead;
+    const QString line = insertLineForSong(path, run().player, &result);
+    if (result == ImportResult::Imported) {
+        stream << line;
+        return true;
+    }
+    if (!isPlayerThere())
+        return false;
+    if (result == ImportResult::TooLarge) {
+        qInfo() << "File troppo grande, escluso dal database :" << path;
+        return true;
+    }
+    qInfo() << "File non valido, rimuovo :" << path;
+    if (result != ImportResult::NotASong || !removeInvalidSong(path))
+        qInfo() << "File non valido, impossibile rimuovere!";
+    return true;
+}
+
+/// Deliberate: a song that was read and is none is deleted, once a copy of it lies on the PC.
+bool Ottimizza::removeInvalidSong(const QString &path)
+{
+    return keepOnPc(path, true) && isPlayerThere() && QFile::remove(path);
 }
 
 void Ottimizza::reportImportFileNotCreated()

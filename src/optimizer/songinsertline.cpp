@@ -2,10 +2,13 @@
 
 #include "songfiles/metasong.h"
 
-QString insertLineForSong(const QString &path, const Player &player)
+QString insertLineForSong(const QString &path, const Player &player, ImportResult *result)
 {
     MetaSong song;
-    if (!song.importFile(path))
+    const bool imported = song.importFile(path);
+    if (result)
+        *result = song.importResult();
+    if (!imported)
         return QString();
     SongInfo info;
     song.getSongInfo(info);

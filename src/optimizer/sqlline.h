@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/player.h"
+#include "songfiles/importresult.h"
 #include "songfiles/songinfo.h"
 
 #include <QString>
@@ -20,5 +21,6 @@ QString insertLine(const SongInfo &info, const QString &path, const Player &play
 /// The statement that takes the song at @p path, which need not exist, out of the player's database.
 QString deleteLine(const QString &path, const Player &player);
 
-/// Reads the song at @p path and returns its insertLine; an empty text when the file cannot be read as a song.
-QString insertLineForSong(const QString &path, const Player &player);
+/// Reads the song at @p path and returns its insertLine; an empty text when the file cannot be read as a song. @p result,
+/// when given, is set to why.
+QString insertLineForSong(const QString &path, const Player &player, ImportResult *result = nullptr);

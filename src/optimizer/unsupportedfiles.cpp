@@ -1,5 +1,5 @@
 // Chapter of Ottimizza: the step that deletes the files that the player cannot use.
-#include "ottimizza.h"
+#include "ottimizzarun.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -24,6 +24,12 @@ void Ottimizza::delete_files()
             return;
         QCoreApplication::processEvents();
         const QString path = unsupportedFiles.at(i).absoluteFilePath();
+        if (abortRequested || !isPlayerThere())
+            return;
+        // The user has asked for these to go: one that is too large to be kept goes all the same. A stop lets it stay.
+        keepOnPc(path, false);
+        if (abortRequested || !isPlayerThere())
+            return;
         // Deliberate: the line says so whether the file could be deleted or not.
         QFile::remove(path);
         qInfo() << "Delete :" << path;

@@ -1,8 +1,14 @@
 #include "backupchoice.h"
 
+#include "disk/datafolder.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStorageInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -35,17 +41,26 @@ bool holdsFolder(const QString &outer, const QString &inner)
     return true;
 }
 
-bool mayBeEmptied(const QString &folder, const Player &player, const QStringList &keep)
+DestinationFault destinationFault(const QString &folder, const Player &player, const QStringList &keep)
 {
-    if (folder.isEmpty() || holdsFolder(player.root(), folder) || isOnVolume(folder, player.root()))
-        return false;
-    if (holdsFolder(folder, player.root()))
-        return false;
-    for (const QString &kept : keep) {
-        if (holdsFolder(folder, kept))
-            return false;
-    }
-    return true;
+    if (folder.isEmpty())
+        return DestinationFault::HoldsOthers;
+    if (holdsFolder(player.root(), folder) || isOnVolume(folder, player.root()))
+        return DestinationFault::IsOnPlayer;
+    const bool holdsOthers =
+        std::any_of(keep.begin(), keep.end(), [&folder](const QString &kept) { return holdsFolder(folder, kept); });
+    return holdsOthers || holdsFolder(folder, player.root()) ? DestinationFault::HoldsOthers : DestinationFault::None;
+}
+
+QStringList foldersToKeep()
+{
+    QStringList folders = {QCoreApplication::applicationDirPath(), dataFolder(), QDir::homePath()};
+    for (const auto place :
+         {QStandardPaths::DesktopLocation, QStandardPaths::DocumentsLocation, QStandardPaths::MusicLocation,
+          QStandardPaths::PicturesLocation, QStandardPaths::MoviesLocation, QStandardPaths::DownloadLocation})
+        folders += QStandardPaths::standardLocations(place);
+    folders.removeAll(QString());
+    return folders;
 }
 
 bool isVolumeRoot(const QString &folder)

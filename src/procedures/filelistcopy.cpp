@@ -26,23 +26,6 @@ QStringList foldersOf(const QString &destination)
     return folders;
 }
 
-/// Makes the folders that lead to @p destination. Returns false at the first that cannot be made.
-bool makeFolders(const QString &destination)
-{
-    const QStringList folders = foldersOf(destination);
-    const QDir here{QString()};
-    // From the inside out: one look is enough for every file but the first of its folder, and the first names of a
-    // network path, which are no folders, are never asked for.
-    int made = folders.size();
-    while (made > 0 && !here.exists(folders.at(made - 1)))
-        --made;
-    for (; made < folders.size(); ++made) {
-        if (!here.mkdir(folders.at(made)))
-            return false;
-    }
-    return true;
-}
-
 /// Deliberate: STOP is looked at between files, so that a file that has been begun is finished.
 bool keepWindowAlive()
 {
@@ -53,8 +36,8 @@ bool keepWindowAlive()
 } // namespace
 
 FileListCopy::FileListCopy(JobView &view, const QStringList &sources, const QString &destinationRoot,
-                           const QString &sourceRoot)
-    : m_view(view), m_sources(sources), m_destinationRoot(destinationRoot), m_sourceRoot(sourceRoot)
+                           const QString &sourceRoot, const Player &player)
+    : m_view(view), m_sources(sources), m_destinationRoot(destinationRoot), m_sourceRoot(sourceRoot), m_player(player)
 {
 }
 
@@ -79,15 +62,20 @@ JobEnd FileListCopy::prepareBar()
 JobEnd FileListCopy::copyFiles()
 {
     for (int i = 0; i < m_sources.size(); ++i) {
-        const QString &source = m_sources.at(i);
-        const QString destination = m_destinationRoot + source.mid(m_sourceRoot.size());
+        if (isPlayerGone())
+            return {JobEnd::Failed, kPlayerGone};
+        const QString destination = destinationOf(m_sources.at(i));
         if (!makeFolders(destination)) {
+            if (isPlayerGone())
+                return {JobEnd::Failed, kPlayerGone};
             tellError(m_view);
             return {JobEnd::Failed, kMakingFolders};
         }
-        const FileOutcome outcome = copyOne(source, destination);
+        const FileOutcome outcome = copyOne(m_sources.at(i), destination);
         if (outcome == FileOutcome::GiveUp)
             return {JobEnd::Failed};
+        if (outcome == FileOutcome::PlayerGone)
+            return {JobEnd::Failed, kPlayerGone};
         m_lastCopied = outcome == FileOutcome::Copied;
         m_view.setBarValue(i + 1);
         m_view.paintBar();
@@ -96,6 +84,44 @@ JobEnd FileListCopy::copyFiles()
             return {JobEnd::Stopped};
     }
     return {};
+}
+
+/// Where @p source goes. On a system that tells case apart the player's own folders are not made a second time.
+QString FileListCopy::destinationOf(const QString &source)
+{
+    const QString destination = m_destinationRoot + source.mid(m_sourceRoot.size());
+    if (!m_player.isFound() || !destination.startsWith(m_player.root()))
+        return destination;
+    QString below = m_player.relativePath(destination);
+    // Both roots may have brought a slash.
+    while (below.startsWith(QLatin1Char('/')))
+        below.remove(0, 1);
+    const bool isPlaylist = below.startsWith(PlayerNames::kPlaylists + QLatin1Char('/'), Qt::CaseInsensitive);
+    const QString own = isPlaylist ? below.left(PlayerNames::kPlaylists.size()) : below.section(QLatin1Char('/'), 0, 0);
+    if (own == below || (!isPlaylist && !Player::isOwnFolder(own)))
+        return destination;
+    QString &folder = m_ownFolders[own.toLower()];
+    if (folder.isEmpty())
+        folder = m_player.path(own);
+    return folder + below.mid(own.size());
+}
+
+/// Makes the folders that lead to @p destination. Returns false at the first that cannot be made.
+bool FileListCopy::makeFolders(const QString &destination) const
+{
+    const QStringList folders = foldersOf(destination);
+    const QDir here{QString()};
+    // From the inside out: one look is enough for every file but the first of its folder, and the first names of a
+    // network path, which are no folders, are never asked for.
+    int made = folders.size();
+    while (made > 0 && !here.exists(folders.at(made - 1)))
+        --made;
+    for (; made < folders.size(); ++made) {
+        // Where the player was, a folder would be one of the PC's own.
+        if (isPlayerGone() || !here.mkdir(folders.at(made)))
+            return false;
+    }
+    return true;
 }
 
 JobEnd FileListCopy::resetBar()
@@ -116,10 +142,17 @@ FileListCopy::FileOutcome FileListCopy::copyOne(const QString &source, const QSt
             return FileOutcome::Copied;
         if (!m_replaceAll && !mayReplace(destination))
             return FileOutcome::Copied;
+        // The question may have stood for long.
+        if (isPlayerGone())
+            return FileOutcome::PlayerGone;
         result = replaceFile(source, destination, keepWindowAlive);
     }
     if (result == CopyResult::Copied)
         return FileOutcome::Copied;
+    if (isPlayerGone())
+        return FileOutcome::PlayerGone;
+    // Folders stand in the list too, and are made for what is in them.
+    m_filesAreMissing = m_filesAreMissing || !QFileInfo(source).isDir();
     return m_ignoreAllErrors || mayGoOnWithout(destination) ? FileOutcome::NotCopied : FileOutcome::GiveUp;
 }
 

@@ -24,5 +24,7 @@ struct JobEnd
 
 /// The step at which a copy fails when one of the folders it needs cannot be made.
 inline constexpr QLatin1String kMakingFolders("makeFolders", 11);
+/// The step at which a copy fails when the player it works on is there no more.
+inline constexpr QLatin1String kPlayerGone("playerGone", 10);
 /// The last step of a reinstallation: it fails when something of the new system is missing on the player.
 inline constexpr QLatin1String kFinishing("finish", 6);

@@ -42,6 +42,7 @@ struct JobQuestion
     JobAnswer preferred = JobAnswer::Yes; ///< the one that Enter presses
     JobAnswer onEscape = JobAnswer::No;   ///< what Escape and the box's own close button mean
     bool standsAlone = false;             ///< a box of its own, not one over the window
+    QString informativeText = {};         ///< a second, smaller text below; may be empty
 };
 
 /// All that a maintenance job shows and asks: the window implements it, a test records it. A call that shows a box

@@ -108,10 +108,14 @@ JobEnd Reinstall::chooseBackupFolder()
 
 JobEnd Reinstall::saveSongs()
 {
+    // The folder dialog may have stood open for long: for a player that is gone no old backup is emptied.
+    const JobEnd found = findPlayerAgain();
+    if (!found.isDone())
+        return found;
     const auto goOn = [this] { return !m_view.isStopped(); };
     // The copy's own outcome is that of its last file; nothing is erased unless all of them are on the PC.
-    if (SongBackup(m_view).save(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
-        flushVolumeAside(m_backup))
+    if (SongBackup(m_view).saveEverything(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
+        flushFolderAside(m_backup))
         return {};
     return failed({Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)});
 }

@@ -28,9 +28,11 @@ SongBackup::SongBackup(JobView &view) : m_view(view) {}
 
 JobEnd SongBackup::run()
 {
-    const JobEnd chosen = runSteps(
-        "SongBackup", m_view, {{"findPlayer", &SongBackup::findPlayer}, {"chooseFolder", &SongBackup::chooseFolder}},
-        Stop::IsLeftToTheSteps);
+    const JobEnd chosen = runSteps("SongBackup", m_view,
+                                   {{"findPlayer", &SongBackup::findPlayer},
+                                    {"chooseFolder", &SongBackup::chooseFolder},
+                                    {"findPlayerAgain", &SongBackup::findPlayerAgain}},
+                                   Stop::IsLeftToTheSteps);
     if (!chosen.isDone())
         return chosen;
     const JobEnd end = runSteps(
@@ -47,6 +49,12 @@ JobEnd SongBackup::save(const Player &player, const QString &destination)
     return copyToFolder();
 }
 
+JobEnd SongBackup::saveEverything(const Player &player, const QString &destination)
+{
+    m_everything = true;
+    return save(player, destination);
+}
+
 JobEnd SongBackup::findPlayer()
 {
     m_player = lookForPlayer(m_view);
@@ -59,19 +67,32 @@ JobEnd SongBackup::chooseFolder()
     return {m_destination.isEmpty() ? JobEnd::Refused : JobEnd::Done};
 }
 
+/// The folder dialog may have stood open for long: for a player that is gone no old backup is emptied.
+JobEnd SongBackup::findPlayerAgain()
+{
+    m_player = Player::find();
+    if (!m_player.isFound())
+        tellPlayerGone(m_view);
+    return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
+}
+
 JobEnd SongBackup::copyToFolder()
 {
-    return runSteps("SongBackup", m_view,
-                    {{"beginCopy", &SongBackup::beginCopy},
-                     {"emptyDestination", &SongBackup::emptyDestination},
-                     {"listSongs", &SongBackup::listSongs},
-                     {"confirmManyFiles", &SongBackup::confirmManyFiles},
-                     {"copySongs", &SongBackup::copySongs}});
+    const JobEnd end = runSteps("SongBackup", m_view,
+                                {{"beginCopy", &SongBackup::beginCopy},
+                                 {"setDestinationAside", &SongBackup::setDestinationAside},
+                                 {"listSongs", &SongBackup::listSongs},
+                                 {"confirmManyFiles", &SongBackup::confirmManyFiles},
+                                 {"dropOldContent", &SongBackup::dropOldContent},
+                                 {"copySongs", &SongBackup::copySongs},
+                                 {"copyOtherFiles", &SongBackup::copyOtherFiles}});
+    m_old.reset();
+    return end;
 }
 
 JobEnd SongBackup::flushFolder()
 {
-    return {flushVolumeAside(m_destination) ? JobEnd::Done : JobEnd::Failed};
+    return {flushFolderAside(m_destination) ? JobEnd::Done : JobEnd::Failed};
 }
 
 JobEnd SongBackup::beginCopy()
@@ -81,23 +102,26 @@ JobEnd SongBackup::beginCopy()
     return {};
 }
 
-JobEnd SongBackup::emptyDestination()
+JobEnd SongBackup::setDestinationAside()
 {
-    const QStringList keep = {QCoreApplication::applicationDirPath(), QDir::homePath()};
-    if (mayBeEmptied(m_destination, m_player, keep)) {
-        const JobQuestion question = {tr("Trovati alcuni files"),
-                                      tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
-                                         "Vuoi continuare ?"),
-                                      {{JobAnswer::Yes}, {JobAnswer::No}},
-                                      JobAnswer::No};
-        if (holdsAnything(m_destination) && m_view.ask(question) != JobAnswer::Yes)
-            return {JobEnd::Refused};
-        // The root of a volume cannot be removed, so its content is not sacrificed to the attempt.
-        if (!isVolumeRoot(m_destination) && emptyFolder(m_destination))
-            return {};
-    }
-    m_view.ask({tr("ERRORE"), tr("ERRORE"), {{JobAnswer::Yes}}, JobAnswer::Yes, JobAnswer::Yes});
-    return {JobEnd::Failed};
+    const DestinationFault fault = destinationFault(m_destination, m_player, foldersToKeep());
+    if (fault != DestinationFault::None)
+        return refuseFolder(reasonAgainst(fault));
+    const JobQuestion question = {tr("Trovati alcuni files"),
+                                  tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
+                                     "Vuoi continuare ?"),
+                                  {{JobAnswer::Yes}, {JobAnswer::No}},
+                                  JobAnswer::No};
+    if (holdsAnything(m_destination) && m_view.ask(question) != JobAnswer::Yes)
+        return {JobEnd::Refused};
+    // The root of a volume can be neither removed nor renamed.
+    if (isVolumeRoot(m_destination))
+        return refuseFolder(tr("La cartella è un intero disco. Scegliere o creare una cartella al suo interno."));
+    m_old = std::make_unique<SetAsideFolder>(m_destination);
+    if (m_old->isGood())
+        return {};
+    m_old.reset();
+    return refuseFolder(reasonNotEmptied());
 }
 
 JobEnd SongBackup::listSongs()
@@ -125,8 +149,57 @@ JobEnd SongBackup::confirmManyFiles()
     return {go ? JobEnd::Done : JobEnd::Refused};
 }
 
+JobEnd SongBackup::dropOldContent()
+{
+    // The question may have stood open for long.
+    if (!m_player.isThere())
+        return {JobEnd::Failed, kPlayerGone};
+    const bool dropped = m_old->drop();
+    m_old.reset();
+    return dropped ? JobEnd() : refuseFolder(reasonNotEmptied());
+}
+
 JobEnd SongBackup::copySongs()
 {
     m_view.showStatus(operationText(TEXT_BACKING_UP));
-    return FileListCopy(m_view, m_files, m_destination + QDir::separator(), m_player.root()).run();
+    FileListCopy copy(m_view, m_files, m_destination + QDir::separator(), m_player.root(), m_player);
+    return copy.run();
+}
+
+JobEnd SongBackup::copyOtherFiles()
+{
+    if (!m_everything)
+        return {};
+    QStringList files;
+    const bool complete = visitOtherFiles(
+        m_player, [this] { return !m_view.isStopped(); },
+        [&files](const QFileInfo &entry) {
+            files.append(entry.filePath());
+            return true;
+        });
+    if (!complete || !m_player.isThere())
+        return {JobEnd::Failed};
+    return FileListCopy(m_view, files, m_destination + QDir::separator(), m_player.root(), m_player).run();
+}
+
+/// The box for a folder that cannot take the backup.
+JobEnd SongBackup::refuseFolder(const QString &why)
+{
+    JobQuestion box = {tr("ERRORE"), tr("ERRORE"), {{JobAnswer::Yes}}, JobAnswer::Yes, JobAnswer::Yes};
+    box.informativeText = why;
+    m_view.ask(box);
+    return {JobEnd::Failed};
+}
+
+QString SongBackup::reasonAgainst(DestinationFault fault)
+{
+    if (fault == DestinationFault::IsOnPlayer)
+        return tr("La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.");
+    return tr("La cartella è del sistema, dell' utente o del programma e non può essere svuotata.\n"
+              "Scegliere o creare una cartella al suo interno.");
+}
+
+QString SongBackup::reasonNotEmptied()
+{
+    return tr("La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.");
 }

@@ -29,7 +29,18 @@ bool isSystemPart(const QString &path, const Player &player);
 bool visitSongs(const Player &player, const std::function<bool()> &goOn,
                 const std::function<bool(const QFileInfo &)> &visit);
 
-/// Whether every file that a backup takes lies in the PC folder @p backup, under the same relative path and with the
-/// same size. Contents are not compared. Asked before the player's disk is erased: a copy that failed in the middle and
-/// was passed over by the user leaves no other trace. Also false when @p goOn says no.
+/// Calls @p visit with every file of the player that visitSongs() passes over although it is the user's: hidden ones,
+/// names without a dot, and what lies in folders that are named like the system's further down. The system is what lies
+/// at the root in "System", "Bridges", "Effects" and "CorvinUpdate", and "AUTOEXEC.BAT" there; what a PC keeps at the
+/// root of every disk is nobody's either. Otherwise as visitSongs().
+bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
+                     const std::function<bool(const QFileInfo &)> &visit);
+
+/// Whether @p path, relative to the player's root, lies in its folder "CorvinUpdate", in any case.
+bool isInUpdate(const QString &path);
+
+/// Whether every file that visitSongs() and visitOtherFiles() visit lies in the PC folder @p backup, under the same
+/// relative path and with the same size. Contents are not compared. Asked before the player's disk is erased: a copy that
+/// failed in the middle and was passed over by the user leaves no other trace. Also false when @p goOn says no, and when
+/// the player is gone, of which nothing is left to visit.
 bool isBackupComplete(const QString &backup, const Player &player, const std::function<bool()> &goOn);

@@ -7,13 +7,19 @@
 
 #include "disk/tree.h"
 
+#include <QSet>
+
+#include <algorithm>
+
 SongRestore::SongRestore(JobView &view) : m_view(view) {}
 
 JobEnd SongRestore::run()
 {
-    const JobEnd chosen = runSteps(
-        "SongRestore", m_view, {{"findPlayer", &SongRestore::findPlayer}, {"chooseFolder", &SongRestore::chooseFolder}},
-        Stop::IsLeftToTheSteps);
+    const JobEnd chosen = runSteps("SongRestore", m_view,
+                                   {{"findPlayer", &SongRestore::findPlayer},
+                                    {"chooseFolder", &SongRestore::chooseFolder},
+                                    {"findPlayerAgain", &SongRestore::findPlayerAgain}},
+                                   Stop::IsLeftToTheSteps);
     if (!chosen.isDone())
         return chosen;
     const JobEnd end = copyFromFolder();
@@ -25,6 +31,7 @@ JobEnd SongRestore::bringBack(const QString &source, const Player &player)
 {
     m_source = source;
     m_player = player;
+    m_everything = true;
     return copyFromFolder();
 }
 
@@ -42,23 +49,66 @@ JobEnd SongRestore::chooseFolder()
     return {m_source.isEmpty() ? JobEnd::Refused : JobEnd::Done};
 }
 
+/// The folder dialog may have stood open for long.
+JobEnd SongRestore::findPlayerAgain()
+{
+    m_player = Player::find();
+    if (!m_player.isFound())
+        tellPlayerGone(m_view);
+    return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
+}
+
 JobEnd SongRestore::copyFromFolder()
 {
     return runSteps("SongRestore", m_view,
                     {{"listSongs", &SongRestore::listSongs},
                      {"copySongs", &SongRestore::copySongs},
+                     {"copyOtherFiles", &SongRestore::copyOtherFiles},
                      {"flushPlayer", &SongRestore::flushPlayer}});
 }
 
 JobEnd SongRestore::listSongs()
 {
-    m_files = listTree({m_source, kSongEntries, songNames()}, [this] { return !m_view.isStopped(); });
+    const auto goOn = [this] { return !m_view.isStopped(); };
+    m_files = listTree({m_source, kSongEntries, songNames()}, goOn);
+    // The update would undo the system that has just been installed.
+    if (m_everything)
+        removeUpdate(m_files);
     return {};
 }
 
 JobEnd SongRestore::copySongs()
 {
-    return FileListCopy(m_view, m_files, m_player.root(), m_source).run();
+    FileListCopy copy(m_view, m_files, m_player.root(), m_source, m_player);
+    const JobEnd end = copy.run();
+    m_filesAreMissing = copy.hasMissingFiles();
+    return end;
+}
+
+JobEnd SongRestore::copyOtherFiles()
+{
+    if (!m_everything)
+        return {};
+    QStringList others =
+        listTree({m_source, QDir::Files | QDir::Hidden | QDir::System}, [this] { return !m_view.isStopped(); });
+    const QSet<QString> songs(m_files.cbegin(), m_files.cend());
+    others.erase(
+        std::remove_if(others.begin(), others.end(), [&songs](const QString &path) { return songs.contains(path); }),
+        others.end());
+    removeUpdate(others);
+    FileListCopy copy(m_view, others, m_player.root(), m_source, m_player);
+    const JobEnd end = copy.run();
+    // The user has seen a box for each, but not where the only copy of the file is now.
+    const bool whole = !m_filesAreMissing && !copy.hasMissingFiles();
+    return end.isDone() && !whole ? JobEnd{JobEnd::Failed} : end;
+}
+
+/// Takes the paths out that lie in the update of the backup.
+void SongRestore::removeUpdate(QStringList &paths) const
+{
+    const int below = m_source.size() + 1;
+    const auto isUpdate = [below](const QString &path) { return isInUpdate(path.mid(below)); };
+    paths.erase(std::remove_if(paths.begin(), paths.end(), isUpdate), paths.end());
 }
 
 JobEnd SongRestore::flushPlayer()

@@ -19,22 +19,28 @@ public:
     /// The whole procedure: looks for the player, lets the user choose the folder, copies, and tells how it ended.
     JobEnd run() override;
 
-    /// The copy alone, from @p source (absolute) to @p player. Failed also when the player is gone at the end. Its end
-    /// is not told.
+    /// The copy alone, from @p source (absolute), a folder that holds all that the player held, to @p player: hidden files
+    /// and names without a dot too, in a second pass, but no update that waited for the player's next start.
+    /// Failed also when a file could not be copied, and when the player is gone at the end. Its end is not told.
     JobEnd bringBack(const QString &source, const Player &player);
 
 private:
     friend class Steps<SongRestore>;
     JobEnd findPlayer();
     JobEnd chooseFolder();
+    JobEnd findPlayerAgain();
     JobEnd copyFromFolder();
 
     JobEnd listSongs();
     JobEnd copySongs();
+    JobEnd copyOtherFiles();
     JobEnd flushPlayer();
+    void removeUpdate(QStringList &paths) const;
 
     JobView &m_view;
     Player m_player;
     QString m_source;
     QStringList m_files;
+    bool m_everything = false;      ///< the second pass comes too
+    bool m_filesAreMissing = false; ///< one could not be copied
 };

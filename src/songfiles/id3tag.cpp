@@ -95,7 +95,12 @@ int Id3Tag::bytesNeeded(const QByteArray &header)
     // A tag that long is refused anyway: it need not be read for that.
     if (size > quint32(kMostBytes))
         return kHeaderSize;
-    return qMin(static_cast<int>(size) + kHeaderSize, kMostBytes);
+    return static_cast<int>(size) + kHeaderSize;
+}
+
+qint64 Id3Tag::statedSize(const QByteArray &header)
+{
+    return header.startsWith("ID3") ? headerSizeField(header) : 0;
 }
 
 bool Id3Tag::load(const QByteArray &bytes)

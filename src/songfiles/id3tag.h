@@ -28,11 +28,13 @@ class Id3Tag
 public:
     static constexpr int kHeaderSize = 10;      ///< bytes of the tag's header; frames start here
     static constexpr int kFrameHeaderSize = 10; ///< bytes of a frame's header; its content follows
-    static constexpr int kMostBytes = 1000000;  ///< no more than this is ever taken from the start of a file
+    static constexpr int kMostBytes = 64 << 20; ///< a tag of more content than this is never taken into memory
 
     /// How many bytes from the start of a file load() needs, given the file's first @p header bytes (10, or all there
-    /// are): more change nothing. Never more than kMostBytes.
+    /// are): more change nothing. Never more than kMostBytes and a header.
     static int bytesNeeded(const QByteArray &header);
+    /// How many bytes the tag has behind its header, by what the header says; 0 for a file without a tag.
+    static qint64 statedSize(const QByteArray &header);
 
     /// Takes the first bytes of a file; what lies behind the tag is dropped. A file without a tag gets a new, empty
     /// one. Returns false for fewer than 10 bytes and for a tag that says it is longer than @p bytes.
@@ -57,7 +59,7 @@ public:
     int addFrame(const QByteArray &id, const QByteArray &payload, int offset);
 
     /// Reads the title of the song @p song, open for reading at its start, at little cost: the tag up to the end of its
-    /// first title frame, within the first kMostBytes bytes. Empty when there is no title or the tag is refused.
+    /// first title frame. Empty when there is no title or the tag is refused.
     static QString readTitle(QFile &song);
 
     // The fields: id3tagfields.cpp

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A larger file is no song; it is left alone instead of being taken into memory.
+/// A larger file is left alone instead of being taken into memory.
 constexpr qint64 kMostMidiBytes = qint64(256) * 1024 * 1024;
 // More than a stream of the largest song can need: what lies behind it is never decoded.
 constexpr qint64 kMostCompressedBytes = qint64(16) * 1024 * 1024;
@@ -23,13 +23,6 @@ bool startsLikeMp3(const QByteArray &bytes)
     if (bytes.startsWith("ID3") || bytes.startsWith(QByteArray(2, '\0')))
         return true;
     return bytes.at(0) == '\xFF' && static_cast<signed char>(bytes.at(1)) >= kLeastSecondByte;
-}
-
-/// The next @p most bytes of a file, or as many as it still has. QFile alone would take memory for all of them first,
-/// which for thousands of small songs takes longer than to read them.
-QByteArray readAtMost(QFile &file, qint64 most)
-{
-    return file.read(qBound(qint64(0), file.size() - file.pos(), most));
 }
 
 const char *yesNo(bool value)
@@ -66,29 +59,56 @@ QString MetaSong::formatName(int code)
 
 bool MetaSong::importFile(const QString &path)
 {
-    constexpr int kMagicBytes = 4;
     QFile file(path);
+    m_result = ImportResult::NotRead;
     if (!file.open(QIODevice::ReadOnly))
         return false;
+    m_result = ImportResult::NotASong;
+    if (importOpen(file)) {
+        m_result = ImportResult::Imported;
+        return true;
+    }
+    // A disk that was pulled, or is worn out, gives fewer bytes than it should: they say nothing of the song.
+    if (file.error() != QFileDevice::NoError)
+        m_result = ImportResult::NotRead;
+    return false;
+}
+
+bool MetaSong::importOpen(QFile &file)
+{
+    constexpr int kMagicBytes = 4;
     const QByteArray magic = file.peek(kMagicBytes);
-    if (magic.size() < kMagicBytes)
+    if (magic.size() < kMagicBytes) {
+        if (file.size() > magic.size())
+            m_result = ImportResult::NotRead;
         return false;
+    }
     const int version = MfxHeader::versionOf(magic);
     if (version != 0)
         return importMfx(file, version);
     if (magic == "MThd")
         return importMidi(file);
-    if (path.endsWith(QLatin1String("MP3"), Qt::CaseInsensitive) && startsLikeMp3(magic))
+    if (file.fileName().endsWith(QLatin1String("MP3"), Qt::CaseInsensitive) && startsLikeMp3(magic))
         return importMp3(file);
     return false;
 }
 
+/// The next @p most bytes of a file, or as many as it still has. QFile alone would take memory for all of them first,
+/// which for thousands of small songs takes longer than to read them.
+QByteArray MetaSong::readAtMost(QFile &file, qint64 most)
+{
+    const qint64 wanted = qBound(qint64(0), file.size() - file.pos(), most);
+    QByteArray bytes = file.read(wanted);
+    if (bytes.size() < wanted)
+        m_result = ImportResult::NotRead;
+    return bytes;
+}
+
 bool MetaSong::importMfx(QFile &file, int version)
 {
-    if (!m_header.setHeader(file.read(MfxHeader::sizeOfVersion(version))))
+    if (!m_header.setHeader(readAtMost(file, MfxHeader::sizeOfVersion(version))))
         return false;
     const QByteArray compressed = readAtMost(file, kMostCompressedBytes);
-    file.close();
     QByteArray stream;
     LzHuff codec;
     if (!codec.expand(compressed, stream)) {
@@ -109,7 +129,12 @@ bool MetaSong::importMfx(QFile &file, int version)
 
 bool MetaSong::importMidi(QFile &file)
 {
-    if (file.size() > kMostMidiBytes || !m_midi.load(file.readAll())) {
+    if (file.size() > kMostMidiBytes) {
+        qDebug() << "[MetaSong::importFile] File too large, skipping file";
+        m_result = ImportResult::TooLarge;
+        return false;
+    }
+    if (!m_midi.load(readAtMost(file, kMostMidiBytes))) {
         qDebug() << "[MetaSong::importFile] MidiStream corrupted, skipping file";
         return false;
     }
@@ -120,7 +145,15 @@ bool MetaSong::importMidi(QFile &file)
 bool MetaSong::importMp3(QFile &file)
 {
     // The player's disk is slow and there are many songs: only the tag is read.
-    const int needed = Id3Tag::bytesNeeded(file.peek(Id3Tag::kHeaderSize));
+    const QByteArray header = file.peek(Id3Tag::kHeaderSize);
+    const qint64 stated = Id3Tag::statedSize(header);
+    // A tag that claims more than the file has is no tag.
+    if (stated > Id3Tag::kMostBytes && stated <= file.size()) {
+        qDebug() << "[MetaSong::importFile] Tag too large, skipping file";
+        m_result = ImportResult::TooLarge;
+        return false;
+    }
+    const int needed = Id3Tag::bytesNeeded(header);
     if (!m_tag.load(readAtMost(file, needed)))
         return false;
     m_format = m_tag.formatCode();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "id3tag.h"
+#include "importresult.h"
 #include "mfxheader.h"
 #include "rawmidifile.h"
 #include "songinfo.h"
@@ -23,6 +24,8 @@ public:
     /// Loads the song at @p path (the name's ending matters for MP3 alone, in any case). Returns true when it was
     /// recognised; otherwise false, and the format code stays what it was. MP3 songs are read as far as their tag goes.
     bool importFile(const QString &path);
+    /// How the last importFile() ended; NotRead before the first.
+    ImportResult importResult() const { return m_result; }
 
     /// Clears @p info and fills it from the loaded song. The file name is left empty: the caller knows it.
     void getSongInfo(SongInfo &info) const;
@@ -54,9 +57,11 @@ private:
     bool isMfx() const { return m_format >= Mf3Format && m_format <= Mf5Format; }
 
     // Reading: metasong.cpp
+    bool importOpen(QFile &file);
     bool importMfx(QFile &file, int version);
     bool importMidi(QFile &file);
     bool importMp3(QFile &file);
+    QByteArray readAtMost(QFile &file, qint64 most);
     void getMidiInfo(SongInfo &info) const;
     void getMfxInfo(SongInfo &info) const;
     void getMp3Info(SongInfo &info) const;
@@ -76,6 +81,7 @@ private:
     void writeMfx(QFile &file);
 
     int m_format = UnknownFormat;
+    ImportResult m_result = ImportResult::NotRead;
     Id3Tag m_tag;
     MfxHeader m_header;
     RawMidiFile m_midi;

@@ -1,5 +1,6 @@
 #include "disk/filecopy.h"
 
+#include "support/exfatvolume.h"
 #include "support/files.h"
 #include "support/limits.h"
 #include "support/platform.h"
@@ -126,24 +127,118 @@ private slots:
     }
 
     void replacedFileHasTheNewContentAndNoOtherFileIsLeft_data() {
-        columns<QString, QByteArray, QString, bool>("name", "content", "beside", "readOnly");
-        row("small", "old"_s, QByteArray("new"), "beside"_s, false);
-        row("several blocks", "old"_s, pattern(2 * kBlock), "beside"_s, false);
-        row("names that are taken are passed by", "old"_s, QByteArray("new"), "corvin4-copy0.tmp"_s, false);
-        row("longest name", QString(251, QLatin1Char('n')) + ".mid"_s, QByteArray("new"), "beside"_s, false);
-        row("read-only file", "old"_s, QByteArray("new"), "beside"_s, true);
+        columns<QString, QByteArray, bool>("name", "content", "readOnly");
+        row("small", "old"_s, QByteArray("new"), false);
+        row("several blocks", "old"_s, pattern(2 * kBlock), false);
+        row("longest name", QString(251, QLatin1Char('n')) + ".mid"_s, QByteArray("new"), false);
+        row("read-only file", "old"_s, QByteArray("new"), true);
+        row("name of a copy that was left over", "corvin4-copy0.tmp"_s, QByteArray("new"), false);
     }
 
     void replacedFileHasTheNewContentAndNoOtherFileIsLeft() {
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
-        QFETCH(QString, beside);
         QFETCH(bool, readOnly);
-        const Folder folder({{"source"_s, content}, {name, "old"}, {beside, "left over"}});
+        const Folder folder({{"source"_s, content}, {name, "old"}, {"beside"_s, "beside"}});
         if (readOnly)
             QVERIFY(QFile::setPermissions(folder.path(name), QFile::ReadOwner | QFile::ReadUser));
         QCOMPARE(replaceFile(folder.path("source"_s), folder.path(name)), CopyResult::Copied);
-        QCOMPARE(folder.now(), (Files{{"source"_s, content}, {name, content}, {beside, "left over"}}));
+        QCOMPARE(folder.now(), (Files{{"source"_s, content}, {name, content}, {"beside"_s, "beside"}}));
+    }
+
+    void copyThatAKilledRunLeftIsCleanedAway() {
+        const Folder folder({{"source"_s, "new"}, {"old"_s, "old"}, {"corvin4-copy0.tmp"_s, "half"}});
+        QVERIFY(QFile::setPermissions(folder.path("corvin4-copy0.tmp"_s), QFile::ReadOwner | QFile::ReadUser));
+        QCOMPARE(replaceFile(folder.path("source"_s), folder.path("old"_s)), CopyResult::Copied);
+        QCOMPARE(folder.now(), (Files{{"source"_s, "new"}, {"old"_s, "new"}}));
+        // What is to be copied may bear that name itself, and what stands there may be a folder.
+        const Folder left({{"corvin4-copy0.tmp"_s, "new"}, {"corvin4-copy1.tmp/x"_s, "x"}, {"old"_s, "old"}});
+        QCOMPARE(replaceFile(left.path("corvin4-copy0.tmp"_s), left.path("old"_s)), CopyResult::Copied);
+        QCOMPARE(left.now(), (Files{{"corvin4-copy0.tmp"_s, "new"}, {"corvin4-copy1.tmp/x"_s, "x"}, {"old"_s, "new"}}));
+    }
+
+    void oldFileStaysWhenTheDiskTakesLessThanWasCounted_data() {
+        columns<QString>("sourcesDisk");
+        row("source on the same disk", QDir::tempPath());
+        row("source on another disk", "/dev/shm"_s);
+    }
+    void oldFileStaysWhenTheDiskTakesLessThanWasCounted() {
+#ifdef Q_OS_UNIX
+        QFETCH(QString, sourcesDisk);
+        const Folder folder({{ "old"_s, "old" }});
+        const QTemporaryDir other(sourcesDisk + "/XXXXXX"_s);
+        if (!other.isValid())
+            QSKIP("No such disk here");
+        const QString source = putFile(other.filePath("source"_s), pattern(3 * kBlock));
+        std::optional<FullDisk> full(rlim_t(2) * kBlock);
+        const CopyResult result = replaceFile(source, folder.path("old"_s));
+        full.reset();
+        QCOMPARE(result, CopyResult::NotWritten);
+        QCOMPARE(folder.now(), (Files{{ "old"_s, "old" }}));
+#else
+        QSKIP("No limit on the size of a file here");
+#endif
+    }
+
+    void oldFileGoesFirstOnlyWhereItsRoomIsEnough_data() {
+        columns<int, int, int, bool>("freeClusters", "oldBytes", "moreThanRoom", "replaced");
+        row("full, the same clusters", 0, 1, 0, true);
+        row("full, a byte more than its cluster", 0, 1, 1, false);
+        row("full, several clusters", 0, 5 * kBlock, 0, true);
+        row("some room, all of it and the old one's", 3, kBlock, 0, true);
+        row("some room, a byte too much", 3, kBlock, 1, false);
+    }
+    void oldFileGoesFirstOnlyWhereItsRoomIsEnough() {
+        QFETCH(int, freeClusters);
+        QFETCH(int, oldBytes);
+        QFETCH(int, moreThanRoom);
+        QFETCH(bool, replaced);
+        QString why;
+        if (!ExFatVolume::isPossible(&why))
+            QSKIP(qPrintable(why));
+        const ExFatVolume volume(8, "FULL"_s);
+        QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
+        const int cluster = QStorageInfo(volume.root()).blockSize();
+        const QByteArray old(oldBytes, 'o');
+        putFile(volume.path("Songs/old.mid"_s), old);
+        const qint64 filler = QStorageInfo(volume.root()).bytesAvailable() - qint64(freeClusters) * cluster;
+        putFile(volume.path("filler.mid"_s), QByteArray(int(filler), 'f'));
+        QCOMPARE(QStorageInfo(volume.root()).bytesAvailable(), qint64(freeClusters) * cluster);
+
+        PcFolder pc;
+        const int room = (freeClusters + (oldBytes + cluster - 1) / cluster) * cluster;
+        const QByteArray content = pattern(room + moreThanRoom);
+        const CopyResult result = replaceFile(pc.addFile("new.mid"_s, content), volume.path("Songs/old.mid"_s));
+        QCOMPARE(result, replaced ? CopyResult::Copied : CopyResult::NotWritten);
+        QCOMPARE(filesBelow(volume.path("Songs"_s)), words("old.mid"));
+        QCOMPARE(contentOf(volume.path("Songs/old.mid"_s)), replaced ? content : old);
+        QCOMPARE(contentOf(volume.path("filler.mid"_s)).size(), int(filler));
+    }
+
+    void fileOfThePcBelowAPulledVolumeIsLeftAlone() {
+        QString why;
+        if (!ExFatVolume::isPossible(&why))
+            QSKIP(qPrintable(why));
+        PcFolder pc;
+        const QString source = pc.addFile("source"_s, pattern(3 * kBlock));
+        for (const bool replacing : {false, true}) {
+            ExFatVolume volume(8, "PULLED"_s);
+            QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
+            const QString target = volume.path("song.mid"_s);
+            if (replacing)
+                putFile(target, "on the player");
+            bool pulled = false;
+            const auto pull = [&] {
+                pulled = pulled || volume.pull();
+                putFile(target, "the PC's");
+                return false;
+            };
+            QCOMPARE((replacing ? replaceFile(source, target, pull) : copyFile(source, target, pull)),
+                     CopyResult::Stopped);
+            QVERIFY(pulled);
+            QCOMPARE(contentBelow(volume.root()), (Files{{"song.mid"_s, "the PC's"}}));
+            QVERIFY(QFile::remove(target));
+        }
     }
 
     void sameFileIsKnownThroughLinks() {

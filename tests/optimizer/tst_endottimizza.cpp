@@ -5,6 +5,20 @@
 
 #include "optimizer/endottimizza.h"
 
+/// Takes what the program wants to be opened, in place of the desktop.
+class OpenedUrls : public QObject
+{
+    Q_OBJECT
+
+public:
+    OpenedUrls() { QDesktopServices::setUrlHandler("file"_s, this, "open"); }
+    ~OpenedUrls() override { QDesktopServices::unsetUrlHandler("file"_s); }
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl &url) { urls.append(url); }
+};
+
 class TestEndOttimizza : public QObject
 {
     Q_OBJECT
@@ -67,6 +81,47 @@ private slots:
         }
         QCoreApplication::processEvents();
         QCOMPARE(texts(page), kFailure);
+    }
+
+    void keptFilesAreNamedByALinkThatOpensTheirFolder() {
+        EndOttimizza page;
+        page.setFailCodeAndShow(0);
+        auto *line = child<QLabel>(page, "label_kept");
+        QVERIFY(!line->isVisible());
+        const QString folder = QDir::homePath() + "/Anna & co/removed"_s;
+        page.setKeptFolder(folder);
+        page.setFailCodeAndShow(1);
+        QVERIFY(line->isVisible());
+        const QString text = "I file rimossi dal Corvin4 sono conservati in:"_s;
+        QVERIFY(line->text().startsWith(text));
+        QTextDocument shown;
+        shown.setHtml(line->text());
+        QVERIFY(shown.toPlainText().endsWith(QDir::toNativeSeparators(folder)));
+        {
+            const MarkedTexts marked("EndOttimizza");
+            QCoreApplication::processEvents();
+            QVERIFY(line->text().startsWith("[%1]"_s.arg(text)));
+            QVERIFY(line->text().contains("removed"_s));
+        }
+        OpenedUrls opened;
+        QMetaObject::invokeMethod(line, "linkActivated", Q_ARG(QString, "kept"_s));
+        QCOMPARE(opened.urls, QList<QUrl>({QUrl::fromLocalFile(folder)}));
+        // The next run has kept nothing.
+        page.setFailCodeAndShow(0);
+        QVERIFY(!line->isVisible());
+    }
+
+    void linkIsReachedByTheMouse() {
+        EndOttimizza page;
+        page.resize(1000, 640);
+        page.setKeptFolder("/removed"_s);
+        page.setFailCodeAndShow(0);
+        QCoreApplication::processEvents();
+        auto *line = child<QLabel>(page, "label_kept");
+        const OpenedUrls opened;
+        // The folder stands in the second line, in the middle.
+        QTest::mouseClick(line, Qt::LeftButton, {}, QPoint(line->width() / 2, line->height() * 3 / 4));
+        QCOMPARE(opened.urls, QList<QUrl>({QUrl::fromLocalFile("/removed"_s)}));
     }
 
     void okButtonEmits() {

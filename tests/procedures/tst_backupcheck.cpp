@@ -16,7 +16,15 @@ private slots:
         row("missing song", QStringList{"My Songs/deep/b.mp3"_s}, whole, false, false);
         row("missing playlist", QStringList{"System/Playlist/two"_s}, whole, false, false);
         row("short song", QStringList(), QByteArray("MTh"), false, false);
-        row("system parts and names without a dot", words("BRIDGES/b.dat effects/e.dat README"), whole, false, true);
+        row("system parts", words("BRIDGES/b.dat effects/.e CorvinUpdate/sub/a.exe autoexec.bat System/x.dat"), whole,
+            false, true);
+        row("what a PC keeps on every disk", {"System Volume Information/tracking.log"_s, "$RECYCLE.BIN/a/b"_s}, whole,
+            false, true);
+        row("name without a dot", words("README"), whole, false, false);
+        row("hidden song", QStringList{"My Songs/.b.mid"_s}, whole, false, false);
+        row("song in a hidden folder", words(".old/b.mid"), whole, false, false);
+        row("song in a folder named like the system's", QStringList{"My Songs/Effects/b.mp3"_s}, whole, false, false);
+        row("start script further down", QStringList{"My Songs/autoexec.bat"_s}, whole, false, false);
         row("stop", QStringList(), whole, true, false);
     }
     void everySongAndPlaylistIsExpectedInItsSize() {
@@ -33,6 +41,15 @@ private slots:
         for (const QString &file : more)
             player.addFile(file);
         QTEST(isBackupComplete(backup.path(), Player(player.root()), [abort] { return !abort; }), "complete");
+    }
+
+    void nothingIsCompleteOfAPlayerThatIsGone() {
+        SimulatedPlayer player;
+        const PcFolder backup;
+        const Player found(player.root());
+        QVERIFY(isBackupComplete(backup.path(), found, [] { return true; }));
+        SimulatedPlayer::disconnect();
+        QVERIFY(!isBackupComplete(backup.path(), found, [] { return true; }));
     }
 };
 

@@ -1,6 +1,8 @@
 #include "procedures/backupchoice.h"
 #include "procedures/songlist.h"
 
+#include "disk/datafolder.h"
+
 #include "support/files.h"
 #include "support/platform.h"
 #include "support/testing.h"
@@ -68,13 +70,28 @@ private slots:
         const QString home = dir.path("home/anna"_s);
         const QString program = dir.addFolder("opt/program"_s);
         const QStringList keep = {program, home};
-        QVERIFY(mayBeEmptied(backup, Player(player), keep));
-        QVERIFY(mayBeEmptied(dir.addFolder("opt/other"_s), Player(player), keep));
-        const QStringList refused = {
-            QString(),         player,          songs, dir.path("media"_s), home, dir.path("home"_s), program,
-            dir.path("opt"_s), QDir::rootPath()};
-        for (const QString &folder : refused)
-            QVERIFY2(!mayBeEmptied(folder, Player(player), keep), qPrintable(folder));
+        const auto fault = [&](const QString &folder) { return destinationFault(folder, Player(player), keep); };
+        QVERIFY(fault(backup) == DestinationFault::None);
+        QVERIFY(fault(dir.addFolder("opt/other"_s)) == DestinationFault::None);
+        for (const QString &folder : {player, songs})
+            QVERIFY2(fault(folder) == DestinationFault::IsOnPlayer, qPrintable(folder));
+        for (const QString &folder :
+             {QString(), dir.path("media"_s), home, dir.path("home"_s), program, dir.path("opt"_s), QDir::rootPath()})
+            QVERIFY2(fault(folder) == DestinationFault::HoldsOthers, qPrintable(folder));
+    }
+
+    void usersOwnFoldersAreKeptAndThoseInThemAreNot() {
+        const QStringList keep = foldersToKeep();
+        for (const auto place :
+             {QStandardPaths::DesktopLocation, QStandardPaths::DocumentsLocation, QStandardPaths::MusicLocation,
+              QStandardPaths::PicturesLocation, QStandardPaths::MoviesLocation, QStandardPaths::DownloadLocation}) {
+            const QString folder = QStandardPaths::writableLocation(place);
+            QVERIFY2(destinationFault(folder, Player(), keep) == DestinationFault::HoldsOthers, qPrintable(folder));
+            QVERIFY2(destinationFault(folder + "/backup"_s, Player(), keep) == DestinationFault::None,
+                     qPrintable(folder));
+        }
+        // Below it lies what earlier runs have taken off the player.
+        QVERIFY(destinationFault(dataFolder(), Player(), keep) == DestinationFault::HoldsOthers);
     }
 
     void rootOfAVolumeIsKnown() {

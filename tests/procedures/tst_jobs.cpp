@@ -1,3 +1,6 @@
+#include "device/keptfiles.h"
+#include "disk/datafolder.h"
+#include "procedures/filelistcopy.h"
 #include "procedures/job.h"
 #include "procedures/reinstall.h"
 #include "procedures/songbackup.h"
@@ -38,6 +41,52 @@ private:
 
     static constexpr std::initializer_list<Step> kSteps = {
         {"one", &ThreeSteps::one}, {"two", &ThreeSteps::two}, {"three", &ThreeSteps::three}};
+};
+
+/// Does something when the bar has come to a value.
+class AtCount : public JobRecorder
+{
+public:
+    int count = 0;
+    std::function<void()> action;
+    void setBarValue(int value) override {
+        if (count > 0 && value == count)
+            action();
+    }
+};
+
+/// The program's data in a folder of the test's own.
+struct Data
+{
+    Data() { setDataFolder(folder.path("data"_s)); }
+    ~Data() { setDataFolder(QString()); }
+    PcFolder folder;
+};
+
+/// A player with a system and with what a backup takes and does not take.
+struct FullPlayer : SimulatedPlayer
+{
+    FullPlayer() {
+        addSystemFiles();
+        for (const QString &file : words("System/x.dat Bridges/b.dat EFFECTS/e.dat CorvinUpdate/a.exe autoexec.bat"))
+            addFile(file, "system");
+        for (const QString &file : users())
+            addFile(file, file.toUtf8());
+    }
+    static QStringList users() {
+        return {".hidden"_s,
+                ".old/deep/a.mid"_s,
+                "My Songs/.c.mid"_s,
+                "My Songs/Bridges/intro.mid"_s,
+                "My Songs/Effects/applauso.mp3"_s,
+                "My Songs/System/d.mid"_s,
+                "My Songs/autoexec.bat"_s,
+                "My Songs/b.mid"_s,
+                "My Songs/no dot"_s,
+                "README"_s,
+                "System/Playlist/.e.pls"_s,
+                "System/Playlist/f.pls"_s};
+    }
 };
 
 } // namespace
@@ -152,6 +201,145 @@ private slots:
         QVERIFY(SongRestore(back).run().isDone());
         QCOMPARE(back.of("status"_s), QStringList({Status::kLooking, Status::kRestoring}));
         QCOMPARE(player.content("My Songs/a.mid"_s), QByteArray("a"));
+    }
+
+    void everythingOfTheUsersIsSavedBeforeTheDiskIsErased() {
+        FullPlayer player;
+        PcFolder pc;
+        JobRecorder view;
+        view.folder = pc.addFolder("backup"_s);
+        view.then = [&view](const QString &line) { view.stopped |= line == "status "_s + Status::kDownloading; };
+        qputenv("CORVIN_UPDATE_SERVER", "http://127.0.0.1:1");
+        Reinstall(view, Reinstall::Songs::ComeBack).run();
+        QVERIFY(view.of("tell"_s).isEmpty());
+        QStringList expected = FullPlayer::users();
+        // The described list takes it, and nobody brings it back.
+        expected.append("CorvinUpdate/a.exe"_s);
+        expected.sort();
+        QStringList saved = filesBelow(view.folder);
+        saved.replaceInStrings("System/playlist/"_s, "System/Playlist/"_s);
+        saved.sort();
+        QCOMPARE(saved, expected);
+        QCOMPARE(contentOf(view.folder + "/My Songs/Effects/applauso.mp3"_s),
+                 QByteArray("My Songs/Effects/applauso.mp3"));
+    }
+
+    void everythingOfTheUsersComesBackButNoOldUpdate() {
+        PcFolder pc;
+        JobRecorder view;
+        {
+            FullPlayer old;
+            QVERIFY(SongBackup(view).saveEverything(Player(old.root()), pc.addFolder("backup"_s)).isDone());
+        }
+        SimulatedPlayer player;
+        player.addFile("System/new.dat"_s);
+        player.addFile("CorvinUpdate/new.exe"_s);
+        QVERIFY(SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root())).isDone());
+        QStringList expected = FullPlayer::users() + words("System/new.dat CorvinUpdate/new.exe");
+        expected.sort();
+        QStringList files = player.files();
+        files.replaceInStrings("System/playlist/"_s, "System/Playlist/"_s);
+        files.sort();
+        QCOMPARE(files, expected);
+    }
+
+    void fileThatDoesNotComeBackIsAFailureThoughTheLastOneDid() {
+        SimulatedPlayer player;
+        PcFolder pc;
+        for (const QString &file : words("backup/My/a.mid backup/My/b.mid backup/My/c.mid backup/nodot"))
+            pc.addFile(file);
+        player.addFile("My/b.mid/in its way"_s);
+        JobRecorder view;
+        view.answers = {{Titles::kCopyExists, JobAnswer::Yes}, {Titles::kCopyFailed, JobAnswer::Yes}};
+        const JobEnd end = SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root()));
+        QCOMPARE(int(end.kind), int(JobEnd::Failed));
+        QCOMPARE(player.files(), QStringList({"My/a.mid"_s, "My/b.mid/in its way"_s, "My/c.mid"_s, "nodot"_s}));
+    }
+
+    void playerGoneBehindTheFolderDialogChangesNothing_data() {
+        columns<bool>("backup");
+        row("backup", true);
+        row("restore", false);
+    }
+    void playerGoneBehindTheFolderDialogChangesNothing() {
+        QFETCH(bool, backup);
+        SimulatedPlayer player;
+        player.addFile("a.mid"_s, "on the player");
+        PcFolder pc;
+        pc.addFile("backup/old.mid"_s);
+        JobRecorder view;
+        view.folder = pc.path("backup"_s);
+        view.answers = {{Titles::kBackupNotEmpty, JobAnswer::Yes}};
+        view.then = [](const QString &line) {
+            if (line.startsWith("choose"_s))
+                SimulatedPlayer::disconnect();
+        };
+        const JobEnd end = backup ? SongBackup(view).run() : SongRestore(view).run();
+        QVERIFY(!end.isDone());
+        QCOMPARE(view.of("tell"_s), QStringList(Titles::kDeviceNotFound + "|"_s + Texts::kConnectAgain));
+        QVERIFY(view.of("ask"_s).isEmpty());
+        QCOMPARE(pc.files(), words("backup/old.mid"));
+        QCOMPARE(filesBelow(player.root()), words("a.mid"));
+    }
+
+    void copyEndsAtOnceWhenItsPlayerIsGone_data() {
+        columns<QString>("when");
+        row("between two files", "count"_s);
+        row("before a folder is made", "folder"_s);
+        row("while a question is open", "question"_s);
+    }
+    void copyEndsAtOnceWhenItsPlayerIsGone() {
+        QFETCH(QString, when);
+        SimulatedPlayer player;
+        PcFolder pc;
+        QStringList files;
+        for (int i = 0; i < 6; ++i)
+            files.append(pc.addFile((when == "folder"_s ? "from/%1/a.mid"_s : "from/%1.mid"_s).arg(i)));
+        AtCount view;
+        view.action = [] { SimulatedPlayer::disconnect(); };
+        view.count = when == "question"_s ? 0 : 3;
+        if (when == "question"_s)
+            player.addFile("3.mid"_s, "on the player");
+        view.answers = {{Titles::kCopyExists, JobAnswer::YesToAll}};
+        view.then = [&view](const QString &line) {
+            if (line.startsWith("ask"_s))
+                view.action();
+        };
+        FileListCopy copy(view, files, player.root(), pc.path("from/"_s), Player(player.root()));
+        QVERIFY(copy.run().failedAt(kPlayerGone));
+        QVERIFY(view.of("tell"_s).isEmpty());
+        QCOMPARE(view.of("ask"_s).size(), when == "question"_s ? 1 : 0);
+        player.connect();
+        const QStringList left = player.files();
+        QCOMPARE(left.size(), when == "question"_s ? 4 : 3);
+        QCOMPARE(player.folders().size(), when == "folder"_s ? 3 : 0);
+        if (when == "question"_s)
+            QCOMPARE(player.content("3.mid"_s), QByteArray("on the player"));
+    }
+
+    void playlistsThatWereKeptAreRestoredWhereThePlayerHasThem_data() {
+        columns<QString>("folder");
+        row("as the program writes it", "System/Playlist"_s);
+        row("in capitals", "SYSTEM/PLAYLIST"_s);
+    }
+    void playlistsThatWereKeptAreRestoredWhereThePlayerHasThem() {
+        QFETCH(QString, folder);
+        const Data data;
+        SimulatedPlayer player;
+        const Player found(player.root());
+        KeptFiles kept(found, {0, 1, 1});
+        const QString one = player.addFile("System/Playlist/one.pls"_s, "one");
+        const QString two = player.addFile("System/Playlist/sub/Città.pls"_s, "two");
+        QVERIFY(kept.keep(one, KeptFiles::Kind::Songs) && kept.keep(two, KeptFiles::Kind::Songs));
+        // The new system.
+        QVERIFY(QDir(player.path("System"_s)).removeRecursively());
+        player.addFile(folder + "/x.dat"_s);
+        JobRecorder view;
+        view.folder = kept.folder();
+        QVERIFY(SongRestore(view).run().isDone());
+        QStringList expected = {folder + "/one.pls"_s, folder + "/sub/Città.pls"_s, folder + "/x.dat"_s};
+        QCOMPARE(player.files(), expected);
+        QCOMPARE(player.content(folder + "/one.pls"_s), QByteArray("one"));
     }
 
     void stopBetweenTheStepsOfABackupIsTold() {

@@ -95,21 +95,46 @@ private slots:
         QVERIFY(c.pulled);
     }
 
-    void playerPulledOutWhileSavingIsAskedAbout() {
+    void playerPulledOutWhileSavingEndsTheCopy() {
         RealCopy c;
         addNumbered(c.disk.root(), 20);
         c.pullAt(c.disk, Status::kBackingUp, 3);
-        c.backUp({{Titles::kCopyFailed, Buttons::kSiTutti}, Titles::kBackupError});
+        c.backUp({Titles::kBackupError});
         QVERIFY(c.pulled);
         QCOMPARE(entriesBelow(c.backup).size(), 3);
     }
 
-    void playerPulledOutWhileRestoringIsNoSuccess() {
+    void nothingIsWrittenWhereAPulledPlayerWas_data() {
+        columns<bool>("inFolders");
+        row("files", false);
+        row("files in folders that are to be made", true);
+    }
+    void nothingIsWrittenWhereAPulledPlayerWas() {
+        QFETCH(bool, inFolders);
         RealCopy c;
-        addNumbered(c.backup, 6);
+        for (int i = 0; i < 6; ++i)
+            putFile(c.backup + (inFolders ? "/Songs %1/a.mid"_s : "/%1.mid"_s).arg(i));
         c.pullAt(c.disk, Status::kRestoring, 3);
         c.restore({Titles::kBackupError});
         QVERIFY(c.pulled);
+        QVERIFY(entriesBelow(c.disk.root()).isEmpty());
+        QVERIFY(c.disk.volume->mount());
+        QCOMPARE(c.disk.files().size(), 3);
+    }
+
+    void playersOwnCopyOutlivesARestoreOntoAFullDisk() {
+        const QByteArray mine(kMegabyte, 'm');
+        RealCopy c(8);
+        addNumbered(c.disk.path("My Songs"_s), 4, mine);
+        addNumbered(c.backup + "/My Songs"_s, 4, QByteArray(2 * kMegabyte, 's'));
+        const qint64 filler = QStorageInfo(c.disk.root()).bytesAvailable();
+        putFile(c.disk.path("filler.mid"_s), QByteArray(int(filler), 'f'));
+        c.restore(
+            {{Titles::kCopyExists, Buttons::kSiTutti}, {Titles::kCopyFailed, Buttons::kSiTutti}, Titles::kBackupError});
+        const QMap<QString, QByteArray> songs = contentBelow(c.disk.path("My Songs"_s));
+        QCOMPARE(songs.size(), 4);
+        for (const QByteArray &song : songs)
+            QCOMPARE(song, mine);
     }
 
     void backupOntoAFullDiskLeavesNoHalfFile() {

@@ -129,6 +129,8 @@ private slots:
         row("the home folder", "home"_s, "."_s);
         row("what holds the home folder", "home"_s, ".."_s);
         row("the program's folder", "program"_s, "."_s);
+        row("the user's documents", "documents"_s, "."_s);
+        row("the user's desktop", "desktop"_s, "."_s);
     }
     void dangerousDestinationIsRefused() {
         QFETCH(QString, from);
@@ -142,18 +144,56 @@ private slots:
         const auto atHome = [] {
             return QDir::home().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
         };
-        const QStringList homeBefore = atHome();
+        const auto usersOwn = [](QStandardPaths::StandardLocation place) {
+            const QString folder = QStandardPaths::writableLocation(place);
+            QDir().mkpath(folder);
+            return folder;
+        };
         const QMap<QString, QString> roots = {{"player"_s, b.player.root()},
                                               {"home"_s, QDir::homePath()},
-                                              {"program"_s, QCoreApplication::applicationDirPath()}};
+                                              {"program"_s, QCoreApplication::applicationDirPath()},
+                                              {"documents"_s, usersOwn(QStandardPaths::DocumentsLocation)},
+                                              {"desktop"_s, usersOwn(QStandardPaths::DesktopLocation)}};
+        const QString kept = from.startsWith(QLatin1Char('d')) ? roots[from] + "/kept.txt"_s : QString();
+        if (!kept.isEmpty())
+            putFile(kept);
+        const QStringList homeBefore = atHome();
         b.run(Slots::kBackUp, {{Titles::kError, Buttons::kYes}, Titles::kBackupError},
               QDir::cleanPath(roots[from] + QLatin1Char('/') + way));
         expectLook(b.firstBox(), QMessageBox::Question, Titles::kError, {Buttons::kYes});
+        QVERIFY(b.firstBox().informativeText.contains("Scegliere"_s));
+        QVERIFY(kept.isEmpty() || QFile::remove(kept));
         QCOMPARE(b.player.files(), words("Songs/a.mid"));
         QVERIFY(b.player.folders().contains("Empty"_s));
         QCOMPARE(atHome(), homeBefore);
         QVERIFY(!homeBefore.isEmpty());
         QVERIFY(QFileInfo::exists(QCoreApplication::applicationFilePath()));
+    }
+
+    void oldBackupStaysUntilTheFirstFileIsCopied_data() {
+        columns<QString>("until");
+        row("no to many files", "no"_s);
+        row("player pulled while that question is open", "pull"_s);
+        row("stop while the player is read", "stop"_s);
+    }
+    void oldBackupStaysUntilTheFirstFileIsCopied() {
+        QFETCH(QString, until);
+        Backup b;
+        b.addToPlayer(until == "stop"_s ? words("a.mid b.mid") : numbered(1001));
+        b.addToFolder(words("a.mid sub/old.mid sub/.hidden"));
+        const QMap<QString, QByteArray> before = contentBelow(b.pc.path());
+        QList<Answer> answers = {Titles::kBackupNotEmpty, Titles::kStop, Titles::kBackupError};
+        std::optional<StopPresser> stop;
+        if (until == "stop"_s)
+            stop.emplace(b.window, Status::kReading);
+        else
+            answers[1] = {Titles::kManyFiles, until == "pull"_s ? Buttons::kYes : Buttons::kNo};
+        b.boxes.whenShown([&](const QMessageBox *box) {
+            if (until == "pull"_s && box->windowTitle() == Titles::kManyFiles)
+                SimulatedPlayer::disconnect();
+        });
+        b.backUp(answers);
+        QCOMPARE(contentBelow(b.pc.path()), before);
     }
 
     void moreThanAThousandFilesAreAskedAbout_data() {

@@ -52,9 +52,9 @@ private slots:
         same("no tag", Id3Tag::bytesNeeded(silentMp3Frames(1).left(10)), 10);
         same("tag of 300", Id3Tag::bytesNeeded(header("0000022C"_hex)), 310);
         same("size byte 81", Id3Tag::bytesNeeded(header("00000281"_hex)), 10);
-        same("999,990", Id3Tag::bytesNeeded(header("003D0436"_hex)), 1000000);
-        same("1,000,000", Id3Tag::bytesNeeded(header("003D0440"_hex)), 1000000);
-        same("1,000,001 is refused anyway", Id3Tag::bytesNeeded(header("003D0441"_hex)), 10);
+        same("1,000,001", Id3Tag::bytesNeeded(header("003D0441"_hex)), 1000011);
+        same("64 MiB", Id3Tag::bytesNeeded(header("20000000"_hex)), 67108874);
+        same("a byte more is refused anyway", Id3Tag::bytesNeeded(header("20000001"_hex)), 10);
     }
 
     void textIsDecodedByItsEncodingByte() {

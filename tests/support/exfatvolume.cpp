@@ -39,23 +39,37 @@ bool ExFatVolume::isPossible(QString *why) {
     return missing.isEmpty();
 }
 
-ExFatVolume::ExFatVolume(int megabytes, const QString &label) : m_label(label) {
-    const QString image = m_dir.filePath("volume.img"_s);
-    const QString point = m_dir.filePath("mnt"_s);
-    QFile file(image);
-    if (!QDir().mkpath(point) || !file.open(QIODevice::WriteOnly) || !file.resize(megabytes * kBytesPerMegabyte)) {
+ExFatVolume::ExFatVolume(int megabytes, const QString &label, int clusterBytes) : m_label(label) {
+    QFile file(image());
+    if (!file.open(QIODevice::WriteOnly) || !file.resize(megabytes * kBytesPerMegabyte)) {
         m_error = "no room for an image in "_s + m_dir.path();
         return;
     }
     file.close();
+    const QStringList clusters =
+        clusterBytes > 0 ? QStringList({"-c"_s, QString::number(clusterBytes)}) : QStringList();
+    if (run("mkfs.exfat"_s, clusters + QStringList({"-L"_s, label, image()})) && attach())
+        mount();
+}
+
+ExFatVolume::ExFatVolume(const QString &model, const QString &label) : m_label(label) {
+    if (run("cp"_s, {"--sparse=always"_s, model, image()}) && attach())
+        mount();
+}
+
+std::unique_ptr<ExFatVolume> ExFatVolume::copyOf(const QString &model) {
+    return std::unique_ptr<ExFatVolume>(new ExFatVolume(model, "CORVIN4"_s));
+}
+
+bool ExFatVolume::attach() {
+    const QString point = m_dir.filePath("mnt"_s);
+    QDir().mkpath(point);
     m_root = QFileInfo(point).canonicalFilePath() + "/"_s;
-    if (!run("mkfs.exfat"_s, {"-L"_s, label, image}))
-        return;
     QString device;
-    if (!run("losetup"_s, {"--find"_s, "--show"_s, image}, &device))
-        return;
+    if (!run("losetup"_s, {"--find"_s, "--show"_s, image()}, &device))
+        return false;
     m_device = device.trimmed();
-    mount();
+    return true;
 }
 
 ExFatVolume::~ExFatVolume() {

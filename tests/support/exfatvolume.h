@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <memory>
+
 /// A real exFAT volume for a test: an image file in a temporary folder, on a loop device, mounted through exfat-fuse.
 /// Needs root, loop devices and the exFAT tools: ask isPossible() first and skip the test when it says no.
 ///
@@ -15,9 +17,11 @@ public:
     /// Whether this machine lets such a volume be made. When not, @p why says in a clear word what is missing.
     static bool isPossible(QString *why = nullptr);
 
-    /// Makes, formats, attaches and mounts a volume of @p megabytes with the given label; isMounted() tells whether
-    /// all of it went well, and error() what did not.
-    explicit ExFatVolume(int megabytes = 64, const QString &label = QStringLiteral("CORVIN4"));
+    /// Makes, formats, attaches and mounts a volume of @p megabytes with the given label, its clusters as large as the
+    /// tool chooses or of so many bytes; isMounted() tells whether all of it went well, and error() what did not.
+    explicit ExFatVolume(int megabytes = 64, const QString &label = QStringLiteral("CORVIN4"), int clusterBytes = 0);
+    /// The same with a copy of the image file @p model, which nobody has mounted, in place of a new volume.
+    static std::unique_ptr<ExFatVolume> copyOf(const QString &model);
     /// Takes the link away, unmounts (lazily if it must), detaches and removes everything.
     ~ExFatVolume();
     ExFatVolume(const ExFatVolume &) = delete;
@@ -29,6 +33,8 @@ public:
     /// Canonical path of the mount point with a closing slash.
     QString root() const { return m_root; }
     QString path(const QString &relative) const { return m_root + relative; }
+    /// The file that holds the volume.
+    QString image() const { return m_dir.filePath(QStringLiteral("volume.img")); }
     /// The loop device, "/dev/loop3".
     QString device() const { return m_device; }
 
@@ -46,6 +52,8 @@ public:
     bool mount();
 
 private:
+    ExFatVolume(const QString &model, const QString &label);
+    bool attach();
     bool run(const QString &program, const QStringList &arguments, QString *output = nullptr);
 
     QTemporaryDir m_dir;

@@ -31,7 +31,8 @@ public:
              (notice.informativeText.isEmpty() ? QString() : "|"_s + notice.informativeText));
     }
     JobAnswer ask(const JobQuestion &question) override {
-        note("ask "_s + question.title + "|"_s + question.text);
+        note("ask "_s + question.title + "|"_s + question.text +
+             (question.informativeText.isEmpty() ? QString() : "|"_s + question.informativeText));
         return answers.value(question.title, question.onEscape);
     }
     QString chooseFolder(const QString &caption) override {

@@ -3,7 +3,8 @@
 #include "simulatedplayer.h"
 #include "testing.h"
 
-MountedPlayer::MountedPlayer(int megabytes) : volume(std::make_unique<ExFatVolume>(megabytes)) {
+MountedPlayer::MountedPlayer(int megabytes, int clusterBytes)
+    : volume(std::make_unique<ExFatVolume>(megabytes, "CORVIN4"_s, clusterBytes)) {
     if (!isMounted())
         return;
     putFile(path(".windows-label"_s), "CORVIN4\n");

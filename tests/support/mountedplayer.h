@@ -9,7 +9,7 @@
 class MountedPlayer
 {
 public:
-    explicit MountedPlayer(int megabytes = 64);
+    explicit MountedPlayer(int megabytes = 64, int clusterBytes = 0);
     ~MountedPlayer();
     bool isMounted() const { return volume->isMounted(); }
     QString root() const { return volume->root(); }

@@ -20,6 +20,7 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
     box.setIcon(QMessageBox::Question);
     box.setWindowTitle(question.title);
     box.setText(question.text);
+    box.setInformativeText(question.informativeText);
     // The texts hold file names: a name with angle brackets must not be taken for markup.
     box.setTextFormat(Qt::PlainText);
     for (const QuestionButton &entry : question.buttons) {

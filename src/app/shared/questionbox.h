@@ -22,6 +22,7 @@ struct Question
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton; ///< the one that Enter presses
     /// What Escape and the box's own close button mean. NoButton leaves it to Qt's own rule.
     QMessageBox::StandardButton escapeButton = QMessageBox::NoButton;
+    QString informativeText = {}; ///< a second, smaller text below; may be empty
 };
 
 /// Asks a modal question with relabelled buttons and returns the standard button that was pressed.

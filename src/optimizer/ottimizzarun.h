@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ottimizza.h"
+
+#include "device/keptfiles.h"
+#include "device/player.h"
+
+/// What a run knows of the player that it began with.
+struct Ottimizza::Run
+{
+    explicit Run(const QString &root) : player(root), kept(player) {}
+
+    Player player;
+    KeptFiles kept;            ///< what the run has taken off the player
+    QStringList killedFolders; ///< canonical paths of folders whose splitting was cut off by the end of an earlier run
+};
