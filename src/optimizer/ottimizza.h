@@ -32,8 +32,6 @@ public:
     explicit Ottimizza(QWidget *parent = nullptr);
     ~Ottimizza() override;
 
-    /// Whether a run is under way.
-    bool isRunning() const { return m_running; }
 
     /// Why a run did not do its work, as the result page is told.
     enum FailCode : int
@@ -78,7 +76,8 @@ public:
     /// finds the big folders. A stop leaves the lists partly filled and bigFolders empty.
     void scan_directories();
     /// In the playlist @p playlistPath, lets every mention of the song at @p oldPath name @p newPath (both PC paths).
-    void rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const;
+    /// Returns false when the playlist could not be read or written whole; it is then as it was.
+    bool rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const;
 
     // Chapter unsupportedfiles.cpp
 
@@ -168,6 +167,7 @@ private:
     // Chapter directoryscan.cpp
     void mapPlaylists();
     bool moveRootFiles();
+    bool rewritePlaylists(const QString &oldPath, const QString &newPath) const;
     bool collectRootFiles(QStringList &paths) const;
     bool belongsInRoot(const QString &path) const;
     bool classifyFiles(QMap<QString, int> &folderFileCount);
@@ -189,7 +189,7 @@ private:
     void chooseSubfolder(SplitRun &run, QChar initial) const;
 
     // Chapter splitedges.cpp: before a folder is split and after it
-    bool canBeSplit(SplitRun &run) const;
+    bool canBeSplit(SplitRun &run);
     bool setAside(const SplitRun &run);
     bool hasRoomForTitles(const SplitRun &run) const;
     bool bringBack(const SplitRun &run);
