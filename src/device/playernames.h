@@ -16,6 +16,8 @@ inline constexpr QLatin1String kPathStart =
     name("\\sdmemory\\"); ///< of every path in the form in which the player itself names its files
 inline constexpr QLatin1String kSystem = name("System");
 inline constexpr QLatin1String kUpdate = name("CorvinUpdate");
+/// Under this name an update lies on the player until it is whole; the player takes no notice of it.
+inline constexpr QLatin1String kUnfinishedUpdate = name(".CorvinUpdate.tmp");
 inline constexpr QLatin1String kBridges = name("Bridges");
 inline constexpr QLatin1String kEffects = name("Effects");
 inline constexpr QLatin1String kMySongs = name("My Songs");

@@ -23,6 +23,28 @@ QString longPath(const QString &path)
 }
 
 
+/// A new file under a name that has just become free takes over the day at which the former one was made. By that day
+/// the files are known that have not been flushed yet.
+void makeNew(const QString &nativePath)
+{
+    const HANDLE file = CreateFileW(wide(nativePath), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return;
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    SetFileTime(file, &now, nullptr, nullptr);
+    CloseHandle(file);
+}
+
+bool moveFileOver(const QString &nativeFrom, const QString &nativeTo)
+{
+    if (!MoveFileExW(wide(nativeFrom), wide(nativeTo), MOVEFILE_REPLACE_EXISTING))
+        return false;
+    makeNew(nativeTo);
+    return true;
+}
+
 } // namespace
 
 quint64 volumeId(const QString &path)
@@ -63,14 +85,14 @@ bool moveOver(const QString &from, const QString &to)
 {
     const QString source = longPath(from);
     const QString target = longPath(to);
-    if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
+    if (moveFileOver(source, target))
         return true;
     // Elsewhere a file that is marked read-only is replaced like any other; here the mark has to go first.
     const DWORD attributes = GetFileAttributesW(wide(target));
     if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY) ||
         !SetFileAttributesW(wide(target), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY)))
         return false;
-    if (MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING))
+    if (moveFileOver(source, target))
         return true;
     SetFileAttributesW(wide(target), attributes);
     return false;
@@ -87,4 +109,6 @@ bool createLike(const QFile &model, QFile &file)
 void dateLike(const QFile &model, QFile &file)
 {
     file.setFileTime(model.fileTime(QFileDevice::FileModificationTime), QFileDevice::FileModificationTime);
+    // The former file of this name, removed a moment ago, would leave it its own.
+    file.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileBirthTime);
 }

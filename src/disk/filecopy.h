@@ -28,7 +28,8 @@ CopyResult copyFile(const QString &source, const QString &destination, const Bet
 /// file ("corvin4-copy0.tmp"; what a killed run has left under that name is overwritten) and takes its place when it is
 /// complete, so that a copy that fails or is stopped keeps the old file. Only where the disk has no room for both, would
 /// have it for the new one, and the source lies on another volume, the old file goes first: it is kept on the PC
-/// meanwhile, comes back when the copy fails, and from then on the copy cannot be stopped.
+/// meanwhile, comes back when the copy fails, and from then on the copy cannot be stopped. Where the PC cannot keep it,
+/// it stays where it is.
 /// A folder is never replaced, nor is a file by itself: the result is then DestinationExists.
 CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks = nullptr);
 

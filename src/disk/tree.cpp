@@ -6,6 +6,8 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include <filesystem>
+
 namespace {
 
 bool removeContent(const QString &path, const std::function<bool()> &goOn)
@@ -68,6 +70,15 @@ QStringList listTree(const Walk &walk, const std::function<bool()> &goOn)
         return true;
     });
     return found;
+}
+
+bool isListable(const QString &path)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator entries(std::filesystem::path(path.toStdU16String()), error);
+    while (!error && entries != std::filesystem::directory_iterator())
+        entries.increment(error);
+    return !error;
 }
 
 bool removeFile(const QString &path)

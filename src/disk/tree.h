@@ -33,6 +33,10 @@ bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)
 /// ends when it says no, and what was found so far is returned, so that the caller asks again.
 QStringList listTree(const Walk &walk, const std::function<bool()> &goOn = nullptr);
 
+/// Whether the folder @p path can be listed to its end. A walk takes one that cannot be for one that ends earlier, as on
+/// a disk with a fault: before anything is erased that makes a difference.
+bool isListable(const QString &path);
+
 /// Deletes the folder @p path (absolute, forward slashes, a closing slash is forgiven) with everything in it, hidden
 /// and write-protected entries too. A link is deleted and never followed, be it @p path itself or an entry below it.
 /// Entries that cannot be deleted are passed over; what can be deleted is gone all the same.

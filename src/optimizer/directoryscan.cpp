@@ -109,9 +109,11 @@ bool Ottimizza::moveRootFiles()
             if (!isPlayerThere())
                 return false;
             const QString target = freeRootFileTarget(mySongs, path.mid(rootPath.size()));
-            const QStringList playlists = playlistIndex.values(path);
-            for (const QString &playlist : playlists)
-                rewritePlaylist(playlist, path, target);
+            if (!rewritePlaylists(path, target)) {
+                qWarning() << "scan_directories :"
+                           << "Playlist non aggiornata, il file resta :" << path;
+                continue;
+            }
             moveEntry(path, target);
             ++moved;
         }
@@ -230,8 +232,24 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
             << "Scan All Corvin Dirs : Big Folder :" << bigFolders.size();
 }
 
-void Ottimizza::rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const
+/// Lets all playlists name @p newPath, or none when one of them cannot be written: the song then stays where they name it.
+bool Ottimizza::rewritePlaylists(const QString &oldPath, const QString &newPath) const
+{
+    QStringList rewritten;
+    const QStringList playlists = playlistIndex.values(oldPath);
+    for (const QString &playlist : playlists) {
+        if (!rewritePlaylist(playlist, oldPath, newPath)) {
+            for (const QString &other : qAsConst(rewritten))
+                rewritePlaylist(other, newPath, oldPath);
+            return false;
+        }
+        rewritten.append(playlist);
+    }
+    return true;
+}
+
+bool Ottimizza::rewritePlaylist(const QString &playlistPath, const QString &oldPath, const QString &newPath) const
 {
     const Player player(rootPath);
-    rewritePlaylistFile(playlistPath, player.devicePath(oldPath), player.devicePath(newPath));
+    return rewritePlaylistFile(playlistPath, player.devicePath(oldPath), player.devicePath(newPath));
 }

@@ -203,7 +203,7 @@ void Ottimizza::finishRun()
         failCode = DeviceNotFound;
     }
     const bool hasResult = !abortRequested || failCode != Success;
-    if (hasResult && !run().kept.folder().isEmpty())
+    if (hasResult && !run().kept.folder().isEmpty() && !QDir(run().kept.folder()).isEmpty())
         emit filesKept(run().kept.folder());
     emit setProgressBarVisible(false);
     m_closing = false;

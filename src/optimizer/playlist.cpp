@@ -41,12 +41,12 @@ QStringList playlistKeys(const QString &playlistPath, const Player &player)
     return keys;
 }
 
-void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath)
+bool rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath)
 {
     // Deliberate: a playlist that is not there becomes an empty one.
     QFile former(playlistPath);
     if (QFileInfo::exists(playlistPath) && !former.open(QIODevice::ReadOnly))
-        return;
+        return false;
     QFile playlist(playlistPath + kNew);
     bool whole = playlist.open(QIODevice::WriteOnly);
     QTextStream text(&playlist);
@@ -64,10 +64,12 @@ void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePa
     former.close();
     playlist.close();
     // On a full disk the playlist stays as it was: half of it is worth less than one outdated line.
-    if (whole && moveOver(playlist.fileName(), playlistPath))
-        QFile::remove(playlistPath + kOld);
-    else
+    if (!whole || !moveOver(playlist.fileName(), playlistPath)) {
         playlist.remove();
+        return false;
+    }
+    QFile::remove(playlistPath + kOld);
+    return true;
 }
 
 void restorePlaylists(const QString &folder)

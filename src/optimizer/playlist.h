@@ -21,9 +21,9 @@ QStringList playlistKeys(const QString &playlistPath, const Player &player);
 /// Replaces in one playlist every mention of @p oldDevicePath, whatever its case, by @p newDevicePath (both in device
 /// form; nothing is replaced while the old one is empty). Line ends stay as they are; the file is written as UTF-8
 /// without a byte-order mark. The new playlist is written beside the former one ("<playlist>.new") and takes its place
-/// when it is whole; a file "<playlist>.old" is lost then. No failure is reported: a playlist that is missing becomes an
-/// empty one, and one that cannot be read or written whole stays as it was.
-void rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath);
+/// when it is whole; a file "<playlist>.old" is lost then. A playlist that is missing becomes an empty one. Returns false
+/// for one that cannot be read or written whole: it is as it was.
+bool rewritePlaylistFile(const QString &playlistPath, const QString &oldDevicePath, const QString &newDevicePath);
 
 /// Makes good what was left beside the playlists in @p folder when something was cut off while one was rewritten: a file
 /// "<playlist>.old" that is longer than its playlist, or has none, becomes the playlist; so does "<playlist>.new" where

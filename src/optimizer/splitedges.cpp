@@ -29,7 +29,7 @@ bool isRoomFor(const SplitRoom &room, int folders, const QString &path)
 } // namespace
 
 /// A folder that cannot be split is better left alone than set aside and brought back.
-bool Ottimizza::canBeSplit(SplitRun &run) const
+bool Ottimizza::canBeSplit(SplitRun &run)
 {
     walkTree({run.folder, QDir::Files, {}, false, kListingRound}, [this, &run](const QFileInfo &file) {
         const QString name = file.fileName();
@@ -43,8 +43,11 @@ bool Ottimizza::canBeSplit(SplitRun &run) const
         qWarning() << "corvin_optimizer : Spazio insufficiente, cartella non suddivisa " << run.folder;
         return false;
     }
-    // Only an attempt tells whether the folder may be written to.
+    if (!isPlayerThere())
+        return false;
+    // Only an attempt tells whether the folder may be written to. A run that was killed may have left its own.
     const QString attempt = run.folder + QLatin1String("/corvin4-split.tmp");
+    QDir().rmdir(attempt);
     if (QDir().mkdir(attempt) && QDir().rmdir(attempt))
         return true;
     qWarning() << "corvin_optimizer : Cartella protetta, non suddivisa " << run.folder;

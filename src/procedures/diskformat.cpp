@@ -1,13 +1,17 @@
 #include "diskformat.h"
 
+#include "consoletext.h"
 #include "jobnotices.h"
 #include "operationtexts.h"
 
-#include "device/player.h"
+#include "disk/tree.h"
 #include "disk/waitms.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QProcess>
+
+#include <algorithm>
 
 namespace {
 
@@ -16,8 +20,15 @@ constexpr int kLookIntervalMs = 500;
 constexpr int kSettleMs = 1000;
 constexpr int kMaximumAfterFormat = 10;
 
-/// Runs the format command on @p drive ("E:"); the window stands still meanwhile. Returns whether it ran to its end.
-bool runFormat(const QString &drive)
+/// How far the format command got.
+struct FormatCommand
+{
+    bool started = false;
+    bool ended = false;
+};
+
+/// Runs the format command on @p drive ("E:"); the window stands still meanwhile.
+FormatCommand runFormat(const QString &drive)
 {
     const QString program = QStringLiteral("cmd.exe");
     const QStringList arguments = {QStringLiteral("/C"),
@@ -31,15 +42,35 @@ bool runFormat(const QString &drive)
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments, QIODevice::ReadWrite);
-    // Deliberate: what the command says and its exit code do not count, only that it ran to its end.
-    const bool ran = process.waitForStarted(kStartTimeoutMs) && process.waitForFinished(-1);
-    qDebug() << program << arguments.join(QStringLiteral(", ")) << QString::fromLocal8Bit(process.readAll());
-    return ran;
+    FormatCommand command;
+    command.started = process.waitForStarted(kStartTimeoutMs);
+    // A question that "/Y" does not answer meets the end of its input, and the command ends; else it would wait for ever.
+    process.closeWriteChannel();
+    command.ended = command.started && process.waitForFinished(-1);
+    // Deliberate: what the command says and its exit code do not count. What it did shows on the disk.
+    qDebug() << program << arguments.join(QStringLiteral(", ")) << consoleText(process.readAll());
+    return command;
+}
+
+/// What lies at the root of @p player and does not outlive a format: what the systems keep on every disk does, or comes
+/// back by itself.
+QStringList erasableEntries(const Player &player)
+{
+    QStringList entries;
+    const QStringList all = QDir(player.root()).entryList(kAllEntries, QDir::NoSort);
+    for (const QString &entry : all) {
+        const bool systems = entry.startsWith(QLatin1Char('.')) ||
+                             entry.compare(QLatin1String("System Volume Information"), Qt::CaseInsensitive) == 0 ||
+                             entry.compare(QLatin1String("$RECYCLE.BIN"), Qt::CaseInsensitive) == 0;
+        if (!systems)
+            entries.append(entry);
+    }
+    return entries;
 }
 
 } // namespace
 
-DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_drive(drive) {}
+DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_drive(drive), m_player(drive) {}
 
 JobEnd DiskFormat::run()
 {
@@ -66,25 +97,46 @@ JobEnd DiskFormat::erase()
     m_view.showStatus(operationText(TEXT_FORMATTING));
     m_view.setBarRange(0, 0);
     m_view.setBarValue(0);
-    m_ranToItsEnd = runFormat(m_drive.chopped(qMin(1, m_drive.size())));
+    // The question may have stood open for long: whatever bears the drive's letter by now must not be erased.
+    if (Player::find().root() != m_drive || !m_player.isThere()) {
+        endWork();
+        return {JobEnd::Failed};
+    }
+    m_before = erasableEntries(m_player);
+    const FormatCommand command = runFormat(m_drive.chopped(qMin(1, m_drive.size())));
+    m_begun = command.started;
+    m_ranToItsEnd = command.ended;
     return {};
 }
 
-/// Deliberate: without limit.
+/// Deliberate: without limit, save that of a window that is to close.
 JobEnd DiskFormat::waitForPlayer()
 {
     waitMs(kLookIntervalMs);
     while (!Player::find().isFound()) {
+        if (m_view.isClosing()) {
+            endWork();
+            return {JobEnd::Stopped};
+        }
         QCoreApplication::processEvents();
         waitMs(kLookIntervalMs);
     }
     waitMs(kSettleMs);
-    m_view.setBarRange(0, kMaximumAfterFormat);
-    qInfo() << "FormatCorvinDisk : Fine";
+    endWork();
     return {};
 }
 
+/// A command that was refused ends like one that did its work, and says so in any language.
 JobEnd DiskFormat::judge()
 {
-    return {m_ranToItsEnd ? JobEnd::Done : JobEnd::Failed};
+    const QStringList now = erasableEntries(Player::find());
+    const bool erased = std::none_of(
+        now.begin(), now.end(), [this](const QString &entry) { return m_before.contains(entry, Qt::CaseInsensitive); });
+    return {m_ranToItsEnd && erased ? JobEnd::Done : JobEnd::Failed};
+}
+
+void DiskFormat::endWork()
+{
+    m_view.setBarRange(0, kMaximumAfterFormat);
+    qInfo() << "FormatCorvinDisk : Fine";
 }

@@ -2,11 +2,14 @@
 
 #include "job.h"
 
+#include "device/player.h"
+
 #include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
-/// Erases the player's disk with the system's own format command: exFAT, labelled CORVIN4. Asks first, and waits,
-/// without limit, until the player is found again.
+/// Erases the player's disk with the system's own format command: exFAT, labelled CORVIN4. Asks first, and waits until
+/// the player is found again, without limit unless the window is to close.
 class DiskFormat : private Steps<DiskFormat>
 {
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
@@ -15,8 +18,13 @@ public:
     /// @p drive is the root of the volume with its closing slash ("E:/").
     DiskFormat(JobView &view, const QString &drive);
 
-    /// Refused after a "No"; failed when the command could not be run to its end. Neither is told here.
+    /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its end
+    /// or when something of what it had to erase is still there; stopped when the window is to close before the player is
+    /// back. None is told here.
     JobEnd run();
+
+    /// After run(): whether the command was started. The disk may be another one then, also after a failure.
+    bool hasBegun() const { return m_begun; }
 
 private:
     friend class Steps<DiskFormat>;
@@ -24,8 +32,12 @@ private:
     JobEnd erase();
     JobEnd waitForPlayer();
     JobEnd judge();
+    void endWork();
 
     JobView &m_view;
     QString m_drive;
+    Player m_player;
+    QStringList m_before; ///< what the format has to erase, by its name at the root
+    bool m_begun = false;
     bool m_ranToItsEnd = false;
 };

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QTimer>
 #include <cstdio>
@@ -9,6 +10,7 @@
 namespace {
 
 constexpr qint64 kFullPercent = 100;
+constexpr int kMostRequests = 4;
 
 /// The console lines are read while the program runs, also through a pipe.
 template <typename... Values> void print(std::FILE *stream, const char *format, Values... values)
@@ -29,7 +31,15 @@ QString fileNameOf(const QUrl &url)
 
 } // namespace
 
-DownloadManager::DownloadManager(QObject *parent) : QObject(parent) {}
+DownloadManager::DownloadManager(QObject *parent) : QObject(parent)
+{
+    // What the PC's other programs reach the net by.
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
+    m_silence.setSingleShot(true);
+    m_pause.setSingleShot(true);
+    connect(&m_silence, &QTimer::timeout, this, [this] { takeUpAgain(QStringLiteral("The server is silent")); });
+    connect(&m_pause, &QTimer::timeout, this, &DownloadManager::request);
+}
 
 DownloadManager::~DownloadManager()
 {
@@ -85,6 +95,7 @@ bool DownloadManager::start(const QUrl &url)
 {
     breakOff();
     done = false;
+    whole = false;
     percent = 0;
     savePath = saveFileName(url);
     output.setFileName(savePath);
@@ -94,13 +105,10 @@ bool DownloadManager::start(const QUrl &url)
               url.toEncoded().constData(), qPrintable(output.errorString()));
         return false;
     }
-    QNetworkRequest request(url);
-    // The file is wanted as it lies on the server, and progress counted in its bytes.
-    request.setRawHeader("Accept-Encoding", "identity");
-    currentReply = network.get(request);
-    connect(currentReply, &QNetworkReply::downloadProgress, this, &DownloadManager::downloadProgress);
-    connect(currentReply, &QNetworkReply::finished, this, &DownloadManager::downloadFinished);
-    connect(currentReply, &QNetworkReply::readyRead, this, &DownloadManager::downloadReadyRead);
+    m_url = url;
+    m_validator.clear();
+    m_requestsLeft = kMostRequests;
+    request();
     print(stdout, "Downloading %s...\n", url.toEncoded().constData());
     clock = QTime::currentTime();
     return true;
@@ -117,8 +125,9 @@ void DownloadManager::downloadReadyRead()
 {
     if (!currentReply || !output.isOpen())
         return;
+    m_silence.start(longestSilenceMs);
     const QByteArray received = currentReply->readAll();
-    if (output.write(received) == received.size())
+    if (!takeHead() || output.write(received) == received.size())
         return;
     // The PC's disk is full. A file with a hole in it is no download, so nothing of it stays.
     print(stderr, "Failed: %s\n", qPrintable(output.errorString()));
@@ -130,28 +139,28 @@ void DownloadManager::downloadReadyRead()
 void DownloadManager::downloadFinished()
 {
     downloadReadyRead();
-    output.close();
     if (!currentReply)
         return;
+    if (mayGoOnBehind()) {
+        takeUpAgain(currentReply->errorString());
+        return;
+    }
     if (currentReply->error() != QNetworkReply::NoError) {
         print(stderr, "Failed: %s\n", qPrintable(currentReply->errorString()));
     } else {
         print(stdout, "Succeeded.\n");
         ++downloadedCount;
+        whole = announcedSize() < 0 || announcedSize() == output.size();
     }
-    currentReply->deleteLater();
-    currentReply = nullptr;
+    endReply();
+    output.close();
     done = true;
 }
 
 /// Ends a download that still runs, without a word; its file stays as far as it got.
 void DownloadManager::breakOff()
 {
-    if (currentReply) {
-        currentReply->disconnect(this);
-        currentReply->abort();
-        currentReply->deleteLater();
-        currentReply = nullptr;
-    }
+    m_pause.stop();
+    endReply();
     output.close();
 }

@@ -7,14 +7,16 @@
 #include <QPointer>
 #include <QString>
 #include <QTime>
+#include <QTimer>
 #include <QUrl>
 
 class QNetworkReply;
 
 /// Fetches files over HTTP, one after another, into the folder "Corvin" below the PC's temporary folder, and tells about
 /// each on standard output and standard error. Asynchronous: needs events to be processed while a download runs; whoever
-/// waits polls `done` and `percent`. There is no time limit; a manager that is destroyed breaks its download off and
-/// leaves the file as far as it got.
+/// waits polls `done` and `percent`. A transfer that breaks off, or brings nothing for a minute, is taken up where it
+/// broke off, or from its start where the server does not let it; after four requests it has failed. A manager that is
+/// destroyed breaks its download off and leaves the file as far as it got.
 ///
 /// The queue (append(), startNextDownload(), finished()) is there for outsiders: the program itself downloads one file a
 /// manager, by download().
@@ -50,6 +52,8 @@ public:
     QFile output;                         ///< the file being written
     QPointer<QNetworkReply> currentReply; ///< the running request
     QTime clock;                          ///< when the current download was started
+    bool whole = false;                   ///< after `done`: no error, and all the bytes that the server announced
+    int longestSilenceMs = 60000;         ///< after which a transfer that brings nothing counts as broken off
     int downloadedCount = 0;              ///< downloads that succeeded
     int totalCount = 0;                   ///< downloads queued since construction
 
@@ -68,4 +72,20 @@ public slots:
 private:
     bool start(const QUrl &url);
     void breakOff();
+
+    // In downloadresume.cpp: one download as several requests.
+    void request();
+    bool takeHead();
+    bool mayGoOnBehind() const;
+    void endReply();
+    void takeUpAgain(const QString &why);
+    qint64 announcedSize() const;
+
+    QUrl m_url;
+    int m_requestsLeft = 0;
+    bool m_headTaken = false;
+    qint64 m_offset = 0;    ///< bytes that were there before the running request
+    QByteArray m_validator; ///< which version of the file it is that has come so far; empty when nobody can tell
+    QTimer m_silence;
+    QTimer m_pause; ///< ahead of the next request
 };

@@ -48,8 +48,9 @@ JobEnd Extraction::runTool()
         waitMs(kWaitMs);
     }
     qDebug() << "unpackArchive :" << program << arguments.join(QStringLiteral(", ")) << tool.exitCode()
-             << QString::fromLocal8Bit(tool.readAll());
-    // Deliberate: the exit code is not looked at; what the archive brought shows in the folder.
+             << QString::fromUtf8(tool.readAll());
+    // Deliberate: the exit code does not count here. Whoever is about to touch the player asks for it.
+    m_allUnpacked = ended && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
     return {started ? JobEnd::Done : JobEnd::Failed};
 }
 

@@ -14,6 +14,9 @@ public:
     /// Failed, without a word to the user, when the tool could not be started; else done, whatever it brought.
     JobEnd run();
 
+    /// After run(): whether the tool says that it has unpacked all of the archive. One that was killed does not.
+    bool hasAllUnpacked() const { return m_allUnpacked; }
+
 private:
     friend class Steps<Extraction>;
     JobEnd runTool();
@@ -22,4 +25,5 @@ private:
     JobView &m_view;
     QString m_archive;
     QString m_folder;
+    bool m_allUnpacked = false;
 };

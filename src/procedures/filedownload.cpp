@@ -31,6 +31,11 @@ JobEnd FileDownload::run()
                     Stop::IsLeftToTheSteps);
 }
 
+bool FileDownload::hasAllArrived() const
+{
+    return m_manager->done && m_manager->whole;
+}
+
 JobEnd FileDownload::emptyItsFolder()
 {
     if (m_makeFolder)

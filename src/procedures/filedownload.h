@@ -24,6 +24,9 @@ public:
 
     /// After run(): the saved file's path; empty when it is too small or not there.
     QString path() const { return m_path; }
+    /// After run(): whether all of the file has come. The size alone says nothing of what a bad line has cut off, and of
+    /// a server that answered with a page of its own.
+    bool hasAllArrived() const;
 
 private:
     friend class Steps<FileDownload>;

@@ -89,7 +89,7 @@ JobEnd FileListCopy::copyFiles()
 /// Where @p source goes. On a system that tells case apart the player's own folders are not made a second time.
 QString FileListCopy::destinationOf(const QString &source)
 {
-    const QString destination = m_destinationRoot + source.mid(m_sourceRoot.size());
+    QString destination = m_destinationRoot + source.mid(m_sourceRoot.size());
     if (!m_player.isFound() || !destination.startsWith(m_player.root()))
         return destination;
     QString below = m_player.relativePath(destination);

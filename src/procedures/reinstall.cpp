@@ -5,6 +5,7 @@
 #include "extraction.h"
 #include "filedownload.h"
 #include "jobnotices.h"
+#include "keptplaylists.h"
 #include "operationtexts.h"
 #include "songbackup.h"
 #include "songlist.h"
@@ -48,9 +49,8 @@ bool Reinstall::confirm()
 JobEnd Reinstall::run()
 {
     const JobEnd end = runStepsForSongs();
-    // Silence would leave the user with an empty player and no idea where the songs are.
-    if (m_view.isStopped() && m_songsOnPcAlone)
-        tell({Notice::Information, operationText(TEXT_RESTORE_ERROR_TITLE), operationText(TEXT_RESTORE_ERROR)});
+    if (m_view.isStopped() && !m_endTold)
+        tellStopped();
     return end;
 }
 
@@ -62,6 +62,7 @@ JobEnd Reinstall::runStepsForSongs()
                         {{"findPlayer", &Reinstall::findPlayer},
                          {"download", &Reinstall::download},
                          {"unpack", &Reinstall::unpack},
+                         {"keepPlaylists", &Reinstall::keepPlaylists},
                          {"install", &Reinstall::install},
                          {kFinishing.data(), &Reinstall::finish}});
     case Songs::AreErased:
@@ -79,6 +80,7 @@ JobEnd Reinstall::runStepsForSongs()
                          {"saveSongs", &Reinstall::saveSongs},
                          {"download", &Reinstall::download},
                          {"unpack", &Reinstall::unpack},
+                         {"keepPlaylists", &Reinstall::keepPlaylists},
                          {"format", &Reinstall::format},
                          {"install", &Reinstall::install},
                          {"bringSongsBack", &Reinstall::bringSongsBack},
@@ -126,56 +128,87 @@ JobEnd Reinstall::download()
     FileDownload job(m_view, updateServerUrl(kSystemArchivePath), true);
     const JobEnd end = job.run();
     m_archive = job.path();
-    if (end.isDone())
-        return {};
     if (m_view.isStopped())
         return {JobEnd::Stopped};
+    if (end.isDone() && job.hasAllArrived())
+        return {};
     tellDownloadError(m_view, kCodeDownload);
-    return end;
+    return {JobEnd::Failed};
 }
 
 JobEnd Reinstall::unpack()
 {
     m_view.showStatus(operationText(TEXT_COPYING_SYSTEM_TO_PC));
     const QString archiveFolder = QFileInfo(m_archive).absolutePath();
-    const bool started = Extraction(m_view, m_archive).run().isDone();
+    Extraction job(m_view, m_archive);
+    const bool started = job.run().isDone();
     m_unpackedFolder = unpackedFolder(archiveFolder);
     if (started && m_view.isStopped())
         return {JobEnd::Stopped};
-    // The player is only touched for a system that is really there, not for a page that came in place of the archive.
-    if (started && holdsSystemFiles(m_unpackedFolder))
+    // The player is only touched for a system that is really there, not for a part of one that would never start.
+    if (job.hasAllUnpacked() && holdsWholeSystem(m_unpackedFolder) && !holdsRivalProgram(m_unpackedFolder))
         return {};
     tellError(m_view);
     return {JobEnd::Failed};
 }
 
-JobEnd Reinstall::format()
+JobEnd Reinstall::keepPlaylists()
 {
-    m_songsOnPcAlone = m_songs == Songs::ComeBack;
-    // Much time has passed since the player was found, and its drive may be another one by now.
-    const JobEnd found = findPlayerAgain();
+    // Much time has passed since the player was found, and its drive may be another one by now. Of that one nothing was
+    // saved.
+    const JobEnd found = m_songs == Songs::ComeBack ? samePlayer() : findPlayerAgain();
     if (!found.isDone())
         return found;
-    const JobEnd end = DiskFormat(m_view, m_player.root()).run();
+    KeptFiles::forgetOldOnes();
+    KeptFiles kept(m_player);
+    const JobEnd end = ::keepPlaylists(m_view, m_player, kept);
+    m_keptPlaylists = kept.folder();
+    if (end.isDone() || end.kind == JobEnd::Stopped)
+        return end;
+    if (!m_player.isThere())
+        return playerGone();
+    return failed({Notice::Information, tr("ERRORE"), tr("ERRORE"),
+                   tr("Non è stato possibile salvare le playlist sul PC.\n"
+                      "Il sistema operativo di Corvin non è stato modificato.")});
+}
+
+JobEnd Reinstall::format()
+{
+    const JobEnd found = m_songs == Songs::ComeBack ? samePlayer() : findPlayerAgain();
+    if (!found.isDone())
+        return found;
+    DiskFormat job(m_view, m_player.root());
+    const JobEnd end = job.run();
+    // What a format that failed has left nobody knows.
+    m_songsOnPcAlone = m_songs == Songs::ComeBack && job.hasBegun();
+    m_systemReplaced = job.hasBegun();
+    m_systemLost = job.hasBegun() && !(m_player.isThere() && m_player.hasSystemFiles());
     if (end.isDone())
         return findPlayerAgain();
     if (end.kind == JobEnd::Failed)
         tell({Notice::Information, operationText(TEXT_FORMAT_ERROR_TITLE), operationText(TEXT_FORMAT_ERROR)});
-    m_songsOnPcAlone = false;
     return end;
 }
 
 JobEnd Reinstall::install()
 {
-    const JobEnd found = findPlayerAgain();
+    const JobEnd found = m_songs == Songs::Stay ? samePlayer() : findPlayerAgain();
     if (!found.isDone())
         return found;
     m_view.showStatus(operationText(TEXT_TRANSFERRING_SYSTEM));
     SystemTransfer transfer(m_view, m_player, m_unpackedFolder);
     const JobEnd end = transfer.run();
     m_whole = transfer.isWhole();
-    if (!end.isDone())
-        return failed({Notice::Information, tr("ERRORE"), tr("ERRORE")});
+    m_systemReplaced = m_systemReplaced || transfer.hasBegun();
+    m_systemLost = (m_systemLost || transfer.hasBegun()) && !(end.isDone() && m_whole);
+    if (!end.isDone() && !m_systemLost && !m_player.isThere())
+        return playerGone();
+    if (!end.isDone()) {
+        JobEnd told = failed({Notice::Information, tr("ERRORE"), tr("ERRORE")});
+        if (!m_whole)
+            told.step = kFinishing;
+        return told;
+    }
     removeTree(DownloadManager::downloadFolder());
     return {};
 }
@@ -197,9 +230,9 @@ JobEnd Reinstall::finish()
 {
     // What never reached the disk of a player that was pulled out must not be called installed.
     m_whole = m_player.flush() && m_whole;
+    m_systemLost = !m_whole;
     if (!m_whole)
-        return failed({Notice::Critical, tr("ERRORE"),
-                       tr("Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo.")});
+        return failed({Notice::Critical, tr("ERRORE"), unexpectedEnd()});
     const bool stopped = m_view.isStopped();
     // From here on the songs are on the player; only a failed update is a reason to name the backup still.
     // The system is installed whether or not the update comes: its failure has its own box, and the closing one follows.
@@ -217,28 +250,14 @@ JobEnd Reinstall::finish()
 JobEnd Reinstall::findPlayerAgain()
 {
     const Player player = Player::find();
-    if (player.isFound()) {
-        m_player = player;
-        return {};
-    }
-    tell({Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
-    return {JobEnd::Failed};
+    if (!player.isFound())
+        return playerGone();
+    m_player = player;
+    return {};
 }
 
-/// The end of a step that went wrong: told, unless it was STOP that ended it.
-JobEnd Reinstall::failed(const Notice &notice)
+/// That the player is still the one whose files were saved; tells the user when it is not.
+JobEnd Reinstall::samePlayer()
 {
-    if (m_view.isStopped())
-        return {JobEnd::Stopped};
-    tell(notice);
-    return {JobEnd::Failed};
-}
-
-/// Also says where the songs are when they may be on the PC alone.
-void Reinstall::tell(Notice notice)
-{
-    if (m_songsOnPcAlone)
-        notice.informativeText =
-            tr("La copia di sicurezza delle basi si trova in:\n%1").arg(QDir::toNativeSeparators(m_backup));
-    m_view.tell(notice);
+    return m_player.isThere() ? JobEnd() : playerGone();
 }

@@ -25,7 +25,8 @@ public:
 
     /// Where the songs are to be erased the user is asked first.
     bool confirm() override;
-    /// Every step tells what went wrong with it; STOP is not told, unless the songs are on the PC alone by then.
+    /// Every step tells what went wrong with it; STOP is not told, unless the songs are on the PC alone by then or the
+    /// player is left without a system.
     JobEnd run() override;
 
 private:
@@ -38,14 +39,22 @@ private:
     JobEnd saveSongs();
     JobEnd download();
     JobEnd unpack();
+    JobEnd keepPlaylists();
     JobEnd format();
     JobEnd install();
     JobEnd bringSongsBack();
     JobEnd finish();
 
     JobEnd findPlayerAgain();
+    JobEnd samePlayer();
+
+    // In reinstallend.cpp: what the user is told.
+    JobEnd playerGone();
     JobEnd failed(const Notice &notice);
     void tell(Notice notice);
+    void tellStopped();
+    static QString unexpectedEnd();
+    QString whereThePlaylistsAre() const;
 
     JobView &m_view;
     Songs m_songs;
@@ -53,6 +62,10 @@ private:
     QString m_archive;
     QString m_unpackedFolder; ///< its content belongs at the player's root
     QString m_backup;         ///< the PC folder with the songs
+    QString m_keptPlaylists;  ///< the PC folder with the playlists of the old system; empty when it had none
     bool m_songsOnPcAlone = false;
+    bool m_systemReplaced = false; ///< the old system, with its playlists, is no longer whole
+    bool m_systemLost = false;     ///< and no new one is: the player does not start
+    bool m_endTold = false;
     bool m_whole = true; ///< nothing has gone wrong that does not end the procedure at once
 };

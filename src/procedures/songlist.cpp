@@ -8,19 +8,20 @@ namespace {
 // The player's own disk ignores case; on the PC the folder gets its name from here.
 const QString kPlaylistFolder = QStringLiteral("System/playlist");
 
-/// Whether @p path, relative to the player's root, is part of its system, or of what a PC keeps on every disk.
+/// Whether @p path, relative to the player's root, lies in a folder of this name there, in any case.
+bool isBelow(const QString &path, QLatin1String folder)
+{
+    return path.size() > folder.size() && path.at(folder.size()) == QLatin1Char('/') &&
+           path.startsWith(folder, Qt::CaseInsensitive);
+}
+
+/// Whether it is part of the player's system, or of what a PC keeps on every disk.
 bool isNobodys(const QString &path)
 {
-    const int slash = path.indexOf(QLatin1Char('/'));
-    const auto is = [name = path.left(slash)](QLatin1String other) {
-        return name.compare(other, Qt::CaseInsensitive) == 0;
-    };
     // A folder that plays the player has its label in a file.
-    if (slash < 0)
-        return is(PlayerNames::kStartScript) || is(QLatin1String(".windows-label"));
-    return is(PlayerNames::kSystem) || is(PlayerNames::kBridges) || is(PlayerNames::kEffects) ||
-           is(PlayerNames::kUpdate) || is(QLatin1String("System Volume Information")) ||
-           is(QLatin1String("$RECYCLE.BIN"));
+    return path.compare(PlayerNames::kStartScript, Qt::CaseInsensitive) == 0 ||
+           path == QLatin1String(".windows-label") || isBelow(path, PlayerNames::kSystem) ||
+           isBelow(path, PlayerNames::kBridges) || isBelow(path, PlayerNames::kEffects) || staysInBackup(path);
 }
 } // namespace
 
@@ -57,16 +58,21 @@ bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
         songs.insert(entry.filePath());
         return true;
     };
-    return visitSongs(player, goOn, note) && walkTree({player.root()}, [&](const QFileInfo &entry) {
-               const bool passes = entry.isFile() && !songs.contains(entry.filePath()) &&
-                                   !isNobodys(player.relativePath(entry.filePath()));
-               return goOn() && (!passes || visit(entry));
-           });
+    const auto visitOther = [&](const QFileInfo &entry) {
+        const QString path = player.relativePath(entry.filePath());
+        if (!goOn())
+            return false;
+        if (entry.isDir() && !isLink(entry))
+            return isNobodys(path + QLatin1Char('/')) || isListable(entry.filePath());
+        return !entry.isFile() || songs.contains(entry.filePath()) || isNobodys(path) || visit(entry);
+    };
+    return visitSongs(player, goOn, note) && isListable(player.root()) && walkTree({player.root()}, visitOther);
 }
 
-bool isInUpdate(const QString &path)
+bool staysInBackup(const QString &path)
 {
-    return path.startsWith(PlayerNames::kUpdate + QLatin1Char('/'), Qt::CaseInsensitive);
+    return isBelow(path, PlayerNames::kUpdate) || isBelow(path, PlayerNames::kUnfinishedUpdate) ||
+           isBelow(path, QLatin1String("System Volume Information")) || isBelow(path, QLatin1String("$RECYCLE.BIN"));
 }
 
 bool isBackupComplete(const QString &backup, const Player &player, const std::function<bool()> &goOn)

@@ -32,12 +32,14 @@ bool visitSongs(const Player &player, const std::function<bool()> &goOn,
 /// Calls @p visit with every file of the player that visitSongs() passes over although it is the user's: hidden ones,
 /// names without a dot, and what lies in folders that are named like the system's further down. The system is what lies
 /// at the root in "System", "Bridges", "Effects" and "CorvinUpdate", and "AUTOEXEC.BAT" there; what a PC keeps at the
-/// root of every disk is nobody's either. Otherwise as visitSongs().
+/// root of every disk is nobody's either. Otherwise as visitSongs(), and false also when a folder cannot be listed.
 bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
                      const std::function<bool(const QFileInfo &)> &visit);
 
-/// Whether @p path, relative to the player's root, lies in its folder "CorvinUpdate", in any case.
-bool isInUpdate(const QString &path);
+/// Whether @p path, relative to the player's root, is not brought back onto a disk with a new system although the list of
+/// songs may have taken it, in any case: what lies in "CorvinUpdate", an update that would undo the system, and in what a
+/// PC keeps at the root of every disk.
+bool staysInBackup(const QString &path);
 
 /// Whether every file that visitSongs() and visitOtherFiles() visit lies in the PC folder @p backup, under the same
 /// relative path and with the same size. Contents are not compared. Asked before the player's disk is erased: a copy that

@@ -71,9 +71,8 @@ JobEnd SongRestore::listSongs()
 {
     const auto goOn = [this] { return !m_view.isStopped(); };
     m_files = listTree({m_source, kSongEntries, songNames()}, goOn);
-    // The update would undo the system that has just been installed.
     if (m_everything)
-        removeUpdate(m_files);
+        removeWhatStays(m_files);
     return {};
 }
 
@@ -95,7 +94,7 @@ JobEnd SongRestore::copyOtherFiles()
     others.erase(
         std::remove_if(others.begin(), others.end(), [&songs](const QString &path) { return songs.contains(path); }),
         others.end());
-    removeUpdate(others);
+    removeWhatStays(others);
     FileListCopy copy(m_view, others, m_player.root(), m_source, m_player);
     const JobEnd end = copy.run();
     // The user has seen a box for each, but not where the only copy of the file is now.
@@ -103,12 +102,12 @@ JobEnd SongRestore::copyOtherFiles()
     return end.isDone() && !whole ? JobEnd{JobEnd::Failed} : end;
 }
 
-/// Takes the paths out that lie in the update of the backup.
-void SongRestore::removeUpdate(QStringList &paths) const
+/// Takes the paths out that are not brought back.
+void SongRestore::removeWhatStays(QStringList &paths) const
 {
     const int below = m_source.size() + 1;
-    const auto isUpdate = [below](const QString &path) { return isInUpdate(path.mid(below)); };
-    paths.erase(std::remove_if(paths.begin(), paths.end(), isUpdate), paths.end());
+    const auto stays = [below](const QString &path) { return staysInBackup(path.mid(below)); };
+    paths.erase(std::remove_if(paths.begin(), paths.end(), stays), paths.end());
 }
 
 JobEnd SongRestore::flushPlayer()

@@ -35,7 +35,7 @@ private:
     JobEnd copySongs();
     JobEnd copyOtherFiles();
     JobEnd flushPlayer();
-    void removeUpdate(QStringList &paths) const;
+    void removeWhatStays(QStringList &paths) const;
 
     JobView &m_view;
     Player m_player;

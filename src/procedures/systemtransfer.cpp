@@ -2,11 +2,15 @@
 
 #include "filelistcopy.h"
 #include "systemattributes.h"
+#include "unpackedfolder.h"
 
 #include "disk/tree.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -46,16 +50,25 @@ JobEnd SystemTransfer::run()
 
 JobEnd SystemTransfer::removeOldSystem()
 {
-    for (const QLatin1String name : {PlayerNames::kSystem, PlayerNames::kBridges, PlayerNames::kEffects}) {
-        const QStringList folders = rootEntries(m_player, name);
-        for (const QString &folder : folders) {
-            if (!removeTree(folder))
-                return {JobEnd::Failed};
-        }
+    QStringList folders;
+    for (const QLatin1String name : {PlayerNames::kSystem, PlayerNames::kBridges, PlayerNames::kEffects})
+        folders += rootEntries(m_player, name);
+    QStringList old;
+    for (const QString &folder : qAsConst(folders))
+        old += listTree({folder});
+    for (const QString &folder : qAsConst(folders)) {
+        // The path of a player that was pulled meanwhile may by now be a folder of the PC.
+        if (m_player.isThere() && removeTree(folder))
+            continue;
+        m_begun = !std::all_of(old.begin(), old.end(), [](const QString &path) { return QFileInfo::exists(path); });
+        return {JobEnd::Failed};
     }
+    if (!m_player.isThere())
+        return {JobEnd::Failed};
+    m_begun = true;
     const QStringList startScripts = rootEntries(m_player, PlayerNames::kStartScript);
     for (const QString &file : startScripts)
-        QFile::remove(file);
+        removeFile(file);
     return {};
 }
 
@@ -66,13 +79,17 @@ JobEnd SystemTransfer::copyNewSystem()
                                   {QStringLiteral("*.*")}});
     files.sort(Qt::CaseSensitive);
     // The root ends in a slash, so the one between the unpacked folder and its content is cut off too.
-    const JobEnd end = FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/')).run();
-    m_whole = !end.failedAt(kMakingFolders);
-    return m_whole ? end : JobEnd();
+    const JobEnd end =
+        FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/'), m_player).run();
+    m_whole = m_player.isThere() && areWholeAt(m_player.root().chopped(1), files, m_unpackedFolder);
+    // A player that was pulled has words of its own too, whatever the copy made of it.
+    return end.failedAt(kMakingFolders) || !m_player.isThere() ? JobEnd() : end;
 }
 
 JobEnd SystemTransfer::hideSystem()
 {
+    if (!m_player.isThere())
+        return {};
     const QString batch = m_unpackedFolder + QStringLiteral("/MATTRB.BAT");
     const bool run = writeFile(batch, attributeBatch(m_player)) && runAttributeBatch(batch, m_player);
     return {run ? JobEnd::Done : JobEnd::Failed};

@@ -16,9 +16,11 @@ public:
     /// Done once the batch file that hides the system has been run. Nothing is told, save the copy's own boxes.
     JobEnd run();
 
-    /// After run(): whether every folder could be made. Where one could not, the transfer goes on without its files:
-    /// the procedure ends with words of its own.
+    /// After run(): whether every file lies on the player in its full size. Where a folder could not be made or a file
+    /// was passed over, the transfer goes on without: the procedure ends with words of its own.
     bool isWhole() const { return m_whole; }
+    /// After run(): whether anything of the old system may have been removed.
+    bool hasBegun() const { return m_begun; }
 
 private:
     friend class Steps<SystemTransfer>;
@@ -29,5 +31,6 @@ private:
     JobView &m_view;
     Player m_player;
     QString m_unpackedFolder;
-    bool m_whole = true;
+    bool m_whole = false;
+    bool m_begun = false;
 };

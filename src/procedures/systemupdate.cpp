@@ -6,10 +6,14 @@
 #include "filelistcopy.h"
 #include "jobnotices.h"
 #include "operationtexts.h"
+#include "unpackedfolder.h"
 #include "updateserver.h"
 
+#include "device/devicecase.h"
+#include "disk/aside.h"
 #include "disk/tree.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -17,6 +21,12 @@ namespace {
 constexpr int kCodeDownload = 1;
 constexpr int kCodeUnpack = 2;
 constexpr int kCodeCopy = 3;
+
+/// Gives the folder @p path the name @p name, which is a path as well.
+bool giveName(const QString &path, const QString &name)
+{
+    return doAsidePatiently([&path, &name] { return QDir().rename(path, name); });
+}
 
 } // namespace
 
@@ -48,51 +58,81 @@ JobEnd SystemUpdate::download()
     // Deliberate: after a STOP nothing is said, whatever has arrived.
     if (m_view.isStopped())
         return {JobEnd::Stopped};
-    if (!end.isDone())
-        tellDownloadError(m_view, kCodeDownload);
-    return end;
+    if (end.isDone() && job.hasAllArrived())
+        return {};
+    tellDownloadError(m_view, kCodeDownload);
+    return {JobEnd::Failed};
 }
 
 JobEnd SystemUpdate::unpack()
 {
-    const JobEnd end = Extraction(m_view, m_archive).run();
-    if (!end.isDone())
-        tellDownloadError(m_view, kCodeUnpack);
-    return end;
+    const QString folder = QFileInfo(m_archive).absolutePath();
+    Extraction job(m_view, m_archive);
+    const bool started = job.run().isDone();
+    if (started && m_view.isStopped())
+        return {JobEnd::Stopped};
+    m_unpacked = resolveDevicePath(folder, PlayerNames::kUpdate);
+    if (job.hasAllUnpacked() && !holdsRivalProgram(folder) && holdsSystemFiles(m_unpacked))
+        return {};
+    tellDownloadError(m_view, kCodeUnpack);
+    return {JobEnd::Failed};
 }
 
 JobEnd SystemUpdate::copy()
 {
     m_view.showStatus(operationText(TEXT_COPYING_UPDATE));
-    if (copyToPlayer() && m_player.flush() && !m_view.isStopped())
-        return {};
+    const bool copied = copyToPlayer();
+    if (!copied)
+        removeUnfinished();
     // Off the player before the box: whoever reads it may pull the cable at once.
-    removeTree(m_player.path(PlayerNames::kUpdate));
-    m_player.flush();
+    const bool flushed = m_player.flush();
+    if (copied && flushed)
+        return {};
     tellDownloadError(m_view, kCodeCopy);
     removeTree(DownloadManager::downloadFolder());
     return {JobEnd::Failed};
 }
 
-/// Replaces the player's "CorvinUpdate" by the unpacked one. Returns whether it was copied.
+/// Replaces the player's "CorvinUpdate" by the unpacked one. Returns whether the new one is there, and whole; else the
+/// old one still is, or none.
 bool SystemUpdate::copyToPlayer()
+{
+    if (!removeOldUpdate())
+        return false;
+    QStringList files = listTree({m_unpacked,
+                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  {QStringLiteral("*.*")}});
+    files.sort(Qt::CaseSensitive);
+    const QString unfinished = m_player.root() + PlayerNames::kUnfinishedUpdate;
+    const bool copied = FileListCopy(m_view, files, unfinished, m_unpacked, m_player).run().isDone();
+    if (!copied || m_view.isStopped() || !areWholeAt(unfinished, files, m_unpacked))
+        return false;
+    // The player takes up whatever bears the name: what it stands for has to be on the disk before it does.
+    return m_player.flush() && giveName(unfinished, m_player.root() + PlayerNames::kUpdate);
+}
+
+/// Takes the update away that the player has not taken up yet. Returns whether none is there any more.
+bool SystemUpdate::removeOldUpdate()
 {
     // The path of a player that was pulled meanwhile may by now be a folder of the PC.
     if (!m_player.isThere())
         return false;
-    if (!removeTree(m_player.path(PlayerNames::kUpdate))) {
+    const QString old = m_player.path(PlayerNames::kUpdate);
+    const QString unfinished = m_player.root() + PlayerNames::kUnfinishedUpdate;
+    // Nothing but this program gives a folder that name: it is from a run that was ended from outside.
+    bool removed = removeTree(unfinished);
+    // Under the other name before the first of its files goes, so that never a part of it bears its own.
+    if (removed && (QFileInfo::exists(old) || QFileInfo(old).isSymLink()))
+        removed = QFileInfo(old).isDir() && giveName(old, unfinished) && removeTree(unfinished);
+    if (!removed)
         tellError(m_view);
-        return false;
-    }
-    const QString source = QFileInfo(m_archive).absolutePath() + QLatin1Char('/') + PlayerNames::kUpdate;
-    QStringList files = listTree({source,
-                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                  {QStringLiteral("*.*")}});
-    // An archive that brought no update must not end with the words that one was copied.
-    if (files.isEmpty())
-        return false;
-    files.sort(Qt::CaseSensitive);
-    return FileListCopy(m_view, files, m_player.root() + PlayerNames::kUpdate, source).run().isDone();
+    return removed;
+}
+
+void SystemUpdate::removeUnfinished()
+{
+    if (m_player.isThere())
+        removeTree(m_player.root() + PlayerNames::kUnfinishedUpdate);
 }
 
 JobEnd SystemUpdate::finish()

@@ -28,9 +28,12 @@ private:
     JobEnd finish();
 
     bool copyToPlayer();
+    bool removeOldUpdate();
+    void removeUnfinished();
 
     JobView &m_view;
     bool m_showFinalMessage;
     Player m_player;
     QString m_archive;
+    QString m_unpacked; ///< the folder of the update on the PC
 };

@@ -20,13 +20,18 @@ bool isForbidden(unsigned char c)
 
 bool isDeviceName(std::string part)
 {
-    static constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
+    static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+    // Windows counts the small raised digits as digits too.
+    static constexpr std::array<std::string_view, 12> kPorts = {"1", "2", "3", "4",        "5",        "6",
+                                                                "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
     part.resize(std::min(part.find('.'), part.size()));
+    // Blanks ahead of the dot do not count.
+    part.resize(part.find_last_not_of(' ') + 1);
     std::transform(part.begin(), part.end(), part.begin(), [](unsigned char c) { return std::toupper(c); });
     if (std::find(kDevices.begin(), kDevices.end(), part) != kDevices.end())
         return true;
-    return part.size() == 4 && (part.compare(0, 3, "COM") == 0 || part.compare(0, 3, "LPT") == 0) && part[3] >= '1' &&
-           part[3] <= '9';
+    const bool isPort = part.compare(0, 3, "COM") == 0 || part.compare(0, 3, "LPT") == 0;
+    return isPort && std::find(kPorts.begin(), kPorts.end(), part.substr(3)) != kPorts.end();
 }
 
 bool isSafePart(const std::string &part)

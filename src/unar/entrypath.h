@@ -9,5 +9,5 @@
 /// archive made on Windows means the same everywhere and a name cannot mean one thing here and another there.
 /// The result has forward slashes, no empty and no "." parts; it is empty for the folder itself ("." or "./").
 /// Refused are: absolute names, names with a ".." part, drive letters and anything else with a colon, control
-/// characters, and names that Windows keeps for devices ("CON", "nul.txt", …) or would shorten (closing blank or dot).
+/// characters, and names that Windows keeps for devices ("CON", "nul .txt", "COM¹", …) or would shorten (closing blank or dot).
 std::optional<std::string> safeEntryPath(const std::string &name);

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-/// Unpacks an archive of any format that libarchive recognises by its content (zip, tar and its compressions, 7-zip, …)
-/// into an existing folder.
+/// Unpacks an archive, recognised by its content as zip, tar (with its usual compressions), 7-zip, rar or cab, into an
+/// existing folder.
 ///
 /// Folders and regular files are unpacked, over files of the same name. Everything that would land outside the folder,
 /// and every link, device or encrypted entry, is refused: named on the standard error, passed over, and counted as a

@@ -201,6 +201,14 @@ private slots:
         QCOMPARE(listed(folder, kAll), words("/link"));
     }
 
+    void folderIsListable() {
+        const Folder root({"perché/a.mid"_s, "b.mid"_s});
+        QVERIFY(isListable(root.path()));
+        QVERIFY(isListable(root.path("perché/"_s)));
+        QVERIFY(!isListable(root.path("none"_s)));
+        QVERIFY(!isListable(root.path("b.mid"_s)));
+    }
+
     void missingRootHasNoEntries() {
         const QString none = Folder().path("none"_s);
         QVERIFY(listTree({none, kAll}).isEmpty());

@@ -256,6 +256,24 @@ private slots:
         QVERIFY(drawn.at(0) != drawn.at(1));
     }
 
+    void songWhosePlaylistCannotBeRewrittenStaysWhereItIsNamed() {
+#ifdef Q_OS_UNIX
+        const QStringList files = {"System/Playlist/a.pls=\\sdmemory\\a.mid^1^2\n"_s,
+                                   "System/Playlist/b.pls=\\sdmemory\\a.mid^1^2\n\\sdmemory\\other.mid^1^2\n"_s,
+                                   "a.mid"_s};
+        OptimizerRun run(files);
+        {
+            const FullDisk disk(34); // room for the short one alone
+            run.scan();
+        }
+        QCOMPARE(run.disk(), files);
+        run.scan();
+        QVERIFY(run.player.exists("My Songs/a.mid"_s));
+#else
+        QSKIP("No limit for the size of files here");
+#endif
+    }
+
     void ownNamesAreFoundWhateverTheirCase() {
         SKIP_ON_WINDOWS("no name differs in case alone there");
         PageRun run(words("a.mid b/p.jpg b/v.avi IMAGES/x.jpg VIDEOS/x.avi corvinimportdb.SQL=old"));

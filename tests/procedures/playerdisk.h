@@ -32,5 +32,8 @@ public:
 /// interpreter; elsewhere the interpreter itself.
 void addFormatCommand(ProgramFolder &programs, const QStringList &does);
 
+/// What such a stand-in does to erase the drive it is given, as it stands among its lines.
+QString eraseDrive();
+
 /// What that stand-in is given for a drive without its closing slash ("E:").
 QStringList formatArguments(const QString &drive);

@@ -31,6 +31,10 @@ void addFormatCommand(ProgramFolder &programs, const QStringList &does) {
     programs.addStandIn("cmd.exe"_s, does);
 }
 
+QString eraseDrive() {
+    return Does::emptyArgument(3);
+}
+
 QStringList formatArguments(const QString &drive) {
     return words("/C format") + QStringList{drive} + words("/FS:exFAT /V:CORVIN4 /Q /X /Y");
 }

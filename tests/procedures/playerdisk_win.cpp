@@ -23,6 +23,10 @@ void addFormatCommand(ProgramFolder &programs, const QStringList &does) {
     programs.addStandIn("format"_s, does);
 }
 
+QString eraseDrive() {
+    return Does::emptyArgument(1);
+}
+
 QStringList formatArguments(const QString &drive) {
     return QStringList{drive} + words("/FS:exFAT /V:CORVIN4 /Q /X /Y");
 }

@@ -180,6 +180,7 @@ void expectLook(const BoxAnswerer::Seen &box, QMessageBox::Icon icon, const QStr
 }
 
 Maintenance::Maintenance() {
+    setDataFolder(data.path());
     addUnar(programs);
     serveUpdate({{"CorvinUpdate/sub/a.exe"_s, "new a"}, {"CorvinUpdate/.hidden.cfg"_s, "new b"}});
     serveSystem();
@@ -219,6 +220,14 @@ void Maintenance::pullAt(const MountedPlayer &mounted, const QString &status, in
         if (!pulled && window.status() == status && window.bar()->format() == "%v"_s && value == count)
             pulled = mounted.volume->pull();
     });
+}
+
+QString Maintenance::keptFolder() const {
+    const QDir runs(data.path("removed"_s));
+    const QStringList names = runs.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    if (names.size() != 1)
+        failTest("Not one folder of kept files: "_s + names.join(QLatin1Char('|')));
+    return runs.filePath(names.value(0));
 }
 
 QStringList statusTexts(const LogCapture &log) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/mainwindow.h"
+#include "disk/datafolder.h"
 #include "procedures/updateserver.h"
 #include "support/boxanswerer.h"
 #include "support/boxtexts.h"
@@ -192,10 +193,17 @@ public:
     void restore(const QList<Answer> &answers) { run(Slots::kRestore, answers, backup); }
     /// The cable of a player is pulled when a status is shown and the bar counts this many files.
     void pullAt(const MountedPlayer &mounted, const QString &status, int count);
+    /// The one folder on the PC that the program keeps what it has taken off the player in.
+    QString keptFolder() const;
     BoxAnswerer::Seen firstBox() const { return boxes.seen().value(0); }
     BoxAnswerer::Seen lastBox() const { return boxes.seen().value(boxes.seen().size() - 1); }
 
+    /// From now on the download folder is a disk of this many kilobytes. False where none can be mounted.
+    bool fillUpAfter(int kilobytes) { return fullPc.emplace(pc.addFolder("Corvin"_s), kilobytes).isGood(); }
+
     TemporaryPc pc;
+    const PcFolder data; ///< the program's own folder on the PC
+    std::optional<Mount> fullPc;
     const QString backup = pc.addFolder("backup"_s); ///< an empty folder of the PC
     ProgramFolder programs;
     HttpServer server;

@@ -1,6 +1,7 @@
 #include "procedures/songlist.h"
 
 #include "support/files.h"
+#include "support/limits.h"
 #include "support/simulatedplayer.h"
 #include "support/testing.h"
 
@@ -16,10 +17,10 @@ private slots:
         row("missing song", QStringList{"My Songs/deep/b.mp3"_s}, whole, false, false);
         row("missing playlist", QStringList{"System/Playlist/two"_s}, whole, false, false);
         row("short song", QStringList(), QByteArray("MTh"), false, false);
-        row("system parts", words("BRIDGES/b.dat effects/.e CorvinUpdate/sub/a.exe autoexec.bat System/x.dat"), whole,
+        row("system parts", words("BRIDGES/b.dat effects/.e CorvinUpdate/sub/a autoexec.bat System/x.dat"), whole,
             false, true);
-        row("what a PC keeps on every disk", {"System Volume Information/tracking.log"_s, "$RECYCLE.BIN/a/b"_s}, whole,
-            false, true);
+        row("what a PC keeps on every disk", QStringList{"System Volume Information/tracking"_s, "$RECYCLE.BIN/a/b"_s},
+            whole, false, true);
         row("name without a dot", words("README"), whole, false, false);
         row("hidden song", QStringList{"My Songs/.b.mid"_s}, whole, false, false);
         row("song in a hidden folder", words(".old/b.mid"), whole, false, false);
@@ -41,6 +42,26 @@ private slots:
         for (const QString &file : more)
             player.addFile(file);
         QTEST(isBackupComplete(backup.path(), Player(player.root()), [abort] { return !abort; }), "complete");
+    }
+
+    void folderThatCannotBeListedIsNoCompleteBackup() {
+#ifdef Q_OS_UNIX
+        SimulatedPlayer player;
+        const PcFolder backup;
+        const QString folder = player.addFolder("My Songs/faulty"_s);
+        QVERIFY(isBackupComplete(backup.path(), Player(player.root()), [] { return true; }));
+        QVERIFY(QFile::setPermissions(folder, {}));
+        // The way there is another one's too.
+        QVERIFY(QFile::setPermissions(player.root(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(player.path("My Songs"_s), QFile::Permissions(0x7777)));
+        std::optional<NoRoot> nobody(std::in_place);
+        const bool complete = isBackupComplete(backup.path(), Player(player.root()), [] { return true; });
+        nobody.reset();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(!complete);
+#else
+        QSKIP("Every folder can be listed here");
+#endif
     }
 
     void nothingIsCompleteOfAPlayerThatIsGone() {

@@ -9,12 +9,12 @@ const QString kEnd = "FormatCorvinDisk : Fine"_s;
 // 500 ms before the first look for the player, 1000 ms after it was found.
 constexpr int kShortestRunMs = 1500;
 
-/// A format command that does this and no more, for a player with a song.
+/// A format command that erases the drive and does this, for a player with a song.
 struct Format : Maintenance
 {
     explicit Format(const QStringList &does = {}) {
         player.addFile("Songs/a.mid"_s);
-        addFormatCommand(programs, does);
+        addFormatCommand(programs, QStringList{eraseDrive()} + does);
     }
     /// Formats the player, or another drive, while the question is answered so.
     bool erase(const QString &how = Buttons::kSi, const QString &drive = QString()) {
@@ -64,19 +64,23 @@ private slots:
         row("well", Buttons::kSi, Does::exitWith(0), Titles::kFinished);
         row("ran and failed", Buttons::kSi, Does::exitWith(4), Titles::kFinished);
         row("could not be started", Buttons::kSi, QString(), Titles::kFormatError);
+        row("refused by the system", Buttons::kSi, "refuse"_s, Titles::kFormatError);
     }
     void endOfTheCommandDecidesHowAReinstallGoesOn() {
         QFETCH(QString, how);
         QFETCH(QString, command);
         QFETCH(QString, lastBox);
-        Format format({command});
+        Format format({command == "refuse"_s ? Does::exitWith(0) : command});
         if (command.isEmpty())
             format.programs.addBroken("cmd.exe"_s);
+        if (command == "refuse"_s)
+            addFormatCommand(format.programs, {Does::print("Accesso negato"_s)});
         QList<Answer> answers = {Titles::kErase, {Titles::kEraseDrive, how}};
         if (lastBox != Titles::kEraseDrive)
             answers.append(lastBox);
         format.run(Slots::kReinstallClean, answers);
         QCOMPARE(format.player.exists("System/Corvin/Corvin.exe"_s), lastBox == Titles::kFinished);
+        QCOMPARE(format.player.exists("Songs/a.mid"_s), lastBox != Titles::kFinished);
     }
 
     void commandThatFailsButRunsCountsAsDone() {
@@ -134,13 +138,75 @@ private slots:
         QCOMPARE(format.player.files(), words("Songs/a.mid"));
     }
 
+    void driveThatIsNoLongerThePlayersIsNotFormatted_data() {
+        columns<QString>("now");
+        row("another label", "another label"_s);
+        row("no label", "no label"_s);
+        row("pulled", "pulled"_s);
+        row("the player under another root", "elsewhere"_s);
+    }
+    void driveThatIsNoLongerThePlayersIsNotFormatted() {
+        QFETCH(QString, now);
+        const PcFolder notes;
+        Format format({Does::make(notes.path("ran"_s))});
+        std::optional<SimulatedPlayer> other;
+        format.boxes.whenShown([&](QMessageBox *) {
+            if (now == "another label"_s)
+                format.player.addFile(".windows-label"_s, "PHOTOS");
+            else if (now == "no label"_s)
+                QFile::remove(format.player.path(".windows-label"_s));
+            else if (now == "elsewhere"_s)
+                other.emplace();
+            else
+                SimulatedPlayer::disconnect();
+        });
+        const LogCapture log;
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(!format.erase());
+        // It does not wait for a player that is not the matter here.
+        QVERIFY2(clock.elapsed() < kShortestRunMs, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(notes.files(), QStringList());
+        QVERIFY(QFile::exists(format.player.path("Songs/a.mid"_s)) || now == "pulled"_s);
+        QCOMPARE(log.texts().last(), kEnd);
+    }
+
+    void whatTheSystemKeepsOnEveryDiskIsNoSignOfAFailure_data() {
+        columns<QString, bool>("left", "erased");
+        row("system's own folder", "System Volume Information/x"_s, true);
+        row("recycle bin in any case", "$Recycle.Bin/x"_s, true);
+        row("name with a dot in front", ".Trash-1000/x"_s, true);
+        row("a song", "My Songs/a.mid"_s, false);
+        row("a name without a dot", "README"_s, false);
+    }
+    void whatTheSystemKeepsOnEveryDiskIsNoSignOfAFailure() {
+        QFETCH(QString, left);
+        QFETCH(bool, erased);
+        Format format;
+        QVERIFY(QFile::remove(format.player.path("Songs/a.mid"_s)) && QDir().rmdir(format.player.path("Songs"_s)));
+        format.player.addFile(left);
+        addFormatCommand(format.programs, {Does::print("Accesso negato"_s)});
+        QCOMPARE(format.erase(), erased);
+    }
+
+    void questionOfTheCommandMeetsTheEndOfItsInput() {
+        const PcFolder notes;
+        Format format({Does::readInput(), Does::make(notes.path("ended"_s))});
+        QVERIFY(format.erase());
+        QCOMPARE(notes.files(), words("ended"));
+    }
+
     void waitsUntilThePlayerIsBackWhateverStopSays() {
         constexpr int kAwayMs = 1200;
         Format format;
+        const LogCapture log;
+        bool away = false;
         bool back = false;
-        format.boxes.whenShown([&](const QMessageBox *box) {
-            if (box->windowTitle() != Titles::kEraseDrive)
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (away || !log.contains(kBegin))
                 return;
+            away = true;
             SimulatedPlayer::disconnect();
             QTimer::singleShot(kAwayMs / 2, format.window.stop(), &QPushButton::click);
             QTimer::singleShot(kAwayMs, this, [&] {
@@ -148,6 +214,7 @@ private slots:
                 format.player.connect();
             });
         });
+        timer.start(10);
         announce(format.boxes, {Titles::kEraseDrive, Titles::kStop});
         QElapsedTimer clock;
         clock.start();
@@ -156,6 +223,25 @@ private slots:
         QVERIFY(format.window->abortRequested);
         // Found again, it is left a second to settle.
         QVERIFY2(clock.elapsed() >= kAwayMs + 1000, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void waitForThePlayerEndsWhenTheWindowIsToClose() {
+        Format format;
+        const LogCapture log;
+        bool away = false;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (away)
+                format.window->closeRequested = true;
+            if (away || !log.contains(kBegin))
+                return;
+            away = true;
+            SimulatedPlayer::disconnect();
+        });
+        timer.start(300);
+        QVERIFY(!format.erase());
+        QVERIFY(format.window->closeRequested);
+        QCOMPARE(log.texts().last(), kEnd);
     }
 
     void realVolumeIsFormattedAndFoundAgain() {

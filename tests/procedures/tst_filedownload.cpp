@@ -2,6 +2,7 @@
 
 namespace {
 
+constexpr int kLongestStopMs = 1000;
 const QString kName = "CorvinUpdate.c4"_s;
 
 struct Download : Maintenance
@@ -115,10 +116,11 @@ private slots:
                    bar->value() == percent;
         });
         QElapsedTimer clock;
-        clock.start();
+        // Started when the user is asked, and answers at once.
+        download.boxes.whenShown([&clock](QMessageBox *) { clock.start(); });
         // The server would keep it waiting for ever.
         QCOMPARE(download.run(), arrived >= kLeastRelease ? download.saved() : QString());
-        QVERIFY(clock.elapsed() < kLongWaitMs);
+        QVERIFY2(clock.elapsed() < kLongestStopMs, qPrintable(QString::number(clock.elapsed())));
         QVERIFY(download.window->abortRequested);
         QCOMPARE(bar->minimum(), 0);
         QCOMPARE(bar->maximum(), 100);

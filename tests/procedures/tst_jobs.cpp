@@ -257,12 +257,13 @@ private slots:
     }
 
     void playerGoneBehindTheFolderDialogChangesNothing_data() {
-        columns<bool>("backup");
-        row("backup", true);
-        row("restore", false);
+        columns<QString>("job");
+        row("backup", "backup"_s);
+        row("restore", "restore"_s);
+        row("reinstallation with the songs", "reinstall"_s);
     }
     void playerGoneBehindTheFolderDialogChangesNothing() {
-        QFETCH(bool, backup);
+        QFETCH(QString, job);
         SimulatedPlayer player;
         player.addFile("a.mid"_s, "on the player");
         PcFolder pc;
@@ -274,8 +275,11 @@ private slots:
             if (line.startsWith("choose"_s))
                 SimulatedPlayer::disconnect();
         };
-        const JobEnd end = backup ? SongBackup(view).run() : SongRestore(view).run();
-        QVERIFY(!end.isDone());
+        const QMap<QString, std::shared_ptr<MaintenanceJob>> jobs = {
+            {"backup"_s, std::make_shared<SongBackup>(view)},
+            {"restore"_s, std::make_shared<SongRestore>(view)},
+            {"reinstall"_s, std::make_shared<Reinstall>(view, Reinstall::Songs::ComeBack)}};
+        QVERIFY(!jobs[job]->run().isDone());
         QCOMPARE(view.of("tell"_s), QStringList(Titles::kDeviceNotFound + "|"_s + Texts::kConnectAgain));
         QVERIFY(view.of("ask"_s).isEmpty());
         QCOMPARE(pc.files(), words("backup/old.mid"));

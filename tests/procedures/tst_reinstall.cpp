@@ -1,5 +1,6 @@
 #include "systemfixture.h"
 
+#include "device/player.h"
 #include "pages/avanzate.h"
 
 namespace {
@@ -49,7 +50,9 @@ private slots:
     }
 
     void archiveWithAFolderAroundEverythingIsUnderstood() {
-        const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"}, {"CorvinAll/"_s + kNewFile, "new"}};
+        const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"},
+                                 {"CorvinAll/"_s + kNewFile, "new"},
+                                 {"CorvinAll/System/GuiProc/GuiProc.exe"_s, "new"}};
         Reinstall r;
         r.server.serve(kSystemArchivePath, zipOf(wrapped, "CorvinAll/System/"_s, kLeastRelease));
         r.run({Titles::kFinished});
@@ -62,7 +65,7 @@ private slots:
         row("absent player", "absent"_s, Titles::kDeviceNotFound);
         row("failed download", "download"_s, Titles::kDownloadError1);
         row("missing tool", "tool"_s, Titles::kError);
-        row("long error page", "page"_s, Titles::kError);
+        row("long error page", "page"_s, Titles::kDownloadError1);
         row("player pulled during the download", "pulled"_s, Titles::kDeviceNotFound);
         row("read-only player", "read-only"_s, Titles::kError);
     }
@@ -90,6 +93,129 @@ private slots:
         QCOMPARE(r.server.requests(), fault == "absent"_s ? QStringList() : kSystemAlone);
     }
 
+    void halfASystemLeavesThePlayerAlone_data() {
+        columns<QString, int, QString>("fault", "number", "title");
+        row("cut at 10 percent", "cut"_s, 10, Titles::kDownloadError1);
+        row("cut at half", "cut"_s, 50, Titles::kDownloadError1);
+        row("cut at 99 percent", "cut"_s, 99, Titles::kDownloadError1);
+        row("longer by its length", "length"_s, 101, Titles::kDownloadError1);
+        row("shorter by its length", "length"_s, 99, Titles::kError);
+        row("length unknown, cut at half", "unknown"_s, 50, Titles::kError);
+        row("PC full while unpacking", "full"_s, 0, Titles::kError);
+        row("tool that ends with 1", "tool"_s, 1, Titles::kError);
+        row("without the main program", "System/Corvin/Corvin.exe"_s, 0, Titles::kError);
+        row("without the interface process", "System/GuiProc/GuiProc.exe"_s, 0, Titles::kError);
+        row("without the start-up file", "AUTOEXEC.BAT"_s, 0, Titles::kError);
+        row("a program of the archive's own", "rival"_s, 0, Titles::kError);
+    }
+    void halfASystemLeavesThePlayerAlone() {
+        QFETCH(QString, fault);
+        QFETCH(int, number);
+        QFETCH(QString, title);
+        Entries entries = {
+            {"AUTOEXEC.BAT"_s, "new"}, {kNewFile, noise(600000)}, {"System/GuiProc/GuiProc.exe"_s, "new"}};
+        entries.remove(fault);
+        if (fault == "rival"_s)
+            entries.insert("attrib.Com"_s, "MZ");
+        const QByteArray archive = zipOf(entries, "System/"_s, kLeastRelease);
+        const int part = int(archive.size() * qint64(number) / 100);
+        Reinstall r;
+        r.server.serve(kSystemArchivePath, archive);
+        if (fault == "cut"_s)
+            r.server.serveCut(kSystemArchivePath, archive, part);
+        else if (fault == "length"_s)
+            r.server.serveUnderLength(kSystemArchivePath, archive, part);
+        else if (fault == "unknown"_s)
+            r.server.serveWithoutLength(kSystemArchivePath, archive.left(part));
+        else if (fault == "full"_s)
+            NEEDS(r.fillUpAfter(900), "Nothing can be mounted here");
+        else if (fault == "tool"_s)
+            r.programs.addStandIn("unar"_s, {Does::make(r.pc.downloads("System.txt"_s)), Does::exitWith(number)});
+        r.run({title});
+        QCOMPARE(r.player.files(), kOldFiles);
+        QVERIFY(r.lastBox().informativeText.isEmpty());
+        QVERIFY(!r.server.requests().contains(kUpdateArchivePath));
+    }
+
+    void systemInAnyCaseIsWhole() {
+        Reinstall r;
+        r.server.serve(kSystemArchivePath, zipOf({{"autoexec.bat"_s, "new"},
+                                                  {"SYSTEM/corvin/CORVIN.EXE"_s, "new"},
+                                                  {"SYSTEM/GUIPROC/guiproc.exe"_s, "new"}},
+                                                 "SYSTEM/"_s, kLeastRelease));
+        r.run({Titles::kFinished});
+        QVERIFY(r.player.exists("SYSTEM/corvin/CORVIN.EXE"_s));
+    }
+
+    void playlistsOfTheOldSystemAreOnThePcAndComeBackByARestore() {
+        Reinstall r;
+        r.player.addFile("SYSTEM/playlist/sabato.pls"_s, "one");
+        r.player.addFile("SYSTEM/playlist/sub/.hidden"_s, "two");
+        r.run({Titles::kFinished});
+        const QString kept = r.keptFolder();
+        QVERIFY(r.lastBox().informativeText.endsWith(QDir::toNativeSeparators(kept)));
+        QCOMPARE(filesBelow(kept), words("SYSTEM/playlist/sabato.pls SYSTEM/playlist/sub/.hidden"));
+        QVERIFY(!r.player.exists("SYSTEM/playlist"_s));
+        r.Maintenance::run(Slots::kRestore, {Titles::kDone}, kept);
+        QCOMPARE(contentOf(Player(r.player.root()).path("System/playlist/sabato.pls"_s)), QByteArray("one"));
+    }
+
+    void systemStaysWhenItsPlaylistsCannotBeKept() {
+        Reinstall r;
+        r.player.addFile("System/Playlist/sabato.pls"_s, "one");
+        putFile(r.data.path("removed"_s), "a file in the way");
+        r.run({Titles::kError});
+        expectLook(r.lastBox(), QMessageBox::Information, Titles::kError);
+        QVERIFY(r.lastBox().informativeText.contains("playlist"_s));
+        QVERIFY(r.player.exists("System/old.exe"_s));
+        QVERIFY(r.player.exists("System/Playlist/sabato.pls"_s));
+    }
+
+    void playerWithoutItsSystemIsToldAndItsPlaylistsAreNamed_data() {
+        columns<QString>("how");
+        row("user gives the copy up", "no"_s);
+        row("stop", "stop"_s);
+        row("closing", "close"_s);
+    }
+    void playerWithoutItsSystemIsToldAndItsPlaylistsAreNamed() {
+        QFETCH(QString, how);
+        Reinstall r;
+        r.serveSystem({{"Zzz.d/x.txt"_s, "x"}});
+        r.player.addFile("System/Playlist/sabato.pls"_s, "one");
+        const bool givesUp = how == "no"_s;
+        std::optional<StopPresser> stop;
+        const auto copies = [&] { return r.window.bar()->format() == "%v"_s && r.window.bar()->value() > 1; };
+        if (how == "stop"_s)
+            stop.emplace(r.window, Status::kTransferring, copies);
+        connect(r.window.bar(), &QProgressBar::valueChanged, this, [&] {
+            if (how == "close"_s && r.window.status() == Status::kTransferring && copies())
+                r.window->closeRequested = true;
+        });
+        if (givesUp)
+            r.run({{Titles::kCopyFailed, Buttons::kNo}, Titles::kError});
+        else if (stop)
+            r.run({Titles::kStop, Titles::kError});
+        else
+            r.run({Titles::kError});
+        expectLook(r.lastBox(), QMessageBox::Information, givesUp ? Titles::kError : Texts::kReinstallAgain);
+        QCOMPARE(r.lastBox().informativeText.contains("Provare a reinstallare il sistema operativo."_s), givesUp);
+        QVERIFY(r.lastBox().informativeText.contains(QDir::toNativeSeparators(r.keptFolder())));
+        QCOMPARE(filesBelow(r.keptFolder()), words("System/Playlist/sabato.pls"));
+    }
+
+    void systemWithoutOneOfItsFilesIsNotCalledInstalled() {
+        Reinstall r;
+        // The file vanishes from the PC, the user goes on without it, and the last one is copied.
+        connect(r.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
+            if (r.window.status() == Status::kTransferring && value == 1)
+                QFile::remove(r.pc.downloads("Effects/e.dat"_s));
+        });
+        r.run({Titles::kCopyFailed, Titles::kError});
+        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
+        QVERIFY(!r.window->procedureOk);
+        QCOMPARE(r.server.requests(), kSystemAlone);
+    }
+
     void playerPulledDuringTheTransferIsNotCalledInstalled() {
         Reinstall r;
         MOUNT_PLAYER(player, 16);
@@ -100,8 +226,7 @@ private slots:
         QVERIFY(r.pulled);
         expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
         QCOMPARE(r.server.requests(), kSystemAlone);
-        // Nothing is mounted over what landed on the PC.
-        QVERIFY(QDir(player.root()).removeRecursively() && QDir().mkpath(player.root()));
+        QCOMPARE(entriesBelow(player.root()), QStringList());
         QVERIFY(player.volume->mount());
         QCOMPARE(contentOf(player.path("My Songs/a.mid"_s)), QByteArray("MThd"));
     }
@@ -184,10 +309,18 @@ private slots:
         auto *page = pageOf<Avanzate>(*r.window.window);
         const auto *back = button(*page, "pushBtnBack");
         page->show();
-        r.boxes.whenShown([back](QMessageBox *) { QVERIFY(!back->isEnabled()); });
+        int looks = 0;
+        const auto look = [back, &looks] {
+            ++looks;
+            QVERIFY(!back->isEnabled());
+        };
+        r.boxes.whenShown([look](QMessageBox *) { look(); });
+        connect(r.window.bar(), &QProgressBar::valueChanged, this, look);
+        connect(&r.server, &HttpServer::answered, this, look);
         r.boxes.answer(lastBox, stops ? Buttons::kSi : Buttons::kOk);
         click(*page, "pushBtnInstall");
         QCOMPARE(r.boxes.seen().size(), 1);
+        QVERIFY(looks > 2);
         QVERIFY(back->isEnabled());
     }
 };

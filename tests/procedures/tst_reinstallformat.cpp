@@ -100,7 +100,9 @@ private slots:
         FormatReinstall r;
         const LogCapture log;
         r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kFinished});
-        QVERIFY(r.lastBox().informativeText.isEmpty());
+        // The playlists are back, and still nothing is said to be gone without a word of where it is.
+        QVERIFY(r.lastBox().informativeText.contains(QDir::toNativeSeparators(r.keptFolder())));
+        QCOMPARE(filesBelow(r.keptFolder()), words("System/Playlist/mine.pls"));
         r.expectNewSystem();
         for (int i = 0; i < kManyFiles; ++i)
             QCOMPARE(r.disk.content("My Songs/%1.mid"_s.arg(i)), QByteArray::number(i));
@@ -145,7 +147,7 @@ private slots:
                     << procedure << QString(QLatin1String(failing)) << archive << title;
             };
             add("not on the server", "short", Titles::kDownloadError1);
-            add("long error page", noise(kLeastRelease), Titles::kError);
+            add("long error page", noise(kLeastRelease), Titles::kDownloadError1);
             add("only names that are not copied", named, Titles::kError);
             add("only folders", folders, Titles::kError);
             add("no tool", QByteArray(), Titles::kError);
@@ -167,6 +169,26 @@ private slots:
         r.runAgreed(procedure, {title});
         r.expectOldDisk();
         QCOMPARE(r.savedFiles(), procedure == kRestoring ? kManyFiles + 1 : 0);
+    }
+
+    void anotherPlayerThanTheSavedOneIsNotErased() {
+        FormatReinstall r;
+        std::optional<SimulatedPlayer> other;
+        connect(&r.server, &HttpServer::answered, this, [&] {
+            other.emplace();
+            other->addFile("My Songs/another.mid"_s);
+        });
+        r.runAgreed(kRestoring, {Titles::kDeviceNotFound});
+        r.expectOldDisk();
+        QCOMPARE(other->files(), QStringList{"My Songs/another.mid"_s});
+    }
+
+    void formatThatErasedNothingTellsWhereTheBackupIs() {
+        FormatReinstall r;
+        addFormatCommand(r.programs, {Does::print("Accesso negato"_s)});
+        r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kFormatError});
+        r.expectBackupIsNamed();
+        r.expectOldDisk();
     }
 
     void missingFormatCommandKeepsTheDisk_data() { addBothProcedures(); }
@@ -299,9 +321,7 @@ private slots:
         QList<Answer> answers = {Titles::kStop};
         if (formats)
             answers.prepend(Titles::kEraseDrive);
-        // The other two have nothing to tell.
-        if (procedure == kRestoring)
-            answers.append(Titles::kRestoreError);
+        answers.append(procedure == kRestoring ? Titles::kRestoreError : Titles::kError);
         r.runAgreed(procedure, answers);
         QCOMPARE(r.server.requests(), QStringList{kSystemArchivePath});
         QVERIFY(!r.isOnDisk("System/old.exe"_s));
@@ -309,6 +329,11 @@ private slots:
             QCOMPARE(filesBelow(r.disk.path("My Songs"_s)).size(), kManyFiles);
         if (procedure == kRestoring)
             r.expectBackupIsNamed();
+        else
+            expectLook(r.lastBox(), QMessageBox::Information, Texts::kReinstallAgain);
+        // After a restore that was stopped the system is there.
+        QCOMPARE(r.lastBox().informativeText.contains("Provare a reinstallare"_s),
+                 procedure == kRestoring && step != Status::kRestoring);
         QCOMPARE(r.savedFiles(), procedure == kRestoring ? kManyFiles + 1 : 0);
     }
 

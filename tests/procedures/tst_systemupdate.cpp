@@ -16,6 +16,7 @@ struct Update : Maintenance
     bool isOldThere() const { return player.exists(kOld); }
     bool isDownloadThere() const { return QFile::exists(pc.downloads()); }
 
+    bool pcLost = false;
     const QString kOld = "CorvinUpdate/old/old.exe"_s;
 };
 
@@ -58,9 +59,11 @@ private slots:
         columns<QString, QByteArray, QString>("fault", "content", "title");
         row("not on the server", "404"_s, QByteArray("short"), Titles::kDownloadError1);
         row("9999 bytes", QString(), noise(kLeastRelease - 1), Titles::kDownloadError1);
+        row("long error page", "404"_s, noise(kLeastRelease), Titles::kDownloadError1);
         row("no tool", "tool"_s, noise(kLeastRelease), Titles::kDownloadError2);
-        row("long error page", "404"_s, noise(kLeastRelease), Titles::kDownloadError3);
-        row("another archive", QString(), zipOf({}, "Other/"_s, kLeastRelease), Titles::kDownloadError3);
+        row("no archive", QString(), noise(kLeastRelease), Titles::kDownloadError2);
+        row("another archive", QString(), zipOf({}, "Other/"_s, kLeastRelease), Titles::kDownloadError2);
+        row("only folders", QString(), zipOf({{"CorvinUpdate/"_s, ""}}, {}, kLeastRelease), Titles::kDownloadError2);
     }
     void failureBeforeTheCopyHasItsCode() {
         QFETCH(QString, fault);
@@ -71,11 +74,110 @@ private slots:
         if (fault == "tool"_s)
             update.hideTool();
         update.run(Slots::kUpdate, {title});
-        // Left as it is, when there was nothing to copy yet.
-        const bool copies = title == Titles::kDownloadError3;
-        QVERIFY(copies || update.isOldThere());
-        QCOMPARE(QFile::exists(update.pc.downloads("CorvinUpdate.c4"_s)), !copies);
-        QCOMPARE(update.isDownloadThere(), !copies);
+        QCOMPARE(update.player.files(), (QStringList{update.kOld, "My Songs/a.mid"_s}));
+        // Left as it is: there was nothing to copy yet.
+        QVERIFY(update.isDownloadThere());
+    }
+
+    void oldUpdateStaysWhenTheNewOneDidNotComeWhole_data() {
+        columns<QString, int, QString>("fault", "number", "title");
+        row("cut at 10 percent", "cut"_s, 10, Titles::kDownloadError1);
+        row("cut at half", "cut"_s, 50, Titles::kDownloadError1);
+        row("cut at 99 percent", "cut"_s, 99, Titles::kDownloadError1);
+        row("longer by its length", "length"_s, 101, Titles::kDownloadError1);
+        row("shorter by its length", "length"_s, 99, Titles::kDownloadError2);
+        row("length unknown, cut at 99 percent", "unknown"_s, 99, Titles::kDownloadError2);
+        row("tool that ends with 1", "tool"_s, 1, Titles::kDownloadError2);
+        row("PC full while unpacking", "full"_s, 0, Titles::kDownloadError2);
+        row("a program of the archive's own", "rival"_s, 0, Titles::kDownloadError2);
+    }
+    void oldUpdateStaysWhenTheNewOneDidNotComeWhole() {
+        QFETCH(QString, fault);
+        QFETCH(int, number);
+        QFETCH(QString, title);
+        Entries entries = {{"CorvinUpdate/z.dat"_s, noise(600000)}};
+        if (fault == "rival"_s)
+            entries.insert("Attrib.EXE"_s, "MZ");
+        const QByteArray archive = zipOf(entries, "CorvinUpdate/"_s, kLeastRelease);
+        const int part = int(archive.size() * qint64(number) / 100);
+        Update update;
+        update.server.serve(kUpdateArchivePath, archive);
+        if (fault == "cut"_s)
+            update.server.serveCut(kUpdateArchivePath, archive, part);
+        else if (fault == "length"_s)
+            update.server.serveUnderLength(kUpdateArchivePath, archive, part);
+        else if (fault == "unknown"_s)
+            update.server.serveWithoutLength(kUpdateArchivePath, archive.left(part));
+        else if (fault == "tool"_s)
+            update.programs.addStandIn("unar"_s,
+                                       {Does::make(update.pc.downloads("CorvinUpdate.txt"_s)), Does::exitWith(number)});
+        else if (fault == "full"_s)
+            NEEDS(update.fillUpAfter(900), "Nothing can be mounted here");
+        update.run(Slots::kUpdate, {title});
+        QCOMPARE(update.player.files(), (QStringList{update.kOld, "My Songs/a.mid"_s}));
+    }
+
+    void updateWithoutOneOfItsFilesIsNotDelivered() {
+        Update update;
+        update.serveUpdate({{"CorvinUpdate/a.exe"_s, "a"}, {"CorvinUpdate/z.exe"_s, "z"}});
+        // A file vanishes from the PC, the user goes on without it, and the last one is copied: the copy has gone well.
+        update.boxes.whenShown([&](const QMessageBox *box) {
+            if (box->windowTitle() == Titles::kCopyFailed)
+                QVERIFY(update.pcLost);
+        });
+        connect(update.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
+            if (update.window.status() == Status::kCopyingUpdate && value == 1)
+                update.pcLost = QFile::remove(update.pc.downloads("CorvinUpdate/filler.bin"_s));
+        });
+        update.run(Slots::kUpdate, {Titles::kCopyFailed, Titles::kDownloadError3});
+        QCOMPARE(update.player.files(), QStringList{"My Songs/a.mid"_s});
+    }
+
+    void staleHalfOfAKilledRunIsCleared() {
+        Update update;
+        update.player.addFile(".CorvinUpdate.tmp/half.exe"_s, "half");
+        update.run(Slots::kUpdate, {Titles::kFinished});
+        QCOMPARE(update.player.files(), kUpdated);
+        QVERIFY(!update.player.exists(".CorvinUpdate.tmp"_s));
+    }
+
+    void updateGetsItsNameWhenAllOfItIsThere() {
+        Update update;
+        Entries entries;
+        for (int i = 0; i < 50; ++i)
+            entries.insert("CorvinUpdate/%1.dat"_s.arg(i), noise(2000));
+        update.serveUpdate(entries);
+        int looks = 0;
+        connect(update.window.bar(), &QProgressBar::valueChanged, this, [&] {
+            if (update.window.status() != Status::kCopyingUpdate || update.window.bar()->format() != "%v"_s)
+                return;
+            ++looks;
+            QVERIFY(!update.player.exists("CorvinUpdate"_s));
+        });
+        update.run(Slots::kUpdate, {Titles::kFinished});
+        QVERIFY(looks > 50);
+        QCOMPARE(update.player.files("CorvinUpdate"_s).size(), 51);
+    }
+
+    void filesAreCopiedInTheOrderOfTheirBytes() {
+        Update update;
+        update.serveUpdate({{"CorvinUpdate/b.exe"_s, "b"}, {"CorvinUpdate/Z.exe"_s, "z"}});
+        QStringList first;
+        connect(update.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
+            if (update.window.status() == Status::kCopyingUpdate && value == 1)
+                first = update.player.files(".CorvinUpdate.tmp"_s);
+        });
+        update.run(Slots::kUpdate, {Titles::kFinished});
+        QCOMPARE(first, QStringList{".CorvinUpdate.tmp/Z.exe"_s});
+    }
+
+    void folderOfThePcUnderThePathOfAPulledPlayerStays() {
+        Update update;
+        // What is found under the player's path once it is gone is the PC's own.
+        connect(&update.server, &HttpServer::answered, this, [] { SimulatedPlayer::disconnect(); });
+        update.run(Slots::kUpdate, {Titles::kDownloadError3});
+        update.player.connect();
+        QCOMPARE(update.player.files(), (QStringList{update.kOld, "My Songs/a.mid"_s}));
     }
 
     void playerThatCannotTakeItIsCodeThree_data() {
@@ -106,7 +208,7 @@ private slots:
         // A sub-folder whose name has a dot is listed like a file, and cannot be copied as one.
         update.serveUpdate({{"CorvinUpdate/aaa.exe"_s, "a"}, {"CorvinUpdate/v1.0/b.exe"_s, "b"}});
         update.run(Slots::kUpdate, {{Titles::kCopyFailed, Buttons::kNo}, Titles::kDownloadError3});
-        QVERIFY(update.firstBox().text.contains(update.player.path("CorvinUpdate/v1.0"_s)));
+        QVERIFY(update.firstBox().text.contains(update.player.path(".CorvinUpdate.tmp/v1.0"_s)));
         QCOMPARE(update.player.files(), QStringList{"My Songs/a.mid"_s});
         QVERIFY(!update.player.exists("CorvinUpdate"_s));
         QVERIFY(!update.isDownloadThere());
@@ -118,7 +220,7 @@ private slots:
         update.serveUpdate({{"CorvinUpdate/a.exe"_s, "a"}, {"CorvinUpdate/z.exe"_s, noise(6000000)}});
         update.run(Slots::kUpdate, {{Titles::kCopyFailed, Buttons::kNo}, Titles::kDownloadError3});
         QCOMPARE(player.files(), QStringList());
-        QVERIFY(!QFile::exists(player.path("CorvinUpdate"_s)));
+        QCOMPARE(entriesBelow(player.root()), QStringList());
     }
 
     void pulledPlayerIsCodeThreeAndNothingLandsOnThePc() {
@@ -137,7 +239,7 @@ private slots:
         update.pullAt(player, Status::kCopyingUpdate, 1);
         update.run(Slots::kUpdate, {Titles::kDownloadError3});
         QVERIFY(update.pulled);
-        QCOMPARE(player.files(), QStringList());
+        QCOMPARE(entriesBelow(player.root()), QStringList());
     }
 
     void oldUpdateIsFoundWhateverItsCase() {

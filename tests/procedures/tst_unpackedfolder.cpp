@@ -53,6 +53,58 @@ private slots:
             dir.addFile(file);
         QTEST(holdsSystemFiles(dir.path()), "counts");
     }
+
+    void systemIsWholeWithItsThreeFilesInAnyCase_data() {
+        columns<QStringList, bool>("files", "whole");
+        row("as they are", words("AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe"), true);
+        row("in another case", words("autoexec.bat SYSTEM/CORVIN/corvin.EXE system/guiproc/guiproc.exe"), true);
+        row("two", words("AUTOEXEC.BAT System/Corvin/Corvin.exe"), false);
+        row("one at another place", words("System/AUTOEXEC.BAT System/Corvin/Corvin.exe System/GuiProc/GuiProc.exe"),
+            false);
+        row("a folder for a file", words("AUTOEXEC.BAT System/Corvin/Corvin.exe/x System/GuiProc/GuiProc.exe"), false);
+        row("nothing", QStringList(), false);
+    }
+    void systemIsWholeWithItsThreeFilesInAnyCase() {
+        QFETCH(QStringList, files);
+        PcFolder dir;
+        for (const QString &file : files)
+            dir.addFile(file);
+        QTEST(holdsWholeSystem(dir.path()), "whole");
+    }
+
+    void programInPlaceOfTheSystemsIsSeen_data() {
+        columns<QString, bool>("file", "rival");
+        for (const auto *rival : {"ATTRIB.EXE", "attrib.com", "Cmd.bat", "format.CMD", "attrib.js", "attrib.odd"})
+            row(rival, QString(QLatin1String(rival)), true);
+        for (const auto *harmless :
+             {"AUTOEXEC.BAT", "attrib.txt", "attrib", "attrib.exe.txt", "myattrib.exe", "System/attrib.exe"})
+            row(harmless, QString(QLatin1String(harmless)), false);
+    }
+    void programInPlaceOfTheSystemsIsSeen() {
+        QFETCH(QString, file);
+        PcFolder dir;
+        dir.addFile(file);
+        const QByteArray before = qgetenv("PATHEXT");
+        qputenv("PATHEXT", ".COM;.EXE;.ODD");
+        const bool seen = holdsRivalProgram(dir.path());
+        before.isNull() ? qunsetenv("PATHEXT") : qputenv("PATHEXT", before);
+        QTEST(seen, "rival");
+    }
+
+    void copyIsWholeWithEveryFileInItsSize() {
+        PcFolder dir;
+        const QStringList source = {dir.addFile("a/x.d/1.txt"_s, "12"), dir.path("a/x.d"_s),
+                                    dir.addFile("a/2.txt"_s, "1")};
+        dir.addFile("b/x.d/1.txt"_s, "34");
+        QVERIFY(!areWholeAt(dir.path("b"_s), source, dir.path("a"_s)));
+        const QString second = dir.addFile("b/2.txt"_s, "");
+        QVERIFY(!areWholeAt(dir.path("b"_s), source, dir.path("a"_s)));
+        putFile(second, "5");
+        QVERIFY(areWholeAt(dir.path("b"_s), source, dir.path("a"_s)));
+        // One that has vanished cannot be compared any more.
+        QVERIFY(QFile::remove(source.last()));
+        QVERIFY(!areWholeAt(dir.path("b"_s), source, dir.path("a"_s)));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestUnpackedFolder)

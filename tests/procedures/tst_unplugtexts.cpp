@@ -29,13 +29,17 @@ struct Unplugging : Maintenance
 
 } // namespace
 
-/// Takes the place of the program's own flush in this test alone.
+// Both take the place of the program's own flush in this test alone.
 bool flushVolume(const QString &path) {
     record.folders.append(path);
     record.lastContents = filesBelow(path);
     record.onGuiThread = record.onGuiThread || QThread::currentThread() == qApp->thread();
     QThread::msleep(kSlowFlushMs);
     return record.good;
+}
+
+bool flushFolder(const QString &path) {
+    return flushVolume(path);
 }
 
 class TestUnplugTexts : public QObject

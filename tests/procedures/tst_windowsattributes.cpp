@@ -10,11 +10,6 @@ namespace {
 
 constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
-/// Of several attributes in one call Wine's own "attrib" sets only the last.
-bool attribTakesSeveral() {
-    return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
-}
-
 struct Replacement : Maintenance
 {
     Replacement() {
@@ -37,9 +32,8 @@ private slots:
     void bothEntriesCarryTheAttributesAfterATransfer() {
         Replacement transfer;
         QVERIFY(transfer.run());
-        const DWORD expected = attribTakesSeveral() ? kBoth : FILE_ATTRIBUTE_SYSTEM;
-        QCOMPARE(transfer.attributes("System"_s), expected);
-        QCOMPARE(transfer.attributes("AUTOEXEC.BAT"_s), expected);
+        QCOMPARE(transfer.attributes("System"_s), kBoth);
+        QCOMPARE(transfer.attributes("AUTOEXEC.BAT"_s), kBoth);
         QCOMPARE(transfer.attributes("System/Corvin"_s), DWORD(0));
     }
 
@@ -52,13 +46,42 @@ private slots:
                  words("+H +S E:\\System +H +S E:\\AUTOEXEC.BAT"));
     }
 
-    void batchFileInAFolderWithBlanksIsRun() {
+    void batchFileInAFolderWithAnyNameIsRun_data() {
+        columns<QString>("folder");
+        row("blanks and brackets", "Mario Rossi/Temp (1)"_s);
+        row("and", "Anna&Bob/Temp"_s);
+        row("signs of the interpreter", "100% ^you! & co"_s);
+    }
+    void batchFileInAFolderWithAnyNameIsRun() {
+        QFETCH(QString, folder);
         Replacement transfer;
+        const QString record = transfer.pc.path("record"_s);
+        transfer.programs.addStandIn("attrib"_s, {Does::record(record)});
         const QString batch =
-            transfer.pc.addFile("Mario Rossi/Temp (1)/MATTRB.BAT"_s, attributeBatch(Player(transfer.player.root())));
+            transfer.pc.addFile(folder + "/MATTRB.BAT"_s, attributeBatch(Player(transfer.player.root())));
         transfer.player.addFile("AUTOEXEC.BAT"_s);
         QVERIFY(runAttributeBatch(batch, Player(transfer.player.root())));
-        QVERIFY(transfer.attributes("AUTOEXEC.BAT"_s) & FILE_ATTRIBUTE_SYSTEM);
+        QVERIFY(contentOf(record).contains("AUTOEXEC.BAT"));
+    }
+
+    void programBesideTheBatchFileIsNotRun() {
+        Replacement transfer;
+        const QString ran = transfer.pc.path("ran"_s);
+        const QString beside = transfer.pc.downloads("attrib.exe"_s);
+        transfer.programs.addStandIn("other"_s);
+        QVERIFY(QFile::copy(transfer.programs.path("other"_s), beside));
+        putFile(beside + ".does"_s, "make " + ran.toUtf8() + '\n');
+        QVERIFY(transfer.run());
+        QVERIFY(!QFile::exists(ran));
+    }
+
+    void attributesAreSetWhereNoBatchFileRuns() {
+        Replacement transfer;
+        transfer.player.addFile("System/a.exe"_s);
+        transfer.player.addFile("AUTOEXEC.BAT"_s);
+        QVERIFY(runAttributeBatch(transfer.pc.path("MATTRB.BAT"_s), Player(transfer.player.root())));
+        QCOMPARE(transfer.attributes("System"_s), kBoth);
+        QCOMPARE(transfer.attributes("AUTOEXEC.BAT"_s), kBoth);
     }
 
     void hiddenPartsAreReplaced() {
@@ -74,7 +97,7 @@ private slots:
         QCOMPARE(transfer.player.content("AUTOEXEC.BAT"_s), QByteArray("new"));
     }
 
-    void missingBatchFileIsAFailure() {
+    void missingBatchFileWithNothingToHideIsAFailure() {
         Replacement transfer;
         QVERIFY(!runAttributeBatch(transfer.pc.path("MATTRB.BAT"_s), Player(transfer.player.root())));
     }

@@ -40,6 +40,23 @@ public:
     void serveUnderLength(const QString &path, const QByteArray &content, qint64 length) {
         answer(path, {kOk, content, length, End::Close});
     }
+    /// The whole file in as many answers as it takes: each brings at most @p bytesAnAnswer more and is then cut. What is
+    /// asked for is given from where it is asked for on, while @p mark, its "ETag", is the one that is asked about; with
+    /// an empty mark there are no ranges.
+    void serveInParts(const QString &path, const QByteArray &content, int bytesAnAnswer, const QByteArray &mark) {
+        Answer parts = {kOk, content, content.size(), End::Close};
+        parts.bytesAnAnswer = bytesAnAnswer;
+        parts.mark = mark;
+        answer(path, parts);
+    }
+    /// Sends whoever asks on to another path or URL.
+    void redirect(const QString &path, const QByteArray &to) {
+        Answer on = {kFound, QByteArray(), 0, End::Close};
+        on.location = to;
+        answer(path, on);
+    }
+    /// The "Range" of each request, in order; empty where there was none.
+    const QList<QByteArray> &ranges() const { return m_ranges; }
     /// An error status with a page of its own.
     void serveError(const QString &path, int status, const QByteArray &page) {
         answer(path, {status, page, page.size(), End::Close});
@@ -66,18 +83,24 @@ private:
         QByteArray content;
         qint64 claimed;
         End end;
+        int bytesAnAnswer = 0; ///< 0: all of them
+        QByteArray mark = {};
+        QByteArray location = {};
     };
 
     static constexpr qint64 kNoLength = -1;
     static constexpr int kOk = 200;
+    static constexpr int kFound = 302;
 
     void answer(const QString &path, const Answer &with) { m_answers.insert(path, with); }
     void accept();
     void read(QTcpSocket *socket);
-    void reply(QTcpSocket *socket, const QString &path);
+    void reply(QTcpSocket *socket, const QString &path, const QByteArray &request);
+    static void replyWithPart(QTcpSocket *socket, const Answer &answer, const QByteArray &request);
 
     QTcpServer m_server;
     quint16 m_port = 0;
     QHash<QString, Answer> m_answers;
     QStringList m_requests;
+    QList<QByteArray> m_ranges;
 };

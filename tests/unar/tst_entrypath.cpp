@@ -21,6 +21,8 @@ private slots:
         kept("two dots inside a name", "a..b/c..d", "a..b/c..d");
         kept("accents", "Perch\xc3\xa9.mid", "Perch\xc3\xa9.mid");
         kept("longer than a device name", "CONSOLE.txt", "CONSOLE.txt");
+        kept("raised digit that names no port", "COM\xe2\x81\xb4", "COM\xe2\x81\xb4");
+        kept("blank inside a name", "A UX .txt", "A UX .txt");
         kept("port zero is no device", "COM0", "COM0");
     }
 
@@ -33,10 +35,33 @@ private slots:
 
     void namesThatLeadElsewhereAreRefused_data() {
         columns<QByteArray>("name");
-        for (const char *name :
-             {"",       "/etc/passwd", "\\a",        "..",  "../evil", "a/../../evil", "a\\..\\..\\evil",
-              "C:evil", "C:\\evil",    "a/b:stream", "nul", "CON.txt", "a/Lpt1.dat",   "com9",
-              "a. ",    "a./b",        "a /b",       "...", "a*b",     "a\nb",         "what?"})
+        for (const char *name : {"",
+                                 "/etc/passwd",
+                                 "\\a",
+                                 "..",
+                                 "../evil",
+                                 "a/../../evil",
+                                 "a\\..\\..\\evil",
+                                 "C:evil",
+                                 "C:\\evil",
+                                 "a/b:stream",
+                                 "nul",
+                                 "CON.txt",
+                                 "a/Lpt1.dat",
+                                 "com9",
+                                 "AUX .txt",
+                                 "nul  .a.b",
+                                 "COM\xc2\xb9",
+                                 "lpt\xc2\xb3.dat",
+                                 "CONIN$",
+                                 "a/conout$.txt",
+                                 "a. ",
+                                 "a./b",
+                                 "a /b",
+                                 "...",
+                                 "a*b",
+                                 "a\nb",
+                                 "what?"})
             row(*name ? name : "empty", QByteArray(name));
     }
 

@@ -96,6 +96,20 @@ private slots:
         QCOMPARE(place.files(), words("archive.c4"));
     }
 
+    void textsThatOnlyTheLibraryTakesForArchivesFail_data() {
+        columns<QByteArray>("content");
+        row("list of files", QByteArray("#mtree\n./System type=dir\n./AUTOEXEC.BAT type=file size=0\n"));
+        row("nothing", QByteArray());
+        row("encoded text", QByteArray("begin 644 a.txt\n#86)C\n`\nend\n"));
+    }
+    void textsThatOnlyTheLibraryTakesForArchivesFail() {
+        QFETCH(QByteArray, content);
+        Place place;
+        putFile(place.archive, content);
+        QVERIFY(place.unpack() > 0);
+        QCOMPARE(place.files(), words("archive.c4"));
+    }
+
     void missingArchiveFails() { QVERIFY(Place().unpack() > 0); }
 
     void wrongCommandLineIsItsOwnExitCode() {
