@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDebug>
-#include <QTimer>
 
 namespace {
 constexpr int kLookIntervalMs = 20;
@@ -28,7 +27,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
         askToClose();
         return;
     }
-    m_closeTimer->stop();
+    m_closeTimer.stop();
     closeRequested = false;
     if (!m_transfer->isFinishPending()) {
         QMainWindow::closeEvent(event);
@@ -48,7 +47,7 @@ void MainWindow::askToClose()
     closeRequested = true;
     emit stopActionPressed();
     endWork();
-    m_closeTimer->start(kLookIntervalMs);
+    m_closeTimer.start(kLookIntervalMs);
 }
 
 /// Whatever works now ends at its next test, also one that has begun, or has cleared its flag, since it was last told.

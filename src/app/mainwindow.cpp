@@ -19,7 +19,6 @@
 #include <QGuiApplication>
 #include <QScopedValueRollback>
 #include <QScreen>
-#include <QTimer>
 
 namespace {
 constexpr int kConnectionIntervalMs = 500;
@@ -48,8 +47,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     applyStyle();
     on_setProgressBarVisible(false);
     setWindowFlags(Qt::Window);
-    m_closeTimer = new QTimer(this);
-    connect(m_closeTimer, &QTimer::timeout, this, &MainWindow::closeOnceIdle);
+    connect(&m_closeTimer, &QTimer::timeout, this, &MainWindow::closeOnceIdle);
     start_check_connection();
 }
 

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <QTimer>
 #include <memory>
 
 class Avanzate;
@@ -16,7 +17,6 @@ class MaintenanceJob;
 class Ottimizza;
 class PacedBar;
 class QProgressBar;
-class QTimer;
 class Transfer;
 struct JobEnd;
 
@@ -168,7 +168,7 @@ private:
     std::unique_ptr<PacedBar> m_pacedBar; ///< the form's bar
     QTimer *m_connectionTimer = nullptr;
     DeviceLocator m_deviceLocator;
-    QTimer *m_closeTimer = nullptr; ///< runs from a close that had to wait to the close itself
+    QTimer m_closeTimer; ///< runs from a close that had to wait to the close itself
     bool m_jobRunning = false;
     bool m_checkRunning = false;
     // The pages: children of the form's framePage, alive as long as the window.

@@ -89,6 +89,21 @@ private slots:
         at.verifyThatItCloses(closer);
     }
 
+    void restoreEndsAndThenTheWindowCloses() {
+        AtWork at;
+        for (int i = 0; i < kManySongs; ++i)
+            putFile("%1/Other/%2.mid"_s.arg(at.work.backup).arg(i), "saved");
+        Closer closer(*at.work.window.window,
+                      [&at] { return at.work.window.status() == Status::kRestoring && at.barIsAt(5); });
+        at.work.restore({{Titles::kBackupError}});
+        const QStringList restored = at.work.player.files("Other"_s);
+        QVERIFY2(restored.size() >= 5 && restored.size() < kManySongs, qPrintable(QString::number(restored.size())));
+        for (const QString &file : restored)
+            QCOMPARE(at.work.player.content(file), QByteArray("saved"));
+        QCOMPARE(filesBelow(at.work.backup).size(), kManySongs);
+        at.verifyThatItCloses(closer);
+    }
+
     void sessionThatEndsIsHeldUpUntilTheBackupHasEnded() {
         AtWork at;
         bool asked = false;

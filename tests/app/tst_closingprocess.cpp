@@ -2,6 +2,7 @@
 
 #include "app/appsettings.h"
 #include "childsession.h"
+#include "disk/datafolder.h"
 #include "disk/worklock.h"
 #include "optimizer/ottimizza.h"
 #include "pages/check.h"
@@ -197,12 +198,14 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!server.requests().isEmpty(), kLongWaitMs);
         {
             Maintenance second;
+            setDataFolder(QString()); // the one that both programs share
             second.run(Slots::kUpdate, {{"Corvin4 Manager"_s}});
             QCOMPARE(second.server.requests(), QStringList());
         }
         first.kill();
         QVERIFY(first.waitForFinished());
         Maintenance third;
+        setDataFolder(QString());
         third.run(Slots::kUpdate, {{Titles::kFinished}});
     }
 };
@@ -213,7 +216,8 @@ int main(int argc, char **argv) {
     const QApplication application(argc, argv);
     loadResources();
     registerEmbeddedFonts();
-    appSettings().setValue("Application/Language"_s, "lang_it"_s);
+    appSettings().setValue("Application/Language"_s,
+                           "lang_xx"_s); // no translation: the buttons of the system speak English
     TestClosingProcess test;
     return QTest::qExec(&test, argc, argv);
 }
