@@ -29,10 +29,13 @@ bool isOnVolume(const QString &folder, const QString &volumeRoot)
 
 bool holdsFolder(const QString &outer, const QString &inner)
 {
-    // Compared as the system compares paths, with or without regard to case.
-    const QFileInfo wanted(realPath(outer));
+    const QString wanted = realPath(outer);
+    // Compared as the system compares paths, with or without regard to case: it takes all that do not exist for the same.
+    const auto isWanted = [&wanted](const QString &path) {
+        return path == wanted || (QFileInfo::exists(path) && QFileInfo(path) == QFileInfo(wanted));
+    };
     QString path = realPath(inner);
-    while (QFileInfo(path) != wanted) {
+    while (!isWanted(path)) {
         const QString parent = QFileInfo(path).path();
         if (parent.size() >= path.size())
             return false;

@@ -128,6 +128,10 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
         <source>Ottimizzazione non completata correttamente</source>
         <translation>Optimierung nicht ordnungsgemäß abgeschlossen</translation>
     </message>
+    <message>
+        <source>I file rimossi dal Corvin4 sono conservati in:</source>
+        <translation>Die vom Corvin4 entfernten Dateien liegen in:</translation>
+    </message>
 </context>
 <context>
     <name>FirstMenu</name>
@@ -459,6 +463,44 @@ Möchten Sie fortfahren?</translation>
         <source>, Cod %1</source>
         <translation>, Code %1</translation>
     </message>
+    <message>
+        <source>Non è stato possibile salvare le playlist sul PC.
+Il sistema operativo di Corvin non è stato modificato.</source>
+        <translation>Die Playlists konnten nicht auf dem PC gesichert werden.
+Das Betriebssystem des Corvin wurde nicht verändert.</translation>
+    </message>
+    <message>
+        <source>Provare a reinstallare il sistema operativo.</source>
+        <translation>Versuchen Sie, das Betriebssystem neu zu installieren.</translation>
+    </message>
+    <message>
+        <source>Le playlist che erano su Corvin si trovano in:
+%1</source>
+        <translation>Die Playlists, die auf dem Corvin waren, liegen in:
+%1</translation>
+    </message>
+    <message>
+        <source>%1 (copia precedente)</source>
+        <translation>%1 (vorherige Kopie)</translation>
+    </message>
+    <message>
+        <source>La cartella è un intero disco. Scegliere o creare una cartella al suo interno.</source>
+        <translation>Der Ordner ist ein ganzer Datenträger. Wählen oder erstellen Sie einen Ordner darin.</translation>
+    </message>
+    <message>
+        <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
+        <translation>Der Ordner liegt auf der Festplatte des Corvin4. Wählen Sie einen Ordner des PCs.</translation>
+    </message>
+    <message>
+        <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
+Scegliere o creare una cartella al suo interno.</source>
+        <translation>Der Ordner gehört dem System, dem Benutzer oder dem Programm und kann nicht geleert werden.
+Wählen oder erstellen Sie einen Ordner darin.</translation>
+    </message>
+    <message>
+        <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
+        <translation>Der Ordner kann nicht geleert werden: Er ist geschützt oder wird von einem anderen Programm benutzt.</translation>
+    </message>
 </context>
 <context>
     <name>Ottimizza</name>
@@ -572,6 +614,19 @@ Möchten Sie fortfahren?</translation>
     </message>
 </context>
 <context>
+    <name>QuestionBox</name>
+    <message>
+        <source>Corvin4 Manager</source>
+        <translation>Corvin4 Manager</translation>
+    </message>
+    <message>
+        <source>Un&apos;altra finestra del programma sta lavorando.
+Attendere che abbia finito.</source>
+        <translation>Ein anderes Fenster des Programms arbeitet gerade.
+Bitte warten Sie, bis es fertig ist.</translation>
+    </message>
+</context>
+<context>
     <name>Transfer</name>
     <message>
         <source>ESPLORA
@@ -660,6 +715,14 @@ ist bereits vorhanden. Überschreiben?</translation>
     <message>
         <source>Se hai terminato clicca su FINE</source>
         <translation>Wenn Sie fertig sind, klicken Sie auf FERTIG</translation>
+    </message>
+    <message>
+        <source>Trasferimento non completato</source>
+        <translation>Übertragung nicht abgeschlossen</translation>
+    </message>
+    <message>
+        <source>Copiati %1 file su %2.</source>
+        <translation>%1 von %2 Dateien kopiert.</translation>
     </message>
 </context>
 </TS>

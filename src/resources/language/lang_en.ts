@@ -128,6 +128,10 @@ then switch it off and on again to complete the procedure</translation>
         <source>Ottimizzazione non completata correttamente</source>
         <translation>Optimisation not completed correctly</translation>
     </message>
+    <message>
+        <source>I file rimossi dal Corvin4 sono conservati in:</source>
+        <translation>The files removed from the Corvin4 are kept in:</translation>
+    </message>
 </context>
 <context>
     <name>FirstMenu</name>
@@ -459,6 +463,44 @@ Do you want to continue?</translation>
         <source>, Cod %1</source>
         <translation>, Code %1</translation>
     </message>
+    <message>
+        <source>Non è stato possibile salvare le playlist sul PC.
+Il sistema operativo di Corvin non è stato modificato.</source>
+        <translation>The playlists could not be saved on the PC.
+The operating system of Corvin has not been changed.</translation>
+    </message>
+    <message>
+        <source>Provare a reinstallare il sistema operativo.</source>
+        <translation>Try to reinstall the operating system.</translation>
+    </message>
+    <message>
+        <source>Le playlist che erano su Corvin si trovano in:
+%1</source>
+        <translation>The playlists that were on Corvin are in:
+%1</translation>
+    </message>
+    <message>
+        <source>%1 (copia precedente)</source>
+        <translation>%1 (previous copy)</translation>
+    </message>
+    <message>
+        <source>La cartella è un intero disco. Scegliere o creare una cartella al suo interno.</source>
+        <translation>The folder is a whole disk. Choose or create a folder inside it.</translation>
+    </message>
+    <message>
+        <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
+        <translation>The folder is on the disk of Corvin4. Choose a folder of the PC.</translation>
+    </message>
+    <message>
+        <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
+Scegliere o creare una cartella al suo interno.</source>
+        <translation>The folder belongs to the system, the user or the program and cannot be emptied.
+Choose or create a folder inside it.</translation>
+    </message>
+    <message>
+        <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
+        <translation>The folder cannot be emptied: it is protected, or another program is using it.</translation>
+    </message>
 </context>
 <context>
     <name>Ottimizza</name>
@@ -572,6 +614,19 @@ Do you want to continue?</translation>
     </message>
 </context>
 <context>
+    <name>QuestionBox</name>
+    <message>
+        <source>Corvin4 Manager</source>
+        <translation>Corvin4 Manager</translation>
+    </message>
+    <message>
+        <source>Un&apos;altra finestra del programma sta lavorando.
+Attendere che abbia finito.</source>
+        <translation>Another window of the program is working.
+Please wait until it has finished.</translation>
+    </message>
+</context>
+<context>
     <name>Transfer</name>
     <message>
         <source>ESPLORA
@@ -660,6 +715,14 @@ already exists. Overwrite it?</translation>
     <message>
         <source>Se hai terminato clicca su FINE</source>
         <translation>When you have finished, click FINISH</translation>
+    </message>
+    <message>
+        <source>Trasferimento non completato</source>
+        <translation>Transfer not completed</translation>
+    </message>
+    <message>
+        <source>Copiati %1 file su %2.</source>
+        <translation>%1 of %2 files copied.</translation>
     </message>
 </context>
 </TS>

@@ -128,6 +128,10 @@ Spegnerlo e riaccenderlo per completare la procedura</translation>
         <source>Ottimizzazione non completata correttamente</source>
         <translation>Ottimizzazione non completata correttamente</translation>
     </message>
+    <message>
+        <source>I file rimossi dal Corvin4 sono conservati in:</source>
+        <translation>I file rimossi dal Corvin4 sono conservati in:</translation>
+    </message>
 </context>
 <context>
     <name>FirstMenu</name>
@@ -459,6 +463,44 @@ Vuoi continuare ?</translation>
         <source>, Cod %1</source>
         <translation>, Cod %1</translation>
     </message>
+    <message>
+        <source>Non è stato possibile salvare le playlist sul PC.
+Il sistema operativo di Corvin non è stato modificato.</source>
+        <translation>Non è stato possibile salvare le playlist sul PC.
+Il sistema operativo di Corvin non è stato modificato.</translation>
+    </message>
+    <message>
+        <source>Provare a reinstallare il sistema operativo.</source>
+        <translation>Provare a reinstallare il sistema operativo.</translation>
+    </message>
+    <message>
+        <source>Le playlist che erano su Corvin si trovano in:
+%1</source>
+        <translation>Le playlist che erano su Corvin si trovano in:
+%1</translation>
+    </message>
+    <message>
+        <source>%1 (copia precedente)</source>
+        <translation>%1 (copia precedente)</translation>
+    </message>
+    <message>
+        <source>La cartella è un intero disco. Scegliere o creare una cartella al suo interno.</source>
+        <translation>La cartella è un intero disco. Scegliere o creare una cartella al suo interno.</translation>
+    </message>
+    <message>
+        <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
+        <translation>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</translation>
+    </message>
+    <message>
+        <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
+Scegliere o creare una cartella al suo interno.</source>
+        <translation>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
+Scegliere o creare una cartella al suo interno.</translation>
+    </message>
+    <message>
+        <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
+        <translation>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</translation>
+    </message>
 </context>
 <context>
     <name>Ottimizza</name>
@@ -572,6 +614,19 @@ Vuoi continuare ?</translation>
     </message>
 </context>
 <context>
+    <name>QuestionBox</name>
+    <message>
+        <source>Corvin4 Manager</source>
+        <translation>Corvin4 Manager</translation>
+    </message>
+    <message>
+        <source>Un&apos;altra finestra del programma sta lavorando.
+Attendere che abbia finito.</source>
+        <translation>Un&apos;altra finestra del programma sta lavorando.
+Attendere che abbia finito.</translation>
+    </message>
+</context>
+<context>
     <name>Transfer</name>
     <message>
         <source>ESPLORA
@@ -660,6 +715,14 @@ E&apos; già esistente. Sovrascrivo ?</translation>
     <message>
         <source>Se hai terminato clicca su FINE</source>
         <translation>Se hai terminato clicca su FINE</translation>
+    </message>
+    <message>
+        <source>Trasferimento non completato</source>
+        <translation>Trasferimento non completato</translation>
+    </message>
+    <message>
+        <source>Copiati %1 file su %2.</source>
+        <translation>Copiati %1 file su %2.</translation>
     </message>
 </context>
 </TS>
