@@ -28,11 +28,15 @@ QByteArray song(const QString &title) {
     return SongFactory::midi(info);
 }
 
+bool isPlaylist(const QString &path) {
+    return path.startsWith("System/Playlist/"_s, Qt::CaseInsensitive);
+}
+
 bool isSystems(const QString &path) {
     const QString folder = path.section(QLatin1Char('/'), 0, 0);
     return (words("System Bridges Effects CorvinUpdate AUTOEXEC.BAT CorvinImportDB.sql").contains(folder) &&
-            !path.startsWith("System/Playlist/"_s)) ||
-           path == kRewritten;
+            !isPlaylist(path)) ||
+           path.compare(kRewritten, Qt::CaseInsensitive) == 0;
 }
 
 void fill(const ExFatVolume &volume) {
@@ -260,13 +264,17 @@ QStringList FaultWorld::namedFolders() const {
         if (line.startsWith(QLatin1Char('/')) && QFileInfo(line).isDir())
             folders.append(line);
     }
-    static const QRegularExpression link("href=\"(file:[^\"]*)\""_s);
-    const auto labels = pageOf<EndOttimizza>(*window.window)->findChildren<QLabel *>();
+    static const QRegularExpression link("<a [^>]*>([^<]*)</a>"_s);
+    const auto *page = pageOf<EndOttimizza>(*window.window);
+    const auto labels = page->findChildren<QLabel *>();
     for (const QLabel *label : labels) {
-        const QString url = link.match(label->text()).captured(1);
-        if (!label->isHidden() && !url.isEmpty())
-            folders.append(QUrl(url).toLocalFile());
+        const QString folder = link.match(label->text()).captured(1).remove(QChar(0x200B));
+        if (!label->isHidden() && !page->isHidden() && !folder.isEmpty())
+            folders.append(folder);
     }
+    // Without a result page, after a STOP or a closing, nobody is told: what was kept lies there all the same.
+    if (m_work == Work::Optimise && page->isHidden())
+        folders.append(own.path("data/removed"_s));
     return folders;
 }
 
@@ -292,7 +300,7 @@ void FaultWorld::expectSystem() const {
     QStringList fresh;
     const QMap<QString, QByteArray> files = contentBelow(volume->root());
     for (auto file = files.begin(); file != files.end(); ++file) {
-        if (file.key().endsWith("filler.bin"_s) || !isSystems(file.key()) || file.key().startsWith("System/Playlist"_s))
+        if (file.key().endsWith("filler.bin"_s) || !isSystems(file.key()) || isPlaylist(file.key()))
             continue;
         (file.value() == "old" ? old : fresh).append(file.key());
     }

@@ -39,8 +39,10 @@ class TestFaultsOfSongs : public QObject
     static QList<Fault> optimising() {
         QList<Fault> all;
         for (const QString &place :
-             {Places::kScan, Places::kDeleting, Places::kTitles, Places::kSubfolders, Places::kDatabase})
-            all += {pulledAt(place, 1), stoppedAt(place, 1), closedAt(place, 1)};
+             {Places::kScan, Places::kDeleting, Places::kTitles, Places::kSubfolders, Places::kDatabase}) {
+            const int value = place == Places::kScan ? 0 : 1;
+            all += {pulledAt(place, value), stoppedAt(place, value), closedAt(place, value)};
+        }
         for (const QString &place : {Places::kTitles, Places::kSubfolders, Places::kDatabase})
             all += looseAt(place, 300);
         for (const qint64 bytes : {0, 4096, 12288, 40960})
