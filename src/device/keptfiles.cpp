@@ -52,9 +52,12 @@ bool KeptFiles::keep(const QString &path, Kind kind, const BetweenBlocks &betwee
     if (m_folder.isEmpty() && !makeFolder())
         return false;
     const QString target = freePath(m_folder + QLatin1Char('/') + m_player.relativePath(path));
-    if (!QDir().mkpath(QFileInfo(target).path()) || copyFile(path, target, betweenBlocks) != CopyResult::Copied)
+    if (!QDir().mkpath(QFileInfo(target).path()) || copyFile(path, target, betweenBlocks) != CopyResult::Copied) {
+        forgetEmptyFolder();
         return false;
+    }
     m_kept += size;
+    m_holdsFiles = true;
     return true;
 }
 
@@ -68,6 +71,15 @@ bool KeptFiles::makeFolder()
         return false;
     m_folder = folder;
     return true;
+}
+
+/// Nobody is to be shown a folder in which nothing is.
+void KeptFiles::forgetEmptyFolder()
+{
+    if (m_holdsFiles)
+        return;
+    removeTree(m_folder);
+    m_folder.clear();
 }
 
 void KeptFiles::forgetOldOnes()

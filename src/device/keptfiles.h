@@ -44,9 +44,11 @@ public:
 
 private:
     bool makeFolder();
+    void forgetEmptyFolder();
 
     Player m_player;
     Limits m_limits;
     QString m_folder;
-    qint64 m_kept = 0;
+    qint64 m_kept = 0; ///< bytes
+    bool m_holdsFiles = false;
 };

@@ -21,6 +21,7 @@ private slots:
     void fileOfATakenNameGetsANumber();
     void secondRunOfTheSameSecondHasItsOwnFolder();
     void tooLittleRoomOnThePcKeepsNothing();
+    void copyThatFailsLeavesNoEmptyFolder();
     void largeUnsupportedFileIsNotKept();
     void unsupportedFilesAreKeptUpToTheRunsLimit();
     void runsOfMoreThanThirtyDaysAgoGo();
@@ -77,6 +78,18 @@ void TestKeptFiles::tooLittleRoomOnThePcKeepsNothing() {
     QVERIFY(!kept.keep(song, KeptFiles::Kind::Songs));
     QCOMPARE(kept.folder(), QString());
     QCOMPARE(KeptFiles::Limits().leastRoomLeft, 1073741824LL);
+}
+
+void TestKeptFiles::copyThatFailsLeavesNoEmptyFolder() {
+    SimulatedPlayer player;
+    KeptFiles kept((Player(player.root())));
+    QVERIFY(!kept.keep(player.path("gone.mid"_s), KeptFiles::Kind::Songs));
+    QCOMPARE(kept.folder(), QString());
+    QCOMPARE(QDir(m_pc->path("data/removed"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    // What is there already stays.
+    QVERIFY(kept.keep(player.addFile("a.mid"_s), KeptFiles::Kind::Songs));
+    QVERIFY(!kept.keep(player.path("gone.mid"_s), KeptFiles::Kind::Songs));
+    QCOMPARE(filesBelow(kept.folder()), QStringList{"a.mid"_s});
 }
 
 void TestKeptFiles::largeUnsupportedFileIsNotKept() {

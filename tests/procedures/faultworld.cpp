@@ -68,17 +68,25 @@ void fill(const ExFatVolume &volume) {
     }
 }
 
-/// The image of a full player, made once.
-QString modelImage() {
-    static const QTemporaryDir folder;
-    static const QString image = [] {
+/// A full player, made once: its image, and what is on it.
+struct Model
+{
+    Model() {
         ExFatVolume volume(96);
         fill(volume);
-        if (!volume.unmount() || !QFile::copy(volume.image(), folder.filePath("model.img"_s)))
+        content = contentBelow(volume.root());
+        if (!volume.unmount() || !QFile::copy(volume.image(), image))
             qFatal("No model of a player: %s", qPrintable(volume.error()));
-        return folder.filePath("model.img"_s);
-    }();
-    return image;
+    }
+
+    const QTemporaryDir folder;
+    const QString image = folder.filePath("model.img"_s);
+    QMap<QString, QByteArray> content;
+};
+
+const Model &model() {
+    static const Model made;
+    return made;
 }
 
 const char *slotOf(Work work) {
@@ -103,11 +111,11 @@ const char *slotOf(Work work) {
 bool canTryFaults(QString *why) {
     if (!ExFatVolume::isPossible(why))
         return false;
-    modelImage(); // before anything temporary has another place
+    model(); // before anything temporary has another place
     return true;
 }
 
-FaultDisks::FaultDisks() : volume(ExFatVolume::copyOf(modelImage())) {
+FaultDisks::FaultDisks() : volume(ExFatVolume::copyOf(model().image)) {
     if (!volume->isMounted() || !mount.isGood())
         qFatal("%s", qPrintable(volume->error()));
 }
@@ -116,7 +124,7 @@ FaultWorld::FaultWorld(Work workToDo) : m_work(workToDo), m_moments(std::make_un
     m_mountPoint = QDir::cleanPath(volume->root());
     qputenv("CORVIN_VOLUMES", QFile::encodeName(m_mountPoint));
     setDataFolder(own.path("data"_s));
-    const QMap<QString, QByteArray> before = contentBelow(volume->root());
+    const QMap<QString, QByteArray> &before = model().content;
     for (auto file = before.begin(); file != before.end(); ++file) {
         if (!isSystems(file.key()) && file.key() != ".windows-label"_s)
             m_userContents.insert(file.value());
