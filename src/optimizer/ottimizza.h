@@ -32,7 +32,6 @@ public:
     explicit Ottimizza(QWidget *parent = nullptr);
     ~Ottimizza() override;
 
-
     /// Why a run did not do its work, as the result page is told.
     enum FailCode : int
     {
