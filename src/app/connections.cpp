@@ -15,7 +15,6 @@ void MainWindow::connectPages()
     connectOttimizza();
     connectAvanzate();
     connectTransfer();
-    connectEndOttimizza();
 }
 
 void MainWindow::connectCheck()
@@ -50,6 +49,8 @@ void MainWindow::connectOttimizza()
     connect(m_ottimizza, &Ottimizza::filesKept, m_endOttimizza, &EndOttimizza::setKeptFolder);
     connect(m_ottimizza, &Ottimizza::backFromOttimizzaToEndOttimizza, this,
             &MainWindow::on_backFromOttimizzaToEndOttimizza);
+    connect(m_endOttimizza, &EndOttimizza::backFromEndOttimizzaToFirstMenu, this,
+            &MainWindow::on_backFromEndOttimizzaToFirstMenu);
 }
 
 void MainWindow::connectAvanzate()
@@ -77,10 +78,4 @@ void MainWindow::connectTransfer()
     connect(m_transfer, &Transfer::startOttimizzaProcedure, m_ottimizza, &Ottimizza::startAllOptimization);
     connect(m_transfer, &Transfer::backFromTransferToOttimizza, this, &MainWindow::on_backFromTransferToOttimizza);
     connect(m_transfer, &Transfer::backFromTransferToFirstMenu, this, &MainWindow::on_backFromTransferToFirstMenu);
-}
-
-void MainWindow::connectEndOttimizza()
-{
-    connect(m_endOttimizza, &EndOttimizza::backFromEndOttimizzaToFirstMenu, this,
-            &MainWindow::on_backFromEndOttimizzaToFirstMenu);
 }

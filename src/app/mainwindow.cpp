@@ -58,18 +58,14 @@ int MainWindow::openingHeight(int wanted, int available)
     return wanted > available ? available - kRoomForWindowFrame : wanted;
 }
 
-int MainWindow::openingWidth(int wanted, int available)
-{
-    return openingHeight(wanted, available);
-}
-
 void MainWindow::fitIntoScreen()
 {
     const QScreen *screen = QGuiApplication::primaryScreen();
     if (!screen)
         return;
     const QSize available = screen->availableGeometry().size();
-    const QSize fitting(openingWidth(width(), available.width()), openingHeight(height(), available.height()));
+    // The width follows the rule of the height.
+    const QSize fitting(openingHeight(width(), available.width()), openingHeight(height(), available.height()));
     // What has no room then is reached by scrolling.
     setMinimumSize(minimumSize().boundedTo(fitting));
     resize(fitting);

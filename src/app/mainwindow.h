@@ -41,11 +41,9 @@ public:
     ~MainWindow() override;
 
     /// The height in pixels at which a window that wants @p wanted opens on a screen whose work area is @p available
-    /// pixels high: as it is, or 50 pixels less than the work area when it is higher than that.
+    /// pixels high: as it is, or 50 pixels less than the work area when it is higher than that. The width follows the
+    /// same rule.
     static int openingHeight(int wanted, int available);
-
-    /// The same for the width.
-    static int openingWidth(int wanted, int available);
 
     /// STOP was pressed and confirmed. Cleared when a maintenance job starts, which polls it between its steps.
     bool abortRequested = false;
@@ -157,7 +155,6 @@ private:
     void connectOttimizza();
     void connectAvanzate();
     void connectTransfer();
-    void connectEndOttimizza();
 
     // maintenance.cpp
     template <class Job, class... Arguments> void startJob(Arguments... arguments);

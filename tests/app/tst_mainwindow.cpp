@@ -142,8 +142,6 @@ private slots:
         if (available.height() >= 820 || available.width() >= 1100)
             QSKIP("The screen is large enough for the whole window");
         QCOMPARE(window.size(), available - QSize(50, 50));
-        QCOMPARE(MainWindow::openingWidth(1100, 1100), 1100);
-        QCOMPARE(MainWindow::openingWidth(1100, 1099), 1049);
         QVERIFY(window.minimumWidth() <= window.width() && window.minimumHeight() <= window.height());
         QVERIFY(window.minimumSizeHint().width() <= window.minimumWidth());
     }

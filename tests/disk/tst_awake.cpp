@@ -68,7 +68,7 @@ private slots:
         QTRY_VERIFY(!manager.isHeld());
 
         // A job that has ended before the answer came holds nothing either.
-        StayAwake();
+        { const StayAwake shortJob; }
         QTRY_COMPARE(manager.asked.size(), 2);
         QTRY_VERIFY(!manager.isHeld());
 
@@ -77,7 +77,7 @@ private slots:
         // Without a bus there is nothing to ask, and nothing waits.
         QElapsedTimer clock;
         clock.start();
-        StayAwake();
+        const StayAwake alone;
         QVERIFY(clock.elapsed() < 1000);
     }
 };

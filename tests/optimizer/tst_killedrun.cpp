@@ -165,7 +165,7 @@ private slots:
         const PcFolder pc;
         setDataFolder(pc.path());
         OptimizerRun run;
-        for (QString file : *static_cast<const QStringList *>(QTest::qData("files", QMetaType::QStringList)))
+        for (const QString &file : *static_cast<const QStringList *>(QTest::qData("files", QMetaType::QStringList)))
             run.player.addFile(file, QFileInfo(file).fileName().toUtf8());
         run.player.addFolder("X.old"_s);
         writeNote(run, "X"_s, "X.old"_s);

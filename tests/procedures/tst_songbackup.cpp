@@ -145,7 +145,7 @@ private slots:
             return QDir::home().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
         };
         const auto usersOwn = [](QStandardPaths::StandardLocation place) {
-            const QString folder = QStandardPaths::writableLocation(place);
+            QString folder = QStandardPaths::writableLocation(place);
             QDir().mkpath(folder);
             return folder;
         };
