@@ -1,5 +1,7 @@
 #include "diskcalls.h"
 
+#include "longpath_win.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -12,16 +14,6 @@ const wchar_t *wide(const QString &text)
 {
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
-
-/// Ahead of a path it lifts the limit of 260 characters.
-QString longPath(const QString &path)
-{
-    const QString native = QDir::toNativeSeparators(QDir::cleanPath(path));
-    if (native.startsWith(QLatin1String("\\\\")))
-        return QLatin1String("\\\\?\\UNC\\") + native.mid(2);
-    return QLatin1String("\\\\?\\") + native;
-}
-
 
 /// A new file under a name that has just become free takes over the day at which the former one was made. By that day
 /// the files are known that have not been flushed yet.

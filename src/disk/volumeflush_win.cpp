@@ -1,5 +1,6 @@
 #include "volumeflush.h"
 
+#include "longpath_win.h"
 #include "tree.h"
 
 #include <QDateTime>
@@ -15,15 +16,6 @@ namespace {
 const wchar_t *wide(const QString &text)
 {
     return reinterpret_cast<const wchar_t *>(text.utf16());
-}
-
-/// Ahead of a path it lifts the limit of 260 characters.
-QString longPath(const QString &path)
-{
-    const QString native = QDir::toNativeSeparators(path);
-    if (native.startsWith(QLatin1String("\\\\")))
-        return QLatin1String("\\\\?\\UNC\\") + native.mid(2);
-    return QLatin1String("\\\\?\\") + native;
 }
 
 /// Opens a file or a volume so that it can be flushed. A virus scanner or a viewer may keep a new file to itself for a
