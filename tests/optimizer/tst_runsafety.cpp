@@ -203,6 +203,7 @@ private slots:
     }
 
     void otherPlayerUnderTheSameNameIsLeftAlone() {
+        SKIP_ON_WINDOWS("a volume is known by its number, which a new label does not change");
         PageRun run(words("A/one.txt A/two.txt"));
         bool changed = false;
         QObject::connect(&run.page, &Ottimizza::updateProgressBarVal, &run.page, [&](int value) {
