@@ -154,7 +154,9 @@ private slots:
         r.run({Titles::kFinished});
         const QString kept = r.keptFolder();
         QVERIFY(r.lastBox().informativeText.endsWith(QDir::toNativeSeparators(kept)));
-        QCOMPARE(filesBelow(kept), words("SYSTEM/playlist/sabato.pls SYSTEM/playlist/sub/.hidden"));
+        // Where the disk ignores case, the folder has the name that it had before.
+        const QString names = filesBelow(kept).join(QLatin1Char(' ')).toLower();
+        QCOMPARE(names, "system/playlist/sabato.pls system/playlist/sub/.hidden"_s);
         QVERIFY(!r.player.exists("SYSTEM/playlist"_s));
         r.Maintenance::run(Slots::kRestore, {Titles::kDone}, kept);
         QCOMPARE(contentOf(Player(r.player.root()).path("System/playlist/sabato.pls"_s)), QByteArray("one"));

@@ -41,5 +41,6 @@ QStringList SimulatedPlayer::files(const QString &folder) const {
 }
 
 QStringList SimulatedPlayer::folders(const QString &folder) const {
-    return QDir(m_folder + folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    return QDir(m_folder + folder)
+        .entryList(QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }

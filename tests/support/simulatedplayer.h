@@ -34,7 +34,7 @@ public:
     QByteArray content(const QString &relative) const;
     /// All files below @p folder (relative), sorted, relative to the root; hidden ones too, the label file not.
     QStringList files(const QString &folder = QString()) const;
-    /// Names of the folders directly in @p folder, sorted.
+    /// Names of the folders directly in @p folder, sorted; hidden ones too.
     QStringList folders(const QString &folder = QString()) const;
 
 private:

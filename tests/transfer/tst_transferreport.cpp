@@ -129,8 +129,9 @@ private slots:
         drop.atEachStep([&pull] { QTimer::singleShot(0, &pull, [&pull] { pull.start(0); }); });
         drop.expectBox();
         drop.drop({drop.pc.addFile("video.mp4"_s, QByteArray(24 * 1024 * 1024, 'v'))});
-        QCOMPARE(drop.player.files(), QStringList());
         QCOMPARE(drop.text(), Texts::kNotAllCopied.arg(0).arg(1));
+        SKIP_ON_WINDOWS("what was begun lies on a drive that is gone");
+        QCOMPARE(drop.player.files(), QStringList());
     }
 
     void folderIsNotDeletedFurtherOnceThePlayerIsGone() {
