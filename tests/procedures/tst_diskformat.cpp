@@ -140,10 +140,12 @@ private slots:
 
     void driveThatIsNoLongerThePlayersIsNotFormatted_data() {
         columns<QString>("now");
+        row("pulled", "pulled"_s);
+#ifndef Q_OS_WIN // Wine looks at a drive's label and number only when the drive is plugged in.
         row("another label", "another label"_s);
         row("no label", "no label"_s);
-        row("pulled", "pulled"_s);
         row("the player under another root", "elsewhere"_s);
+#endif
     }
     void driveThatIsNoLongerThePlayersIsNotFormatted() {
         QFETCH(QString, now);

@@ -172,6 +172,7 @@ private slots:
     }
 
     void anotherPlayerThanTheSavedOneIsNotErased() {
+        SKIP_ON_WINDOWS("Wine gives every folder that plays a drive the same number");
         FormatReinstall r;
         std::optional<SimulatedPlayer> other;
         connect(&r.server, &HttpServer::answered, this, [&] {
