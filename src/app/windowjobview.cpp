@@ -110,8 +110,8 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
 
 QString WindowJobView::chooseFolder(const QString &caption)
 {
-    QString folder = QFileDialog::getExistingDirectory(
-        &m_window, caption, QString(), QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    QString folder = QFileDialog::getExistingDirectory(&m_window, caption, QString(),
+                                                       QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
     // The dialog of Windows may leave the process in the folder it showed, which nobody could remove or rename then.
     QDir::setCurrent(QCoreApplication::applicationDirPath());
     return folder;
