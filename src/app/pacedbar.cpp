@@ -9,7 +9,13 @@ constexpr int kIntervalMs = 40;
 PacedBar::PacedBar(QProgressBar &bar) : m_bar(bar)
 {
     m_later.setSingleShot(true);
-    QObject::connect(&m_later, &QTimer::timeout, &m_bar, [this] { paint(); });
+    QObject::connect(&m_later, &QTimer::timeout, &m_bar, [this] {
+        // A timer may fire a moment too early: without a second one nothing would be painted any more.
+        if (const int wait = untilDueMs())
+            m_later.start(wait);
+        else
+            paint();
+    });
 }
 
 PacedBar::~PacedBar()
