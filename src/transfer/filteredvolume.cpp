@@ -45,8 +45,8 @@ void FilteredVolume::freeze()
 bool FilteredVolume::eventFilter(QObject *watched, QEvent *event)
 {
     // What the reading thread has found comes as an event, and the model looks at the disk by a timer: that is how
-    // QFileSystemModel of Qt 5 works inside, and nothing in its interface promises it. A model that changed while its signals are blocked would
-    // leave the view with indexes to rows that are gone.
+    // QFileSystemModel of Qt 5 works inside, and nothing in its interface promises it. A model that changed while its
+    // signals are blocked would leave the view with indexes to rows that are gone.
     if (event->type() == QEvent::MetaCall || event->type() == QEvent::Timer)
         return true;
     return QObject::eventFilter(watched, event);

@@ -193,6 +193,20 @@ void Maintenance::serveSystem(Entries entries) {
     server.serve(kSystemArchivePath, zipOf(entries, "System/"_s, kLeastRelease));
 }
 
+void Maintenance::serveSpoilt(const QString &path, const QByteArray &archive, const QString &fault, int number) {
+    constexpr int kPercent = 100;
+    const int part = int(archive.size() * qint64(number) / kPercent);
+    server.serve(path, archive);
+    if (fault == "cut"_s)
+        server.serveCut(path, archive, part);
+    else if (fault == "length"_s)
+        server.serveUnderLength(path, archive, part);
+    else if (fault == "unknown"_s)
+        server.serveWithoutLength(path, archive.left(part));
+    else if (fault == "tool"_s)
+        programs.addStandIn("unar"_s, {Does::make(pc.downloads("unpacked.txt"_s)), Does::exitWith(number)});
+}
+
 void Maintenance::run(const char *slot, const QList<Answer> &answers, const std::optional<QString> &folder) {
     QStringList expected;
     if (folder)

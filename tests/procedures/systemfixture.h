@@ -175,6 +175,9 @@ public:
     }
     /// The system's parts, each file "new", and what else is given.
     void serveSystem(Entries entries = {});
+    /// Serves an archive with a fault: "cut" or of "unknown" length at this percentage, under a "length" of this
+    /// percentage, or whole for a "tool" that ends with this number; whole for any other word.
+    void serveSpoilt(const QString &path, const QByteArray &archive, const QString &fault, int number);
     /// No extraction tool is found.
     void hideTool() {
         programs.remove("unar"_s);

@@ -118,19 +118,9 @@ private slots:
         if (fault == "rival"_s)
             entries.insert("attrib.Com"_s, "MZ");
         const QByteArray archive = zipOf(entries, "System/"_s, kLeastRelease);
-        const int part = int(archive.size() * qint64(number) / 100);
         Reinstall r;
-        r.server.serve(kSystemArchivePath, archive);
-        if (fault == "cut"_s)
-            r.server.serveCut(kSystemArchivePath, archive, part);
-        else if (fault == "length"_s)
-            r.server.serveUnderLength(kSystemArchivePath, archive, part);
-        else if (fault == "unknown"_s)
-            r.server.serveWithoutLength(kSystemArchivePath, archive.left(part));
-        else if (fault == "full"_s)
-            NEEDS(r.fillUpAfter(900), "Nothing can be mounted here");
-        else if (fault == "tool"_s)
-            r.programs.addStandIn("unar"_s, {Does::make(r.pc.downloads("System.txt"_s)), Does::exitWith(number)});
+        r.serveSpoilt(kSystemArchivePath, archive, fault, number);
+        NEEDS(fault != "full"_s || r.fillUpAfter(900), "Nothing can be mounted here");
         r.run({title});
         QCOMPARE(r.player.files(), kOldFiles);
         QVERIFY(r.lastBox().informativeText.isEmpty());

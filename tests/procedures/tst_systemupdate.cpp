@@ -99,20 +99,9 @@ private slots:
         if (fault == "rival"_s)
             entries.insert("Attrib.EXE"_s, "MZ");
         const QByteArray archive = zipOf(entries, "CorvinUpdate/"_s, kLeastRelease);
-        const int part = int(archive.size() * qint64(number) / 100);
         Update update;
-        update.server.serve(kUpdateArchivePath, archive);
-        if (fault == "cut"_s)
-            update.server.serveCut(kUpdateArchivePath, archive, part);
-        else if (fault == "length"_s)
-            update.server.serveUnderLength(kUpdateArchivePath, archive, part);
-        else if (fault == "unknown"_s)
-            update.server.serveWithoutLength(kUpdateArchivePath, archive.left(part));
-        else if (fault == "tool"_s)
-            update.programs.addStandIn("unar"_s,
-                                       {Does::make(update.pc.downloads("CorvinUpdate.txt"_s)), Does::exitWith(number)});
-        else if (fault == "full"_s)
-            NEEDS(update.fillUpAfter(900), "Nothing can be mounted here");
+        update.serveSpoilt(kUpdateArchivePath, archive, fault, number);
+        NEEDS(fault != "full"_s || update.fillUpAfter(900), "Nothing can be mounted here");
         update.run(Slots::kUpdate, {title});
         QCOMPARE(update.player.files(), (QStringList{update.kOld, "My Songs/a.mid"_s}));
     }
