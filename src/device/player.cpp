@@ -41,9 +41,9 @@ bool Player::isThere() const
            (!ListedVolumes::areInForce() || isPlayerLabel(ListedVolumes::label(m_root)));
 }
 
-bool Player::flush() const
+bool Player::flush(const std::function<bool()> &goOn) const
 {
-    return flushVolumeAside(m_root) && isThere();
+    return flushVolumeAside(m_root, goOn) && isThere();
 }
 
 bool Player::isOwnFolder(const QString &name)

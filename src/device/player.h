@@ -4,6 +4,7 @@
 #include "playernames.h"
 
 #include <QString>
+#include <functional>
 
 /// The player as one job found it: the root of its volume, and which volume that was. A small value; never kept beyond
 /// one job, since the player may come back under another root.
@@ -44,8 +45,9 @@ public:
     /// player is pulled: under the root nothing may be written, replaced or deleted then. Cheap enough for every file.
     bool isThere() const;
     /// Writes everything to the disk, see flushVolume(), with the window alive. Returns whether it is there, and the
-    /// player too: before any text that says that something is done.
-    bool flush() const;
+    /// player too: before any text that says that something is done. @p goOn, when given, is asked again and again; when
+    /// it says no, the flush may end early, and has failed then.
+    bool flush(const std::function<bool()> &goOn = nullptr) const;
 
     /// Whether @p name is that of a folder at the root that the player makes itself, in any case.
     static bool isOwnFolder(const QString &name);

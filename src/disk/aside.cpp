@@ -7,20 +7,41 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <atomic>
 #include <memory>
 
 namespace {
 constexpr int kRoundMs = 50;
 constexpr unsigned long kPauseMs = 5;
 constexpr unsigned long kBetweenAttemptsMs = 50;
+
+/// Does @p work aside, and calls @p eachRound between two rounds of events.
+void doAside(const std::function<void()> &work, const std::function<void()> &eachRound)
+{
+    const std::unique_ptr<QThread> thread(QThread::create(work));
+    thread->start();
+    while (!thread->wait(kPauseMs)) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, kRoundMs);
+        eachRound();
+    }
+}
+
+using Flush = bool (*)(const QString &path, const BetweenFlushes &goOn);
+
+bool flushAside(Flush flush, const QString &path, const std::function<bool()> &goOn)
+{
+    bool flushed = false;
+    std::atomic<bool> ended{false};
+    doAside([&flushed, &ended, flush, &path] { flushed = flush(path, [&ended] { return !ended; }); },
+            [&ended, &goOn] { ended = goOn && !goOn(); });
+    return flushed;
+}
+
 } // namespace
 
 void doAside(const std::function<void()> &work)
 {
-    const std::unique_ptr<QThread> thread(QThread::create(work));
-    thread->start();
-    while (!thread->wait(kPauseMs))
-        QCoreApplication::processEvents(QEventLoop::AllEvents, kRoundMs);
+    doAside(work, [] {});
 }
 
 bool doAsidePatiently(const std::function<bool()> &attempt)
@@ -34,16 +55,12 @@ bool doAsidePatiently(const std::function<bool()> &attempt)
     return done;
 }
 
-bool flushVolumeAside(const QString &path)
+bool flushVolumeAside(const QString &path, const std::function<bool()> &goOn)
 {
-    bool flushed = false;
-    doAside([&flushed, path] { flushed = flushVolume(path); });
-    return flushed;
+    return flushAside(flushVolume, path, goOn);
 }
 
-bool flushFolderAside(const QString &path)
+bool flushFolderAside(const QString &path, const std::function<bool()> &goOn)
 {
-    bool flushed = false;
-    doAside([&flushed, path] { flushed = flushFolder(path); });
-    return flushed;
+    return flushAside(flushFolder, path, goOn);
 }

@@ -13,8 +13,9 @@ void doAside(const std::function<void()> &work);
 bool doAsidePatiently(const std::function<bool()> &attempt);
 
 /// Flushes the volume under @p path as flushVolume() does, aside: a slow stick may take a minute for it. Returns what
-/// flushVolume() returned.
-bool flushVolumeAside(const QString &path);
+/// flushVolume() returned. @p goOn, when given, is asked in the calling thread all the while.
+bool flushVolumeAside(const QString &path, const std::function<bool()> &goOn = nullptr);
 
-/// Flushes what this program has written below the folder @p path as flushFolder() does, aside. Returns what it returned.
-bool flushFolderAside(const QString &path);
+/// Flushes what this program has written below the folder @p path as flushFolder() does, aside. Returns what it
+/// returned. @p goOn as above.
+bool flushFolderAside(const QString &path, const std::function<bool()> &goOn = nullptr);

@@ -1,5 +1,6 @@
 #include "filecopy.h"
 
+#include "datafolder.h"
 #include "diskcalls.h"
 #include "tree.h"
 
@@ -87,10 +88,11 @@ bool fitsInPlaceOf(const QString &source, const QString &destination)
 /// Copies @p source over @p destination where there is no room for both, the volume being @p volume. The old file waits
 /// on the PC until the new one is whole: the room that was counted may be somebody else's by now.
 CopyResult replaceInItsRoom(const QString &source, const QString &destination, quint64 volume,
-                            const BetweenBlocks &betweenBlocks)
+                            const BetweenBlocks &betweenBlocks, const FormerKept &formerKept)
 {
-    QTemporaryDir pc;
-    const QString kept = pc.filePath(QStringLiteral("old"));
+    QDir().mkpath(dataFolder());
+    QTemporaryDir pc(dataFolder() + QLatin1String("/replaced-XXXXXX"));
+    const QString kept = pc.filePath(QFileInfo(destination).fileName());
     const CopyResult keeping = pc.isValid() ? copyFile(destination, kept, betweenBlocks) : CopyResult::NotCreated;
     if (keeping != CopyResult::Copied)
         return keeping == CopyResult::Stopped ? keeping : CopyResult::NotWritten;
@@ -108,6 +110,8 @@ CopyResult replaceInItsRoom(const QString &source, const QString &destination, q
     if (!samePlace || copyFile(kept, destination) != CopyResult::Copied) {
         pc.setAutoRemove(false);
         qWarning().noquote() << "[replaceFile] The former" << destination << "is kept as" << kept;
+        if (formerKept)
+            formerKept(kept);
     }
     return result;
 }
@@ -143,7 +147,8 @@ CopyResult copyFile(const QString &source, const QString &destination, const Bet
     return result;
 }
 
-CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
+CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks,
+                       const FormerKept &formerKept)
 {
     if (QFileInfo(destination).isDir() || isSameFile(source, destination))
         return CopyResult::DestinationExists;
@@ -163,5 +168,5 @@ CopyResult replaceFile(const QString &source, const QString &destination, const 
     // On one volume both paths may lead to one file, by names that differ in case or by another way to the same disk.
     if (!noRoom || volumeId(folder) != volume || volumeId(source) == volume || !fitsInPlaceOf(source, destination))
         return result;
-    return replaceInItsRoom(source, destination, volume, betweenBlocks);
+    return replaceInItsRoom(source, destination, volume, betweenBlocks, formerKept);
 }

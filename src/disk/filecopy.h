@@ -18,6 +18,9 @@ enum class CopyResult
 /// Called between two blocks of a large file, never for a small one; returns whether to go on.
 using BetweenBlocks = std::function<bool()>;
 
+/// Called with where a file of the disk lies on the PC now, when it could not be put back.
+using FormerKept = std::function<void(const QString &path)>;
+
 /// Copies the regular file @p source to the new file @p destination (both absolute, forward slashes) in large writes,
 /// with its permissions where the disk knows any, and on Windows with its date. An existing destination is never
 /// touched. When the copy fails or is stopped, nothing is left under the destination's name, as far as the disk still
@@ -28,10 +31,12 @@ CopyResult copyFile(const QString &source, const QString &destination, const Bet
 /// file ("corvin4-copy0.tmp"; what a killed run has left under that name is overwritten) and takes its place when it is
 /// complete, so that a copy that fails or is stopped keeps the old file. Only where the disk has no room for both, would
 /// have it for the new one, and the source lies on another volume, the old file goes first: it is kept on the PC
-/// meanwhile, comes back when the copy fails, and from then on the copy cannot be stopped. Where the PC cannot keep it,
-/// it stays where it is.
+/// meanwhile, in the program's data folder, comes back when the copy fails, and from then on the copy cannot be stopped.
+/// Where the PC cannot keep it, it stays where it is. Where it cannot come back, the disk being gone, it stays on the PC,
+/// and @p formerKept is told.
 /// A folder is never replaced, nor is a file by itself: the result is then DestinationExists.
-CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks = nullptr);
+CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks = nullptr,
+                       const FormerKept &formerKept = nullptr);
 
 /// Whether both paths lead to the same existing file, through links or not.
 bool isSameFile(const QString &first, const QString &second);

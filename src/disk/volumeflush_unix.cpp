@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-bool flushVolume(const QString &path)
+bool flushVolume(const QString &path, const BetweenFlushes & /*goOn*/)
 {
     const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (folder < 0)
@@ -15,8 +15,8 @@ bool flushVolume(const QString &path)
     return flushed;
 }
 
-bool flushFolder(const QString &path)
+bool flushFolder(const QString &path, const BetweenFlushes &goOn)
 {
     // A call a file would take longer than one for all of them.
-    return flushVolume(path);
+    return flushVolume(path, goOn);
 }

@@ -102,7 +102,7 @@ bool isSystems(const QFileInfo &file, const QString &root)
 
 /// What this run of the program has written there. A copy keeps the time at which its original was written, but not
 /// the one at which the original was made.
-bool flushOwnFiles(const QFileInfo &place)
+bool flushOwnFiles(const QFileInfo &place, const BetweenFlushes &goOn)
 {
     const QString path = place.absoluteFilePath();
     if (place.isFile())
@@ -111,14 +111,16 @@ bool flushOwnFiles(const QFileInfo &place)
     const QDateTime since = unflushedSince(path);
     bool flushed = true;
     // Aside of the window's thread: there no events are processed.
-    walkTree({path, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks, {}, true, 0},
-             [&](const QFileInfo &info) {
-                 if (!isSystems(info, path) && qMax(info.lastModified(), info.birthTime()) >= since)
-                     flushed = flushFile(info.filePath()) && flushed;
-                 return true;
-             });
+    const bool ended = walkTree({path, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks, {}, true, 0},
+                                [&](const QFileInfo &info) {
+                                    if (goOn && !goOn())
+                                        return false;
+                                    if (!isSystems(info, path) && qMax(info.lastModified(), info.birthTime()) >= since)
+                                        flushed = flushFile(info.filePath()) && flushed;
+                                    return true;
+                                });
     // A drive that went away meanwhile ended the loop early.
-    flushed = flushed && place.exists();
+    flushed = flushed && ended && place.exists();
     if (flushed) {
         const QMutexLocker lock(&flushTimes().mutex);
         flushTimes().begun.insert(path, begun);
@@ -128,7 +130,7 @@ bool flushOwnFiles(const QFileInfo &place)
 
 } // namespace
 
-bool flushVolume(const QString &path)
+bool flushVolume(const QString &path, const BetweenFlushes &goOn)
 {
     QFileInfo place(path);
     if (!place.exists())
@@ -137,12 +139,12 @@ bool flushVolume(const QString &path)
     // A volume is opened by its drive letter alone: "\\.\E:", without the closing backslash.
     const QString drive = QDir::toNativeSeparators(place.absoluteFilePath()).left(2);
     // Only administrators may flush a whole volume.
-    return flushOpened(QLatin1String("\\\\.\\") + drive) || flushOwnFiles(place);
+    return flushOpened(QLatin1String("\\\\.\\") + drive) || flushOwnFiles(place, goOn);
 }
 
-bool flushFolder(const QString &path)
+bool flushFolder(const QString &path, const BetweenFlushes &goOn)
 {
     QFileInfo place(path);
     place.setCaching(false);
-    return place.exists() && flushOwnFiles(place);
+    return place.exists() && flushOwnFiles(place, goOn);
 }

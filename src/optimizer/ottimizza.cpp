@@ -199,7 +199,8 @@ void Ottimizza::finishRun()
 {
     // The result page tells the user to unplug: nothing may be left in a cache then, nor may the player be gone
     // already.
-    if (!abortRequested && failCode == Success && !run().player.flush()) {
+    if (!abortRequested && failCode == Success && !run().player.flush([this] { return !abortRequested; }) &&
+        !abortRequested) {
         qWarning() << "Ottimizza : flush failed :" << rootPath;
         failCode = DeviceNotFound;
     }

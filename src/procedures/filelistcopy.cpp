@@ -145,7 +145,10 @@ FileListCopy::FileOutcome FileListCopy::copyOne(const QString &source, const QSt
         // The question may have stood for long.
         if (isPlayerGone())
             return FileOutcome::PlayerGone;
-        result = replaceFile(source, destination, keepWindowAlive);
+        QString former;
+        result = replaceFile(source, destination, keepWindowAlive, [&former](const QString &kept) { former = kept; });
+        if (!former.isEmpty())
+            m_view.tell({Notice::Critical, tr("Errore sulla copia"), destination, formerIsAt(former)});
     }
     if (result == CopyResult::Copied)
         return FileOutcome::Copied;
@@ -154,6 +157,11 @@ FileListCopy::FileOutcome FileListCopy::copyOne(const QString &source, const QSt
     // Folders stand in the list too, and are made for what is in them.
     m_filesAreMissing = m_filesAreMissing || !QFileInfo(source).isDir();
     return m_ignoreAllErrors || mayGoOnWithout(destination) ? FileOutcome::NotCopied : FileOutcome::GiveUp;
+}
+
+QString FileListCopy::formerIsAt(const QString &path)
+{
+    return tr("La versione precedente è conservata sul PC:\n%1").arg(QDir::toNativeSeparators(path));
 }
 
 /// Asks whether the file at @p destination is to be replaced.
@@ -176,7 +184,7 @@ bool FileListCopy::mayGoOnWithout(const QString &destination)
     // Deliberate: "yes to all" is the Cancel button, so that closing the box means it too.
     const JobAnswer answer =
         m_view.ask({tr("Errore sulla copia"),
-                    tr("Il File\n") + destination + tr("\nnon è stato copiato. Vuoi continuare a copiare?"),
+                    tr("Il File\n") + destination + tr("\non è stato copiato. Vuoi continuare a copiare?"),
                     {{JobAnswer::Yes, tr("Si")}, {JobAnswer::No, tr("No")}, {JobAnswer::Cancel, tr("Si,Tutti")}},
                     JobAnswer::Yes,
                     JobAnswer::Cancel,

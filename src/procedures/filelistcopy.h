@@ -50,6 +50,7 @@ private:
     bool isPlayerGone() const { return m_player.isFound() && !m_player.isThere(); }
     FileOutcome copyOne(const QString &source, const QString &destination);
     bool mayReplace(const QString &destination);
+    static QString formerIsAt(const QString &path);
     bool mayGoOnWithout(const QString &destination);
 
     JobView &m_view;

@@ -117,7 +117,7 @@ JobEnd Reinstall::saveSongs()
     const auto goOn = [this] { return !m_view.isStopped(); };
     // The copy's own outcome is that of its last file; nothing is erased unless all of them are on the PC.
     if (SongBackup(m_view).saveEverything(m_player, m_backup).isDone() && isBackupComplete(m_backup, m_player, goOn) &&
-        flushFolderAside(m_backup))
+        flushFolderAside(m_backup, goOn))
         return {};
     return failed({Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)});
 }

@@ -92,7 +92,9 @@ JobEnd SongBackup::copyToFolder()
 
 JobEnd SongBackup::flushFolder()
 {
-    return {flushFolderAside(m_destination) ? JobEnd::Done : JobEnd::Failed};
+    if (flushFolderAside(m_destination, [this] { return !m_view.isStopped(); }))
+        return {};
+    return {m_view.isStopped() ? JobEnd::Stopped : JobEnd::Failed};
 }
 
 JobEnd SongBackup::beginCopy()

@@ -112,5 +112,7 @@ void SongRestore::removeWhatStays(QStringList &paths) const
 
 JobEnd SongRestore::flushPlayer()
 {
-    return {m_player.flush() ? JobEnd::Done : JobEnd::Failed};
+    if (m_player.flush([this] { return !m_view.isStopped(); }))
+        return {};
+    return {m_view.isStopped() ? JobEnd::Stopped : JobEnd::Failed};
 }

@@ -85,7 +85,7 @@ JobEnd SystemUpdate::copy()
     if (!copied)
         removeUnfinished();
     // Off the player before the box: whoever reads it may pull the cable at once.
-    const bool flushed = m_player.flush();
+    const bool flushed = copied ? m_player.flush() : flushUntilStopped();
     if (copied && flushed)
         return {};
     tellDownloadError(m_view, kCodeCopy);
@@ -108,7 +108,12 @@ bool SystemUpdate::copyToPlayer()
     if (!copied || m_view.isStopped() || !areWholeAt(unfinished, files, m_unpacked))
         return false;
     // The player takes up whatever bears the name: what it stands for has to be on the disk before it does.
-    return m_player.flush() && giveName(unfinished, m_player.root() + PlayerNames::kUpdate);
+    return flushUntilStopped() && giveName(unfinished, m_player.root() + PlayerNames::kUpdate);
+}
+
+bool SystemUpdate::flushUntilStopped() const
+{
+    return m_player.flush([this] { return !m_view.isStopped(); });
 }
 
 /// Takes the update away that the player has not taken up yet. Returns whether none is there any more.

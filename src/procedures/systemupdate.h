@@ -28,6 +28,7 @@ private:
     JobEnd finish();
 
     bool copyToPlayer();
+    bool flushUntilStopped() const;
     bool removeOldUpdate();
     void removeUnfinished();
 

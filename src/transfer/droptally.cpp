@@ -24,6 +24,11 @@ void DropTally::addMissingFolder(const QString &source)
         m_firstMissing.append(QDir::toNativeSeparators(source));
 }
 
+void DropTally::addFormerKept(const QString &path)
+{
+    m_formerKept.append(QDir::toNativeSeparators(path));
+}
+
 void DropTally::doubtTheLast()
 {
     if (m_lastCopied.isEmpty())

@@ -17,6 +17,8 @@ public:
     void addMissing(const QString &source);
     /// The folder @p source could not be made or read: named, but it counts for no file.
     void addMissingFolder(const QString &source);
+    /// What a file was to replace could neither be replaced nor put back: it lies at @p path on the PC.
+    void addFormerKept(const QString &path);
     /// The file that arrived last may not be whole.
     void doubtTheLast();
 
@@ -27,6 +29,8 @@ public:
     int wantedFiles() const;
     /// The first of what is missing, as the PC writes paths.
     const QStringList &firstMissing() const { return m_firstMissing; }
+    /// Where files of the player lie on the PC that could not be put back, as the PC writes paths.
+    const QStringList &formerKept() const { return m_formerKept; }
 
 private:
     int m_counted;
@@ -34,4 +38,5 @@ private:
     int m_missing = 0;
     QString m_lastCopied;
     QStringList m_firstMissing;
+    QStringList m_formerKept;
 };

@@ -103,7 +103,7 @@ void Transfer::copyCounted(const QStringList &paths, int total)
     copyAll(paths);
     qInfo() << "Transfer : Fine Copia";
     // Whatever was copied last can only be vouched for once the player has it.
-    if (!m_player.flush() && m_tally.isWhole())
+    if (!m_player.flush([this] { return !aborted; }) && m_tally.isWhole())
         m_tally.doubtTheLast();
     ui->pushBtnForward->setEnabled(true);
     endWork();
@@ -241,7 +241,9 @@ void Transfer::copyOneFile(const QString &source, const QString &destination)
 CopyResult Transfer::copyOver(const QString &source, const QString &destination)
 {
     // The question may have been open for long.
-    const CopyResult result = isPlayerThere() ? replaceFile(source, destination, [this] { return keepWindowAlive(); })
+    const CopyResult result = isPlayerThere() ? replaceFile(
+                                                    source, destination, [this] { return keepWindowAlive(); },
+                                                    [this](const QString &kept) { m_tally.addFormerKept(kept); })
                                               : CopyResult::NotCreated;
     if (result != CopyResult::Copied)
         qDebug() << "Transfer : File non sostituito :" << destination;
@@ -270,8 +272,12 @@ void Transfer::tellWhatIsMissing()
 {
     if (m_tally.isWhole())
         return;
+    QString former;
+    if (!m_tally.formerKept().isEmpty())
+        former =
+            tr("La versione precedente è conservata sul PC:\n%1").arg(m_tally.formerKept().join(QLatin1Char('\n')));
     // Over the window and not over this page, whose style sheet would reach into the box.
     tellUser(window(), QMessageBox::Information, tr("Trasferimento non completato"),
-             tr("Copiati %1 file su %2.").arg(m_tally.copiedFiles()).arg(m_tally.wantedFiles()), QString(),
+             tr("Copiati %1 file su %2.").arg(m_tally.copiedFiles()).arg(m_tally.wantedFiles()), former,
              m_tally.firstMissing().join(QLatin1Char('\n')));
 }

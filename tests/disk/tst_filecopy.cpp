@@ -1,5 +1,7 @@
 #include "disk/filecopy.h"
 
+#include "disk/datafolder.h"
+
 #include "support/exfatvolume.h"
 #include "support/files.h"
 #include "support/limits.h"
@@ -213,6 +215,43 @@ private slots:
         QCOMPARE(filesBelow(volume.path("Songs"_s)), words("old.mid"));
         QCOMPARE(contentOf(volume.path("Songs/old.mid"_s)), replaced ? content : old);
         QCOMPARE(contentOf(volume.path("filler.mid"_s)).size(), int(filler));
+    }
+
+    void oldFileThatCannotComeBackIsNamed() {
+        QString why;
+        if (!ExFatVolume::isPossible(&why))
+            QSKIP(qPrintable(why));
+        const ExFatVolume volume(8, "FULL"_s);
+        QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
+        const QByteArray old = pattern(3 * kBlock);
+        const QString target = volume.path("old.mid"_s);
+        putFile(target, old);
+        const auto fillUp = [&volume](const QString &name) {
+            putFile(volume.path(name), QByteArray(int(QStorageInfo(volume.root()).bytesAvailable()), 'f'));
+        };
+        fillUp("filler.mid"_s);
+        PcFolder pc;
+        const QString source = pc.addFile("new.mid"_s, QByteArray(3 * kBlock, 'n'));
+        bool taken = false;
+        QStringList kept;
+        const CopyResult result = replaceFile(
+            source, target,
+            [&] {
+                // Somebody else takes the room as soon as it is free.
+                if (!taken && QFileInfo(target).size() < old.size()) {
+                    taken = true;
+                    fillUp("other.mid"_s);
+                }
+                return true;
+            },
+            [&kept](const QString &path) { kept.append(path); });
+        QVERIFY(taken);
+        QCOMPARE(result, CopyResult::NotWritten);
+        QCOMPARE(kept.size(), 1);
+        QCOMPARE(QFileInfo(kept.first()).fileName(), "old.mid"_s);
+        QVERIFY(kept.first().startsWith(dataFolder()));
+        QCOMPARE(contentOf(kept.first()), old);
+        QVERIFY(!QFile::exists(target));
     }
 
     void fileOfThePcBelowAPulledVolumeIsLeftAlone() {

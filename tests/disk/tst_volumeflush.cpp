@@ -36,6 +36,18 @@ private slots:
 
     void emptyPathIsReported() { QVERIFY(!flushVolume(QString())); }
 
+    void flushThatAsksEndsWhenNotWanted() {
+#ifdef Q_OS_WIN
+        constexpr bool inOneCall = false;
+#else
+        constexpr bool inOneCall = true;
+#endif
+        PcFolder folder;
+        folder.addFile("song.mid"_s, "song");
+        QVERIFY(flushFolder(folder.path(), [] { return true; }));
+        QCOMPARE(flushFolder(folder.path(), [] { return false; }), inOneCall);
+    }
+
     void playerIsFlushed() {
         SimulatedPlayer player;
         player.addFile("My Songs/Perché.mid"_s, "song");

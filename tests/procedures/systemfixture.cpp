@@ -127,7 +127,7 @@ bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, co
 
 StopPresser::StopPresser(const ProcedureWindow &window, const QString &status, const std::function<bool()> &condition) {
     connect(&m_timer, &QTimer::timeout, this, [this, &window, status, condition] {
-        if (m_pressed || window.status() != status || (condition && !condition()))
+        if (m_pressed || (!status.isEmpty() && window.status() != status) || (condition && !condition()))
             return;
         m_timer.stop();
         m_pressed = true;

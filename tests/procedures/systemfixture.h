@@ -108,8 +108,8 @@ bool unpackArchive(const ProcedureWindow &window, const QString &archive);
 /// Replaces the player's system as the procedures do. Returns whether they would go on.
 bool transferSystem(const ProcedureWindow &window, const QString &deviceRoot, const QString &unpacked);
 
-/// Presses STOP once, as soon as the procedure processes events while the status line shows a text and a condition holds;
-/// fails the test when that never comes.
+/// Presses STOP once, as soon as the procedure processes events while the status line shows a text (any, when empty)
+/// and a condition holds; fails the test when that never comes.
 class StopPresser : public QObject
 {
 public:

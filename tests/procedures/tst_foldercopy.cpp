@@ -132,7 +132,7 @@ private slots:
         });
         QVERIFY(!c.copy({c.source(name), c.from + "sub/missing.mid"_s, c.from + "Vol.1"_s},
                         {{Titles::kCopyExists, Buttons::kNo}, Titles::kCopyFailed, Titles::kCopyFailed}));
-        const QString failed = "Il File\n%1\nnon è stato copiato. Vuoi continuare a copiare?"_s;
+        const QString failed = "Il File\n%1\non è stato copiato. Vuoi continuare a copiare?"_s;
         const QStringList texts = {"Il File\n%1\nEsiste già. Vuoi sostituirlo?"_s.arg(c.to + name),
                                    failed.arg(c.to + "sub/missing.mid"_s), failed.arg(c.to + "Vol.1"_s)};
         for (int i = 0; i < texts.size(); ++i) {

@@ -7,6 +7,7 @@
 #include "procedures/songrestore.h"
 #include "procedures/systemupdate.h"
 #include "support/boxtexts.h"
+#include "support/exfatvolume.h"
 #include "support/files.h"
 #include "support/jobrecorder.h"
 #include "support/logcapture.h"
@@ -319,6 +320,41 @@ private slots:
         QCOMPARE(player.folders().size(), when == "folder"_s ? 3 : 0);
         if (when == "question"_s)
             QCOMPARE(player.content("3.mid"_s), QByteArray("on the player"));
+    }
+
+    void fileThatCouldNeitherBeReplacedNorPutBackIsNamed() {
+        QString why;
+        if (!ExFatVolume::isPossible(&why))
+            QSKIP(qPrintable(why));
+        constexpr int kMegabyte = 1024 * 1024;
+        const ExFatVolume volume(8, "FULL"_s);
+        QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
+        const auto fillUp = [&volume](const QString &name) {
+            putFile(volume.path(name), QByteArray(int(QStorageInfo(volume.root()).bytesAvailable()), 'f'));
+        };
+        const QString song = volume.path("song.mid"_s);
+        putFile(song, QByteArray(3 * kMegabyte, 'o'));
+        fillUp("filler.mid"_s);
+        PcFolder pc;
+        const QString source = pc.addFile("from/song.mid"_s, QByteArray(3 * kMegabyte, 'n'));
+        // Somebody else takes the room as soon as it is free.
+        QTimer other;
+        connect(&other, &QTimer::timeout, this, [&] {
+            if (QFileInfo(song).size() == 3 * kMegabyte)
+                return;
+            other.stop();
+            fillUp("other.mid"_s);
+        });
+        other.start(0);
+        JobRecorder view;
+        view.answers = {{Titles::kCopyExists, JobAnswer::Yes}, {Titles::kCopyFailed, JobAnswer::No}};
+        QVERIFY(!FileListCopy(view, {source}, volume.root(), pc.path("from/"_s), Player()).run().isDone());
+        const QStringList told = view.of("tell"_s);
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told.first().startsWith(Titles::kCopyFailed + "|"_s + song + "|La versione precedente"_s),
+                 qPrintable(told.first()));
+        const QString kept = QDir::fromNativeSeparators(told.first().section(QLatin1Char('\n'), -1));
+        QCOMPARE(contentOf(kept), QByteArray(3 * kMegabyte, 'o'));
     }
 
     void playlistsThatWereKeptAreRestoredWhereThePlayerHasThem_data() {

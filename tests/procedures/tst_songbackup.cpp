@@ -75,7 +75,7 @@ private slots:
         b.addToPlayer(words("Vol.1/a.mid"));
         // The folder stands in the list before what is in it.
         b.backUp({Titles::kCopyFailed, Titles::kDone});
-        QCOMPARE(b.firstBox().text, "Il File\n%1Vol.1\nnon è stato copiato. Vuoi continuare a copiare?"_s.arg(
+        QCOMPARE(b.firstBox().text, "Il File\n%1Vol.1\non è stato copiato. Vuoi continuare a copiare?"_s.arg(
                                         b.backup + QDir::separator()));
         QCOMPARE(entriesBelow(b.backup), words("Vol.1 Vol.1/a.mid"));
     }

@@ -6,6 +6,7 @@
 namespace {
 
 constexpr unsigned long kSlowFlushMs = 100;
+constexpr int kLongFlushMs = 20000;
 const QString kSong = "My Songs/a.mid"_s;
 
 /// What the stand-in for the flush saw, and what it answers.
@@ -15,6 +16,8 @@ struct FlushRecord
     QStringList lastContents; ///< the files in the folder at the last flush
     bool good = true;
     bool onGuiThread = false;
+    bool lasts = false; ///< goes on for long, asking between two files
+    bool ended = false; ///< because the caller did not want to go on
 };
 FlushRecord record;
 
@@ -30,16 +33,19 @@ struct Unplugging : Maintenance
 } // namespace
 
 // Both take the place of the program's own flush in this test alone.
-bool flushVolume(const QString &path) {
+bool flushVolume(const QString &path, const BetweenFlushes &goOn) {
     record.folders.append(path);
     record.lastContents = filesBelow(path);
     record.onGuiThread = record.onGuiThread || QThread::currentThread() == qApp->thread();
-    QThread::msleep(kSlowFlushMs);
-    return record.good;
+    const QDeadlineTimer end(kLongFlushMs);
+    do
+        QThread::msleep(kSlowFlushMs);
+    while (record.lasts && !end.hasExpired() && !(record.ended = goOn && !goOn()));
+    return record.good && !record.ended;
 }
 
-bool flushFolder(const QString &path) {
-    return flushVolume(path);
+bool flushFolder(const QString &path, const BetweenFlushes &goOn) {
+    return flushVolume(path, goOn);
 }
 
 class TestUnplugTexts : public QObject
@@ -108,6 +114,28 @@ private slots:
         QCOMPARE(saves ? record.folders : record.folders.mid(0, 1), QStringList{saves ? p.backup : p.player.root()});
         if (saves)
             QCOMPARE(record.lastContents, QStringList{kSong});
+    }
+
+    void longFlushEndsAtStop_data() {
+        columns<QByteArray, QStringList>("slot", "boxes");
+        row("update", QByteArray(Slots::kUpdate), QStringList{Titles::kStop, Titles::kDownloadError3});
+        row("backup", QByteArray(Slots::kBackUp), QStringList{Titles::kStop, Titles::kBackupError});
+        row("restore", QByteArray(Slots::kRestore), QStringList{Titles::kStop, Titles::kBackupError});
+    }
+    void longFlushEndsAtStop() {
+        QFETCH(QByteArray, slot);
+        QFETCH(QStringList, boxes);
+        Unplugging p;
+        if (slot != Slots::kBackUp)
+            p.pc.addFile("backup/b.mid"_s);
+        record.lasts = true;
+        StopPresser stop(p.window, {}, [] { return !record.folders.isEmpty(); });
+        QElapsedTimer clock;
+        clock.start();
+        p.runThrough(slot, boxes);
+        QVERIFY(record.ended);
+        QVERIFY2(clock.elapsed() < kLongFlushMs / 2, qPrintable(QString::number(clock.elapsed())));
+        QVERIFY(!p.player.exists("CorvinUpdate"_s));
     }
 
     void removedUpdateIsFlushedBeforeItsErrorBox() {

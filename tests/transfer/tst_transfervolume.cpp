@@ -177,6 +177,30 @@ private slots:
         QCOMPARE(player.files(), words("a.mid filling.bin"));
     }
 
+    void oldFileThatCannotComeBackIsNamed() {
+        NEED_VOLUME(16);
+        const QByteArray old(6 * kMegabyte, 'o');
+        putFile(player.path("a.mid"_s), old);
+        player.fillUpTo(0);
+        // Somebody else takes the room as soon as it is free.
+        QTimer other;
+        connect(&other, &QTimer::timeout, this, [&] {
+            if (QFileInfo(player.path("a.mid"_s)).size() == old.size())
+                return;
+            other.stop();
+            putFile(player.path("other.mid"_s), QByteArray(int(QStorageInfo(player.root()).bytesAvailable()), 'f'));
+        });
+        other.start(0);
+        BoxAnswerer answerer;
+        answerer.answer(Titles::kTransferExists, Buttons::kSi);
+        answerer.answer(Titles::kNotAllCopied, Buttons::kOk);
+        QString more;
+        answerer.whenShown([&more](QMessageBox *box) { more = box->informativeText(); });
+        player.open->drop({player.open->pc.addFile("a.mid"_s, QByteArray(6 * kMegabyte, 'n'))});
+        QVERIFY2(more.startsWith("La versione precedente è conservata sul PC:\n"_s), qPrintable(more));
+        QCOMPARE(contentOf(QDir::fromNativeSeparators(more.section(QLatin1Char('\n'), -1))), old);
+    }
+
     void namesThatTheVolumeRefusesAreSkipped_data() {
         columns<QString>("name");
         row("colon", "side a: one.mid"_s);

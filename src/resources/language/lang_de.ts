@@ -398,12 +398,18 @@ ist bereits vorhanden. Möchten Sie sie ersetzen?</translation>
         <translation>Ja, alle</translation>
     </message>
     <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>Die vorherige Version liegt auf dem PC:
+%1</translation>
+    </message>
+    <message>
         <source>Errore sulla copia</source>
         <translation>Fehler beim Kopieren</translation>
     </message>
     <message>
         <source>
-non è stato copiato. Vuoi continuare a copiare?</source>
+on è stato copiato. Vuoi continuare a copiare?</source>
         <translation>
 wurde nicht kopiert. Möchten Sie mit dem Kopieren fortfahren?</translation>
     </message>
@@ -719,6 +725,12 @@ ist bereits vorhanden. Überschreiben?</translation>
     <message>
         <source>Trasferimento non completato</source>
         <translation>Übertragung nicht abgeschlossen</translation>
+    </message>
+    <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>Die vorherige Version liegt auf dem PC:
+%1</translation>
     </message>
     <message>
         <source>Copiati %1 file su %2.</source>

@@ -398,12 +398,18 @@ already exists. Do you want to replace it?</translation>
         <translation>Yes to All</translation>
     </message>
     <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>The previous version is kept on the PC:
+%1</translation>
+    </message>
+    <message>
         <source>Errore sulla copia</source>
         <translation>Copy error</translation>
     </message>
     <message>
         <source>
-non è stato copiato. Vuoi continuare a copiare?</source>
+on è stato copiato. Vuoi continuare a copiare?</source>
         <translation>
 was not copied. Do you want to go on copying?</translation>
     </message>
@@ -719,6 +725,12 @@ already exists. Overwrite it?</translation>
     <message>
         <source>Trasferimento non completato</source>
         <translation>Transfer not completed</translation>
+    </message>
+    <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>The previous version is kept on the PC:
+%1</translation>
     </message>
     <message>
         <source>Copiati %1 file su %2.</source>

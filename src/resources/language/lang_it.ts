@@ -398,14 +398,20 @@ Esiste già. Vuoi sostituirlo?</translation>
         <translation>Si,Tutti</translation>
     </message>
     <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>La versione precedente è conservata sul PC:
+%1</translation>
+    </message>
+    <message>
         <source>Errore sulla copia</source>
         <translation>Errore sulla copia</translation>
     </message>
     <message>
         <source>
-non è stato copiato. Vuoi continuare a copiare?</source>
+on è stato copiato. Vuoi continuare a copiare?</source>
         <translation>
-non è stato copiato. Vuoi continuare a copiare?</translation>
+on è stato copiato. Vuoi continuare a copiare?</translation>
     </message>
     <message>
         <source>ERRORE</source>
@@ -719,6 +725,12 @@ E&apos; già esistente. Sovrascrivo ?</translation>
     <message>
         <source>Trasferimento non completato</source>
         <translation>Trasferimento non completato</translation>
+    </message>
+    <message>
+        <source>La versione precedente è conservata sul PC:
+%1</source>
+        <translation>La versione precedente è conservata sul PC:
+%1</translation>
     </message>
     <message>
         <source>Copiati %1 file su %2.</source>
