@@ -9,22 +9,24 @@ class BitReader
 {
 public:
     /// Reads @p bytes, which must outlive the reader, from the byte at @p offset on.
-    BitReader(const QByteArray &bytes, int offset) : m_bytes(bytes), m_offset(offset) {}
+    BitReader(const QByteArray &bytes, int offset) : m_bytes(&bytes), m_offset(offset) {}
 
     /// The next bit, 0 or 1.
     unsigned bit()
     {
-        if (m_left == 0) {
-            m_current = ByteView::byteAt(m_bytes, m_offset++);
-            m_left = kByteBits;
-        }
+        if (m_left == 0)
+            fill();
         --m_left;
-        return (m_current >> m_left) & 1U;
+        return static_cast<unsigned>(m_waiting >> m_left) & 1U;
     }
 
     /// The next @p count bits (up to 32) as a number.
     unsigned bits(int count)
     {
+        if (m_left >= count) {
+            m_left -= count;
+            return static_cast<unsigned>((m_waiting >> m_left) & ((quint64(1) << count) - 1));
+        }
         unsigned value = 0;
         for (int i = 0; i < count; ++i)
             value = (value << 1) | bit();
@@ -33,10 +35,18 @@ public:
 
 private:
     static constexpr int kByteBits = 8;
+    static constexpr int kWaitingBits = 64;
 
-    const QByteArray &m_bytes;
+    void fill()
+    {
+        for (int byte = 0; byte < kWaitingBits / kByteBits; ++byte)
+            m_waiting = (m_waiting << kByteBits) | ByteView::byteAt(*m_bytes, m_offset++);
+        m_left = kWaitingBits;
+    }
+
+    const QByteArray *m_bytes;
     qint64 m_offset;
-    unsigned m_current = 0;
+    quint64 m_waiting = 0;
     int m_left = 0;
 };
 

@@ -7,11 +7,17 @@
 namespace {
 
 const unsigned kMostFrequency = 0x8000; ///< at the root; then all frequencies are halved
-const unsigned kSentinelFrequency = 0xFFFF;
+const quint16 kSentinelFrequency = 0xFFFF;
 
 std::size_t treeSize(std::size_t symbols)
 {
     return 2 * symbols - 1;
+}
+
+/// What the tables hold: no node and no frequency is larger.
+quint16 small(std::size_t value)
+{
+    return static_cast<quint16>(value);
 }
 
 } // namespace
@@ -19,9 +25,9 @@ std::size_t treeSize(std::size_t symbols)
 HuffmanTree::HuffmanTree(int mostSymbols)
     : m_frequency(treeSize(static_cast<std::size_t>(mostSymbols)) + 1),
       m_parent(treeSize(static_cast<std::size_t>(mostSymbols)) + static_cast<std::size_t>(mostSymbols)),
-      m_son(treeSize(static_cast<std::size_t>(mostSymbols)))
+      m_son(treeSize(static_cast<std::size_t>(mostSymbols))),
+      m_path(static_cast<std::size_t>(mostSymbols))
 {
-    m_code.reserve(static_cast<std::size_t>(mostSymbols));
 }
 
 void HuffmanTree::start(int symbols)
@@ -31,13 +37,13 @@ void HuffmanTree::start(int symbols)
     m_root = m_size - 1;
     for (std::size_t symbol = 0; symbol < m_symbols; ++symbol) {
         m_frequency[symbol] = 1;
-        m_son[symbol] = symbol + m_size;
-        m_parent[symbol + m_size] = symbol;
+        m_son[symbol] = small(symbol + m_size);
+        m_parent[symbol + m_size] = small(symbol);
     }
     for (std::size_t node = m_symbols, child = 0; node <= m_root; ++node, child += 2) {
-        m_frequency[node] = m_frequency[child] + m_frequency[child + 1];
-        m_son[node] = child;
-        m_parent[child] = m_parent[child + 1] = node;
+        m_frequency[node] = small(std::size_t(m_frequency[child]) + m_frequency[child + 1]);
+        m_son[node] = small(child);
+        m_parent[child] = m_parent[child + 1] = small(node);
     }
     m_frequency[m_size] = kSentinelFrequency;
     m_parent[m_root] = 0;
@@ -46,39 +52,50 @@ void HuffmanTree::start(int symbols)
 void HuffmanTree::encode(int symbol, BitWriter &writer)
 {
     // On very uneven input a code grows past 16 bits, hence one entry a bit. They are met from the leaf upwards.
-    m_code.clear();
+    quint16 *start = m_path.data() + m_path.size();
+    quint16 *const end = start;
     for (std::size_t node = m_parent[static_cast<std::size_t>(symbol) + m_size]; node != m_root; node = m_parent[node])
-        m_code.push_back(node & 1U);
-    std::for_each(m_code.crbegin(), m_code.crend(), [&writer](unsigned bit) { writer.putBit(bit); });
-    update(symbol);
+        *--start = small(node);
+    std::for_each(start, end, [&writer](quint16 node) { writer.putBit(node); });
+    countUp(symbol);
 }
 
 int HuffmanTree::decode(BitReader &reader)
 {
-    std::size_t node = m_son[m_root];
+    const quint16 *const sons = m_son.data();
+    BitReader bits = reader; // as a copy its fields stay in registers
+    std::size_t node = sons[m_root];
     while (node < m_size)
-        node = m_son[node + reader.bit()];
+        node = sons[node + bits.bit()];
+    reader = bits;
     const int symbol = static_cast<int>(node - m_size);
-    update(symbol);
+    countUp(symbol);
     return symbol;
 }
 
-void HuffmanTree::update(int symbol)
+void HuffmanTree::countUp(int symbol)
 {
     if (m_frequency[m_root] == kMostFrequency)
         rebuild();
-    std::size_t node = m_parent[static_cast<std::size_t>(symbol) + m_size];
+    countUpFrom(m_parent[static_cast<std::size_t>(symbol) + m_size]);
+}
+
+/// Counts the node and all above it, each of which moves to where its frequency belongs.
+void HuffmanTree::countUpFrom(std::size_t node)
+{
+    quint16 *const frequencies = m_frequency.data();
+    const quint16 *const parents = m_parent.data();
     do {
-        const unsigned frequency = ++m_frequency[node];
-        if (frequency > m_frequency[node + 1]) {
+        const quint16 frequency = ++frequencies[node];
+        if (frequency > frequencies[node + 1]) {
             // The order is broken: change places with the last node that is less frequent. The sentinel ends the walk.
             std::size_t other = node + 1;
-            while (frequency > m_frequency[other + 1])
+            while (frequency > frequencies[other + 1])
                 ++other;
             exchange(node, other);
             node = other;
         }
-        node = m_parent[node];
+        node = parents[node];
     } while (node != 0); // only the root's parent is node 0
 }
 
@@ -88,9 +105,9 @@ void HuffmanTree::exchange(std::size_t lower, std::size_t upper)
     std::swap(m_son[lower], m_son[upper]);
     for (const std::size_t node : {lower, upper}) {
         const std::size_t son = m_son[node];
-        m_parent[son] = node;
-        if (son < m_size)
-            m_parent[son + 1] = node;
+        // A leaf's symbol has one entry, an inner node's children have two; the second is then the first again.
+        m_parent[son] = small(node);
+        m_parent[son + (son < m_size ? 1 : 0)] = small(node);
     }
 }
 
@@ -107,7 +124,7 @@ void HuffmanTree::collectHalvedLeaves()
     for (std::size_t node = 0; node < m_size; ++node) {
         if (m_son[node] < m_size)
             continue;
-        m_frequency[leaves] = (m_frequency[node] + 1) / 2;
+        m_frequency[leaves] = small((std::size_t(m_frequency[node]) + 1) / 2);
         m_son[leaves] = m_son[node];
         ++leaves;
     }
@@ -116,7 +133,7 @@ void HuffmanTree::collectHalvedLeaves()
 void HuffmanTree::joinPairs()
 {
     for (std::size_t node = m_symbols, child = 0; node < m_size; ++node, child += 2) {
-        const unsigned frequency = m_frequency[child] + m_frequency[child + 1];
+        const quint16 frequency = small(std::size_t(m_frequency[child]) + m_frequency[child + 1]);
         // The new node goes behind all that are not more frequent; the pair itself is, so the walk ends there.
         std::size_t place = node;
         while (frequency < m_frequency[place - 1])
@@ -126,7 +143,7 @@ void HuffmanTree::joinPairs()
             m_son[moved] = m_son[moved - 1];
         }
         m_frequency[place] = frequency;
-        m_son[place] = child;
+        m_son[place] = small(child);
     }
 }
 
@@ -134,8 +151,8 @@ void HuffmanTree::linkParents()
 {
     for (std::size_t node = 0; node < m_size; ++node) {
         const std::size_t son = m_son[node];
-        m_parent[son] = node;
+        m_parent[son] = small(node);
         if (son < m_size)
-            m_parent[son + 1] = node;
+            m_parent[son + 1] = small(node);
     }
 }

@@ -28,7 +28,9 @@ public:
     int decode(BitReader &reader);
 
 private:
-    void update(int symbol);
+    void countUp(int symbol);
+    void countUpFrom(std::size_t node);
+    std::size_t moveUp(std::size_t node);
     void exchange(std::size_t lower, std::size_t upper);
     void rebuild();
     void collectHalvedLeaves();
@@ -38,8 +40,9 @@ private:
     std::size_t m_symbols = 0;
     std::size_t m_size = 0; ///< nodes of the tree
     std::size_t m_root = 0;
-    std::vector<unsigned> m_frequency; ///< one more than nodes: a sentinel above every frequency
-    std::vector<std::size_t> m_parent;
-    std::vector<std::size_t> m_son;
-    std::vector<unsigned> m_code;
+    // Small numbers: the whole tree stays in the processor's nearest cache.
+    std::vector<quint16> m_frequency; ///< one more than nodes: a sentinel above every frequency
+    std::vector<quint16> m_parent;
+    std::vector<quint16> m_son;
+    std::vector<quint16> m_path; ///< the nodes between the root and a symbol: no code has more bits than symbols
 };

@@ -8,6 +8,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -22,6 +23,8 @@ const int kLengthSymbolBase = kByteSymbols - kThreshold - 1; ///< symbol of a ma
 const int kPositionLowBits = 6;
 const unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
 
+const int kWordBytes = 8;
+const int kSpareBytes = kWordBytes - 1; ///< behind a text: matches are copied a word at a time
 const int kSizeBytes = 4;
 const unsigned kMissingByte = 0xFF;
 const int kByteBits = 8;
@@ -30,6 +33,20 @@ const int kRulerLength = 69;
 int symbolsFor(int lookAhead)
 {
     return kByteSymbols + lookAhead - kThreshold;
+}
+
+/// Copies @p length bytes to @p to from @p distance before it. Up to kSpareBytes behind them may be overwritten.
+void copyMatch(quint8 *to, int distance, int length)
+{
+    const quint8 *from = to - distance;
+    if (distance < kWordBytes) {
+        // Byte by byte: the match reaches into itself.
+        for (int i = 0; i < length; ++i)
+            to[i] = from[i];
+        return;
+    }
+    for (int i = 0; i < length; i += kWordBytes)
+        std::memcpy(to + i, from + i, kWordBytes);
 }
 
 quint32 statedSize(const QByteArray &input)
@@ -57,8 +74,9 @@ void logWrongSize(quint32 size)
 
 struct LzHuff::Storage
 {
-    // The spare bytes repeat the start of the ring, so that a text can be compared across its end.
-    std::vector<quint8> ring = std::vector<quint8>(kRingSize + kMostLookAhead - 1);
+    // Behind its end the ring's start is repeated, so that a text can be compared across it.
+    std::vector<quint8> ring = std::vector<quint8>(kRingSize + kMostLookAhead - 1 + MatchTree::kSpareBytes);
+    std::vector<quint8> text; ///< what is being expanded, behind what the ring begins with
     HuffmanTree symbols = HuffmanTree(symbolsFor(kMostLookAhead));
     MatchTree matches = MatchTree(ring);
     PositionCodes positions;
@@ -163,29 +181,28 @@ void LzHuff::encodePosition(int position, BitWriter &writer)
 
 void LzHuff::decode(const QByteArray &input, int offset, int size, int lookAhead, QByteArray &output)
 {
-    start(lookAhead);
+    Storage &storage = *m_storage;
+    storage.symbols.start(symbolsFor(lookAhead));
+    // A match never reaches further back than the ring is long: with the ring's first content in front of it the text is
+    // its own ring.
+    storage.text.resize(static_cast<std::size_t>(kRingSize + size + kSpareBytes));
+    std::fill_n(storage.text.begin(), lookAhead, quint8(0));
+    std::fill_n(storage.text.begin() + lookAhead, kRingSize - lookAhead, kBlank);
+    quint8 *next = storage.text.data() + kRingSize;
+    const quint8 *const end = next + size;
     BitReader reader(input, offset);
-    output.reserve(output.size() + size);
-    int current = kRingSize - lookAhead;
-    int wanted = size;
-    const auto write = [&](quint8 byte) {
-        output.append(static_cast<char>(byte));
-        m_storage->at(current) = byte;
-        current = (current + 1) & kRingMask;
-        --wanted;
-    };
-    while (wanted > 0) {
-        const int symbol = m_storage->symbols.decode(reader);
+    while (next < end) {
+        const int symbol = storage.symbols.decode(reader);
         if (symbol < kByteSymbols) {
-            write(static_cast<quint8>(symbol));
+            *next++ = static_cast<quint8>(symbol);
             continue;
         }
-        int source = (current - decodePosition(reader) - 1) & kRingMask;
-        for (int left = qMin(symbol - kLengthSymbolBase, wanted); left > 0; --left) {
-            write(m_storage->at(source));
-            source = (source + 1) & kRingMask;
-        }
+        const int distance = decodePosition(reader) + 1;
+        const int length = qMin(symbol - kLengthSymbolBase, static_cast<int>(end - next));
+        copyMatch(next, distance, length);
+        next += length;
     }
+    output.append(reinterpret_cast<const char *>(end - size), size);
 }
 
 int LzHuff::decodePosition(BitReader &reader) const

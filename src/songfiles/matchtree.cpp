@@ -1,11 +1,16 @@
 #include "matchtree.h"
 
+#include <QtAlgorithms>
+#include <QtEndian>
+
 namespace {
 
-const int kNone = MatchTree::kRingSize; ///< "no node"; its links may be written and are never followed
+const quint16 kNone = MatchTree::kRingSize; ///< "no node"; its links may be written and are never followed
 const int kRoots = MatchTree::kRingSize + 1;
 const int kByteValues = 256;
 const int kThreshold = 2; ///< a match must be longer to count
+const int kWordBytes = 8;
+const int kByteBits = 8;
 
 } // namespace
 
@@ -26,54 +31,54 @@ void MatchTree::start(int longestMatch)
 
 void MatchTree::insert(int position)
 {
-    int node = kRoots + m_ring[static_cast<std::size_t>(position)];
-    int order = 1; // below a root everything hangs on the right
-    link(m_left, position) = link(m_right, position) = kNone;
+    const quint8 *const ring = m_ring.data();
+    const quint8 *const key = ring + position;
+    quint16 *const left = m_left.data();
+    quint16 *const right = m_right.data();
+    left[position] = right[position] = kNone;
     m_matchLength = 0;
-    for (;;) {
-        int &next = link(order >= 0 ? m_right : m_left, node);
-        if (next == kNone) {
-            next = position;
-            link(m_parent, position) = node;
-            return;
+    int node = kRoots + *key;
+    quint16 *next = right + node; // below a root everything hangs on the right
+    while (*next != kNone) {
+        node = *next;
+        const int common = commonLength(key, ring + node);
+        if (common > kThreshold && common >= m_matchLength) {
+            noteMatch(position, node, common);
+            if (common >= m_longestMatch)
+                return replace(node, position); // the same text again: the newer position takes the place of the older
         }
-        node = next;
-        int common = 0;
-        compare(position, node, common, order);
-        if (noteMatch(position, node, common))
-            break;
+        next = (key[common] >= ring[node + common] ? right : left) + node;
     }
-    // The same text again: the newer position takes the place of the older.
-    replace(node, position);
+    *next = static_cast<quint16>(position);
+    link(m_parent, position) = static_cast<quint16>(node);
 }
 
-void MatchTree::compare(int position, int other, int &common, int &order) const
+/// How many bytes of the two texts are equal, up to the longest match. They stand in the same tree: the first ones are.
+int MatchTree::commonLength(const quint8 *key, const quint8 *old) const
 {
-    const auto key = static_cast<std::size_t>(position);
-    const auto old = static_cast<std::size_t>(other);
-    std::size_t i = 1; // the first bytes are equal, else the node would stand in another tree
-    for (order = 0; order == 0 && i < static_cast<std::size_t>(m_longestMatch); ++i)
-        order = m_ring[key + i] - m_ring[old + i];
-    common = static_cast<int>(order == 0 ? i : i - 1);
+    for (int i = 1; i < m_longestMatch; i += kWordBytes) {
+        const quint64 different = qFromLittleEndian<quint64>(key + i) ^ qFromLittleEndian<quint64>(old + i);
+        if (different != 0)
+            return qMin(i + static_cast<int>(qCountTrailingZeroBits(different)) / kByteBits, m_longestMatch);
+    }
+    return m_longestMatch;
 }
 
-bool MatchTree::noteMatch(int position, int other, int common)
+/// @p common is longer than the threshold and at least as long as what was found before.
+void MatchTree::noteMatch(int position, int other, int common)
 {
-    if (common <= kThreshold || common < m_matchLength)
-        return false;
     const int distance = ((position - other) & (kRingSize - 1)) - 1;
     if (common > m_matchLength || distance < m_matchPosition)
         m_matchPosition = distance;
     m_matchLength = common;
-    return common >= m_longestMatch;
 }
 
 void MatchTree::replace(int old, int position)
 {
     link(m_left, position) = link(m_left, old);
     link(m_right, position) = link(m_right, old);
-    link(m_parent, link(m_left, old)) = position;
-    link(m_parent, link(m_right, old)) = position;
+    link(m_parent, link(m_left, old)) = static_cast<quint16>(position);
+    link(m_parent, link(m_right, old)) = static_cast<quint16>(position);
     putInPlaceOf(old, position);
 }
 
@@ -81,9 +86,9 @@ void MatchTree::remove(int position)
 {
     if (link(m_parent, position) == kNone)
         return;
-    const int left = link(m_left, position);
-    const int right = link(m_right, position);
-    int heir = left;
+    const quint16 left = link(m_left, position);
+    const quint16 right = link(m_right, position);
+    quint16 heir = left;
     if (right == kNone) {
         heir = left;
     } else if (left == kNone) {
@@ -105,9 +110,9 @@ void MatchTree::remove(int position)
 
 void MatchTree::putInPlaceOf(int old, int position)
 {
-    const int parent = link(m_parent, old);
+    const quint16 parent = link(m_parent, old);
     link(m_parent, position) = parent;
-    int &fromRight = link(m_right, parent);
-    (fromRight == old ? fromRight : link(m_left, parent)) = position;
+    quint16 &fromRight = link(m_right, parent);
+    (fromRight == old ? fromRight : link(m_left, parent)) = static_cast<quint16>(position);
     link(m_parent, old) = kNone;
 }

@@ -10,8 +10,10 @@ class MatchTree
 public:
     static constexpr int kRingSize = 4096;
 
-    /// Searches in @p ring, which must outlive the tree and holds kRingSize bytes and as many spare ones behind, a copy
-    /// of the first, as the longest match takes less one.
+    static constexpr int kSpareBytes = 7; ///< behind the ring, of any value: texts are compared eight bytes at a time
+
+    /// Searches in @p ring, which must outlive the tree and holds kRingSize bytes, as many behind them, a copy of the
+    /// first, as the longest match takes less one, and kSpareBytes.
     explicit MatchTree(const std::vector<quint8> &ring);
 
     /// Empties the trees; from now on matches are at most @p longestMatch bytes long.
@@ -30,13 +32,13 @@ public:
     int matchPosition() const { return m_matchPosition; }
 
 private:
-    using Links = std::vector<int>;
+    using Links = std::vector<quint16>;
 
-    void compare(int position, int other, int &common, int &order) const;
-    bool noteMatch(int position, int other, int common);
+    int commonLength(const quint8 *key, const quint8 *old) const;
+    void noteMatch(int position, int other, int common);
     void replace(int old, int position);
     void putInPlaceOf(int old, int position);
-    int &link(Links &links, int node) { return links[static_cast<std::size_t>(node)]; }
+    quint16 &link(Links &links, int node) { return links[static_cast<std::size_t>(node)]; }
 
     const std::vector<quint8> &m_ring;
     int m_longestMatch = 0;
