@@ -24,6 +24,13 @@ quint16 wordAt(const QByteArray &bytes, int offset)
     return static_cast<quint16>((ByteView::byteAt(bytes, offset) << kByteBits) | ByteView::byteAt(bytes, offset + 1));
 }
 
+/// The first FF byte from @p from on that has a type behind it; -1 when there is none.
+int nextMeta(const QByteArray &bytes, int from)
+{
+    const int at = bytes.indexOf(static_cast<char>(kMeta), from);
+    return at < bytes.size() - kTypeOffset ? at : -1;
+}
+
 QString hexByte(int byte)
 {
     return QStringLiteral("%1").arg(byte, kHexDigits, kHexBase, QLatin1Char('0'));
@@ -39,6 +46,7 @@ bool RawMidiFile::load(const QByteArray &bytes)
     if (track < 0)
         return false;
     m_data = bytes;
+    m_first.isKnown = false;
     m_formatCode = wordAt(bytes, kFormatWordOffset) == 0 ? Midi0Format : Midi1Format;
     m_trackCount = wordAt(bytes, kTrackCountOffset);
     m_trackLengthOffset = track + kChunkNameBytes;
@@ -190,17 +198,48 @@ int RawMidiFile::eventLength(int offset) const
     return static_cast<qint8>(ByteView::byteAt(m_data, offset + kLengthOffset));
 }
 
+void RawMidiFile::lookForEvents() const
+{
+    m_first.standard.fill(-1);
+    m_first.own.fill(-1);
+    for (int at = nextMeta(m_data, m_trackDataStart); at >= 0; at = nextMeta(m_data, at + 1)) {
+        const quint8 type = ByteView::byteAt(m_data, at + kTypeOffset);
+        int &standard = m_first.standard[type];
+        if (standard < 0)
+            standard = at;
+        int &own = m_first.own[ByteView::byteAt(m_data, at + kContentOffset)];
+        if (type == kOwn && own < 0)
+            own = at;
+    }
+    m_first.isKnown = true;
+}
+
+int RawMidiFile::searchStandard(quint8 type, int from) const
+{
+    int at = nextMeta(m_data, from);
+    while (at >= 0 && ByteView::byteAt(m_data, at + kTypeOffset) != type)
+        at = nextMeta(m_data, at + 1);
+    return at;
+}
+
 int RawMidiFile::findStandard(quint8 type, int from) const
 {
-    const char pattern[] = {static_cast<char>(kMeta), static_cast<char>(type)};
-    return m_data.indexOf(QByteArray::fromRawData(pattern, sizeof pattern), from);
+    if (!m_first.isKnown)
+        lookForEvents();
+    const int first = m_first.standard[type];
+    return first < 0 || first >= from ? first : searchStandard(type, from);
 }
 
 int RawMidiFile::findOwn(quint8 tag, int from) const
 {
-    int at = findStandard(kOwn, from);
-    while (at >= 0 && ByteView::byteAt(m_data, at + kContentOffset) != tag)
-        at = findStandard(kOwn, at + 1);
+    if (!m_first.isKnown)
+        lookForEvents();
+    int at = m_first.own[tag];
+    if (at < 0 || at >= from)
+        return at;
+    do
+        at = searchStandard(kOwn, qMax(from, at + 1));
+    while (at >= 0 && ByteView::byteAt(m_data, at + kContentOffset) != tag);
     return at;
 }
 

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+
 /// One standard MIDI file as bytes, with the few meta events that carry what is known of a song.
 ///
 /// The events are not walked: a reader searches the bytes for a pattern, from the data of the first track up to the end
@@ -109,6 +111,8 @@ public:
 
 private:
     int eventLength(int offset) const;
+    void lookForEvents() const;
+    int searchStandard(quint8 type, int from) const;
     int findStandard(quint8 type, int from) const;
     int findOwn(quint8 tag, int from) const;
     QString standardText(quint8 type) const;
@@ -135,4 +139,15 @@ private:
     quint16 m_trackCount = 0;
     int m_formatCode = UnknownFormat;
     KeyNameTable m_keys;
+
+    /// Where the first event of each kind that a song can have begins: all are looked for in one pass, since most songs
+    /// lack most of them, and each search would then go through the whole file. Made when it is first asked for, and
+    /// anew after every edit.
+    struct FirstEvents
+    {
+        bool isKnown = false;
+        std::array<int, 256> standard = {}; ///< by type; -1: none
+        std::array<int, 256> own = {};      ///< by tag; -1: none
+    };
+    mutable FirstEvents m_first;
 };

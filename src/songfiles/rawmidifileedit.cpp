@@ -173,8 +173,10 @@ void RawMidiFile::setOwnNumber(quint8 tag, qint32 number)
     insertOwn(tag, QByteArray::number(number));
 }
 
+/// Called after every edit, and before the next search.
 void RawMidiFile::changeTrackLength(int bytes)
 {
+    m_first.isKnown = false;
     // The stated length may be anything: it is counted round, as the 32 bits it is stored in.
     const quint32 length = static_cast<quint32>(m_trackLength) + static_cast<quint32>(bytes);
     m_trackLength = static_cast<qint32>(length);
