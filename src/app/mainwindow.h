@@ -80,7 +80,7 @@ public slots:
     /// Makes the timer that looks for the player every 500 ms and starts it.
     void start_check_connection();
 
-    // pageflow.cpp: each slot hides the page that is left and shows the one that is entered.
+    /// In pageflow.cpp. Hides the page that is left and shows the one that is entered.
     void on_checkDone();
     void on_gotoTransfer();
     void on_gotoOptimizer();
@@ -91,17 +91,17 @@ public slots:
     void on_backFromTransferToOttimizza();
     /// Shows the result page for @p code: 0 is success, any other number a failure.
     void on_backFromOttimizzaToEndOttimizza(int code);
-    void on_backFromEndOttimizzaToFirstMenu();
+    void on_backFromEndOttimizzaToFirstMenu(); ///< hides the one page and shows the other
 
     // progress.cpp: the contract that every reporting page relies on.
     /// Shows or hides progress bar, status line and STOP together; the bar goes back to 0 and "%p%", the line is empty.
     void on_setProgressBarVisible(bool visible);
-    void on_setProgressBarMinVal(int value);
-    void on_setProgressBarMaxVal(int value);
+    void on_setProgressBarMinVal(int value); ///< the bar's lower end
+    void on_setProgressBarMaxVal(int value); ///< the bar's upper end; 0 and 0 make it busy
     /// @p format is QProgressBar's: "%p" percent, "%v" value, "%m" maximum.
     void on_setProgressBarFormat(const QString &format);
-    void on_updateProgressBarVal(int value);
-    void on_increaseProgressBarVal();
+    void on_updateProgressBarVal(int value); ///< painted at once
+    void on_increaseProgressBarVal();        ///< by one, painted at most every 40 ms
     /// Logs @p text and shows it in the status line, as plain text.
     void on_updateLabelAction(const QString &text);
     /// Shows or hides STOP alone.

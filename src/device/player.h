@@ -19,7 +19,7 @@ public:
     /// The player as it is connected now; isFound() tells whether it is.
     static Player find() { return Player(DeviceLocator().findDeviceRoot()); }
 
-    bool isFound() const { return !m_root.isEmpty(); }
+    bool isFound() const { return !m_root.isEmpty(); } ///< whether there was a player to find
     /// With a closing slash; empty when there is none.
     const QString &root() const { return m_root; }
 

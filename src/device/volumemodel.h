@@ -17,7 +17,7 @@ class VolumeModel : public QObject
     Q_OBJECT
 
 public:
-    explicit VolumeModel(QObject *parent = nullptr);
+    explicit VolumeModel(QObject *parent = nullptr); ///< shows nothing yet
     ~VolumeModel() override;
 
     /// Shows the volume at @p deviceRoot (as DeviceLocator::findDeviceRoot() gives it) under the name @p label, in

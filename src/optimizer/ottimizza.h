@@ -51,14 +51,14 @@ public:
     const QStringList songNameFilters; ///< "*.mp3" and so on, in the order of songSuffixes
     const QStringList songSuffixes;    ///< lower case; the position is the song's format index
     const QMap<QString, int> suffixFormatIndex; ///< each of songSuffixes with its position
-    const QStringList imageSuffixes;
-    const QStringList videoSuffixes;
-    const QStringList companionSuffixes; ///< of files that belong to the song with the same base name
+    const QStringList imageSuffixes;            ///< of pictures, lower case
+    const QStringList videoSuffixes;            ///< of videos, lower case
+    const QStringList companionSuffixes;        ///< of files that belong to the song with the same base name
     /// PC path of a song -> absolute path of a playlist that names it, one entry a mention. Describes the playlists as
     /// they were at the scan: moving files does not change it.
     QMultiMap<QString, QString> playlistIndex;
-    const int bigFolderThreshold = 1000;
-    const int maxFilesPerSubfolder = 900;
+    const int bigFolderThreshold = 1000;  ///< a folder of more counted files than this is split
+    const int maxFilesPerSubfolder = 900; ///< a sub-folder of as many files gets no more
 
     bool abortRequested = false; ///< the page's stop flag; clear whenever the page is shown
     int failCode = Success;      ///< FailCode of the running or last run
@@ -107,8 +107,8 @@ public:
     void createDiffDatabaseImportFile();
 
 signals:
-    void setProgressBarVisible(bool visible);
-    void setProgressBarMinVal(int val);
+    void setProgressBarVisible(bool visible);           ///< with status line and STOP
+    void setProgressBarMinVal(int val);                 ///< the bar's lower end
     void setProgressBarMaxVal(int val);                 ///< 0 together with a minimum of 0: a busy bar
     void setProgressBarFormat(QString format);          ///< as QProgressBar takes it, "%p%"
     void updateProgressBarVal(int step);                ///< between the minimum and the maximum

@@ -8,8 +8,8 @@
 /// A folder that is being split: its former content stands under another name meanwhile. Both are PC paths.
 struct SplitFolder
 {
-    QString folder;
-    QString aside; ///< where its former content waits
+    QString folder; ///< the one that is split
+    QString aside;  ///< where its former content waits
 };
 
 // For each folder that is being split a note lies in the program's data folder, so that the next run can make good what

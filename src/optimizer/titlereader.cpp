@@ -11,11 +11,17 @@ namespace {
 
 constexpr int kMidiReadLimit = 4096;
 
+QString mp3Title(QFile &song)
+{
+    Id3Tag tag;
+    return tag.loadTexts(song, song.read(Id3Tag::kFirstRead)) ? tag.title() : QString();
+}
+
 QString storedTitle(SongKind kind, QFile &song)
 {
     switch (kind) {
     case SongKind::Mp3:
-        return Id3Tag::readTitle(song);
+        return mp3Title(song);
     case SongKind::Midi:
         return RawMidiFile::titleIn(song.read(kMidiReadLimit));
     case SongKind::Mfx:

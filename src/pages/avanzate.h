@@ -17,11 +17,11 @@ class Avanzate : public QWidget
     Q_OBJECT
 
 public:
-    explicit Avanzate(QWidget *parent = nullptr);
+    explicit Avanzate(QWidget *parent = nullptr); ///< hidden
     ~Avanzate() override;
 
 signals:
-    // One for each operation, emitted between its two lines of the log. The receiver does all of it before it returns.
+    /// One for each operation, emitted between its two lines of the log. The receiver does all of it before it returns.
     void updateCorvinWithLastRelease();
     void makeSecurityCopyOfSongs();
     void restoreSecurityCopyOfSongs();

@@ -16,7 +16,7 @@ class Check : public QWidget
     Q_OBJECT
 
 public:
-    explicit Check(QWidget *parent = nullptr);
+    explicit Check(QWidget *parent = nullptr); ///< hidden
     ~Check() override;
 
     /// Runs the check on the player at @p deviceRoot (with a closing slash). Events are processed meanwhile; about a
@@ -30,7 +30,7 @@ public slots:
     void on_closeRequested();
 
 signals:
-    // What the window shows of the check's progress; the bar goes from 0 to 100.
+    /// What the window shows of the check's progress; the bar goes from 0 to 100.
     void setProgressBarVisible(bool visible);
     void setProgressBarMinVal(int value);
     void setProgressBarMaxVal(int value);

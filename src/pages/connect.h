@@ -14,7 +14,7 @@ class Connect : public QWidget
     Q_OBJECT
 
 public:
-    explicit Connect(QWidget *parent = nullptr);
+    explicit Connect(QWidget *parent = nullptr); ///< hidden
     ~Connect() override;
 
 protected:

@@ -16,11 +16,11 @@ class FirstMenu : public QWidget
     Q_OBJECT
 
 public:
-    explicit FirstMenu(QWidget *parent = nullptr);
+    explicit FirstMenu(QWidget *parent = nullptr); ///< hidden
     ~FirstMenu() override;
 
 signals:
-    // The user's choice: the songs' transfer, the optimisation, or the maintenance page.
+    /// The user's choice: the songs' transfer, the optimisation, or the maintenance page.
     void gotoTransfer();
     void gotoOptimizer();
     void gotoAvanzate();

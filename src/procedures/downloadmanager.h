@@ -25,7 +25,7 @@ class DownloadManager : public QObject
     Q_OBJECT
 
 public:
-    explicit DownloadManager(QObject *parent = nullptr);
+    explicit DownloadManager(QObject *parent = nullptr); ///< starts nothing
     ~DownloadManager() override;
 
     /// The folder that all downloads land in, absolute, with forward slashes.
@@ -65,9 +65,9 @@ public slots:
     /// Starts the first download of the queue whose file can be opened. With an empty queue prints how many succeeded
     /// and emits finished().
     void startNextDownload();
-    void downloadProgress(qint64 bytesReceived, qint64 bytesTotal);
-    void downloadFinished();
-    void downloadReadyRead();
+    void downloadProgress(qint64 bytesReceived, qint64 bytesTotal); ///< of the running request; keeps percent
+    void downloadFinished();  ///< the running request has ended: takes the transfer up again, or ends it
+    void downloadReadyRead(); ///< writes what has come to the file
 
 private:
     bool start(const QUrl &url);

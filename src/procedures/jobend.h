@@ -5,7 +5,7 @@
 /// How a job, or one step of it, ended: one value, which nothing else repeats.
 struct JobEnd
 {
-    enum Kind
+    enum Kind ///< what became of it
     {
         Done,    ///< all of it
         Refused, ///< the user did not want it, or there was no player: whatever there is to say has been said
@@ -13,11 +13,11 @@ struct JobEnd
         Failed,  ///< the step has told the user so, unless whoever runs the job tells it
     };
 
-    Kind kind = Done;
+    Kind kind = Done; ///< how it ended
     /// The step that was not done; empty after Done. Names are for the log and for telling apart.
     QLatin1String step = {};
 
-    bool isDone() const { return kind == Done; }
+    bool isDone() const { return kind == Done; } ///< all of it
     /// Whether the job failed at the step of this name.
     bool failedAt(QLatin1String name) const { return kind == Failed && step == name; }
 };

@@ -6,15 +6,15 @@
 /// A box with one button, "Ok".
 struct Notice
 {
-    enum Kind
+    enum Kind ///< its picture
     {
         Information,
         Critical
     };
 
-    Kind kind = Information;
-    QString title;
-    QString text;
+    Kind kind = Information;      ///< its picture
+    QString title;                ///< of the box
+    QString text;                 ///< what is told
     QString informativeText = {}; ///< a second, smaller text below; may be empty
 };
 
@@ -30,14 +30,14 @@ enum class JobAnswer
 /// A box that asks.
 struct JobQuestion
 {
-    struct Choice
+    struct Choice ///< one button
     {
-        JobAnswer answer;
+        JobAnswer answer;  ///< what pressing it means
         QString text = {}; ///< on the button; the system's own when empty
     };
 
-    QString title;
-    QString text;
+    QString title;                        ///< of the box
+    QString text;                         ///< what is asked
     QList<Choice> choices;                ///< in the order they are added
     JobAnswer preferred = JobAnswer::Yes; ///< the one that Enter presses
     JobAnswer onEscape = JobAnswer::No;   ///< what Escape and the box's own close button mean
@@ -72,8 +72,8 @@ public:
     /// From here on an earlier STOP does not count; closing still does.
     virtual void forgetStop() = 0;
 
-    virtual void tell(const Notice &notice) = 0;
-    virtual JobAnswer ask(const JobQuestion &question) = 0;
+    virtual void tell(const Notice &notice) = 0;            ///< shows a box that only informs
+    virtual JobAnswer ask(const JobQuestion &question) = 0; ///< shows a box that asks
     /// Lets the user choose an existing folder of the PC. Empty when none was chosen.
     virtual QString chooseFolder(const QString &caption) = 0;
 };

@@ -21,7 +21,7 @@ public:
         ComeBack   ///< they are copied to the PC, the disk is formatted, and they are copied back
     };
 
-    Reinstall(JobView &view, Songs songs);
+    Reinstall(JobView &view, Songs songs); ///< @p view outlives the job
 
     /// Where the songs are to be erased the user is asked first.
     bool confirm() override;

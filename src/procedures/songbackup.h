@@ -18,7 +18,7 @@ class SongBackup : public MaintenanceJob, private Steps<SongBackup>
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    explicit SongBackup(JobView &view);
+    explicit SongBackup(JobView &view); ///< @p view outlives the job
 
     /// The whole procedure: looks for the player, lets the user choose the folder, copies, and tells how it ended.
     JobEnd run() override;

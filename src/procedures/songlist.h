@@ -14,6 +14,7 @@
 /// What a copy of the songs looks at. Deliberate: only names with a dot, folders' names too, and nothing hidden. A file
 /// without a dot in its name is neither saved nor restored.
 constexpr QDir::Filters kSongEntries = QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot;
+/// The names of it, as wildcards.
 inline QStringList songNames()
 {
     return {QStringLiteral("*.*")};

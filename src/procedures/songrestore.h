@@ -14,7 +14,7 @@ class SongRestore : public MaintenanceJob, private Steps<SongRestore>
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    explicit SongRestore(JobView &view);
+    explicit SongRestore(JobView &view); ///< @p view outlives the job
 
     /// The whole procedure: looks for the player, lets the user choose the folder, copies, and tells how it ended.
     JobEnd run() override;

@@ -108,6 +108,7 @@ bool Id3Tag::load(const QByteArray &bytes)
     m_bytes.clear();
     m_tagSize = 0;
     m_audioOffset = 0;
+    m_isWhole = true;
     if (bytes.size() < kHeaderSize)
         return false;
     if (!bytes.startsWith("ID3")) {
@@ -121,6 +122,15 @@ bool Id3Tag::load(const QByteArray &bytes)
     m_tagSize = size;
     m_audioOffset = m_bytes.size();
     return true;
+}
+
+/// Takes @p bytes for a tag of @p size bytes behind its header, of which some may have been left out.
+void Id3Tag::take(const QByteArray &bytes, quint32 size)
+{
+    m_bytes = bytes;
+    m_tagSize = size;
+    m_audioOffset = qint64(size) + kHeaderSize;
+    m_isWhole = bytes.size() == m_audioOffset;
 }
 
 int Id3Tag::formatCode() const
@@ -184,16 +194,6 @@ int Id3Tag::addFrame(const QByteArray &id, const QByteArray &payload, int offset
     m_tagSize += static_cast<quint32>(frame.size());
     writeTagSize();
     return frame.size();
-}
-
-/// A tag with the first bytes of @p header that holds nothing but @p frames.
-QByteArray Id3Tag::tagAround(const QByteArray &header, const QByteArray &frames)
-{
-    Id3Tag tag;
-    tag.m_bytes = header.left(kTagSizeOffset) + QByteArray(kSizeBytes, '\0') + frames;
-    tag.m_tagSize = static_cast<quint32>(frames.size());
-    tag.writeTagSize();
-    return tag.m_bytes;
 }
 
 void Id3Tag::writeTagSize()

@@ -28,6 +28,7 @@ class Id3Tag
 public:
     static constexpr int kHeaderSize = 10;      ///< bytes of the tag's header; frames start here
     static constexpr int kFrameHeaderSize = 10; ///< bytes of a frame's header; its content follows
+    static constexpr int kFirstRead = 4096;     ///< bytes in which most tags without a picture end
     static constexpr int kMostBytes = 64 << 20; ///< a tag of more content than this is never taken into memory
 
     /// How many bytes from the start of a file load() needs, given the file's first @p header bytes (10, or all there
@@ -58,9 +59,13 @@ public:
     /// bytes inserted; 0 when the payload is empty or the offset lies outside the tag.
     int addFrame(const QByteArray &id, const QByteArray &payload, int offset);
 
-    /// Reads the title of the song @p song, open for reading at its start, at little cost: the tag up to the end of its
-    /// first title frame. Empty when there is no title or the tag is refused.
-    static QString readTitle(QFile &song);
+    /// Takes of the tag of the song @p song what the readers below can ask for: large frames that are no texts, as
+    /// pictures are, are passed over unread. A tag in which that cannot be told for certain is read whole. @p start is
+    /// what has been read of the song, which stands behind that: kFirstRead bytes, or all there are. Returns false as
+    /// load() does. Only a tag that isWhole() can be changed and written.
+    bool loadTexts(QFile &song, const QByteArray &start);
+    /// Whether all of the tag has been taken.
+    bool isWhole() const { return m_isWhole; }
 
     // The fields: id3tagfields.cpp
 
@@ -103,10 +108,9 @@ public:
 
 private:
     static quint32 headerSizeField(const QByteArray &bytes);
+    void take(const QByteArray &bytes, quint32 size);
     int find(const QByteArray &id) const;
     static quint32 payloadSize(const QByteArray &bytes, int frame);
-    static QByteArray titleFrameId();
-    static QByteArray tagAround(const QByteArray &header, const QByteArray &frames);
     QString text(const char *id) const;
     qint64 number(const char *id) const;
     void replaceFrame(const char *id, const QByteArray &payload);
@@ -115,4 +119,5 @@ private:
     QByteArray m_bytes;
     quint32 m_tagSize = 0;
     qint64 m_audioOffset = 0;
+    bool m_isWhole = true;
 };

@@ -19,11 +19,6 @@ constexpr int kMedtBytes = 3;
 
 } // namespace
 
-QByteArray Id3Tag::titleFrameId()
-{
-    return QByteArrayLiteral("TIT2");
-}
-
 QString Id3Tag::text(const char *id) const
 {
     QString found;

@@ -12,6 +12,7 @@ namespace {
 constexpr qint64 kMostMidiBytes = qint64(256) * 1024 * 1024;
 // More than a stream of the largest song can need: what lies behind it is never decoded.
 constexpr qint64 kMostCompressedBytes = qint64(16) * 1024 * 1024;
+constexpr qint64 kMostAtOnce = qint64(16) * 1024 * 1024;
 
 constexpr int kTrackHeadBytes = 8;
 constexpr int kMf4ExtraBytes = 3;
@@ -59,9 +60,11 @@ QString MetaSong::formatName(int code)
 
 bool MetaSong::importFile(const QString &path)
 {
+    m_path = path;
     QFile file(path);
     m_result = ImportResult::NotRead;
-    if (!file.open(QIODevice::ReadOnly))
+    // Unbuffered: what is read is read in one piece, and Qt would ask for 16 KiB when a tag's header is wanted.
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return false;
     m_result = ImportResult::NotASong;
     if (importOpen(file)) {
@@ -77,19 +80,23 @@ bool MetaSong::importFile(const QString &path)
 bool MetaSong::importOpen(QFile &file)
 {
     constexpr int kMagicBytes = 4;
-    const QByteArray magic = file.peek(kMagicBytes);
-    if (magic.size() < kMagicBytes) {
-        if (file.size() > magic.size())
-            m_result = ImportResult::NotRead;
+    const bool hasMp3Name = file.fileName().endsWith(QLatin1String("MP3"), Qt::CaseInsensitive);
+    const qint64 size = file.size();
+    // Every request to the player's disk counts: a song is read by one, but of an MP3 hardly anything is needed.
+    const bool isReadWhole = !hasMp3Name && size > 0 && size <= kMostAtOnce;
+    // Without a size it is asked all the same: a disk with a fault answers with an error, an empty song with nothing.
+    const QByteArray start = isReadWhole ? readAtMost(file, size) : file.read(Id3Tag::kFirstRead);
+    if (start.size() < qMin(size, qint64(kMagicBytes)))
+        m_result = ImportResult::NotRead;
+    if (start.size() < kMagicBytes)
         return false;
-    }
-    const int version = MfxHeader::versionOf(magic);
+    const int version = MfxHeader::versionOf(start.left(kMagicBytes));
     if (version != 0)
-        return importMfx(file, version);
-    if (magic == "MThd")
-        return importMidi(file);
-    if (file.fileName().endsWith(QLatin1String("MP3"), Qt::CaseInsensitive) && startsLikeMp3(magic))
-        return importMp3(file);
+        return importMfx(file, start, version);
+    if (start.startsWith("MThd"))
+        return importMidi(file, start);
+    if (hasMp3Name && startsLikeMp3(start))
+        return importMp3(file, start);
     return false;
 }
 
@@ -104,14 +111,21 @@ QByteArray MetaSong::readAtMost(QFile &file, qint64 most)
     return bytes;
 }
 
-bool MetaSong::importMfx(QFile &file, int version)
+/// @p start and the bytes that follow it in the file, up to @p most in all.
+QByteArray MetaSong::readOn(QFile &file, const QByteArray &start, qint64 most)
 {
-    if (!m_header.setHeader(readAtMost(file, MfxHeader::sizeOfVersion(version))))
+    return start.size() < most ? start + readAtMost(file, most - start.size()) : start.left(static_cast<int>(most));
+}
+
+bool MetaSong::importMfx(QFile &file, const QByteArray &start, int version)
+{
+    const int headerBytes = MfxHeader::sizeOfVersion(version);
+    if (!m_header.setHeader(start.left(headerBytes)))
         return false;
-    const QByteArray compressed = readAtMost(file, kMostCompressedBytes);
+    const QByteArray bytes = readOn(file, start, headerBytes + kMostCompressedBytes);
     QByteArray stream;
     LzHuff codec;
-    if (!codec.expand(compressed, stream)) {
+    if (!codec.expand(bytes.mid(headerBytes), stream)) {
         qDebug() << "[MetaSong::importFile] LzHuff Expand filed, skipping file";
         return false;
     }
@@ -127,14 +141,14 @@ bool MetaSong::importMfx(QFile &file, int version)
     return true;
 }
 
-bool MetaSong::importMidi(QFile &file)
+bool MetaSong::importMidi(QFile &file, const QByteArray &start)
 {
     if (file.size() > kMostMidiBytes) {
         qDebug() << "[MetaSong::importFile] File too large, skipping file";
         m_result = ImportResult::TooLarge;
         return false;
     }
-    if (!m_midi.load(readAtMost(file, kMostMidiBytes))) {
+    if (!m_midi.load(readOn(file, start, kMostMidiBytes))) {
         qDebug() << "[MetaSong::importFile] MidiStream corrupted, skipping file";
         return false;
     }
@@ -142,21 +156,37 @@ bool MetaSong::importMidi(QFile &file)
     return true;
 }
 
-bool MetaSong::importMp3(QFile &file)
+bool MetaSong::importMp3(QFile &file, const QByteArray &start)
 {
-    // The player's disk is slow and there are many songs: only the tag is read.
-    const QByteArray header = file.peek(Id3Tag::kHeaderSize);
-    const qint64 stated = Id3Tag::statedSize(header);
+    const qint64 stated = Id3Tag::statedSize(start.left(Id3Tag::kHeaderSize));
     // A tag that claims more than the file has is no tag.
     if (stated > Id3Tag::kMostBytes && stated <= file.size()) {
         qDebug() << "[MetaSong::importFile] Tag too large, skipping file";
         m_result = ImportResult::TooLarge;
         return false;
     }
-    const int needed = Id3Tag::bytesNeeded(header);
-    if (!m_tag.load(readAtMost(file, needed)))
+    if (!m_tag.loadTexts(file, start)) {
+        // A tag that the file has room for is refused only when less came than should.
+        if (stated <= file.size())
+            m_result = ImportResult::NotRead;
         return false;
+    }
     m_format = m_tag.formatCode();
+    return true;
+}
+
+/// Of an MP3 only the texts were read; what changes or writes the tag needs all of it. Returns whether it is there.
+bool MetaSong::completeTag()
+{
+    if (m_tag.isWhole())
+        return true;
+    QFile file(m_path);
+    const int bytes = static_cast<int>(m_tag.audioOffset());
+    Id3Tag whole;
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !whole.load(file.read(bytes)) ||
+        whole.audioOffset() != bytes)
+        return false;
+    m_tag = whole;
     return true;
 }
 

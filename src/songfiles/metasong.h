@@ -22,7 +22,8 @@ class MetaSong
 {
 public:
     /// Loads the song at @p path (the name's ending matters for MP3 alone, in any case). Returns true when it was
-    /// recognised; otherwise false, and the format code stays what it was. MP3 songs are read as far as their tag goes.
+    /// recognised; otherwise false, and the format code stays what it was. Of an MP3 only the texts of its tag are read;
+    /// the rest of the tag follows when it is changed or saved, and must still be there then.
     bool importFile(const QString &path);
     /// How the last importFile() ended; NotRead before the first.
     ImportResult importResult() const { return m_result; }
@@ -58,10 +59,12 @@ private:
 
     // Reading: metasong.cpp
     bool importOpen(QFile &file);
-    bool importMfx(QFile &file, int version);
-    bool importMidi(QFile &file);
-    bool importMp3(QFile &file);
+    bool importMfx(QFile &file, const QByteArray &start, int version);
+    bool importMidi(QFile &file, const QByteArray &start);
+    bool importMp3(QFile &file, const QByteArray &start);
     QByteArray readAtMost(QFile &file, qint64 most);
+    QByteArray readOn(QFile &file, const QByteArray &start, qint64 most);
+    bool completeTag();
     void getMidiInfo(SongInfo &info) const;
     void getMfxInfo(SongInfo &info) const;
     void getMp3Info(SongInfo &info) const;
@@ -80,6 +83,7 @@ private:
     QByteArray storedStream() const;
     void writeMfx(QFile &file);
 
+    QString m_path; ///< of the song that was imported last
     int m_format = UnknownFormat;
     ImportResult m_result = ImportResult::NotRead;
     Id3Tag m_tag;

@@ -106,7 +106,7 @@ bool MetaSong::saveMp3(const QString &path)
     const QString temporaryName = temporaryPath(path);
     QFile song(path);
     makeWritable(song);
-    if (!song.open(QIODevice::ReadOnly)) {
+    if (!completeTag() || !song.open(QIODevice::ReadOnly)) {
         qDebug() << "[MetaSong::saveToFile] Impossible to read from file.";
         return false;
     }

@@ -17,7 +17,7 @@ void MetaSong::setSongInfo(const SongInfo &info, bool manual)
 {
     qDebug() << "[MetaSong] setSongInfo,"
              << "manual: " << (manual ? "true" : "false");
-    if (m_format == Mp3Format)
+    if (m_format == Mp3Format && completeTag())
         setMp3Info(info, manual);
     if (isMidi() || isMfx())
         setMidiStreamInfo(info, manual);

@@ -24,7 +24,7 @@ public:
 
     /// Whether nothing is missing.
     bool isWhole() const { return m_firstMissing.isEmpty(); }
-    int copiedFiles() const { return m_copied; }
+    int copiedFiles() const { return m_copied; } ///< how many have arrived
     /// As many as were counted; more where links, which are not counted, brought more files.
     int wantedFiles() const;
     /// The first of what is missing, as the PC writes paths.

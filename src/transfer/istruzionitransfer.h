@@ -14,7 +14,7 @@ class IstruzioniTransfer : public QWidget
     Q_OBJECT
 
 public:
-    explicit IstruzioniTransfer(QWidget *parent = nullptr);
+    explicit IstruzioniTransfer(QWidget *parent = nullptr); ///< shown with its parent
     ~IstruzioniTransfer() override;
 
 protected:

@@ -80,6 +80,7 @@ public slots:
     void on_stopActionPressed();
 
 signals:
+    /// What bar, status line and STOP are to show; the window has a slot for each.
     void setProgressBarVisible(bool visible);
     void setProgressBarMinVal(int value);
     void setProgressBarMaxVal(int value);
@@ -88,9 +89,9 @@ signals:
     void increaseProgressBarVal();
     void updateLabelAction(QString text);
     void setPushButtonStopVisible(bool visible);
-    void backFromTransferToFirstMenu();
-    void backFromTransferToOttimizza();
-    void startOttimizzaProcedure();
+    void backFromTransferToFirstMenu(); ///< INDIETRO was pressed
+    void backFromTransferToOttimizza(); ///< "FINE" was pressed: the other page is to be seen
+    void startOttimizzaProcedure();     ///< and its run is to start; emitted right after
 
 protected:
     // transfer.cpp

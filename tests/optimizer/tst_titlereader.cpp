@@ -280,9 +280,10 @@ private slots:
         row("mid", kMid, SongFactory::midi(info), kTitle, 4096);
         row("mid without a title", kMid, SongFactory::midi(SongInfo()), kBase, 4096);
         row("mp3", kMp3, SongFactory::id3v2Tag(3, info), kTitle, 4106);
-        row("mp3 without a tag", kMp3, SongFactory::mp3(0, info), kBase, 10);
+        row("mp3 without a tag", kMp3, SongFactory::mp3(0, info), kBase, 4096);
         row("mp3 with a picture behind the title", kMp3, id3(titleFrame() + picture), kTitle, 4106);
-        row("mp3 with a picture and no title", kMp3, id3(picture), kBase, 900030);
+        row("mp3 with a picture and no title", kMp3, id3(picture), kBase, 4106);
+        row("mp3 with a picture before the title", kMp3, id3(picture + titleFrame()), kTitle, 2 * 4096);
         row("mp3 whose title claims all", kMp3, id3("TIT2\x7F\x7F\x7F\x7F" + picture), QString(), kTagLimit);
     }
     void noMoreIsReadThanNeeded() {

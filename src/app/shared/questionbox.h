@@ -9,15 +9,15 @@ class QWidget;
 /// One button of a question: the standard button (its role decides the place on the screen) and the text it shows.
 struct QuestionButton
 {
-    QMessageBox::StandardButton button;
-    QString text = {}; ///< the system's own when empty
+    QMessageBox::StandardButton button; ///< its role decides the place on the screen
+    QString text = {};                  ///< the system's own when empty
 };
 
 /// What a question box shows and how it may be answered.
 struct Question
 {
-    QString title;
-    QString text;
+    QString title;                                                     ///< of the box
+    QString text;                                                      ///< what is asked
     QList<QuestionButton> buttons;                                     ///< in the order they are added
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton; ///< the one that Enter presses
     /// What Escape and the box's own close button mean. NoButton leaves it to Qt's own rule.
