@@ -30,7 +30,6 @@ public:
 private:
     void countUp(int symbol);
     void countUpFrom(std::size_t node);
-    std::size_t moveUp(std::size_t node);
     void exchange(std::size_t lower, std::size_t upper);
     void rebuild();
     void collectHalvedLeaves();

@@ -12,6 +12,19 @@ const int kThreshold = 2; ///< a match must be longer to count
 const int kWordBytes = 8;
 const int kByteBits = 8;
 
+/// The first bytes of a text as a number: numbers have the order of their texts.
+quint64 firstWord(const quint8 *text)
+{
+    return qFromBigEndian<quint64>(text);
+}
+
+/// The least by which the first words of two texts can differ that have no more than @p common bytes in common; where
+/// that cannot be told from the first words alone, the least that there is.
+quint64 smallestDifference(int common)
+{
+    return common < kWordBytes ? quint64(1) << (kByteBits * (kWordBytes - 1 - common)) : 1;
+}
+
 } // namespace
 
 MatchTree::MatchTree(const std::vector<quint8> &ring)
@@ -33,24 +46,46 @@ void MatchTree::insert(int position)
 {
     const quint8 *const ring = m_ring.data();
     const quint8 *const key = ring + position;
+    const quint64 start = firstWord(key);
     quint16 *const left = m_left.data();
     quint16 *const right = m_right.data();
     left[position] = right[position] = kNone;
     m_matchLength = 0;
+    quint64 notable = smallestDifference(kThreshold);
     int node = kRoots + *key;
-    quint16 *next = right + node; // below a root everything hangs on the right
-    while (*next != kNone) {
-        node = *next;
-        const int common = commonLength(key, ring + node);
-        if (common > kThreshold && common >= m_matchLength) {
-            noteMatch(position, node, common);
-            if (common >= m_longestMatch)
-                return replace(node, position); // the same text again: the newer position takes the place of the older
+    bool goesRight = true; // below a root everything hangs on the right
+    for (;;) {
+        // Two branches and no choice between two addresses: the processor goes on at a guess, instead of waiting.
+        if (goesRight) {
+            if (right[node] == kNone)
+                return hang(right[node], node, position);
+            node = right[node];
+        } else {
+            if (left[node] == kNone)
+                return hang(left[node], node, position);
+            node = left[node];
         }
-        next = (key[common] >= ring[node + common] ? right : left) + node;
+        // Most texts differ within their first bytes, and by so much that no longer match is met: then the order of
+        // the first words is that of the texts.
+        const quint64 other = firstWord(ring + node);
+        goesRight = start > other;
+        if ((start ^ other) >= notable)
+            continue;
+        const int common = commonLength(key, ring + node);
+        goesRight = key[common] >= ring[node + common];
+        if (common < m_matchLength)
+            continue;
+        noteMatch(position, node, common);
+        if (common >= m_longestMatch)
+            return replace(node, position); // the same text again: the newer position takes the place of the older
+        notable = smallestDifference(common - 1);
     }
-    *next = static_cast<quint16>(position);
-    link(m_parent, position) = static_cast<quint16>(node);
+}
+
+void MatchTree::hang(quint16 &place, int parent, int position)
+{
+    place = static_cast<quint16>(position);
+    link(m_parent, position) = static_cast<quint16>(parent);
 }
 
 /// How many bytes of the two texts are equal, up to the longest match. They stand in the same tree: the first ones are.

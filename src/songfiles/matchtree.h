@@ -35,6 +35,7 @@ private:
     using Links = std::vector<quint16>;
 
     int commonLength(const quint8 *key, const quint8 *old) const;
+    void hang(quint16 &place, int parent, int position);
     void noteMatch(int position, int other, int common);
     void replace(int old, int position);
     void putInPlaceOf(int old, int position);

@@ -33,6 +33,14 @@ const char *yesNo(bool value)
 
 } // namespace
 
+/// A song while it is read. The system is asked for its size once: to ask takes as long as to read a small song.
+struct MetaSong::OpenSong
+{
+    QFile &file;
+    qint64 size;
+    QByteArray start; ///< what has been read so far
+};
+
 int mf4ExtraBytesOffset(const QByteArray &stream)
 {
     const int track = stream.indexOf("MTrk");
@@ -81,48 +89,43 @@ bool MetaSong::importOpen(QFile &file)
 {
     constexpr int kMagicBytes = 4;
     const bool hasMp3Name = file.fileName().endsWith(QLatin1String("MP3"), Qt::CaseInsensitive);
-    const qint64 size = file.size();
+    OpenSong song{file, file.size(), {}};
+    const bool isReadWhole = !hasMp3Name && song.size > 0 && song.size <= kMostAtOnce;
     // Every request to the player's disk counts: a song is read by one, but of an MP3 hardly anything is needed.
-    const bool isReadWhole = !hasMp3Name && size > 0 && size <= kMostAtOnce;
     // Without a size it is asked all the same: a disk with a fault answers with an error, an empty song with nothing.
-    const QByteArray start = isReadWhole ? readAtMost(file, size) : file.read(Id3Tag::kFirstRead);
-    if (start.size() < qMin(size, qint64(kMagicBytes)))
+    song.start = file.read(isReadWhole ? song.size : Id3Tag::kFirstRead);
+    if (song.start.size() < (isReadWhole ? song.size : qMin(song.size, qint64(kMagicBytes))))
         m_result = ImportResult::NotRead;
-    if (start.size() < kMagicBytes)
+    if (song.start.size() < kMagicBytes)
         return false;
-    const int version = MfxHeader::versionOf(start.left(kMagicBytes));
+    const int version = MfxHeader::versionOf(song.start.left(kMagicBytes));
     if (version != 0)
-        return importMfx(file, start, version);
-    if (start.startsWith("MThd"))
-        return importMidi(file, start);
-    if (hasMp3Name && startsLikeMp3(start))
-        return importMp3(file, start);
+        return importMfx(song, version);
+    if (song.start.startsWith("MThd"))
+        return importMidi(song);
+    if (hasMp3Name && startsLikeMp3(song.start))
+        return importMp3(song);
     return false;
 }
 
-/// The next @p most bytes of a file, or as many as it still has. QFile alone would take memory for all of them first,
-/// which for thousands of small songs takes longer than to read them.
-QByteArray MetaSong::readAtMost(QFile &file, qint64 most)
+/// The first @p most bytes of a song, or as many as it has.
+QByteArray MetaSong::firstBytes(OpenSong &song, qint64 most)
 {
-    const qint64 wanted = qBound(qint64(0), file.size() - file.pos(), most);
-    QByteArray bytes = file.read(wanted);
-    if (bytes.size() < wanted)
+    const qint64 wanted = qMin(song.size, most);
+    // QFile alone would take memory for all that is asked for, be it there or not.
+    if (song.start.size() < wanted)
+        song.start += song.file.read(wanted - song.start.size());
+    if (song.start.size() < wanted)
         m_result = ImportResult::NotRead;
-    return bytes;
+    return song.start.size() > most ? song.start.left(static_cast<int>(most)) : song.start;
 }
 
-/// @p start and the bytes that follow it in the file, up to @p most in all.
-QByteArray MetaSong::readOn(QFile &file, const QByteArray &start, qint64 most)
-{
-    return start.size() < most ? start + readAtMost(file, most - start.size()) : start.left(static_cast<int>(most));
-}
-
-bool MetaSong::importMfx(QFile &file, const QByteArray &start, int version)
+bool MetaSong::importMfx(OpenSong &song, int version)
 {
     const int headerBytes = MfxHeader::sizeOfVersion(version);
-    if (!m_header.setHeader(start.left(headerBytes)))
+    if (!m_header.setHeader(song.start.left(headerBytes)))
         return false;
-    const QByteArray bytes = readOn(file, start, headerBytes + kMostCompressedBytes);
+    const QByteArray bytes = firstBytes(song, headerBytes + kMostCompressedBytes);
     QByteArray stream;
     LzHuff codec;
     if (!codec.expand(bytes.mid(headerBytes), stream)) {
@@ -141,14 +144,14 @@ bool MetaSong::importMfx(QFile &file, const QByteArray &start, int version)
     return true;
 }
 
-bool MetaSong::importMidi(QFile &file, const QByteArray &start)
+bool MetaSong::importMidi(OpenSong &song)
 {
-    if (file.size() > kMostMidiBytes) {
+    if (song.size > kMostMidiBytes) {
         qDebug() << "[MetaSong::importFile] File too large, skipping file";
         m_result = ImportResult::TooLarge;
         return false;
     }
-    if (!m_midi.load(readOn(file, start, kMostMidiBytes))) {
+    if (!m_midi.load(firstBytes(song, kMostMidiBytes))) {
         qDebug() << "[MetaSong::importFile] MidiStream corrupted, skipping file";
         return false;
     }
@@ -156,18 +159,18 @@ bool MetaSong::importMidi(QFile &file, const QByteArray &start)
     return true;
 }
 
-bool MetaSong::importMp3(QFile &file, const QByteArray &start)
+bool MetaSong::importMp3(OpenSong &song)
 {
-    const qint64 stated = Id3Tag::statedSize(start.left(Id3Tag::kHeaderSize));
+    const qint64 stated = Id3Tag::statedSize(song.start.left(Id3Tag::kHeaderSize));
     // A tag that claims more than the file has is no tag.
-    if (stated > Id3Tag::kMostBytes && stated <= file.size()) {
+    if (stated > Id3Tag::kMostBytes && stated <= song.size) {
         qDebug() << "[MetaSong::importFile] Tag too large, skipping file";
         m_result = ImportResult::TooLarge;
         return false;
     }
-    if (!m_tag.loadTexts(file, start)) {
+    if (!m_tag.loadTexts(song.file, song.start)) {
         // A tag that the file has room for is refused only when less came than should.
-        if (stated <= file.size())
+        if (stated <= song.size)
             m_result = ImportResult::NotRead;
         return false;
     }

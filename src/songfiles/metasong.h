@@ -57,13 +57,14 @@ private:
     bool isMidi() const { return m_format == Midi0Format || m_format == Midi1Format; }
     bool isMfx() const { return m_format >= Mf3Format && m_format <= Mf5Format; }
 
+    struct OpenSong;
+
     // Reading: metasong.cpp
     bool importOpen(QFile &file);
-    bool importMfx(QFile &file, const QByteArray &start, int version);
-    bool importMidi(QFile &file, const QByteArray &start);
-    bool importMp3(QFile &file, const QByteArray &start);
-    QByteArray readAtMost(QFile &file, qint64 most);
-    QByteArray readOn(QFile &file, const QByteArray &start, qint64 most);
+    bool importMfx(OpenSong &song, int version);
+    bool importMidi(OpenSong &song);
+    bool importMp3(OpenSong &song);
+    QByteArray firstBytes(OpenSong &song, qint64 most);
     bool completeTag();
     void getMidiInfo(SongInfo &info) const;
     void getMfxInfo(SongInfo &info) const;
