@@ -7,6 +7,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -19,6 +22,7 @@
 namespace {
 
 constexpr char kMeasure[] = "--measure"; ///< internal: this process is the program that is measured
+constexpr char kReport[] = "--report";   ///< the same on the player that is connected, as one line of JSON for scripts
 
 struct Limits
 {
@@ -56,6 +60,35 @@ int measure(int argc, char **argv, const Limits &limits)
             .arg(run.longestGapMs)
             .arg(limits.gapMs));
     return run.sinceStartMs > limits.totalMs || run.longestGapMs > limits.gapMs ? 1 : 0;
+}
+
+/// The most memory that this process has held, in kB.
+qint64 peakMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray text = status.readAll();
+    const int at = text.indexOf("VmHWM:");
+    return at < 0 ? 0 : text.mid(at + 6).simplified().split(' ').first().toLongLong();
+}
+
+int report(int argc, char **argv)
+{
+    constexpr double kNsPerMs = 1e6;
+    const QApplication application(argc, argv);
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    const ProgramRun run = runOptimisation();
+    QJsonObject steps;
+    for (const GapMeter::Step &step : run.steps)
+        steps.insert(step.name, double(step.totalNs) / kNsPerMs);
+    const QJsonObject found{{QStringLiteral("good"), run.finished && run.failCode == 0},
+                            {QStringLiteral("run"), double(run.optimisationMs)},
+                            {QStringLiteral("gap"), double(run.longestGapMs)},
+                            {QStringLiteral("memory"), double(peakMemory())},
+                            {QStringLiteral("steps"), steps}};
+    say(QString::fromUtf8(QJsonDocument(found).toJson(QJsonDocument::Compact)));
+    return 0;
 }
 
 QProcessEnvironment environmentFor(const QTemporaryDir &home, const QString &player)
@@ -120,6 +153,8 @@ int main(int argc, char **argv)
         limits.gapMs = QByteArray(argv[3]).toLongLong();
         return measure(argc, argv, limits);
     }
+    if (argc == 2 && std::strcmp(argv[1], kReport) == 0)
+        return report(argc, argv);
     const QCoreApplication application(argc, argv);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));

@@ -13,6 +13,11 @@ const QString kLabelFile = QStringLiteral(".windows-label");
 /// Far more than a label can be long: a huge file without a line end is not read whole.
 constexpr qint64 kLongestLabelLine = 1024;
 
+QStringList listedFolders()
+{
+    return qEnvironmentVariable(kVariable).split(QDir::listSeparator(), Qt::SkipEmptyParts);
+}
+
 } // namespace
 
 bool isPlayerLabel(const QString &label)
@@ -33,8 +38,7 @@ bool ListedVolumes::areInForce()
 QStringList ListedVolumes::roots()
 {
     QStringList found;
-    const QStringList folders = qEnvironmentVariable(kVariable).split(QDir::listSeparator(), Qt::SkipEmptyParts);
-    for (const QString &folder : folders) {
+    for (const QString &folder : listedFolders()) {
         const QFileInfo info(folder);
         if (info.isDir())
             found.append(withClosingSlash(info.canonicalFilePath()));
@@ -44,7 +48,12 @@ QStringList ListedVolumes::roots()
 
 QString ListedVolumes::label(const QString &root)
 {
-    if (!roots().contains(root))
+    if (root.isEmpty())
+        return {};
+    // Asked for every file that is written: a path that is listed as it is need not be followed again.
+    const QStringList listed = listedFolders();
+    const bool isListed = listed.contains(root) || listed.contains(root.chopped(1));
+    if (!isListed && !roots().contains(root))
         return {};
     QFile file(root + kLabelFile);
     if (!file.open(QIODevice::ReadOnly))

@@ -51,6 +51,11 @@ PathSet setOf(const QStringList &paths)
     return set;
 }
 
+bool needsOtherName(const QString &path)
+{
+    return isPathTooLong(path) || withoutMidiSuffixEnd(path) != path;
+}
+
 /// The path under which the song is known from here on, whether the file could be renamed or not.
 QString withPlayerSuffix(const QString &path)
 {
@@ -150,7 +155,7 @@ bool Ottimizza::collectDiskSongs(QStringList &diskSongs)
             return false;
         if (isOutsideDatabase(path))
             continue;
-        if (!isPlayerThere())
+        if (needsOtherName(path) && !isPlayerThere())
             return false;
         diskSongs.append(withPlayerLength(withPlayerSuffix(path)));
         QCoreApplication::processEvents();
@@ -171,9 +176,10 @@ bool Ottimizza::listSongFiles(QStringList &paths) const
 
 bool Ottimizza::isOutsideDatabase(const QString &path) const
 {
-    return path.startsWith(rootPath + QLatin1String("BRIDGE"), Qt::CaseInsensitive) ||
-           path.startsWith(rootPath + QLatin1String("EFFECTS"), Qt::CaseInsensitive) ||
-           path.startsWith(rootPath + QLatin1String("System"), Qt::CaseInsensitive);
+    const QStringRef below = path.midRef(rootPath.size());
+    return below.startsWith(QLatin1String("BRIDGE"), Qt::CaseInsensitive) ||
+           below.startsWith(QLatin1String("EFFECTS"), Qt::CaseInsensitive) ||
+           below.startsWith(QLatin1String("System"), Qt::CaseInsensitive);
 }
 
 void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &diskSongs)
@@ -241,8 +247,6 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
 /// Returns false when the player has gone: what a song is cannot be told then.
 bool Ottimizza::writeInsert(QTextStream &stream, const QString &path)
 {
-    if (!isPlayerThere())
-        return false;
     ImportResult result = ImportResult::NotRead;
     const QString line = insertLineForSong(path, run().player, &result);
     if (result == ImportResult::Imported) {
