@@ -1,6 +1,7 @@
 #include "tree.h"
 
 #include "aside.h"
+#include "breath.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
@@ -50,12 +51,13 @@ bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)
     const auto depth = walk.below ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags;
     QDirIterator entries(walk.root, walk.names, walk.filters, depth);
     int visited = 0;
+    Breath breath;
     while (entries.hasNext()) {
         entries.next();
         if (!visit(entries.fileInfo()))
             return false;
         if (walk.breath > 0 && ++visited % walk.breath == 0)
-            QCoreApplication::processEvents();
+            breath.take();
     }
     return true;
 }

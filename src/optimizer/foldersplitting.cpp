@@ -7,6 +7,8 @@
 #include "titleinitial.h"
 #include "titlereader.h"
 
+#include "disk/breath.h"
+#include "disk/diskcalls.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
@@ -104,8 +106,9 @@ void Ottimizza::readTitles(SplitRun &run)
     emit setProgressBarMaxVal(total);
     qInfo() << "corvin_optimizer : Start Ricerca Titoli";
     run.titled.reserve(total);
+    Breath breath;
     for (int i = 0; i < total; ++i) {
-        QCoreApplication::processEvents();
+        breath.take();
         const QFileInfo &entry = run.entries.at(i);
         // Folders sort before every song.
         const QString title = entry.isDir() ? QString(QChar(u'\0'))
@@ -123,8 +126,9 @@ bool Ottimizza::moveIntoSubfolders(SplitRun &run)
                            QStringLiteral("\n[") + QString::number(total) + QStringLiteral("] ") + run.folder);
     emit setProgressBarMaxVal(total);
     qInfo() << "corvin_optimizer : Start Move in sottocartelle";
+    Breath breath;
     for (int i = 0; i < total; ++i) {
-        QCoreApplication::processEvents();
+        breath.take();
         emit updateProgressBarVal(i + 1);
         if (!isPlayerThere())
             return false;
@@ -151,13 +155,14 @@ bool Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &s
     QVector<QLatin1String> moved;
     bool good = true;
     for (const QLatin1String companion : {QLatin1String(".dat"), QLatin1String(".cdg"), QLatin1String(".bak")}) {
-        if (!good || !QFile::exists(base + companion))
+        if (!good || !run.companions.contains(song.completeBaseName() + companion) || !QFile::exists(base + companion))
             continue;
         good = moveEntry(base + companion, target + companion);
         if (good)
             moved.append(companion);
     }
-    if (!good || !moveEntry(song.absoluteFilePath(), target + QLatin1Char('.') + suffix)) {
+    // That nothing bears the target's name has just been found out.
+    if (!good || !moveOver(song.absoluteFilePath(), target + QLatin1Char('.') + suffix)) {
         for (const QLatin1String companion : qAsConst(moved))
             moveEntry(target + companion, base + companion);
         return false;

@@ -7,6 +7,7 @@
 #include "sqlline.h"
 
 #include "app/shared/questionbox.h"
+#include "disk/breath.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
@@ -135,11 +136,12 @@ QStringList Ottimizza::readDatabaseSongs() const
 {
     QStringList songs;
     const Player player(rootPath);
+    Breath breath;
     FastDbReader reader(readFile(player.path(PlayerNames::kDatabaseExport)), player);
     QString path;
     while (reader.next(path)) {
         songs.append(path);
-        QCoreApplication::processEvents();
+        breath.take();
     }
     return songs;
 }
@@ -150,6 +152,7 @@ bool Ottimizza::collectDiskSongs(QStringList &diskSongs)
     QStringList paths;
     if (!listSongFiles(paths))
         return false;
+    Breath breath;
     for (const QString &path : qAsConst(paths)) {
         if (abortRequested)
             return false;
@@ -158,7 +161,7 @@ bool Ottimizza::collectDiskSongs(QStringList &diskSongs)
         if (needsOtherName(path) && !isPlayerThere())
             return false;
         diskSongs.append(withPlayerLength(withPlayerSuffix(path)));
-        QCoreApplication::processEvents();
+        breath.take();
     }
     return true;
 }
@@ -222,6 +225,7 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
     emit updateProgressBarVal(0);
     emit setProgressBarMaxVal(dbSongs.size() + diskSongs.size());
     int counter = 0;
+    Breath breath;
     const Player player(rootPath);
     const PathSet known = setOf(dbSongs);
     for (const QString &path : diskSongs) {
@@ -230,7 +234,7 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         if (!known.contains(path) && !writeInsert(stream, path))
             return false;
         emit updateProgressBarVal(++counter);
-        QCoreApplication::processEvents();
+        breath.take();
     }
     const PathSet present = setOf(diskSongs);
     for (const QString &path : dbSongs) {
@@ -239,7 +243,7 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         if (!present.contains(path))
             stream << deleteLine(path, player);
         emit updateProgressBarVal(++counter);
-        QCoreApplication::processEvents();
+        breath.take();
     }
     return true;
 }

@@ -31,12 +31,13 @@ bool isRoomFor(const SplitRoom &room, int folders, const QString &path)
 /// A folder that cannot be split is better left alone than set aside and brought back.
 bool Ottimizza::canBeSplit(SplitRun &run)
 {
-    walkTree({run.folder, QDir::Files, {}, false, kListingRound}, [this, &run](const QFileInfo &file) {
+    const QDir::Filters files = QDir::Files | QDir::Hidden | QDir::System;
+    walkTree({run.folder, files, {}, false, kListingRound}, [this, &run](const QFileInfo &file) {
         const QString name = file.fileName();
         if (matchesSongFilter(name))
             run.room.addSong(name);
         else if (companionSuffixes.contains(file.suffix(), Qt::CaseInsensitive))
-            run.room.addFile(name);
+            run.addCompanion(name);
         return true;
     });
     if (!isRoomFor(run.room, run.room.mostFolders(kUsualInitials, maxFilesPerSubfolder), run.folder)) {
