@@ -48,6 +48,37 @@ CopyResult existsOr(const QString &destination, CopyResult other)
     return QFileInfo::exists(destination) ? CopyResult::DestinationExists : other;
 }
 
+/// Copies @p source to the new file @p destination, which may stay behind when the program is killed.
+CopyResult copyContentTo(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
+{
+    QFile from(source);
+    // Opening a pipe would wait for its other end for ever.
+    if (!QFileInfo(from).isFile() || !from.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return existsOr(destination, CopyResult::SourceUnreadable);
+    QFile to(destination);
+    if (!createLike(from, to))
+        return existsOr(destination, CopyResult::NotCreated);
+
+    CopyResult result = copyContent(from, to, betweenBlocks);
+    if (result == CopyResult::Copied)
+        dateLike(from, to);
+    // After a pull the same path may lead to a file of the PC's own.
+    const bool mayRemove = result == CopyResult::Copied || leadsTo(destination, to);
+    to.close();
+    if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
+        result = CopyResult::NotWritten;
+    if (result != CopyResult::Copied && mayRemove)
+        removeCopy(destination);
+    return result;
+}
+
+/// A link that leads nowhere takes its name too.
+bool isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
 bool isNameOf(const QString &path, const QString &file)
 {
     return path.compare(QFileInfo(file).absoluteFilePath(), Qt::CaseInsensitive) == 0;
@@ -59,16 +90,17 @@ CopyResult copyBeside(const QString &source, const QString &destination, QString
 {
     // A short name: one made from the destination's could be too long for the disk.
     const QString stem = QFileInfo(destination).absolutePath() + QStringLiteral("/corvin4-copy%1.tmp");
-    CopyResult result = CopyResult::NotCreated;
     for (int number = 0; number < kMostTemporaryNames; ++number) {
         temporary = stem.arg(number);
         // A backup may hold what a run left that was killed.
         if (isNameOf(temporary, source) || isNameOf(temporary, destination))
             continue;
+        CopyResult result = copyContentTo(source, temporary, betweenBlocks);
         // What such a run has left is in the way of nobody else: its original is still where it was copied from.
-        if (QFileInfo(temporary).isFile())
+        if (result == CopyResult::DestinationExists && QFileInfo(temporary).isFile()) {
             removeCopy(temporary);
-        result = copyFile(source, temporary, betweenBlocks);
+            result = copyContentTo(source, temporary, betweenBlocks);
+        }
         if (result != CopyResult::DestinationExists)
             return result;
     }
@@ -126,25 +158,19 @@ bool isSameFile(const QString &first, const QString &second)
 
 CopyResult copyFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
 {
-    QFile from(source);
-    // Opening a pipe would wait for its other end for ever.
-    if (!QFileInfo(from).isFile() || !from.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return existsOr(destination, CopyResult::SourceUnreadable);
-    QFile to(destination);
-    if (!createLike(from, to))
-        return existsOr(destination, CopyResult::NotCreated);
-
-    CopyResult result = copyContent(from, to, betweenBlocks);
-    if (result == CopyResult::Copied)
-        dateLike(from, to);
-    // After a pull the same path may lead to a file of the PC's own.
-    const bool mayRemove = result == CopyResult::Copied || leadsTo(destination, to);
-    to.close();
-    if (result == CopyResult::Copied && to.error() != QFileDevice::NoError)
-        result = CopyResult::NotWritten;
-    if (result != CopyResult::Copied && mayRemove)
-        removeCopy(destination);
-    return result;
+    if (isTaken(destination))
+        return CopyResult::DestinationExists;
+    const QString folder = QFileInfo(destination).absolutePath();
+    const quint64 volume = volumeId(folder);
+    QString temporary;
+    const CopyResult result = copyBeside(source, destination, temporary, betweenBlocks);
+    if (result != CopyResult::Copied)
+        return result;
+    if (!isTaken(destination) && moveOver(temporary, destination))
+        return CopyResult::Copied;
+    if (volumeId(folder) == volume)
+        removeCopy(temporary);
+    return existsOr(destination, CopyResult::NotCreated);
 }
 
 CopyResult replaceFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks,

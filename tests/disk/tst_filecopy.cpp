@@ -217,6 +217,22 @@ private slots:
         QCOMPARE(contentOf(volume.path("filler.mid"_s)).size(), int(filler));
     }
 
+    void halfAFileNeverBearsTheName() {
+        PcFolder pc;
+        const QByteArray content = pattern(4 * kBlock);
+        const QString source = pc.addFile("pc/song.mid"_s, content);
+        pc.addFile("player/corvin4-copy0.tmp"_s, "half of another");
+        const QString target = pc.path("player/song.mid"_s);
+        int blocks = 0;
+        const CopyResult result = copyFile(source, target, [&] {
+            ++blocks;
+            return !QFile::exists(target);
+        });
+        QCOMPARE(result, CopyResult::Copied);
+        QVERIFY(blocks > 1);
+        QCOMPARE(contentBelow(pc.path("player"_s)), (Files{{"song.mid"_s, content}}));
+    }
+
     void oldFileThatCannotComeBackIsNamed() {
         QString why;
         if (!ExFatVolume::isPossible(&why))
