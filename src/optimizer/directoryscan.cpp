@@ -109,12 +109,16 @@ bool Ottimizza::moveRootFiles()
             if (!isPlayerThere())
                 return false;
             const QString target = freeRootFileTarget(mySongs, path.mid(rootPath.size()));
-            if (!rewritePlaylists(path, target)) {
+            if (!rewritePlaylists(path, path, target)) {
                 qWarning() << "scan_directories :"
                            << "Playlist non aggiornata, il file resta :" << path;
                 continue;
             }
-            moveEntry(path, target);
+            if (!moveEntry(path, target)) {
+                qWarning() << "scan_directories :"
+                           << "Impossibile spostare, il file resta :" << path;
+                rewritePlaylists(path, target, path);
+            }
             ++moved;
         }
     }
@@ -232,13 +236,16 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
             << "Scan All Corvin Dirs : Big Folder :" << bigFolders.size();
 }
 
-/// Lets all playlists name @p newPath, or none when one of them cannot be written: the song then stays where they name
-/// it.
-bool Ottimizza::rewritePlaylists(const QString &oldPath, const QString &newPath) const
+/// Lets all playlists that named the song @p song before the run name @p newPath instead of @p oldPath, or none when one
+/// of them cannot be written: the song then stays where they name it.
+bool Ottimizza::rewritePlaylists(const QString &song, const QString &oldPath, const QString &newPath) const
 {
     QStringList rewritten;
-    const QStringList playlists = playlistIndex.values(oldPath);
-    for (const QString &playlist : playlists) {
+    QStringList playlists = playlistIndex.values(song);
+    // One that names the song a thousand times is rewritten once.
+    playlists.removeDuplicates();
+    for (const QString &playlist : qAsConst(playlists)) {
+        QCoreApplication::processEvents();
         if (!rewritePlaylist(playlist, oldPath, newPath)) {
             for (const QString &other : qAsConst(rewritten))
                 rewritePlaylist(other, newPath, oldPath);

@@ -166,7 +166,7 @@ private:
     // Chapter directoryscan.cpp
     void mapPlaylists();
     bool moveRootFiles();
-    bool rewritePlaylists(const QString &oldPath, const QString &newPath) const;
+    bool rewritePlaylists(const QString &song, const QString &oldPath, const QString &newPath) const;
     bool collectRootFiles(QStringList &paths) const;
     bool belongsInRoot(const QString &path) const;
     bool classifyFiles(QMap<QString, int> &folderFileCount);

@@ -29,7 +29,8 @@ QByteArray readFile(const QString &path)
 {
     QFile file(path);
     QByteArray content;
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMostDatabaseBytes)
+    // A pipe would be waited for until somebody writes to it.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > kMostDatabaseBytes)
         return content;
     const auto size = static_cast<int>(file.size());
     content.reserve(size);

@@ -45,6 +45,8 @@ public:
     const QByteArray &bytes() const { return m_bytes; }
     /// Size of the tag, header included, as it was loaded: where the audio begins in the file. 0 without a tag.
     qint64 audioOffset() const { return m_audioOffset; }
+    /// The tag as it is now has been written: the audio of the file begins behind it.
+    void startAudioHere() { m_audioOffset = m_bytes.size(); }
     /// Always the code of MP3.
     int formatCode() const;
 

@@ -8,7 +8,7 @@
 class MatchTree
 {
 public:
-    static constexpr int kRingSize = 4096;
+    static constexpr int kRingSize = 4096; ///< bytes, and the number of places a text can begin at
 
     static constexpr int kSpareBytes = 7; ///< behind the ring, of any value: texts are compared eight bytes at a time
 

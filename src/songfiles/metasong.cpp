@@ -170,7 +170,7 @@ bool MetaSong::importMp3(OpenSong &song)
     }
     if (!m_tag.loadTexts(song.file, song.start)) {
         // A tag that the file has room for is refused only when less came than should.
-        if (stated <= song.size)
+        if (song.size >= Id3Tag::kHeaderSize && stated <= song.size)
             m_result = ImportResult::NotRead;
         return false;
     }

@@ -128,7 +128,10 @@ bool MetaSong::saveMp3(const QString &path)
         return false;
     }
     // Without its song the temporary file is the only copy; with it, it stays for the user to find.
-    return song.remove() && temporary.rename(path);
+    if (!song.remove() || !temporary.rename(path))
+        return false;
+    m_tag.startAudioHere();
+    return true;
 }
 
 bool MetaSong::writeMp3(QFile &song, QFile &temporary) const

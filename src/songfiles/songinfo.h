@@ -7,13 +7,15 @@
 struct SongMarker
 {
     quint16 bar = 0; ///< 0 for markers that come without a bar number
-    QString text;
+    QString text;    ///< as it is shown
 };
 
+/// Whether bar and text are the same.
 inline bool operator==(const SongMarker &a, const SongMarker &b)
 {
     return a.bar == b.bar && a.text == b.text;
 }
+/// Whether bar or text differs.
 inline bool operator!=(const SongMarker &a, const SongMarker &b)
 {
     return !(a == b);
@@ -22,9 +24,9 @@ inline bool operator!=(const SongMarker &a, const SongMarker &b)
 /// What the program knows of a song, whatever its format. A plain value, copied freely.
 struct SongInfo
 {
-    QString title;
-    QString artist;
-    QString genre;
+    QString title;             ///< of the song
+    QString artist;            ///< who performs it
+    QString genre;             ///< as the song calls it
     QString author;            ///< composer or author
     qint32 length = 0;         ///< seconds; a negative value means: do not write
     qint32 userBpm = 0;        ///< beats per minute; a negative value means: do not write

@@ -16,8 +16,8 @@ enum class SongKind
 /// A suffix of song files, lower case, and the kind of song that bears it.
 struct SongSuffix
 {
-    const char *suffix;
-    SongKind kind;
+    const char *suffix; ///< without a dot
+    SongKind kind;      ///< of songs that bear it
 };
 
 /// All suffixes of songs. The place in the table is the song's format index.

@@ -125,6 +125,17 @@ private slots:
         QVERIFY(!run.player.exists("System/Playlist/a.pls.old"_s));
     }
 
+    void playlistsStillNameARootSongThatCannotMove() {
+        SKIP_ON_WINDOWS("the path is too long there");
+        const QString song = QString(251, QLatin1Char('s')) + ".mid"_s;
+        OptimizerRun run({song, "My Songs/"_s + song + "=other"_s});
+        run.player.addFile("System/Playlist/p.pls"_s, "\\sdmemory\\" + song.toUtf8() + "^1^2");
+        const QByteArray before = run.player.content("System/Playlist/p.pls"_s);
+        run.scan();
+        QVERIFY(run.player.exists(song));
+        QCOMPARE(run.player.content("System/Playlist/p.pls"_s), before);
+    }
+
     void thePlayersOwnRootFilesStay() {
         for (const QString &name :
              words("q-artedev Q-ARTEDEV CorvinImportDB.sql corvinimportdb.sql AUTOEXEC.BAT autoexec.bat")) {

@@ -211,6 +211,20 @@ private slots:
         QCOMPARE(entriesBelow(file.folder.path()), words("a.mp3"));
     }
 
+    void songSavedTwiceKeepsItsAudio() {
+        const QByteArray audio = silentMp3Frames(20);
+        SongInfo info = fullInfo();
+        info.title = QString(100, QLatin1Char('t'));
+        SongOnDisk file("a.mp3"_s, id3v2Tag(3, info) + audio);
+        info.title = "short"_s;
+        file.song.setSongInfo(info, true);
+        QVERIFY(file.save());
+        const QByteArray once = file.content();
+        QVERIFY(file.save());
+        QCOMPARE(file.content(), once);
+        QVERIFY(once.endsWith(audio));
+    }
+
     void temporaryFileThatCannotBeMadeStopsTheSaving_data() {
         columns<QString, QString>("name", "temporary");
         row("its ending is replaced", "a.b.mp3"_s, "a.b.tmp"_s);
