@@ -8,6 +8,9 @@ target_compile_options(corvin_testheaders PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch
 target_link_libraries(corvin_testheaders PRIVATE corvin_flags Qt5::Widgets Qt5::Network Qt5::Test)
 target_precompile_headers(corvin_testheaders PRIVATE <QtTest> <QtWidgets>)
 
+# Sanitizers, counting and soaking take longer: the presets say how many times as long a test may take.
+set(CORVIN_TIMEOUT_FACTOR 1 CACHE STRING "Multiplies the time limit of every test")
+
 # corvin_test(<name> [SOURCES <file>...] [USES <target>...] [LABELS <label>...] [TIMEOUT <seconds>] [RUN_SERIAL])
 #
 # One QtTest executable, <name>.cpp, registered with CTest. It runs without a display, in a UTF-8 locale, and with
@@ -17,6 +20,7 @@ function(corvin_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
+  math(EXPR ARG_TIMEOUT "${CORVIN_TIMEOUT_FACTOR} * ${ARG_TIMEOUT}")
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE corvin_flags ${ARG_USES} corvin_testsupport Qt5::Test)
   target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)

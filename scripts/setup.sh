@@ -21,7 +21,7 @@ build_packages="g++ ccache cmake ninja-build qtbase5-dev qttools5-dev qttools5-d
 # Without DejaVu Sans what asks for any sans-serif font, like Qt's message boxes, gets Liberation's fixed-width one.
 walk_packages="xvfb xauth unar exfatprogs exfat-fuse fuse3 python3-minimal fonts-dejavu-core"
 test_packages="$walk_packages lhasa midicsv python3 python3-mido python3-mutagen id3v2 mpg123 ffmpeg zip dbus-daemon dosfstools"
-ci_packages="clang-format clang-tidy"
+ci_packages="clang-format clang-tidy doxygen"
 
 # Installs the packages that are missing; where that is not allowed, prints the one line to type, and ends.
 need_packages() {
