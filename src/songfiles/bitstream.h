@@ -3,6 +3,7 @@
 #include "byteview.h"
 
 #include <QByteArray>
+#include <QtEndian>
 
 /// Reads bits from bytes, most significant bit first. Past the end of the bytes every bit is 0.
 class BitReader
@@ -11,43 +12,57 @@ public:
     /// Reads @p bytes, which must outlive the reader, from the byte at @p offset on.
     BitReader(const QByteArray &bytes, int offset) : m_bytes(&bytes), m_offset(offset) {}
 
+    /// Makes sure that kPrepared bits can be taken by preparedBit().
+    void prepare()
+    {
+        if (m_left < kPrepared)
+            fill();
+    }
+    static constexpr int kPrepared = 32; ///< as many as a word has
+
+    /// The next bit, 0 or 1, of those that were prepared.
+    unsigned preparedBit()
+    {
+        --m_left;
+        return static_cast<unsigned>(m_waiting >> (m_left & kWindowMask)) & 1U;
+    }
+
     /// The next bit, 0 or 1.
     unsigned bit()
     {
-        if (m_left == 0)
-            fill();
-        --m_left;
-        return static_cast<unsigned>(m_waiting >> m_left) & 1U;
+        prepare();
+        return preparedBit();
     }
 
     /// The next @p count bits (up to 32) as a number.
     unsigned bits(int count)
     {
-        if (m_left >= count) {
-            m_left -= count;
-            return static_cast<unsigned>((m_waiting >> m_left) & ((quint64(1) << count) - 1));
-        }
-        unsigned value = 0;
-        for (int i = 0; i < count; ++i)
-            value = (value << 1) | bit();
-        return value;
+        prepare();
+        m_left -= count;
+        return static_cast<unsigned>((m_waiting >> m_left) & ((quint64(1) << count) - 1));
     }
 
 private:
     static constexpr int kByteBits = 8;
-    static constexpr int kWaitingBits = 64;
+    static constexpr int kWindowMask = 63;
 
     void fill()
     {
-        for (int byte = 0; byte < kWaitingBits / kByteBits; ++byte)
-            m_waiting = (m_waiting << kByteBits) | ByteView::byteAt(*m_bytes, m_offset++);
-        m_left = kWaitingBits;
+        if (m_offset + kPrepared / kByteBits <= m_bytes->size()) {
+            const quint32 word = qFromBigEndian<quint32>(m_bytes->constData() + m_offset);
+            m_waiting = (m_waiting << kPrepared) | word;
+        } else {
+            for (int byte = 0; byte < kPrepared / kByteBits; ++byte)
+                m_waiting = (m_waiting << kByteBits) | ByteView::byteAt(*m_bytes, m_offset + byte);
+        }
+        m_offset += kPrepared / kByteBits;
+        m_left += kPrepared;
     }
 
     const QByteArray *m_bytes;
     qint64 m_offset;
     quint64 m_waiting = 0;
-    int m_left = 0;
+    int m_left = 0; ///< bits that wait, at most twice a word
 };
 
 /// Appends bits to bytes, most significant bit first.

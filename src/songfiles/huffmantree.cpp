@@ -64,9 +64,11 @@ int HuffmanTree::decode(BitReader &reader)
 {
     const quint16 *const sons = m_son.data();
     BitReader bits = reader; // as a copy its fields stay in registers
+    // No code is that long: the frequencies of a deep tree grow like Fibonacci's numbers, and the root's ends at 2^15.
+    bits.prepare();
     std::size_t node = sons[m_root];
     while (node < m_size)
-        node = sons[node + bits.bit()];
+        node = sons[node + bits.preparedBit()];
     reader = bits;
     const int symbol = static_cast<int>(node - m_size);
     countUp(symbol);
