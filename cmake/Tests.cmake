@@ -28,7 +28,7 @@ function(corvin_test name)
   set(folder ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
     # Under Wine files and the first window take longer.
-    math(EXPR ARG_TIMEOUT "3 * ${ARG_TIMEOUT}")
+    math(EXPR ARG_TIMEOUT "2 * ${ARG_TIMEOUT}")
     # Programs are looked for in the folder of the program that starts them: there each test puts its own.
     string(APPEND folder /${name})
   endif()
