@@ -57,6 +57,22 @@ utf8_locale() {
   esac
 }
 
+# Reads what ninja says, and shows how far it is: in a terminal one line that counts up, elsewhere a line a quarter.
+count_up() {
+  local line done all quarter=0
+  while IFS= read -r line; do
+    [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+    done=${BASH_REMATCH[1]} all=${BASH_REMATCH[2]}
+    if [ -t 1 ]; then
+      printf '\r    %d of %d' "$done" "$all"
+    elif [ $((4 * done / all)) -gt "$quarter" ]; then
+      quarter=$((4 * done / all))
+      printf '    %d of %d\n' "$done" "$all"
+    fi
+  done
+  [ ! -t 1 ] || [ -z "${done:-}" ] || printf '\n'
+}
+
 # build_preset PRESET [TARGET...]: configures and builds; the output is shown only when something is wrong.
 build_preset() {
   local preset=$1 log targets=()
@@ -64,7 +80,8 @@ build_preset() {
   [ $# -eq 0 ] || targets=(--target "$@")
   log=$(mktemp)
   step "Building ($preset)"
-  if ! (cd "$root" && cmake --preset "$preset" && cmake --build "build/$preset" "${targets[@]}") >"$log" 2>&1; then
+  if ! (cd "$root" && cmake --preset "$preset" && cmake --build "build/$preset" "${targets[@]}") 2>&1 |
+    tee "$log" | count_up; then
     grep -nE 'error|FAILED|CMake Error' "$log" | head -n 20 >&2
     tail -n 40 "$log" >&2
     fail "The build failed; its whole output is in $log"
