@@ -78,7 +78,7 @@ void MatchTree::insert(int position)
         noteMatch(position, node, common);
         if (common >= m_longestMatch)
             return replace(node, position); // the same text again: the newer position takes the place of the older
-        notable = smallestDifference(common - 1);
+        notable = smallestDifference(qMax(kThreshold, common - 1));
     }
 }
 
