@@ -3,6 +3,7 @@
 #include "appsettings.h"
 #include "language.h"
 #include "pacedbar.h"
+#include "windowplace.h"
 
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
@@ -17,6 +18,8 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QHideEvent>
+#include <QLocale>
 #include <QScopedValueRollback>
 #include <QScreen>
 
@@ -34,6 +37,18 @@ QPalette paletteForLightGround(QPalette palette)
         palette.setColor(QPalette::Disabled, role, kDisabledText);
     }
     return palette;
+}
+/// How numbers and dates are written beside the texts of @p language: as the system does where it speaks the same
+/// language, since an Austrian reads German and a Briton English.
+QLocale localeOf(const QString &language)
+{
+    const QLocale system = QLocale::system();
+    QLocale spoken(QLocale::Italian, QLocale::Italy); // a language without texts of its own shows these
+    if (language == QLatin1String("lang_en"))
+        spoken = QLocale(QLocale::English, QLocale::UnitedKingdom);
+    else if (language == QLatin1String("lang_de"))
+        spoken = QLocale(QLocale::German, QLocale::Germany);
+    return system.language() == spoken.language() ? system : spoken;
 }
 } // namespace
 
@@ -68,7 +83,23 @@ void MainWindow::fitIntoScreen()
     const QSize fitting(openingHeight(width(), available.width()), openingHeight(height(), available.height()));
     // What has no room then is reached by scrolling.
     setMinimumSize(minimumSize().boundedTo(fitting));
-    resize(fitting);
+    QList<QRect> screens = {screen->availableGeometry()};
+    const QList<QScreen *> all = QGuiApplication::screens();
+    for (const QScreen *other : all)
+        screens.append(other->availableGeometry());
+    setGeometry(openingPlace(storedPlace(), fitting, screens));
+    if (wasMaximized())
+        setWindowState(Qt::WindowMaximized);
+}
+
+void MainWindow::hideEvent(QHideEvent *event)
+{
+    // A window that is only minimised comes back to its place by itself.
+    if (!event->spontaneous()) {
+        storePlace(normalGeometry());
+        storeMaximized(isMaximized());
+    }
+    QMainWindow::hideEvent(event);
 }
 
 void MainWindow::createPages()
@@ -105,7 +136,7 @@ void MainWindow::applyStyle()
     ui->labelAction->setFont(fonts.fontText13);
     setTitleFont(ui->pushButtonStop, fonts.fontTitle18);
     ui->pButLang->setFont(fonts.fontText10Bold);
-    ui->pButLang->setText(languageButtonText(storedLanguage()));
+    followLanguage(storedLanguage());
     ui->labelRelease->setFont(fonts.fontText10);
     ui->pushButtonAboutQT->setFont(fonts.fontText10);
 }
@@ -141,9 +172,16 @@ void MainWindow::check_connection()
 void MainWindow::on_pButLang_clicked()
 {
     const QString next = nextLanguage(storedLanguage());
-    ui->pButLang->setText(languageButtonText(next));
+    followLanguage(next);
     installLanguage(next);
     storeLanguage(next);
+}
+
+/// The texts follow by an event of their own, which comes later: by then the pages know how to write a date.
+void MainWindow::followLanguage(const QString &language)
+{
+    ui->pButLang->setText(languageButtonText(language));
+    setLocale(localeOf(language));
 }
 
 void MainWindow::changeEvent(QEvent *event)

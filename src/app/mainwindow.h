@@ -35,7 +35,7 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Builds the window with all pages hidden and starts the watch for the player. Needs an application object, the
+    /// Builds the window where it was left the last time, with all pages hidden, and starts the watch for the player. Needs an application object, the
     /// resources, the settings and the language. The window is neither shown nor modal.
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
@@ -119,6 +119,8 @@ protected:
     // mainwindow.cpp
     /// Applies the texts again when the language has changed.
     void changeEvent(QEvent *event) override;
+    /// Notes where the window stood when it closed.
+    void hideEvent(QHideEvent *event) override;
 
 private slots:
     // mainwindow.cpp
@@ -141,6 +143,7 @@ private:
     void fitIntoScreen();
     void createPages();
     void applyStyle();
+    void followLanguage(const QString &language);
 
     // closing.cpp
     bool isWorking() const;

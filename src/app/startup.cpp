@@ -2,6 +2,7 @@
 
 #include "app/shared/sharedfonts.h"
 #include "appsettings.h"
+#include "guide.h"
 #include "language.h"
 #include "mainwindow.h"
 #include "resources/resources.h"
@@ -54,6 +55,7 @@ int runCorvin4Manager(int &argc, char **argv)
 
     const auto window = std::make_unique<MainWindow>(nullptr);
     window->setWindowFlags(Qt::Window);
+    openGuideByKey(window.get());
     window->show();
     return QApplication::exec(); // the window goes first, then the application object
 }

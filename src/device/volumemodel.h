@@ -4,7 +4,9 @@
 #include <QObject>
 #include <QString>
 
+class LocalFiles;
 class QFileSystemModel;
+class QLocale;
 
 /// The files of the player as a source model for views: the player's volume as a top node named by its label, and
 /// what lies under it. On Windows the model is a QFileSystemModel as it is (node "CORVIN4 (E:)", beside the PC's other
@@ -28,7 +30,9 @@ public:
     /// QFileSystemModel has them.
     QAbstractItemModel *model() const;
     /// The model of the file system behind it: for filters, sorting and "directoryLoaded(QString)".
-    QFileSystemModel *fileSystemModel() const { return m_files; }
+    QFileSystemModel *fileSystemModel() const;
+    /// The language that sizes and dates are written in; at first the program's default.
+    void setLocale(const QLocale &locale);
 
     /// The index in model() of an absolute path on the volume (forward slashes), column 0; the drive's own node for
     /// the root. Invalid when the path does not exist or lies elsewhere.
@@ -42,6 +46,6 @@ public:
 private:
     QModelIndex toFiles(const QModelIndex &index) const;
 
-    QFileSystemModel *m_files = nullptr;
+    LocalFiles *m_files = nullptr;
     QAbstractItemModel *m_model = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "volumemodel.h"
 
+#include "localfiles.h"
 #include "volumetree.h"
 
 #include <QDir>
@@ -9,7 +10,7 @@
 // volume's folder is lifted out of it.
 
 VolumeModel::VolumeModel(QObject *parent)
-    : QObject(parent), m_files(new QFileSystemModel(this)), m_model(new VolumeTree(m_files, this))
+    : QObject(parent), m_files(new LocalFiles(this)), m_model(new VolumeTree(m_files, this))
 {
 }
 
@@ -27,6 +28,16 @@ void VolumeModel::open(const QString &deviceRoot, const QString &label)
 QAbstractItemModel *VolumeModel::model() const
 {
     return m_model;
+}
+
+QFileSystemModel *VolumeModel::fileSystemModel() const
+{
+    return m_files;
+}
+
+void VolumeModel::setLocale(const QLocale &locale)
+{
+    m_files->setLocale(locale);
 }
 
 QModelIndex VolumeModel::indexForPath(const QString &path) const

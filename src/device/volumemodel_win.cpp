@@ -1,8 +1,8 @@
 #include "volumemodel.h"
 
-#include <QFileSystemModel>
+#include "localfiles.h"
 
-VolumeModel::VolumeModel(QObject *parent) : QObject(parent), m_files(new QFileSystemModel(this)), m_model(m_files) {}
+VolumeModel::VolumeModel(QObject *parent) : QObject(parent), m_files(new LocalFiles(this)), m_model(m_files) {}
 
 VolumeModel::~VolumeModel() = default;
 
@@ -16,6 +16,16 @@ void VolumeModel::open(const QString &deviceRoot, const QString &label)
 QAbstractItemModel *VolumeModel::model() const
 {
     return m_model;
+}
+
+QFileSystemModel *VolumeModel::fileSystemModel() const
+{
+    return m_files;
+}
+
+void VolumeModel::setLocale(const QLocale &locale)
+{
+    m_files->setLocale(locale);
 }
 
 QModelIndex VolumeModel::indexForPath(const QString &path) const

@@ -148,7 +148,7 @@ FileListCopy::FileOutcome FileListCopy::copyOne(const QString &source, const QSt
         QString former;
         result = replaceFile(source, destination, keepWindowAlive, [&former](const QString &kept) { former = kept; });
         if (!former.isEmpty())
-            m_view.tell({Notice::Critical, tr("Errore sulla copia"), destination, formerIsAt(former)});
+            m_view.tell({Notice::Critical, tr("Errore sulla copia"), QDir::cleanPath(destination), formerIsAt(former)});
     }
     if (result == CopyResult::Copied)
         return FileOutcome::Copied;
@@ -169,7 +169,7 @@ bool FileListCopy::mayReplace(const QString &destination)
 {
     const JobAnswer answer =
         m_view.ask({tr("File Esistente"),
-                    tr("Il File\n") + destination + tr("\nEsiste già. Vuoi sostituirlo?"),
+                    tr("Il File\n") + QDir::cleanPath(destination) + tr("\nEsiste già. Vuoi sostituirlo?"),
                     {{JobAnswer::Yes, tr("Si")}, {JobAnswer::No, tr("No")}, {JobAnswer::YesToAll, tr("Si,Tutti")}},
                     JobAnswer::Yes,
                     JobAnswer::No,
@@ -182,13 +182,13 @@ bool FileListCopy::mayReplace(const QString &destination)
 bool FileListCopy::mayGoOnWithout(const QString &destination)
 {
     // Deliberate: "yes to all" is the Cancel button, so that closing the box means it too.
-    const JobAnswer answer =
-        m_view.ask({tr("Errore sulla copia"),
-                    tr("Il File\n") + destination + tr("\non è stato copiato. Vuoi continuare a copiare?"),
-                    {{JobAnswer::Yes, tr("Si")}, {JobAnswer::No, tr("No")}, {JobAnswer::Cancel, tr("Si,Tutti")}},
-                    JobAnswer::Yes,
-                    JobAnswer::Cancel,
-                    true});
+    const JobAnswer answer = m_view.ask(
+        {tr("Errore sulla copia"),
+         tr("Il File\n") + QDir::cleanPath(destination) + tr("\non è stato copiato. Vuoi continuare a copiare?"),
+         {{JobAnswer::Yes, tr("Si")}, {JobAnswer::No, tr("No")}, {JobAnswer::Cancel, tr("Si,Tutti")}},
+         JobAnswer::Yes,
+         JobAnswer::Cancel,
+         true});
     m_ignoreAllErrors = answer == JobAnswer::Cancel;
     return answer != JobAnswer::No;
 }

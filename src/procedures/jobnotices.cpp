@@ -34,6 +34,8 @@ JobQuestion siOrNo(const QString &title, const QString &text)
 
 void tellEndOfSongCopy(JobView &view, const JobEnd &end)
 {
+    // A bar at its beginning and a STOP beside "done" would say that something is still to come.
+    view.hideProgress();
     // Deliberate: a failed restore has the texts of a failed backup.
     if (!end.isDone())
         view.tell({Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)});

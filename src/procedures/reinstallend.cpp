@@ -36,6 +36,7 @@ void Reinstall::tell(Notice notice)
     if (m_systemReplaced && !m_keptPlaylists.isEmpty())
         more.append(whereThePlaylistsAre());
     notice.informativeText = more.join(QLatin1Char('\n'));
+    m_view.hideProgress();
     m_view.tell(notice);
 }
 
@@ -47,8 +48,10 @@ void Reinstall::tellStopped()
         tell({Notice::Information, operationText(TEXT_RESTORE_ERROR_TITLE), operationText(TEXT_RESTORE_ERROR)});
     else if (m_systemLost)
         tell({Notice::Information, tr("ERRORE"), unexpectedEnd()});
-    else if (m_songs == Songs::Stay && m_systemReplaced && !m_keptPlaylists.isEmpty())
+    else if (m_songs == Songs::Stay && m_systemReplaced && !m_keptPlaylists.isEmpty()) {
+        m_view.hideProgress();
         m_view.tell({Notice::Information, operationText(TEXT_INSTALLED_TITLE), whereThePlaylistsAre()});
+    }
 }
 
 QString Reinstall::unexpectedEnd()

@@ -109,11 +109,12 @@ JobEnd SongBackup::setDestinationAside()
     const DestinationFault fault = destinationFault(m_destination, m_player, foldersToKeep());
     if (fault != DestinationFault::None)
         return refuseFolder(reasonAgainst(fault));
-    const JobQuestion question = {tr("Trovati alcuni files"),
-                                  tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
-                                     "Vuoi continuare ?"),
-                                  {{JobAnswer::Yes}, {JobAnswer::No}},
-                                  JobAnswer::No};
+    JobQuestion question = {tr("Trovati alcuni files"),
+                            tr("ATTENZIONE! Il contenuto della cartella di destinazione verrà cancellato.\n\n"
+                               "Vuoi continuare ?"),
+                            {{JobAnswer::Yes}, {JobAnswer::No}},
+                            JobAnswer::No};
+    question.informativeText = QDir::toNativeSeparators(QDir::cleanPath(m_destination));
     if (holdsAnything(m_destination) && m_view.ask(question) != JobAnswer::Yes)
         return {JobEnd::Refused};
     // The root of a volume can be neither removed nor renamed.

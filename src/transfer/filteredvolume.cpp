@@ -3,12 +3,14 @@
 #include <QEvent>
 #include <QFileSystemModel>
 
-FilteredVolume::FilteredVolume(const QString &deviceRoot, const QString &label, QDir::Filters shown)
+FilteredVolume::FilteredVolume(const QString &deviceRoot, const QString &label, QDir::Filters shown,
+                               const QLocale &locale)
 {
     QFileSystemModel *files = m_volume.fileSystemModel();
     files->setFilter(shown);
     // Own icons of folders would be looked for in every folder of the disk.
     files->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
+    m_volume.setLocale(locale);
     m_volume.open(deviceRoot, label);
     m_filter.setSourceModel(m_volume.model());
 }

@@ -4,6 +4,7 @@
 #include "device/volumemodel.h"
 
 #include <QDir>
+#include <QLocale>
 #include <QModelIndex>
 #include <QObject>
 #include <QString>
@@ -16,7 +17,8 @@ class FilteredVolume : public QObject
 
 public:
     /// Shows the volume at @p deviceRoot (empty: nothing) under the name @p label, of its entries the @p shown ones.
-    FilteredVolume(const QString &deviceRoot, const QString &label, QDir::Filters shown);
+    /// Sizes and dates are written as in @p locale.
+    FilteredVolume(const QString &deviceRoot, const QString &label, QDir::Filters shown, const QLocale &locale);
 
     /// The model for the view.
     QAbstractItemModel *model() { return &m_filter; }

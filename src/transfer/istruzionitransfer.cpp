@@ -45,6 +45,12 @@ IstruzioniTransfer::IstruzioniTransfer(QWidget *parent)
 
 IstruzioniTransfer::~IstruzioniTransfer() = default;
 
+int IstruzioniTransfer::heightForWidth(int width) const
+{
+    Q_UNUSED(width)
+    return -1;
+}
+
 void IstruzioniTransfer::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange)

@@ -17,6 +17,11 @@ public:
     explicit IstruzioniTransfer(QWidget *parent = nullptr); ///< shown with its parent
     ~IstruzioniTransfer() override;
 
+    /// The frames are high enough for their texts at every width: the page asks for no other height in a narrow window,
+    /// which it would ask for the whole stack, shown or not.
+    bool hasHeightForWidth() const override { return false; }
+    int heightForWidth(int width) const override; ///< none
+
 protected:
     void changeEvent(QEvent *event) override;
 

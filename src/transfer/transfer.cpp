@@ -30,6 +30,7 @@ Transfer::Transfer(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::T
         view->setAcceptDrops(false);
         view->viewport()->setAcceptDrops(false);
     }
+    ui->tableView->viewport()->installEventFilter(this);
     setDropAreaHovered(false);
     setBrowsing(false);
     hide();
@@ -80,9 +81,9 @@ QString Transfer::pathIn(const QString &folder, const QString &name)
 
 void Transfer::setBrowsing(bool browsing)
 {
-    // A stack is as wide as its widest page, shown or not.
-    const QSizePolicy::Policy width = browsing ? QSizePolicy::Ignored : QSizePolicy::Preferred;
-    ui->istruzioniTransfer->setSizePolicy(width, QSizePolicy::Preferred);
+    // A stack is as wide and as high as its largest page, shown or not.
+    const QSizePolicy::Policy size = browsing ? QSizePolicy::Ignored : QSizePolicy::Preferred;
+    ui->istruzioniTransfer->setSizePolicy(size, size);
     ui->stackedWidget->setCurrentIndex(browsing ? kDropPage : kInstructionsPage);
     ui->labelInstruction->setVisible(!browsing);
     const QList<QWidget *> widgets = {ui->widgetDevice, ui->treeView,    ui->tableView,

@@ -96,6 +96,9 @@ signals:
 protected:
     // transfer.cpp
     void changeEvent(QEvent *event) override;
+    // transferviews.cpp
+    /// Shows as many columns of the table as have room beside the names.
+    bool eventFilter(QObject *watched, QEvent *event) override;
     // transferdrag.cpp
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
@@ -112,6 +115,7 @@ private:
 
     // transferviews.cpp
     void makeModels();
+    void fitColumns();
     void deleteModels();
     void remakeModels();
     QString folderAt(FilteredVolume &volume, const QModelIndex &index) const;
@@ -121,6 +125,7 @@ private:
     QStringList expandedFolders() const;
     void enterBusy();
     void leaveBusy();
+    void showBusy(bool shown);
     bool isPlayerThere();
     void endWork();
 

@@ -103,7 +103,9 @@ void Transfer::copyCounted(const QStringList &paths, int total)
     copyAll(paths);
     qInfo() << "Transfer : Fine Copia";
     // Whatever was copied last can only be vouched for once the player has it.
-    if (!m_player.flush([this] { return !aborted; }) && m_tally.isWhole())
+    // A STOP that came before is done with: what was copied until then is brought to the disk all the same.
+    const bool wasAborted = aborted;
+    if (!m_player.flush([this, wasAborted] { return wasAborted || !aborted; }) && m_tally.isWhole())
         m_tally.doubtTheLast();
     ui->pushBtnForward->setEnabled(true);
     endWork();
@@ -255,7 +257,7 @@ bool Transfer::mayOverwrite(const QString &destination)
     if (overwriteAnswer != QMessageBox::YesToAll && overwriteAnswer != QMessageBox::NoToAll) {
         Question question;
         question.title = tr("File esistente");
-        question.text = tr("Il File ") + destination + tr("\n\nE' già esistente. Sovrascrivo ?");
+        question.text = tr("Il File ") + QDir::cleanPath(destination) + tr("\n\nE' già esistente. Sovrascrivo ?");
         question.buttons = {{QMessageBox::Yes, tr("Si")},
                             {QMessageBox::YesToAll, tr("Si,Tutti")},
                             {QMessageBox::No, tr("No")},

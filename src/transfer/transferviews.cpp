@@ -5,6 +5,7 @@
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
+#include <QDateTime>
 #include <QHeaderView>
 
 namespace {
@@ -14,17 +15,37 @@ constexpr int kNameColumn = 0;
 constexpr int kSizeColumn = 1;
 constexpr int kTypeColumn = 2;
 constexpr int kDateColumn = 3;
-constexpr int kSizeWidth = 105;
-constexpr int kTypeWidth = 95;
-constexpr int kDateWidth = 170;
+/// What the names are to have before another column is shown, in characters of middle width.
+constexpr int kNameCharacters = 24;
+constexpr int kCellMargin = 16;
+
+QString longestDate(const QLocale &locale)
+{
+    return locale.toString(QDateTime(QDate(2028, 10, 28), QTime(22, 48)), QLocale::ShortFormat);
+}
+
+QString longestSize(const QLocale &locale)
+{
+    constexpr qint64 kThousand = 1000;
+    const QString bytes = locale.formattedDataSize(kThousand, 1, QLocale::DataSizeTraditionalFormat);
+    const QString kilobytes = locale.formattedDataSize(kThousand * kThousand, 1, QLocale::DataSizeTraditionalFormat);
+    return bytes.size() > kilobytes.size() ? bytes : kilobytes;
+}
+
+/// Wide enough for @p text and for the column's own title.
+int columnWidth(const QTableView *table, int column, const QString &text)
+{
+    return qMax(table->fontMetrics().horizontalAdvance(text) + kCellMargin,
+                table->horizontalHeader()->sectionSizeHint(column));
+}
 
 void layOutTable(QTableView *table)
 {
     QHeaderView *header = table->horizontalHeader();
     header->setSectionResizeMode(kNameColumn, QHeaderView::Stretch);
-    header->resizeSection(kSizeColumn, kSizeWidth);
-    header->resizeSection(kTypeColumn, kTypeWidth);
-    header->resizeSection(kDateColumn, kDateWidth);
+    header->resizeSection(kSizeColumn, columnWidth(table, kSizeColumn, longestSize(table->locale())));
+    header->resizeSection(kTypeColumn, columnWidth(table, kTypeColumn, QStringLiteral("mpg-Datei")));
+    header->resizeSection(kDateColumn, columnWidth(table, kDateColumn, longestDate(table->locale())));
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -34,16 +55,42 @@ void Transfer::makeModels()
 {
     deleteModels();
     const QString label = deviceRoot.isEmpty() ? QString() : DeviceLocator().volumeLabel(deviceRoot);
-    m_folders = std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::NoDotAndDotDot);
-    m_entries = std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot);
+    m_folders = std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::NoDotAndDotDot, locale());
+    m_entries =
+        std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, locale());
     ui->treeView->setModel(m_folders->model());
     for (int column = kSizeColumn; column <= kDateColumn; ++column)
         ui->treeView->hideColumn(column);
     ui->tableView->setModel(m_entries->model());
     layOutTable(ui->tableView);
+    fitColumns();
     connect(ui->tableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { ui->actionDeleteSelectedItems->setEnabled(ui->tableView->selectionModel()->hasSelection()); });
     showCurrentFolder();
+}
+
+/// In a narrow table the names need the room: first the types go, which the names' endings tell as well, then the
+/// dates, at last the sizes.
+void Transfer::fitColumns()
+{
+    QTableView *table = ui->tableView;
+    const QHeaderView *header = table->horizontalHeader();
+    if (header->count() <= kDateColumn)
+        return;
+    int room = table->viewport()->width() - kNameCharacters * table->fontMetrics().averageCharWidth();
+    for (const int column : {kSizeColumn, kDateColumn, kTypeColumn}) {
+        // A hidden column is 0 wide until it is shown again.
+        table->setColumnHidden(column, false);
+        room -= header->sectionSize(column);
+        table->setColumnHidden(column, room < 0);
+    }
+}
+
+bool Transfer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == ui->tableView->viewport() && event->type() == QEvent::Resize)
+        fitColumns();
+    return QWidget::eventFilter(watched, event);
 }
 
 void Transfer::deleteModels()
@@ -118,6 +165,7 @@ void Transfer::enterBusy()
             m_player = found;
     }
     m_playerGone = false;
+    showBusy(true);
     if (m_folders)
         m_folders->freeze();
     if (m_entries)
@@ -133,7 +181,18 @@ void Transfer::leaveBusy()
         remakeModels();
     ui->treeView->blockSignals(false);
     ui->tableView->blockSignals(false);
+    showBusy(false);
     busy = false;
+}
+
+/// What answers to nothing during a copy or a deletion is to look so.
+void Transfer::showBusy(bool shown)
+{
+    ui->pButPc->setEnabled(!shown);
+    ui->pushBtnBack->setEnabled(!shown);
+    // It comes back with the next selection.
+    if (shown)
+        ui->actionDeleteSelectedItems->setEnabled(false);
 }
 
 /// Once it is gone it counts as gone until the work ends: asking a volume that no longer answers once for each file

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/shared/pagebutton.h"
 #include "app/shared/styles.h"
 #include "support/boxanswerer.h"
 #include "support/boxtexts.h"
@@ -72,6 +73,22 @@ private slots:
         QCOMPARE(shown->cursor().shape(), Qt::PointingHandCursor);
         QVERIFY(hasFont(*shown, sharedFonts().fontTitle18));
         QVERIFY(shown->isEnabled());
+    }
+
+    void everyChoiceHasAPictureAndALineThatSaysWhatItDoes_data() { addButtonsThatNeedThePlayer(); }
+    void everyChoiceHasAPictureAndALineThatSaysWhatItDoes() {
+        QFETCH(QByteArray, button);
+        for (const QString &code : words("it en de")) {
+            const Language language(code);
+            const PagePointer page = shownPage();
+            const auto *shown = child<PageButton>(*page, button.constData());
+            QVERIFY(!shown->icon().isNull());
+            QVERIFY(!shown->icon().pixmap(40, 40).isNull());
+            QVERIFY(!shown->description().isEmpty());
+            QCOMPARE(shown->accessibleDescription(), shown->description());
+            QVERIFY2(shown->width() >= shown->sizeHint().width(), qPrintable(code + shown->description()));
+            QVERIFY2(shown->height() >= shown->sizeHint().height(), qPrintable(code + shown->description()));
+        }
     }
 
     void titleIsBlackTextOnTheWindow() {

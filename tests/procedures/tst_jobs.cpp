@@ -194,6 +194,8 @@ private slots:
         QCOMPARE(view.of("status"_s),
                  QStringList({Status::kLooking, Status::kLooking, Status::kReading, Status::kBackingUp}));
         QCOMPARE(view.of("tell"_s), QStringList(Titles::kDone + "|"_s + Titles::kDone));
+        // The bar and STOP are gone before the box comes.
+        QCOMPARE(view.shown.mid(view.shown.size() - 2).first(), "hide"_s);
         QCOMPARE(pc.files(), QStringList("backup/My Songs/a.mid"_s));
 
         QVERIFY(QFile::remove(player.path("My Songs/a.mid"_s)));

@@ -247,7 +247,11 @@ private slots:
     void failedUpdateStillEndsWithAnInstalledSystem() {
         Reinstall r;
         r.server.serveError(kUpdateArchivePath, 404, "short");
+        QList<bool> working;
+        r.boxes.whenShown([&](QMessageBox *) { working.append(!r.window.stop()->isHidden()); });
         r.run({Titles::kDownloadError1, Titles::kFinished});
+        // With the closing box there is nothing left to stop.
+        QCOMPARE(working, QList<bool>({true, false}));
         QVERIFY(r.isInstalled());
         QVERIFY(!r.isDownloadThere());
     }

@@ -75,8 +75,8 @@ private slots:
         b.addToPlayer(words("Vol.1/a.mid"));
         // The folder stands in the list before what is in it.
         b.backUp({Titles::kCopyFailed, Titles::kDone});
-        QCOMPARE(b.firstBox().text, "Il File\n%1Vol.1\non è stato copiato. Vuoi continuare a copiare?"_s.arg(
-                                        b.backup + QDir::separator()));
+        QCOMPARE(b.firstBox().text,
+                 "Il File\n%1Vol.1\non è stato copiato. Vuoi continuare a copiare?"_s.arg(b.backup + QLatin1Char('/')));
         QCOMPARE(entriesBelow(b.backup), words("Vol.1 Vol.1/a.mid"));
     }
 
@@ -95,6 +95,8 @@ private slots:
         b.addToPlayer(words("a.mid"), "new");
         b.addToFolder(words("a.mid sub/old.mid sub/.hidden"));
         b.backUp({Titles::kBackupNotEmpty, Titles::kDone});
+        // The question names what it is about.
+        QCOMPARE(b.firstBox().informativeText, QDir::toNativeSeparators(b.backup));
         QCOMPARE(entriesBelow(b.backup), words("a.mid"));
         QCOMPARE(contentOf(b.backup + "/a.mid"_s), QByteArray("new"));
     }
@@ -295,6 +297,7 @@ private slots:
         b.addToFolder(words("a.mid b.mid"));
         b.addToPlayer(words("a.mid b.mid"));
         b.restore({{Titles::kCopyExists, Buttons::kNo}, Titles::kCopyExists, Titles::kDone});
+        QVERIFY2(!b.firstBox().text.contains("//"_s), qPrintable(b.firstBox().text));
         const QList<QByteArray> contents = {b.player.content("a.mid"_s), b.player.content("b.mid"_s)};
         QCOMPARE(contents.count("saved"), 1);
         QCOMPARE(contents.count("on the player"), 1);

@@ -211,7 +211,7 @@ private slots:
         text("lang_it", "FirstMenu", title, "GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s);
         text("lang_en", "FirstMenu", title, "MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4"_s);
         text("lang_de", "FirstMenu", title, "VERWALTUNG UND WARTUNG IHRES CORVIN4"_s);
-        text("lang_it", "QPlatformTheme", "&Yes", "&Sì"_s);
+        text("lang_it", "QPlatformTheme", "&Yes", "&Si"_s); // as the program's own buttons have it
         text("lang_de", "QPlatformTheme", "&Yes", "&Ja"_s);
         text("lang_it", "QPlatformTheme", "Cancel", "Annulla"_s);
         text("lang_de", "QPlatformTheme", "Cancel", "Abbrechen"_s);
@@ -233,7 +233,7 @@ private slots:
             QVERIFY(QCoreApplication::removeTranslator(&translator));
             same(language, texts, expected);
         };
-        check("lang_it", words("&Sì &No Annulla"));
+        check("lang_it", words("&Si &No Annulla"));
         check("lang_en", words("&Yes &No Cancel"));
         check("lang_de", words("&Ja &Nein Abbrechen"));
     }

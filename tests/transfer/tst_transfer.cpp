@@ -175,6 +175,79 @@ private slots:
         QVERIFY(open.row("new.mid"_s).isValid());
     }
 
+    void namesHaveTheRoomAndNarrowTablesFewerColumns() {
+        const OpenForPlayer open(kSongs);
+        QVERIFY(open.row("a loose.mid"_s).isValid());
+        const QHeaderView *header = open.table()->horizontalHeader();
+        for (const int other : {1, 2, 3})
+            QVERIFY(header->sectionSize(0) > header->sectionSize(other));
+        QTableView *table = open.table();
+        const auto shown = [table](int width) {
+            table->setFixedWidth(width);
+            QCoreApplication::processEvents();
+            QString columns;
+            for (int column = 0; column < 4; ++column)
+                columns += table->isColumnHidden(column) ? QString() : QString::number(column);
+            return columns;
+        };
+        const QStringList steps = {shown(900), shown(520), shown(400), shown(240), shown(900)};
+        QCOMPARE(steps.first(), "0123"_s);
+        QCOMPARE(steps.last(), "0123"_s);
+        QCOMPARE(steps.at(1), "013"_s);
+        QCOMPARE(steps.at(2), "01"_s);
+        QCOMPARE(steps.at(3), "0"_s);
+    }
+
+    void datesAndSizesSpeakTheLanguageOfThePage_data() {
+        columns<QLocale, QString, QString>("locale", "size", "date");
+        row("it", QLocale("it_IT"_s), "39 byte"_s, "02/11/26 09:05"_s);
+        row("de", QLocale("de_DE"_s), "39 Bytes"_s, "02.11.26 09:05"_s);
+        row("en", QLocale("en_GB"_s), "39 bytes"_s, "02/11/2026 09:05"_s);
+    }
+    void datesAndSizesSpeakTheLanguageOfThePage() {
+        QFETCH(QLocale, locale);
+        OpenForPlayer open(kSongs);
+        putFile(open.player.path("sized.mid"_s), QByteArray(39, 'x'));
+        QFile file(open.player.path("sized.mid"_s));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime(QDate(2026, 11, 2), QTime(9, 5, 3)), QFileDevice::FileModificationTime));
+        file.close();
+        open.page.setLocale(locale);
+        QEvent change(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(&open.page, &change);
+        const auto text = [&open](int column) {
+            return open.row("sized.mid"_s).siblingAtColumn(column).data().toString();
+        };
+        QFETCH(QString, size);
+        QFETCH(QString, date);
+        QTRY_COMPARE(text(1), size);
+        QTRY_COMPARE(text(3), date);
+        QCOMPARE(open.row("My Songs"_s).siblingAtColumn(1).data().toString(), QString());
+    }
+
+    void pageFitsALowAndNarrowWindow_data() {
+        columns<QString>("code");
+        for (const char *code : {"it", "en", "de"})
+            row(code, QString::fromLatin1(code));
+    }
+    void pageFitsALowAndNarrowWindow() {
+        QFETCH(QString, code);
+        OpenForPlayer open(kSongs);
+        const Language language(code);
+        // What a screen of 800 by 600 leaves to the page while the status line and the bar are shown.
+        const QSize room(716, 404);
+        for (const bool browsing : {true, false}) {
+            if (!browsing)
+                open.page.prepare(open.player.root());
+            open.page.resize(room);
+            QCoreApplication::processEvents();
+            QVERIFY(open.page.minimumSizeHint().width() <= room.width());
+            const int height = open.page.heightForWidth(room.width());
+            QVERIFY2(height <= room.height(), qPrintable("%1 %2"_s.arg(browsing).arg(height)));
+            QVERIFY(allButtonsShowTheirWholeText(open.page));
+        }
+    }
+
     void severalRowsCanBeSelected() {
         const OpenForPlayer open(kSongs);
         clickOn(*open.table(), open.row("My Songs"_s));

@@ -39,6 +39,24 @@ private slots:
         QVERIFY(!box.hadParent);
     }
 
+    void whatAnswersToNothingDuringACopyLooksSo() {
+        Conflict conflict(words("a.mid"));
+        QStringList enabled;
+        const auto look = [&] {
+            QString names;
+            for (const char *name : {"pButPc", "pushBtnBack", "pushBtnForward", "toolButtonDelete"})
+                names += child<QWidget>(conflict.page, name)->isEnabled() ? QLatin1String(name) : QLatin1String("-");
+            enabled.append(names);
+        };
+        conflict.select(words("a.mid"));
+        look();
+        conflict.answerer.whenShown([&](QMessageBox *) { look(); });
+        conflict.answer(Buttons::kNo);
+        conflict.dropNew(words("a.mid"));
+        look();
+        QCOMPARE(enabled, words("pButPcpushBtnBack-toolButtonDelete ---- pButPcpushBtnBackpushBtnForward-"));
+    }
+
     void answersDecide_data() {
         using Contents = QByteArrayList;
         columns<QString, QStringList, int, QByteArrayList>("there", "answers", "remembered", "contents");

@@ -23,7 +23,7 @@ PICTURES = GUIDE / "pictures"
 LANGUAGES = ["it", "en", "de"]
 # The boxes of Qt's own making have its own texts.
 BOX_TEXTS = {
-    "it": {"Yes": "Sì", "No": "No", "OK": "OK"},
+    "it": {"Yes": "Si", "No": "No", "OK": "OK"},
     "en": {"Yes": "Yes", "No": "No", "OK": "OK"},
     "de": {"Yes": "Ja", "No": "Nein", "OK": "OK"},
 }

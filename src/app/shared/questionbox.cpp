@@ -1,8 +1,15 @@
 #include "questionbox.h"
 
+#include "sharedfonts.h"
+#include "styles.h"
+
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 
 namespace {
@@ -12,11 +19,58 @@ struct OtherWindow
     Q_DECLARE_TR_FUNCTIONS(QuestionBox)
 };
 
+// What the lines of a box may be wide, and what a screen has to have beside them.
+constexpr int kMargin = 18;
+constexpr int kWidestText = 680;
+constexpr int kBesideText = 170;
+/// The box itself stays so much narrower than a screen of more than 1024 pixels.
+constexpr int kBesideBox = 480;
+constexpr int kNarrowScreen = 1024;
+
+/// The window that a box belongs to: a page's own style sheet would reach into the box.
+QWidget *windowOf(QWidget *parent)
+{
+    return parent ? parent->window() : nullptr;
+}
+
+/// A box breaks all lines anew once one of them is wider than it likes: the text gets the room of its own lines.
+void giveRoom(const QMessageBox &box, QLabel *label)
+{
+    const int screen = box.screen()->availableGeometry().width();
+    const int widest = qMin(kWidestText, (screen > kNarrowScreen ? screen - kBesideBox : screen) - kBesideText);
+    const QFontMetrics metrics(label->font());
+    int wanted = 0;
+    const QStringList lines = label->text().split(QLatin1Char('\n'));
+    for (const QString &line : lines)
+        wanted = qMax(wanted, metrics.horizontalAdvance(line) + 2);
+    label->setMinimumWidth(qBound(0, wanted, widest));
+}
+
+/// Gives a box that has its texts and buttons the look of the program's pages.
+void dress(QMessageBox &box)
+{
+    const SharedFonts &fonts = sharedFonts();
+    box.setStyleSheet(Styles::kMessageBox);
+    box.setFont(fonts.fontText13);
+    const QList<QLabel *> labels = box.findChildren<QLabel *>();
+    for (QLabel *label : labels)
+        label->setFont(fonts.fontText13);
+    const QList<QAbstractButton *> buttons = box.buttons();
+    for (QAbstractButton *button : buttons) {
+        setTitleFont(button, fonts.fontTitle18);
+        // Some desktops put pictures on the buttons of boxes, in colours of their own.
+        button->setIcon(QIcon());
+    }
+    box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    if (auto *text = box.findChild<QLabel *>(QStringLiteral("qt_msgbox_label")))
+        giveRoom(box, text);
+}
+
 } // namespace
 
 QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question)
 {
-    QMessageBox box(parent);
+    QMessageBox box(windowOf(parent));
     box.setIcon(QMessageBox::Question);
     box.setWindowTitle(question.title);
     box.setText(question.text);
@@ -31,6 +85,7 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
     box.setDefaultButton(question.defaultButton);
     if (question.escapeButton != QMessageBox::NoButton)
         box.setEscapeButton(question.escapeButton);
+    dress(box);
     // Nothing holds a box without a parent in front: it could come up behind the window that waits for it.
     if (!parent) {
         QTimer::singleShot(0, &box, [&box] {
@@ -50,10 +105,11 @@ bool askYesOrNo(QWidget *parent, const QString &title, const QString &text, QMes
 void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
               const QString &informativeText, const QString &detailedText)
 {
-    QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
+    QMessageBox box(icon, title, text, QMessageBox::Ok, windowOf(parent));
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(informativeText);
     box.setDetailedText(detailedText);
+    dress(box);
     box.exec();
 }
 

@@ -27,4 +27,18 @@ inline constexpr QLatin1String kProgressBar =
     sheet("QProgressBar {border: 2px solid grey;border-radius: 5px;text-align: center;}"
           "QProgressBar::chunk {background-color: #f9bf00;width: 20px;}");
 
+/// A message box: dark ground, amber text, buttons whose states can be told apart.
+inline constexpr QLatin1String kMessageBox =
+    sheet("QMessageBox {background-color: rgb(51, 51, 51);}"
+          "QMessageBox QLabel {background-color: transparent; color: rgb(249,191,0);}"
+          "QMessageBox QTextEdit {background-color: rgb(35, 35, 35); color: rgb(249,191,0);"
+          " border: 1px solid rgb(110, 110, 110);}"
+          "QMessageBox QPushButton {background-color: rgb(66, 66, 66); color: rgb(249,191,0);"
+          " border: 2px solid rgb(110, 110, 110); border-radius: 5px; min-width: 110px; min-height: 34px;"
+          " padding: 2px 14px;}"
+          "QMessageBox QPushButton:hover {background-color: rgb(90, 90, 90);}"
+          "QMessageBox QPushButton:focus {border-color: rgb(249,191,0);}"
+          "QMessageBox QPushButton:pressed {background-color: rgb(249,191,0); color: rgb(51, 51, 51);}"
+          "QMessageBox QPushButton:disabled {color: rgb(200,200,200); border-color: rgb(66, 66, 66);}");
+
 } // namespace Styles

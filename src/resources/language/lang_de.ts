@@ -43,6 +43,30 @@
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss</translation>
     </message>
+    <message>
+        <source>Scarica la versione più recente. Le basi restano dove sono.</source>
+        <translation>Lädt die neueste Version herunter. Die Songs bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Copia tutte le basi in una cartella del PC.</source>
+        <translation>Kopiert alle Songs in einen Ordner des PCs.</translation>
+    </message>
+    <message>
+        <source>Riporta su Corvin le basi salvate sul PC.</source>
+        <translation>Bringt die auf dem PC gesicherten Songs auf Corvin zurück.</translation>
+    </message>
+    <message>
+        <source>Installa di nuovo il sistema. Le basi restano dove sono.</source>
+        <translation>Installiert das System neu. Die Songs bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Cancella tutto il disco, comprese le basi.</source>
+        <translation>Löscht die ganze Festplatte samt Songs.</translation>
+    </message>
+    <message>
+        <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
+        <translation>Sichert die Songs, löscht die Festplatte, bringt sie zurück.</translation>
+    </message>
 </context>
 <context>
     <name>Check</name>
@@ -159,6 +183,29 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss</translation>
     </message>
+    <message>
+        <source>Copia sul player le canzoni che hai sul PC.</source>
+        <translation>Kopiert die Songs von Ihrem PC auf den Player.</translation>
+    </message>
+    <message>
+        <source>Mette in ordine le canzoni e le rende facili da trovare.</source>
+        <translation>Ordnet die Songs, damit sie leicht zu finden sind.</translation>
+    </message>
+    <message>
+        <source>Aggiornamento, copie di sicurezza, reinstallazione.</source>
+        <translation>Update, Sicherungskopien, Neuinstallation.</translation>
+    </message>
+</context>
+<context>
+    <name>Guide</name>
+    <message>
+        <source>Guida</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>La guida non si trova su questo PC.</source>
+        <translation>Die Anleitung befindet sich nicht auf diesem PC.</translation>
+    </message>
 </context>
 <context>
     <name>IstruzioniTransfer</name>
@@ -201,7 +248,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
         <source>Prima di poter chiudere il programma,
 concludi le operazioni di ottimizzazione cliccando sul tasto &quot;FINE&quot;.</source>
         <translation>Bevor Sie das Programm schließen können,
-schließen Sie die Optimierung mit der Schaltfläche „FERTIG“ ab.</translation>
+muss die Optimierung mit „FERTIG“ beendet werden.</translation>
     </message>
     <message>
         <source>Azzeramento HD Corvin4</source>
@@ -319,8 +366,8 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Installation abgeschlossen.
-Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
-Wenn Sie zum Neustart aufgefordert werden, schalten Sie ihn aus und ein,
+Corvin ausschalten, vom PC trennen und wieder einschalten.
+Falls ein Neustart verlangt wird, aus- und einschalten,
 bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -339,8 +386,8 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Update heruntergeladen.
-Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
-Wenn Sie zum Neustart aufgefordert werden, schalten Sie ihn aus und ein,
+Corvin ausschalten, vom PC trennen und wieder einschalten.
+Falls ein Neustart verlangt wird, aus- und einschalten,
 bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -506,6 +553,14 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     <message>
         <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
         <translation>Der Ordner kann nicht geleert werden: Er ist geschützt oder wird von einem anderen Programm benutzt.</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Sprache</translation>
     </message>
 </context>
 <context>
@@ -735,6 +790,14 @@ ist bereits vorhanden. Überschreiben?</translation>
     <message>
         <source>Copiati %1 file su %2.</source>
         <translation>%1 von %2 Dateien kopiert.</translation>
+    </message>
+    <message>
+        <source>Cartelle di Corvin4</source>
+        <translation>Ordner des Corvin4</translation>
+    </message>
+    <message>
+        <source>Contenuto della cartella</source>
+        <translation>Inhalt des Ordners</translation>
     </message>
 </context>
 </TS>

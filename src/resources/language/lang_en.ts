@@ -43,6 +43,30 @@
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Reconnect Corvin4 to the USB port</translation>
     </message>
+    <message>
+        <source>Scarica la versione più recente. Le basi restano dove sono.</source>
+        <translation>Downloads the latest version. The songs stay where they are.</translation>
+    </message>
+    <message>
+        <source>Copia tutte le basi in una cartella del PC.</source>
+        <translation>Copies all songs to a folder of the PC.</translation>
+    </message>
+    <message>
+        <source>Riporta su Corvin le basi salvate sul PC.</source>
+        <translation>Brings the songs saved on the PC back to Corvin.</translation>
+    </message>
+    <message>
+        <source>Installa di nuovo il sistema. Le basi restano dove sono.</source>
+        <translation>Installs the system anew. The songs stay where they are.</translation>
+    </message>
+    <message>
+        <source>Cancella tutto il disco, comprese le basi.</source>
+        <translation>Erases the whole disk, songs included.</translation>
+    </message>
+    <message>
+        <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
+        <translation>Saves the songs on the PC, erases the disk, brings them back.</translation>
+    </message>
 </context>
 <context>
     <name>Check</name>
@@ -158,6 +182,29 @@ then switch it off and on again to complete the procedure</translation>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Reconnect Corvin4 to the USB port</translation>
+    </message>
+    <message>
+        <source>Copia sul player le canzoni che hai sul PC.</source>
+        <translation>Copies the songs on your PC to the player.</translation>
+    </message>
+    <message>
+        <source>Mette in ordine le canzoni e le rende facili da trovare.</source>
+        <translation>Puts the songs in order and makes them easy to find.</translation>
+    </message>
+    <message>
+        <source>Aggiornamento, copie di sicurezza, reinstallazione.</source>
+        <translation>Update, safety copies, reinstallation.</translation>
+    </message>
+</context>
+<context>
+    <name>Guide</name>
+    <message>
+        <source>Guida</source>
+        <translation>Guide</translation>
+    </message>
+    <message>
+        <source>La guida non si trova su questo PC.</source>
+        <translation>The guide is not on this PC.</translation>
     </message>
 </context>
 <context>
@@ -507,6 +554,14 @@ Choose or create a folder inside it.</translation>
         <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
         <translation>The folder cannot be emptied: it is protected, or another program is using it.</translation>
     </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Progress</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Language</translation>
+    </message>
 </context>
 <context>
     <name>Ottimizza</name>
@@ -735,6 +790,14 @@ already exists. Overwrite it?</translation>
     <message>
         <source>Copiati %1 file su %2.</source>
         <translation>%1 of %2 files copied.</translation>
+    </message>
+    <message>
+        <source>Cartelle di Corvin4</source>
+        <translation>Folders of Corvin4</translation>
+    </message>
+    <message>
+        <source>Contenuto della cartella</source>
+        <translation>Contents of the folder</translation>
     </message>
 </context>
 </TS>

@@ -43,6 +43,30 @@
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Ricollega Corvin4 alla porta USB</translation>
     </message>
+    <message>
+        <source>Scarica la versione più recente. Le basi restano dove sono.</source>
+        <translation>Scarica la versione più recente. Le basi restano dove sono.</translation>
+    </message>
+    <message>
+        <source>Copia tutte le basi in una cartella del PC.</source>
+        <translation>Copia tutte le basi in una cartella del PC.</translation>
+    </message>
+    <message>
+        <source>Riporta su Corvin le basi salvate sul PC.</source>
+        <translation>Riporta su Corvin le basi salvate sul PC.</translation>
+    </message>
+    <message>
+        <source>Installa di nuovo il sistema. Le basi restano dove sono.</source>
+        <translation>Installa di nuovo il sistema. Le basi restano dove sono.</translation>
+    </message>
+    <message>
+        <source>Cancella tutto il disco, comprese le basi.</source>
+        <translation>Cancella tutto il disco, comprese le basi.</translation>
+    </message>
+    <message>
+        <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
+        <translation>Salva le basi sul PC, cancella il disco, riporta le basi.</translation>
+    </message>
 </context>
 <context>
     <name>Check</name>
@@ -158,6 +182,29 @@ Spegnerlo e riaccenderlo per completare la procedura</translation>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
         <translation>Ricollega Corvin4 alla porta USB</translation>
+    </message>
+    <message>
+        <source>Copia sul player le canzoni che hai sul PC.</source>
+        <translation>Copia sul player le canzoni che hai sul PC.</translation>
+    </message>
+    <message>
+        <source>Mette in ordine le canzoni e le rende facili da trovare.</source>
+        <translation>Mette in ordine le canzoni e le rende facili da trovare.</translation>
+    </message>
+    <message>
+        <source>Aggiornamento, copie di sicurezza, reinstallazione.</source>
+        <translation>Aggiornamento, copie di sicurezza, reinstallazione.</translation>
+    </message>
+</context>
+<context>
+    <name>Guide</name>
+    <message>
+        <source>Guida</source>
+        <translation>Guida</translation>
+    </message>
+    <message>
+        <source>La guida non si trova su questo PC.</source>
+        <translation>La guida non si trova su questo PC.</translation>
     </message>
 </context>
 <context>
@@ -507,6 +554,14 @@ Scegliere o creare una cartella al suo interno.</translation>
         <source>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</source>
         <translation>La cartella non può essere svuotata: è protetta, oppure un altro programma la sta usando.</translation>
     </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Lingua</translation>
+    </message>
 </context>
 <context>
     <name>Ottimizza</name>
@@ -735,6 +790,14 @@ E&apos; già esistente. Sovrascrivo ?</translation>
     <message>
         <source>Copiati %1 file su %2.</source>
         <translation>Copiati %1 file su %2.</translation>
+    </message>
+    <message>
+        <source>Cartelle di Corvin4</source>
+        <translation>Cartelle di Corvin4</translation>
+    </message>
+    <message>
+        <source>Contenuto della cartella</source>
+        <translation>Contenuto della cartella</translation>
     </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "app/shared/questionbox.h"
 
+#include "app/shared/styles.h"
 #include "support/answers.h"
 #include "support/boxtexts.h"
 
@@ -101,6 +102,48 @@ private slots:
         // A single button is what Escape means.
         const Question question = {kTitle, kText, {{QMessageBox::Ok, "Va bene"_s}}, QMessageBox::Ok};
         QCOMPARE(askQuestion(nullptr, question), QMessageBox::Ok);
+    }
+
+    void everyBoxWearsTheSameClothesWhateverItsParentWears() {
+        QStringList sheets;
+        QStringList fonts;
+        QList<QColor> grounds;
+        QWidget window;
+        QWidget page(&window);
+        page.setStyleSheet("* {background-color: rgb(0, 0, 255); color: rgb(0, 255, 0); font-size: 30pt;}"_s);
+        for (QWidget *parent : QList<QWidget *>{nullptr, &window, &page}) {
+            BoxAnswerer boxes;
+            boxes.whenShown([&](QMessageBox *box) {
+                auto *label = box->findChild<QLabel *>("qt_msgbox_label"_s);
+                sheets.append(box->styleSheet());
+                fonts.append(label->font().family() + QString::number(label->font().pointSize()));
+                grounds.append(box->grab().toImage().pixelColor(5, 5));
+                QVERIFY(box->button(QMessageBox::Ok)->icon().isNull());
+            });
+            boxes.answer(kTitle, Buttons::kOk);
+            tellUser(parent, QMessageBox::Information, kTitle, kText);
+        }
+        for (const QString &sheet : qAsConst(sheets))
+            QCOMPARE(sheet, QString(Styles::kMessageBox));
+        QCOMPARE(QSet<QString>(fonts.cbegin(), fonts.cend()), QSet<QString>({"Helvetica13"_s}));
+        for (const QColor &ground : qAsConst(grounds))
+            QCOMPARE(ground, QColor(51, 51, 51));
+        QCOMPARE(grounds.size(), 3);
+    }
+
+    void linesOfATextAreNotBrokenWhileTheyFitTheScreen() {
+        BoxAnswerer boxes;
+        const QString line = "Schalten Sie Corvin aus, trennen Sie ihn vom PC und warten"_s;
+        int wanted = 0;
+        int given = 0;
+        boxes.whenShown([&](QMessageBox *box) {
+            const auto *label = box->findChild<QLabel *>("qt_msgbox_label"_s);
+            wanted = label->fontMetrics().horizontalAdvance(line);
+            given = label->width();
+        });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(nullptr, QMessageBox::Information, kTitle, line + "\nkurz"_s);
+        QVERIFY2(given >= wanted, qPrintable("%1 of %2"_s.arg(given).arg(wanted)));
     }
 
     void belongsToItsParent() {
