@@ -1,6 +1,7 @@
 #include "extract.h"
 
 #include "entrypath.h"
+#include "longpath.h"
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -54,7 +55,7 @@ bool openArchive(archive *reader, const fs::path &path)
 
 bool writeContent(archive *reader, const fs::path &target)
 {
-    std::ofstream file(target, std::ios::binary | std::ios::trunc);
+    std::ofstream file(anyLength(target), std::ios::binary | std::ios::trunc);
     const void *block = nullptr;
     std::size_t size = 0;
     la_int64_t offset = 0;
@@ -79,16 +80,15 @@ bool extractEntry(archive *reader, archive_entry *entry, const fs::path &folder)
 
     std::error_code error;
     const fs::path target = folder / fs::u8path(*relative);
-    fs::create_directories(type == AE_IFDIR ? target : target.parent_path(), error);
-    if (error)
-        return complain(name, error.message().c_str());
+    if (!makeFolders(type == AE_IFDIR ? target : target.parent_path()))
+        return complain(name, "its folder cannot be made");
     if (type == AE_IFDIR)
         return true;
     if (fs::is_symlink(fs::symlink_status(target, error)))
         return complain(name, "refused");
     if (writeContent(reader, target))
         return true;
-    fs::remove(target, error);
+    fs::remove(anyLength(target), error);
     return complain(name, archive_error_string(reader) ? archive_error_string(reader) : "cannot be written");
 }
 
@@ -100,11 +100,14 @@ bool extractArchive(const fs::path &archivePath, const fs::path &folder)
     if (!reader || !openArchive(reader.get(), archivePath))
         return complain(archivePath.u8string(), reader ? archive_error_string(reader.get()) : "out of memory");
 
-    bool allWell = true;
+    // The mark of a long path belongs to whole ones only.
+    std::error_code error;
+    const fs::path place = fs::absolute(folder, error);
+    bool allWell = !error;
     archive_entry *entry = nullptr;
     int state = ARCHIVE_OK;
     while ((state = archive_read_next_header(reader.get(), &entry)) == ARCHIVE_OK || state == ARCHIVE_WARN)
-        allWell = extractEntry(reader.get(), entry, folder) && allWell;
+        allWell = extractEntry(reader.get(), entry, place) && allWell;
     if (state != ARCHIVE_EOF)
         return complain(archivePath.u8string(), archive_error_string(reader.get()));
     return allWell;

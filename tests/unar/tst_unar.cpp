@@ -39,6 +39,17 @@ private slots:
         QVERIFY(QFileInfo(place.out + "Empty"_s).isDir());
     }
 
+    void pathsOfAnyLengthAreUnpacked() {
+        Place place("whole"_s);
+        QString folder = "deep"_s;
+        for (int i = 0; i < 4; ++i)
+            folder += "/"_s + QString(60, QLatin1Char(char('a' + i)));
+        const QString out = place.addFolder(folder) + "/"_s;
+        QCOMPARE(place.run({place.archive, "-o"_s, out, "-no-directory"_s}), 0);
+        QCOMPARE(filesBelow(out), words("Canzoni/Perché.mid README System/.hidden System/Corvin/Corvin.exe"));
+        QCOMPARE(contentOf(out + "System/Corvin/Corvin.exe"_s), QByteArray("MZ").repeated(5000));
+    }
+
     void moreThanAThousandFilesAreUnpacked() {
         const Place place("many"_s);
         QCOMPARE(place.unpack(), 0);
