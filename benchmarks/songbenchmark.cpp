@@ -56,7 +56,7 @@ void expandOurs(benchmark::State &state)
     });
     LzHuff codec;
     QByteArray output;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &one : all) {
             codec.expand(one, output);
             benchmark::DoNotOptimize(output.constData());
@@ -88,7 +88,7 @@ void expandOther(benchmark::State &state)
     const QList<QByteArray> all = compressedStreams(ArchiveCodec::compressed);
     const auto size = static_cast<size_t>(songs->streams.first().size());
     std::vector<uint8_t> output(size);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &one : all) {
             Source source{&one, 0};
             LHADecoder *decoder = lha_decoder_new(type, nextBytes, &source, size);
@@ -104,7 +104,7 @@ void compressOurs(benchmark::State &state)
 {
     LzHuff codec;
     QByteArray output;
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &stream : songs->streams)
             codec.compress(stream, output);
     }
@@ -121,7 +121,7 @@ void compressPlain(benchmark::State &state)
         if (codec.encode(stream) != same.mid(4))
             state.SkipWithError("other bits");
     }
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &stream : songs->streams)
             benchmark::DoNotOptimize(codec.encode(stream));
     }
@@ -130,7 +130,7 @@ BENCHMARK(compressPlain)->Name("compress/plain")->Unit(benchmark::kMicrosecond);
 
 void importAll(benchmark::State &state, const QStringList &paths)
 {
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QString &path : paths) {
             MetaSong song;
             SongInfo info;
@@ -166,7 +166,7 @@ void readAll(benchmark::State &state, const QStringList &paths)
 {
     std::vector<char> content;
     const QList<QByteArray> names = encoded(paths);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &path : names)
             readWhole(path, content);
     }
@@ -177,7 +177,7 @@ void readAndExpand(benchmark::State &state)
     constexpr int kHeaderBytes = 1024;
     std::vector<char> content;
     const QList<QByteArray> names = encoded(songs->mfx);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &path : names) {
             readWhole(path, content);
             LzHuff codec;
@@ -192,7 +192,7 @@ void readAndExpand(benchmark::State &state)
 void readByTagLib(benchmark::State &state)
 {
     const QList<QByteArray> names = encoded(songs->mp3);
-    for (auto round : state) {
+    while (state.KeepRunning()) {
         for (const QByteArray &path : names) {
             TagLib::MPEG::File file(path.constData(), false);
             const TagLib::Tag *tag = file.tag();

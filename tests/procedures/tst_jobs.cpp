@@ -328,21 +328,21 @@ private slots:
         QString why;
         if (!ExFatVolume::isPossible(&why))
             QSKIP(qPrintable(why));
-        constexpr int kMegabyte = 1024 * 1024;
+        constexpr int kSongBytes = 3 * 1024 * 1024;
         const ExFatVolume volume(8, "FULL"_s);
         QVERIFY2(volume.isMounted(), qPrintable(volume.error()));
         const auto fillUp = [&volume](const QString &name) {
             putFile(volume.path(name), QByteArray(int(QStorageInfo(volume.root()).bytesAvailable()), 'f'));
         };
         const QString song = volume.path("song.mid"_s);
-        putFile(song, QByteArray(3 * kMegabyte, 'o'));
+        putFile(song, QByteArray(kSongBytes, 'o'));
         fillUp("filler.mid"_s);
         PcFolder pc;
-        const QString source = pc.addFile("from/song.mid"_s, QByteArray(3 * kMegabyte, 'n'));
+        const QString source = pc.addFile("from/song.mid"_s, QByteArray(kSongBytes, 'n'));
         // Somebody else takes the room as soon as it is free.
         QTimer other;
         connect(&other, &QTimer::timeout, this, [&] {
-            if (QFileInfo(song).size() == 3 * kMegabyte)
+            if (QFileInfo(song).size() == kSongBytes)
                 return;
             other.stop();
             fillUp("other.mid"_s);
@@ -356,7 +356,7 @@ private slots:
         QVERIFY2(told.first().startsWith(Titles::kCopyFailed + "|"_s + song + "|La versione precedente"_s),
                  qPrintable(told.first()));
         const QString kept = QDir::fromNativeSeparators(told.first().section(QLatin1Char('\n'), -1));
-        QCOMPARE(contentOf(kept), QByteArray(3 * kMegabyte, 'o'));
+        QCOMPARE(contentOf(kept), QByteArray(kSongBytes, 'o'));
     }
 
     void playlistsThatWereKeptAreRestoredWhereThePlayerHasThem_data() {

@@ -138,7 +138,9 @@ private slots:
         int given = 0;
         boxes.whenShown([&](QMessageBox *box) {
             const auto *label = box->findChild<QLabel *>("qt_msgbox_label"_s);
-            wanted = label->fontMetrics().horizontalAdvance(line);
+            // Letters of an unknown width may not fit a small screen.
+            wanted =
+                qMin(label->fontMetrics().horizontalAdvance(line), box->screen()->availableGeometry().width() * 3 / 4);
             given = label->width();
         });
         boxes.answer(kTitle, Buttons::kOk);
