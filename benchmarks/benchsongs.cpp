@@ -85,7 +85,7 @@ BenchSongs::BenchSongs() : m_folder(folderTemplate())
 
 QString BenchSongs::add(const QString &name, const QByteArray &content) const
 {
-    const QString path = m_folder.filePath(name);
+    QString path = m_folder.filePath(name);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("No room for the songs");
