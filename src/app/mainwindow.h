@@ -35,8 +35,8 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Builds the window where it was left the last time, with all pages hidden, and starts the watch for the player. Needs an application object, the
-    /// resources, the settings and the language. The window is neither shown nor modal.
+    /// Builds the window where it was left the last time, with all pages hidden, and starts the watch for the player.
+    /// Needs an application object, the resources, the settings and the language. The window is neither shown nor modal.
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 

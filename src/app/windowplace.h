@@ -9,7 +9,8 @@
 /// size @p wanted, which must fit there.
 QRect openingPlace(const QRect &kept, const QSize &wanted, const QList<QRect> &screens);
 
-/// Where the window was left, from the file "window.ini" in the data folder; invalid when nothing, or nothing sensible, is stored there.
+/// Where the window was left, from the file "window.ini" in the data folder; invalid when nothing, or nothing sensible,
+/// is stored there.
 QRect storedPlace();
 /// Stores where the window is left. A store that cannot be written is passed over.
 void storePlace(const QRect &place);
