@@ -62,6 +62,15 @@ QByteArray audioOf(const QByteArray &bytes)
     return tag.load(bytes) ? bytes.mid(int(tag.audioOffset())) : QByteArray();
 }
 
+/// Whether the song has its first track where one begins. One that begins within the file's head has its length where the
+/// format stands: with another length the song is of another format.
+bool hasWholeHead(const QByteArray &song)
+{
+    constexpr int kHeadSize = 14;
+    const int track = song.indexOf("MTrk");
+    return track < 0 || track >= kHeadSize;
+}
+
 Verdict savesWhole(MetaSong &song, const QString &path, const QByteArray &before)
 {
     const bool isSaved = song.saveToFile(path);
@@ -71,7 +80,7 @@ Verdict savesWhole(MetaSong &song, const QString &path, const QByteArray &before
     MetaSong again;
     if (!again.importFile(path))
         return QStringLiteral("a saved song is refused");
-    if (again.formatCode() != song.formatCode() || !isSameInfo(infoOf(again), infoOf(song)))
+    if ((again.formatCode() != song.formatCode() && hasWholeHead(before)) || !isSameInfo(infoOf(again), infoOf(song)))
         return QStringLiteral("a saved song reads differently");
     if (song.formatCode() == Mp3Format && audioOf(after) != audioOf(before))
         return QStringLiteral("a saved song has lost audio");

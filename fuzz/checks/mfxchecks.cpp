@@ -13,7 +13,6 @@ namespace {
 using FuzzChecks::Verdict;
 
 constexpr int kMostLetters = 32;
-constexpr int kMf4ExtraBytes = 3;
 constexpr int kFixedUntil = 4; ///< the bytes that name the version
 
 /// Writes every field and says which does not read back.

@@ -25,20 +25,17 @@ FuzzChecks::Verdict FuzzChecks::databaseExport(const QByteArray &bytes)
         const int start = piece.indexOf("\\sdmemory\\");
         if (start < 0)
             continue;
-        QString path;
-        if (!reader.next(path))
+        const std::optional<QString> path = reader.next();
+        if (!path)
             return QStringLiteral("a song is missing");
         // In this order: the player's own root comes in one case alone.
         const QString expected = QString::fromUtf8(piece.mid(start))
                                      .replace(QStringLiteral("\\sdmemory\\"), player.root())
                                      .replace(u'\\', u'/');
-        if (path != expected || !path.startsWith(player.root()))
+        if (*path != expected || !path->startsWith(player.root()))
             return QStringLiteral("a song has another path");
     }
-    QString path = QStringLiteral("as it was");
-    if (reader.next(path) || path != QStringLiteral("as it was"))
-        return QStringLiteral("a song is named that is none");
-    return QString();
+    return reader.next() ? QStringLiteral("a song is named that is none") : QString();
 }
 
 FuzzChecks::Verdict FuzzChecks::entryPath(const QByteArray &bytes)

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString kKey = QStringLiteral("Application/Language");
+const QString kLanguageKey = QStringLiteral("Application/Language");
 const QString kNotSet = QStringLiteral("no_set");
 const QString kItalian = QStringLiteral("lang_it");
 const QString kEnglish = QStringLiteral("lang_en");
@@ -44,19 +44,19 @@ QString languageButtonText(const QString &value)
 
 QString storedLanguage()
 {
-    return appSettings().value(kKey).toString();
+    return appSettings().value(kLanguageKey).toString();
 }
 
 void storeLanguage(const QString &value)
 {
-    appSettings().setValue(kKey, value);
+    appSettings().setValue(kLanguageKey, value);
     // At once: a program that is killed later still starts in this language the next time.
     appSettings().sync();
 }
 
 QString startLanguage()
 {
-    QString value = appSettings().value(kKey, kNotSet).toString();
+    QString value = appSettings().value(kLanguageKey, kNotSet).toString();
     if (value == kNotSet) {
         // Deliberate: the system's code is stored even when there is no translation for it.
         value = initialLanguage(QLocale::system().name());

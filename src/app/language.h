@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// The language value is "lang_" and a two-letter code: the name of a translation file below ":/language/" without its
-/// ending, and the content of the settings key "Application/Language". "no_set" stands for a first start.
-/// The texts in the sources are Italian; a value without a translation file shows them.
+// The language value is "lang_" and a two-letter code: the name of a translation file below ":/language/" without its
+// ending, and the content of the settings key "Application/Language". "no_set" stands for a first start.
+// The texts in the sources are Italian; a value without a translation file shows them.
 
 /// The value for a first start on a system whose locale has this name ("de_DE" gives "lang_de").
 QString initialLanguage(const QString &systemLocaleName);

@@ -10,6 +10,7 @@
 /// The file lies in QStandardPaths::AppDataLocation as it is at the moment of the call; its last folder is made when it
 /// is missing. Lines are appended in the system's 8-bit code page with the platform's line end. Neither a folder that
 /// cannot be made nor a file that cannot be opened is reported: messages then reach the previous handler alone.
+/// Deliberate: no log is ever cut or deleted, however old; there is one for each day of use.
 /// Needs an application object. GUI thread only.
 void startSessionLog();
 

@@ -18,10 +18,7 @@ namespace {
 constexpr QDir::Filters kVisibleFiles = QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot;
 constexpr int kFilesPerLabel = 250;
 constexpr int kCountWidth = 6;
-constexpr int kBusyBar = 0;
 constexpr int kFullBar = 100;
-/// After how many entries of a mere listing events are processed.
-constexpr int kListingRound = 64;
 
 } // namespace
 
@@ -97,10 +94,10 @@ bool Ottimizza::moveRootFiles()
     int moved = 0;
     // Without the folder no file could be moved, and the playlists would name songs that are not there.
     if (QFileInfo(mySongs).isDir()) {
-        QStringList paths;
-        if (!collectRootFiles(paths))
+        const std::optional<QStringList> paths = listRootFiles();
+        if (!paths)
             return false;
-        for (const QString &path : qAsConst(paths)) {
+        for (const QString &path : *paths) {
             if (abortRequested)
                 return false;
             QCoreApplication::processEvents();
@@ -127,13 +124,17 @@ bool Ottimizza::moveRootFiles()
     return true;
 }
 
-/// The list is whole before the first file moves: an iterator over a folder that changes may leave files out.
-bool Ottimizza::collectRootFiles(QStringList &paths) const
+/// Nothing after a stop. The list is whole before the first file moves: an iterator over a folder that changes may leave
+/// files out.
+std::optional<QStringList> Ottimizza::listRootFiles() const
 {
-    return walkTree({rootPath, kVisibleFiles, {}, false, kListingRound}, [this, &paths](const QFileInfo &file) {
-        paths.append(rootPath + file.fileName());
-        return !abortRequested;
-    });
+    QStringList paths;
+    const bool finished =
+        walkTree({rootPath, kVisibleFiles, {}, false, kListingRound}, [this, &paths](const QFileInfo &file) {
+            paths.append(rootPath + file.fileName());
+            return !abortRequested;
+        });
+    return finished ? std::make_optional(paths) : std::nullopt;
 }
 
 /// The player's own files in the root, which stay there.
@@ -167,7 +168,7 @@ bool Ottimizza::classifyFiles(QMap<QString, int> &folderFileCount)
     });
 }
 
-/// Prefix tests without a closing slash: a folder "SystemOld" is left alone like "System" itself.
+/// Deliberate: beginnings of names, without a closing slash. A folder "SystemOld" is left alone like "System" itself.
 Ottimizza::FolderPlace Ottimizza::placeOf(const QString &folder) const
 {
     FolderPlace place;

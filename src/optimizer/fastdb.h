@@ -6,6 +6,8 @@
 #include <QByteArrayMatcher>
 #include <QString>
 
+#include <optional>
+
 /// Finds the songs named in the player's compact database export, one a call, so that the caller can keep the window
 /// alive in between.
 ///
@@ -20,9 +22,9 @@ public:
     /// @p data is the whole export of @p player.
     FastDbReader(const QByteArray &data, const Player &player);
 
-    /// Sets @p pcPath to the PC path of the next song, in the order of the export. False at the end, also when the
-    /// last path has no NUL behind it; @p pcPath is then left as it was.
-    bool next(QString &pcPath);
+    /// The PC path of the next song, in the order of the export. Nothing at the end, also when the last path has no NUL
+    /// behind it.
+    std::optional<QString> next();
 
 private:
     QByteArray m_data;

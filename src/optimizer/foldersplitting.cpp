@@ -18,10 +18,6 @@
 
 namespace {
 
-constexpr int kBusyBar = 0;
-/// After how many entries of a mere listing events are processed.
-constexpr int kListingRound = 64;
-
 /// The number of files directly in @p folder, counted no further than @p limit.
 int countFiles(const QString &folder, int limit)
 {
@@ -178,7 +174,8 @@ bool Ottimizza::moveSong(SplitRun &run, const QString &title, const QFileInfo &s
 void Ottimizza::chooseSubfolder(SplitRun &run, QChar initial) const
 {
     run.count = 0;
-    for (int number = 0;; ++number) {
+    // Those before the last full one need not be counted again: nothing leaves a sub-folder.
+    for (int number = run.lastFull.value(initial);; ++number) {
         run.subfolder = run.folder + QLatin1Char('/') + initial + QString::number(number);
         const QFileInfo found(run.subfolder);
         if (!found.exists())
@@ -188,6 +185,7 @@ void Ottimizza::chooseSubfolder(SplitRun &run, QChar initial) const
         run.count = countFiles(run.subfolder, maxFilesPerSubfolder);
         if (run.count < maxFilesPerSubfolder)
             break;
+        run.lastFull.insert(initial, number);
     }
     if (QDir().mkdir(run.subfolder))
         qInfo() << "corvin_optimizer : SubDir " << run.subfolder;

@@ -11,10 +11,6 @@
 
 namespace {
 
-constexpr int kBusyBar = 0;
-/// After how many entries of a mere listing events are processed.
-constexpr int kListingRound = 64;
-
 /// @p base without the number that it got because its name was taken.
 QString withoutNumber(const QString &base)
 {

@@ -78,7 +78,8 @@ void Ottimizza::moveMediaFile(const QFileInfo &file, const QString &targetFolder
         return;
     }
     // Deliberate: a file whose name is taken goes through a numeric name, in its own folder and in the target folder.
-    // Where such a name is taken as well, the file stays under the name it has got so far.
+    // Where such a name is taken as well, the file stays under the name it has got so far, and the one that bears the
+    // name goes on in its stead.
     const QString number = QString::number(std::rand() % kTemporaryNames);
     const QString temporaryName = QLatin1Char('/') + number + QLatin1Char('.') + file.completeSuffix();
     const QString inSource = file.absolutePath() + temporaryName;

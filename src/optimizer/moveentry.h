@@ -16,6 +16,5 @@ bool moveContent(const QString &from, const QString &to);
 
 /// Lets the folder @p folder have what is in @p aside, under which it was set aside, as well as what it holds by now;
 /// @p aside is gone then. Needs no room on the disk: what does not fit into @p folder makes the way the other way
-/// round.
-/// Returns false when something is left in @p aside; nothing is ever deleted. Processes events.
+/// round. Returns false when something is left in @p aside; nothing is ever deleted. Processes events.
 bool putBack(const QString &aside, const QString &folder);

@@ -5,6 +5,12 @@
 #include "device/keptfiles.h"
 #include "device/player.h"
 
+/// The maximum of a bar of which nobody knows how far it has to go.
+constexpr int kBusyBar = 0;
+
+/// After how many entries of a mere listing events are processed.
+constexpr int kListingRound = 64;
+
 /// What a run knows of the player that it began with.
 struct Ottimizza::Run
 {

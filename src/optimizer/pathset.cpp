@@ -1,33 +1,28 @@
 #include "pathset.h"
 
-namespace {
+#include <QHash>
 
-/// @p path folded as Qt's case-insensitive comparison folds it: code point by code point, each to a single one.
+bool operator==(const PathSet::Path &a, const PathSet::Path &b)
+{
+    return a.text.compare(b.text, Qt::CaseInsensitive) == 0;
+}
+
+/// Of the path folded as Qt's case-insensitive comparison folds it: code point by code point, each to a single one.
 /// QString::toCaseFolded() would not do: it makes "ß" equal "ss", and two songs would count as one.
-QString folded(QString path)
+uint qHash(const PathSet::Path &path, uint seed)
 {
-    QChar *unit = path.data();
-    const QChar *const end = unit + path.size();
+    constexpr uint kFactor = 0x9E3779B1; // odd, its bits without a pattern: near paths get far numbers
+    uint hash = seed;
+    const QChar *unit = path.text.constData();
+    const QChar *const end = unit + path.text.size();
     for (; unit != end; ++unit) {
-        if (!unit->isHighSurrogate() || unit + 1 == end || !(unit + 1)->isLowSurrogate()) {
-            *unit = unit->toCaseFolded();
-            continue;
+        uint character = unit->unicode();
+        if (unit->isHighSurrogate() && unit + 1 != end && (unit + 1)->isLowSurrogate()) {
+            ++unit;
+            character = QChar::surrogateToUcs4(*(unit - 1), *unit);
         }
-        const uint character = QChar::toCaseFolded(QChar::surrogateToUcs4(*unit, *(unit + 1)));
-        *unit = QChar(QChar::highSurrogate(character));
-        *++unit = QChar(QChar::lowSurrogate(character));
+        hash = (hash ^ QChar::toCaseFolded(character)) * kFactor;
+        hash ^= hash >> 15;
     }
-    return path;
-}
-
-} // namespace
-
-void PathSet::insert(const QString &path)
-{
-    m_folded.insert(folded(path));
-}
-
-bool PathSet::contains(const QString &path) const
-{
-    return m_folded.contains(folded(path));
+    return hash;
 }

@@ -24,7 +24,7 @@ QString decodedLine(const QByteArray &rawLine)
 QString playlistKey(const QByteArray &rawLine, const Player &player)
 {
     const QString line = player.pcPath(decodedLine(rawLine));
-    const QRegExp numbers(QStringLiteral("(\\^\\d{1,5}){2,2}\\b"));
+    static const QRegExp numbers(QStringLiteral("(\\^\\d{1,5}){2,2}\\b"));
     const int start = numbers.indexIn(line);
     // Deliberate: a line without its numbers is kept whole, line end included.
     return start < 0 ? line : line.left(start);

@@ -16,12 +16,9 @@
 
 namespace {
 
-constexpr int kBusyBar = 0;
 constexpr qint64 kReadBlock = 1 << 20;
 /// Far more than a million songs need: what is larger is damaged, and would not fit into memory.
 constexpr qint64 kMostDatabaseBytes = 512 * kReadBlock;
-/// After how many entries of a mere listing events are processed.
-constexpr int kListingRound = 64;
 
 /// The whole file, read in blocks with the window alive. Nothing when it cannot be opened, cannot be read to its end or
 /// is no export of songs: with half of it, the songs of the other half would be inserted a second time.
@@ -58,7 +55,7 @@ bool needsOtherName(const QString &path)
     return isPathTooLong(path) || withoutMidiSuffixEnd(path) != path;
 }
 
-/// The path under which the song is known from here on, whether the file could be renamed or not.
+/// Deliberate: the song is known under the new path from here on, whether the file could be renamed or not.
 QString withPlayerSuffix(const QString &path)
 {
     QString renamed = withoutMidiSuffixEnd(path);
@@ -79,6 +76,7 @@ void renameCompanions(const QString &oldSong, const QString &newSong)
     }
 }
 
+/// The same for a path that is too long.
 QString withPlayerLength(const QString &path)
 {
     if (!isPathTooLong(path))
@@ -123,14 +121,14 @@ void Ottimizza::createDiffDatabaseImportFile()
 
     const QStringList dbSongs = readDatabaseSongs();
     qDebug() << "fast db file found: " << dbSongs.size();
-    QStringList diskSongs;
+    const std::optional<QStringList> diskSongs = collectDiskSongs();
     // A disk that is gone has no export and no songs.
-    if (!collectDiskSongs(diskSongs) || !isPlayerThere()) {
+    if (!diskSongs || !isPlayerThere()) {
         emit setProgressBarVisible(false);
         return;
     }
-    qDebug() << "dir file found: " << diskSongs.size();
-    writeImportFile(dbSongs, diskSongs);
+    qDebug() << "dir file found: " << diskSongs->size();
+    writeImportFile(dbSongs, *diskSongs);
 }
 
 QStringList Ottimizza::readDatabaseSongs() const
@@ -139,45 +137,49 @@ QStringList Ottimizza::readDatabaseSongs() const
     const Player player(rootPath);
     Breath breath;
     FastDbReader reader(readFile(player.path(PlayerNames::kDatabaseExport)), player);
-    QString path;
-    while (reader.next(path)) {
-        songs.append(path);
+    while (const std::optional<QString> path = reader.next()) {
+        songs.append(*path);
         breath.take();
     }
     return songs;
 }
 
-/// Returns false after a stop, and when the player has gone.
-bool Ottimizza::collectDiskSongs(QStringList &diskSongs)
+/// Nothing after a stop, and when the player has gone.
+std::optional<QStringList> Ottimizza::collectDiskSongs()
 {
-    QStringList paths;
-    if (!listSongFiles(paths))
-        return false;
+    const std::optional<QStringList> paths = listSongFiles();
+    if (!paths)
+        return std::nullopt;
+    QStringList songs;
     Breath breath;
-    for (const QString &path : qAsConst(paths)) {
+    for (const QString &path : *paths) {
         if (abortRequested)
-            return false;
+            return std::nullopt;
         if (isOutsideDatabase(path))
             continue;
         if (needsOtherName(path) && !isPlayerThere())
-            return false;
-        diskSongs.append(withPlayerLength(withPlayerSuffix(path)));
+            return std::nullopt;
+        songs.append(withPlayerLength(withPlayerSuffix(path)));
         breath.take();
     }
-    return true;
+    return songs;
 }
 
-/// The list is whole before the first file is renamed: a walk over a folder that changes may give a file twice.
-bool Ottimizza::listSongFiles(QStringList &paths) const
+/// Nothing after a stop. The list is whole before the first file is renamed: a walk over a folder that changes may give
+/// a file twice.
+std::optional<QStringList> Ottimizza::listSongFiles() const
 {
+    QStringList paths;
     const Walk walk = {rootPath, QDir::Files | QDir::NoSymLinks, {}, true, kListingRound};
-    return walkTree(walk, [this, &paths](const QFileInfo &file) {
+    const bool finished = walkTree(walk, [this, &paths](const QFileInfo &file) {
         if (matchesSongFilter(file.fileName()))
             paths.append(file.filePath());
         return !abortRequested;
     });
+    return finished ? std::make_optional(paths) : std::nullopt;
 }
 
+/// Deliberate: beginnings of names, without a closing slash. The database leaves out a folder "SystemOld" as well.
 bool Ottimizza::isOutsideDatabase(const QString &path) const
 {
     const QStringRef below = path.midRef(rootPath.size());
@@ -206,7 +208,8 @@ void Ottimizza::writeImportFile(const QStringList &dbSongs, const QStringList &d
     const bool written = stream.status() == QTextStream::Ok && file.flush();
     const bool empty = file.size() == 0;
     file.close();
-    if (!finished || !isPlayerThere()) {
+    // Deliberate: a stop leaves the file as far as it got, in whole lines.
+    if ((!finished && written) || !isPlayerThere()) {
         emit setProgressBarVisible(false);
         return;
     }
@@ -252,20 +255,19 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
 /// Returns false when the player has gone: what a song is cannot be told then.
 bool Ottimizza::writeInsert(QTextStream &stream, const QString &path)
 {
-    ImportResult result = ImportResult::NotRead;
-    const QString line = insertLineForSong(path, run().player, &result);
-    if (result == ImportResult::Imported) {
-        stream << line;
+    const SongLine line = insertLineForSong(path, run().player);
+    if (line.result == ImportResult::Imported) {
+        stream << line.text;
         return true;
     }
     if (!isPlayerThere())
         return false;
-    if (result == ImportResult::TooLarge) {
+    if (line.result == ImportResult::TooLarge) {
         qInfo() << "File troppo grande, escluso dal database :" << path;
         return true;
     }
     qInfo() << "File non valido, rimuovo :" << path;
-    if (result != ImportResult::NotASong || !removeInvalidSong(path))
+    if (line.result != ImportResult::NotASong || !removeInvalidSong(path))
         qInfo() << "File non valido, impossibile rimuovere!";
     return true;
 }

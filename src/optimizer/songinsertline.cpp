@@ -2,15 +2,12 @@
 
 #include "songfiles/metasong.h"
 
-QString insertLineForSong(const QString &path, const Player &player, ImportResult *result)
+SongLine insertLineForSong(const QString &path, const Player &player)
 {
     MetaSong song;
-    const bool imported = song.importFile(path);
-    if (result)
-        *result = song.importResult();
-    if (!imported)
-        return QString();
+    if (!song.importFile(path))
+        return {QString(), song.importResult()};
     SongInfo info;
     song.getSongInfo(info);
-    return insertLine(info, path, player);
+    return {insertLine(info, path, player), song.importResult()};
 }

@@ -17,8 +17,6 @@ namespace {
 
 /// Letters, digits and the sharp: titles of other alphabets are counted once they are known.
 constexpr int kUsualInitials = 37;
-/// After how many entries of a mere listing events are processed.
-constexpr int kListingRound = 64;
 
 bool isRoomFor(const SplitRoom &room, int folders, const QString &path)
 {

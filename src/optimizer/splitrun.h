@@ -5,6 +5,7 @@
 #include "pathset.h"
 #include "splitroom.h"
 
+#include <QHash>
 #include <QVector>
 
 /// What is known of the folder that is being split.
@@ -28,6 +29,7 @@ struct Ottimizza::SplitRun
     QChar initial = QChar(u'\0'); ///< of the song moved last
     QString subfolder;            ///< full path of the sub-folder that is being filled
     int count = 0;                ///< files counted for it; 0 forces a new choice
+    QHash<QChar, int> lastFull;   ///< by initial, the number of the last sub-folder that was seen to be full
 
     /// A file that a song of the folder may take along.
     void addCompanion(const QString &name)

@@ -4,8 +4,7 @@
 #include <QString>
 
 /// The title of a song for ordering songs into folders, read at little cost: the file is opened once, and at most its
-/// first 512 bytes (MFx), its first 4096 bytes (MIDI) or its tag up to the title (MP3),
-/// are read.
+/// first 512 bytes (MFx), its first 4096 bytes (MIDI) or its tag without the pictures (MP3) are read.
 ///
 /// @p formatIndex is the place of the file's lower-case suffix in kSongSuffixes. In a MIDI file a karaoke title (text
 /// event beginning with "@T") wins over a track name, since karaoke files call their first track after the program that

@@ -43,19 +43,18 @@ public:
     }
 
 private:
-    static constexpr int kByteBits = 8;
     static constexpr int kWindowMask = 63;
 
     void fill()
     {
-        if (m_offset + kPrepared / kByteBits <= m_bytes->size()) {
+        if (m_offset + kPrepared / ByteView::kByteBits <= m_bytes->size()) {
             const quint32 word = qFromBigEndian<quint32>(m_bytes->constData() + m_offset);
             m_waiting = (m_waiting << kPrepared) | word;
         } else {
-            for (int byte = 0; byte < kPrepared / kByteBits; ++byte)
-                m_waiting = (m_waiting << kByteBits) | ByteView::byteAt(*m_bytes, m_offset + byte);
+            for (int byte = 0; byte < kPrepared / ByteView::kByteBits; ++byte)
+                m_waiting = (m_waiting << ByteView::kByteBits) | ByteView::byteAt(*m_bytes, m_offset + byte);
         }
-        m_offset += kPrepared / kByteBits;
+        m_offset += kPrepared / ByteView::kByteBits;
         m_left += kPrepared;
     }
 
@@ -76,7 +75,7 @@ public:
     void putBit(unsigned bit)
     {
         m_current = (m_current << 1) | (bit & 1U);
-        if (++m_used == kByteBits)
+        if (++m_used == ByteView::kByteBits)
             appendCurrent();
     }
 
@@ -92,13 +91,11 @@ public:
     {
         if (m_used == 0)
             return;
-        m_current <<= kByteBits - m_used;
+        m_current <<= ByteView::kByteBits - m_used;
         appendCurrent();
     }
 
 private:
-    static constexpr int kByteBits = 8;
-
     void appendCurrent()
     {
         m_bytes.append(static_cast<char>(m_current));

@@ -7,6 +7,8 @@
 /// are read. No function here fails.
 namespace ByteView {
 
+constexpr int kByteBits = 8; ///< in every byte
+
 /// The bytes from @p offset on, at most @p count of them and at most as many as there are; none when the offset lies
 /// outside @p bytes or when offset or count is negative.
 QByteArray bytesAt(const QByteArray &bytes, qint64 offset, qint64 count);

@@ -66,7 +66,7 @@ QString decodedText(const QByteArray &payload)
 
 QByteArray plainSize(quint32 value)
 {
-    constexpr int kByteBits = 8;
+    using ByteView::kByteBits;
     QByteArray out;
     for (int shift = kByteBits * (kSizeBytes - 1); shift >= 0; shift -= kByteBits)
         out.append(static_cast<char>((value >> shift) & 0xFF));

@@ -20,9 +20,9 @@ class QFile;
 /// | 8      | 2     | flags                                          |
 /// | 10     | size  | text encoding (1 byte), text                   |
 ///
-/// Frames are found by a plain search for their identifier, which may also hit the text of another frame. New frames
-/// go directly behind the tag's header, whatever version the tag says it has. Only bytes that exist are read or
-/// removed, whatever size a frame claims.
+/// Deliberate: frames are found by a plain search for their identifier, which may also hit the text of another frame.
+/// New frames go directly behind the tag's header, whatever version the tag says it has. Only bytes that exist are read
+/// or removed, whatever size a frame claims.
 class Id3Tag
 {
 public:

@@ -2,10 +2,10 @@
 
 namespace {
 
-const int kMostFlats = -7;
-const int kMostSharps = 7;
-const int kMajor = 0;
-const int kMinor = 1;
+constexpr int kMostFlats = -7;
+constexpr int kMostSharps = 7;
+constexpr int kMajor = 0;
+constexpr int kMinor = 1;
 
 quint16 keyCode(int sharps, int mode)
 {
@@ -49,11 +49,8 @@ KeyNameTable::KeyNameTable()
     m_codeOfName = codes;
 }
 
-bool KeyNameTable::findCode(const QString &name, quint16 &code) const
+std::optional<quint16> KeyNameTable::code(const QString &name) const
 {
     const auto found = m_codeOfName.constFind(name);
-    if (found == m_codeOfName.constEnd())
-        return false;
-    code = found.value();
-    return true;
+    return found == m_codeOfName.constEnd() ? std::nullopt : std::make_optional(found.value());
 }

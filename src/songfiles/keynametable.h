@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// Names of the keys a song can stand in.
 ///
 /// A key code holds the two data bytes of a MIDI key signature: high byte sf, the number of sharps (negative for
@@ -18,9 +20,9 @@ public:
     /// The name that belongs to @p code; an empty text when the code is none of the 30 known ones.
     QString name(quint16 code) const { return m_nameOfCode.value(code); }
 
-    /// Looks up @p name, exactly as written (case counts), among the 30 names and three extra spellings. Puts its code
-    /// into @p code and returns true; returns false and leaves @p code alone when the name is unknown.
-    bool findCode(const QString &name, quint16 &code) const;
+    /// The code that belongs to @p name, exactly as written (case counts), among the 30 names and three extra
+    /// spellings. Nothing when the name is unknown.
+    std::optional<quint16> code(const QString &name) const;
 
     /// The 30 names, in the order of their codes.
     QStringList names() const { return m_nameOfCode.values(); }

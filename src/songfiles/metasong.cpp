@@ -15,7 +15,6 @@ constexpr qint64 kMostCompressedBytes = qint64(16) * 1024 * 1024;
 constexpr qint64 kMostAtOnce = qint64(16) * 1024 * 1024;
 
 constexpr int kTrackHeadBytes = 8;
-constexpr int kMf4ExtraBytes = 3;
 
 bool startsLikeMp3(const QByteArray &bytes)
 {

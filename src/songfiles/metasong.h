@@ -22,8 +22,8 @@ class MetaSong
 {
 public:
     /// Loads the song at @p path (the name's ending matters for MP3 alone, in any case). Returns true when it was
-    /// recognised; otherwise false, and the format code stays what it was. Of an MP3 only the texts of its tag are read;
-    /// the rest of the tag follows when it is changed or saved, and must still be there then.
+    /// recognised; otherwise false, and the format code stays what it was. Of an MP3 only the texts of its tag are
+    /// read; the rest of the tag follows when it is changed or saved, and must still be there then.
     bool importFile(const QString &path);
     /// How the last importFile() ended; NotRead before the first.
     ImportResult importResult() const { return m_result; }
@@ -95,3 +95,5 @@ private:
 /// Where the version 4 of MFx has 3 bytes more than a MIDI file: right behind the head of the first track in @p stream.
 /// -1 when there is no track.
 int mf4ExtraBytesOffset(const QByteArray &stream);
+/// How many bytes these are.
+constexpr int kMf4ExtraBytes = 3;

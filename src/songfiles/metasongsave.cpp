@@ -8,8 +8,6 @@
 namespace {
 
 constexpr qint64 kBlockBytes = 100000;
-const char kMf4ExtraBytes[] = "\xFF\x00\xFF";
-constexpr int kMf4ExtraCount = 3;
 
 /// @p path up to its last dot, wherever that stands, followed by ".tmp".
 QString temporaryPath(const QString &path)
@@ -85,7 +83,7 @@ QByteArray MetaSong::storedStream() const
     QByteArray stream = m_midi.bytes();
     const int extra = mf4ExtraBytesOffset(stream);
     if (m_format == Mf4Format && extra >= 0)
-        stream.insert(extra, QByteArray(kMf4ExtraBytes, kMf4ExtraCount));
+        stream.insert(extra, QByteArray("\xFF\x00\xFF", kMf4ExtraBytes));
     return stream;
 }
 

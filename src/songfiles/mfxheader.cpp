@@ -90,9 +90,8 @@ QString MfxHeader::longName() const
 
 quint16 MfxHeader::bpm() const
 {
-    constexpr int kByteBits = 8;
     const int high = ByteView::byteAt(m_bytes, kBpmOffset + 1);
-    return static_cast<quint16>((high << kByteBits) | ByteView::byteAt(m_bytes, kBpmOffset));
+    return static_cast<quint16>((high << ByteView::kByteBits) | ByteView::byteAt(m_bytes, kBpmOffset));
 }
 
 quint8 MfxHeader::flags() const
@@ -162,9 +161,8 @@ void MfxHeader::putText(int offset, const QString &text)
 
 void MfxHeader::putNumber(int offset, quint32 value, int count)
 {
-    constexpr int kByteBits = 8;
     constexpr quint32 kByteMask = 0xFF;
     extendTo(offset + count);
     for (int i = 0; i < count; ++i)
-        m_bytes[offset + i] = static_cast<char>((value >> (i * kByteBits)) & kByteMask);
+        m_bytes[offset + i] = static_cast<char>((value >> (i * ByteView::kByteBits)) & kByteMask);
 }

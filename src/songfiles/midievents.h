@@ -32,6 +32,5 @@ constexpr int kPayloadOffset = 4; ///< what follows the tag
 
 constexpr int kTagBytes = 1;
 constexpr int kBarBytes = 2;
-constexpr int kByteBits = 8;
 
 } // namespace MidiEvents

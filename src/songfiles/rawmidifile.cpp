@@ -12,17 +12,18 @@ using namespace MidiEvents;
 
 namespace {
 
-const int kSmallestFile = 22;
-const int kFormatWordOffset = 8;
-const int kTrackCountOffset = 10;
-const int kChunkNameBytes = 4;
-const int kChunkHeadBytes = 8;
-const int kHexDigits = 2;
-const int kHexBase = 16;
+constexpr int kSmallestFile = 22;
+constexpr int kFormatWordOffset = 8;
+constexpr int kTrackCountOffset = 10;
+constexpr int kChunkNameBytes = 4;
+constexpr int kChunkHeadBytes = 8;
+constexpr int kHexDigits = 2;
+constexpr int kHexBase = 16;
 
 quint16 wordAt(const QByteArray &bytes, int offset)
 {
-    return static_cast<quint16>((ByteView::byteAt(bytes, offset) << kByteBits) | ByteView::byteAt(bytes, offset + 1));
+    return static_cast<quint16>((ByteView::byteAt(bytes, offset) << ByteView::kByteBits) |
+                                ByteView::byteAt(bytes, offset + 1));
 }
 
 /// The first FF byte from @p from on that has a type behind it; -1 when there is none.
@@ -58,7 +59,7 @@ bool RawMidiFile::load(const QByteArray &bytes)
     m_trackLengthOffset = track + kChunkNameBytes;
     m_trackDataStart = track + kChunkHeadBytes;
     const quint32 high = wordAt(bytes, m_trackLengthOffset);
-    m_trackLength = static_cast<qint32>((high << (2 * kByteBits)) | wordAt(bytes, m_trackLengthOffset + 2));
+    m_trackLength = static_cast<qint32>((high << (2 * ByteView::kByteBits)) | wordAt(bytes, m_trackLengthOffset + 2));
     return true;
 }
 
@@ -149,10 +150,10 @@ qint32 RawMidiFile::extractKey(QString &name) const
     const quint16 code = wordAt(m_data, at + kContentOffset);
     name = m_keys.name(code);
     if (name.isEmpty()) {
-        const int byteMask = std::numeric_limits<quint8>::max();
+        constexpr int kByteMask = std::numeric_limits<quint8>::max();
         // Deliberate: small hexadecimal digits for sf, capital ones for mi.
-        const QString unknown = QStringLiteral("[sf=") + hexByte(code >> kByteBits) + QStringLiteral("|mi=") +
-                                hexByte(code & byteMask).toUpper() + QLatin1Char(']');
+        const QString unknown = QStringLiteral("[sf=") + hexByte(code >> ByteView::kByteBits) + QStringLiteral("|mi=") +
+                                hexByte(code & kByteMask).toUpper() + QLatin1Char(']');
         qDebug() << "[RawMidiFile::extractKey] WARNING: unknown key metaevent" << unknown << "in MIDI file.";
     }
     return at;

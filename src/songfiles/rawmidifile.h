@@ -12,10 +12,11 @@
 
 /// One standard MIDI file as bytes, with the few meta events that carry what is known of a song.
 ///
-/// The events are not walked: a reader searches the bytes for a pattern, from the data of the first track up to the end
-/// of the file, and a writer removes and inserts whole events and corrects the length of the first track. A new event
-/// always goes to the very start of the first track, with delta time 0. All lengths are one byte, read as a signed
-/// number; whatever they claim, only bytes that exist are read and removed.
+/// Deliberate: the events are not walked, and so may be found within other data. A reader searches the bytes for a
+/// pattern, from the data of the first track up to the end of the file, and a writer removes and inserts whole events
+/// and corrects the length of the first track. A new event always goes to the very start of the first track, with delta
+/// time 0. All lengths are one byte, read as a signed number; whatever they claim, only bytes that exist are read and
+/// removed.
 ///
 /// | event                        | bytes                                                                |
 /// |------------------------------|----------------------------------------------------------------------|
@@ -92,7 +93,7 @@ public:
     void setBpm(qint32 beatsPerMinute);
 
     /// Removes every key signature, then writes that of the key called @p name (blanks are ignored, case counts). An
-    /// unknown name leaves the song without a key, with a log line; an empty one removes the key.
+    /// empty name removes the key. Deliberate: so does an unknown one, with a log line.
     void setKey(const QString &name);
 
     /// Adds markers so that the file holds them in the order of @p list, each text cut to 125 characters. Markers there

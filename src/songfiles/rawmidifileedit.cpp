@@ -10,10 +10,10 @@ using namespace MidiEvents;
 
 namespace {
 
-const int kMostCharacters = 125;
-const int kLengthFieldBytes = 4;
-const int kDeltaBytes = 1;
-const int kEventFrameBytes = kDeltaBytes + kContentOffset; ///< delta time, FF, type, length
+constexpr int kMostCharacters = 125;
+constexpr int kLengthFieldBytes = 4;
+constexpr int kDeltaBytes = 1;
+constexpr int kEventFrameBytes = kDeltaBytes + kContentOffset; ///< delta time, FF, type, length
 
 QByteArray encodedText(const QString &text)
 {
@@ -71,14 +71,14 @@ void RawMidiFile::setKey(const QString &name)
         return;
     QString plainName = name;
     plainName.remove(QLatin1Char(' '));
-    quint16 code = 0;
-    if (!m_keys.findCode(plainName, code)) {
+    const std::optional<quint16> code = m_keys.code(plainName);
+    if (!code) {
         qDebug() << "[RawMidiFile::setKey] WARNING: unknown key:" << plainName << ". Metaevent not added !!!";
         return;
     }
     QByteArray content;
-    content.append(static_cast<char>(code >> kByteBits));
-    content.append(static_cast<char>(code));
+    content.append(static_cast<char>(*code >> ByteView::kByteBits));
+    content.append(static_cast<char>(*code));
     insertEvent(metaEvent(kKeySignature, content));
 }
 
@@ -93,7 +93,7 @@ void RawMidiFile::setMarkers(const QList<SongMarker> &list)
 qint32 RawMidiFile::addMarker(const QString &text, quint16 bar)
 {
     QByteArray payload;
-    payload.append(static_cast<char>(bar >> kByteBits));
+    payload.append(static_cast<char>(bar >> ByteView::kByteBits));
     payload.append(static_cast<char>(bar));
     return insertOwn(kMarkerTag, payload + text.toUtf8());
 }
@@ -181,7 +181,7 @@ void RawMidiFile::changeTrackLength(int bytes)
     const quint32 length = static_cast<quint32>(m_trackLength) + static_cast<quint32>(bytes);
     m_trackLength = static_cast<qint32>(length);
     for (int i = 0; i < kLengthFieldBytes; ++i) {
-        const int shift = (kLengthFieldBytes - 1 - i) * kByteBits;
+        const int shift = (kLengthFieldBytes - 1 - i) * ByteView::kByteBits;
         m_data[m_trackLengthOffset + i] = static_cast<char>(length >> shift);
     }
 }

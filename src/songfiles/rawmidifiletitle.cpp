@@ -16,8 +16,8 @@ constexpr int kBitsOfLengthByte = 7;
 constexpr int kLengthByteMask = 0x7F;
 
 /// The content of the meta event whose FF stands at @p event, as far as it exists in @p bytes.
-/// Deliberate: unlike the readers of a whole file, which take one signed byte, this one takes a length of several bytes,
-/// as the format has it: karaoke files begin with long texts.
+/// Deliberate: unlike the readers of a whole file, which take one signed byte, this one takes a length of several
+/// bytes, as the format has it: karaoke files begin with long texts.
 QByteArray metaContent(const QByteArray &bytes, int event)
 {
     int position = event + kLengthOffset;

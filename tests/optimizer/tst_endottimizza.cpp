@@ -124,6 +124,23 @@ private slots:
         QCOMPARE(opened.urls, QList<QUrl>({QUrl::fromLocalFile("/removed"_s)}));
     }
 
+    void pictureStandsInTheMiddle() {
+        EndOttimizza page;
+        page.resize(1000, 640);
+        page.setFailCodeAndShow(0);
+        const QRect place = placeOn(page, *child<QLabel>(page, "label_image"));
+        QVERIFY(std::abs(place.center().x() - page.rect().center().x()) <= 1);
+    }
+
+    void escapeIsOk() {
+        EndOttimizza page;
+        page.setFailCodeAndShow(0);
+        QVERIFY(QTest::qWaitForWindowActive(&page));
+        const QSignalSpy spy(&page, &EndOttimizza::backFromEndOttimizzaToFirstMenu);
+        QTest::keyClick(&page, Qt::Key_Escape);
+        QCOMPARE(spy.size(), 1);
+    }
+
     void okButtonEmits() {
         EndOttimizza page;
         page.setFailCodeAndShow(0);

@@ -254,15 +254,25 @@ private slots:
         QVERIFY(!run.isDone());
     }
 
+    void fullDiskIsAFailureAndLeavesNoHalfFile_data() {
+        columns<int>("stopped");
+        row("at the end", 0);
+        // What a stop leaves may end between any two lines, but within none.
+        row("after a stop", 150);
+    }
     void fullDiskIsAFailureAndLeavesNoHalfFile() {
 #ifdef Q_OS_UNIX
+        QFETCH(int, stopped);
         DatabaseRun run;
         run.addSongs(200);
+        if (stopped > 0)
+            run.stopAtValue(stopped);
         BoxAnswerer boxes;
         boxes.answer(Titles::kNoDatabase, Buttons::kOk);
         auto disk = std::make_unique<FullDisk>(8192);
         run.work();
         disk.reset();
+        QCOMPARE(run.told.of("value"_s).last(), QString::number(stopped > 0 ? stopped : 200));
         QCOMPARE(run.page.failCode, 2);
         QVERIFY(!run.hasFile());
         QCOMPARE(run.player.files("A"_s).size(), 200);

@@ -44,11 +44,10 @@ private slots:
     }
 
 private:
-    /// -1 for an unknown name, which leaves the code that was asked for as it was.
+    /// -1 for an unknown name.
     static int codeOf(const QString &name) {
-        quint16 code = 1234;
-        const bool found = KeyNameTable().findCode(name, code);
-        return found ? int(code) : code - 1235;
+        const std::optional<quint16> code = KeyNameTable().code(name);
+        return code ? *code : -1;
     }
 };
 

@@ -2,7 +2,7 @@
 
 class PlayerDisk;
 
-/// The songs of a made disk.
+// The songs of a made disk.
 
 /// Songs and other files left loose in the root, some under names that My Songs already has.
 void addRootFiles(PlayerDisk &disk);

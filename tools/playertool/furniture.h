@@ -2,7 +2,7 @@
 
 class PlayerDisk;
 
-/// What lies on a made disk besides songs.
+// What lies on a made disk besides songs.
 
 /// Label, start-up script, the player's own programs with pictures, texts and sounds among them, and left-overs of an
 /// update and of an earlier optimisation.

@@ -3,7 +3,7 @@
 #include "judge.h"
 #include "outcome.h"
 
-/// The judge's chapters. Each adds what it finds to the verdict.
+// The judge's chapters. Each adds what it finds to the verdict.
 
 /// Songs and their companions: none lost, none changed, each in its place under its name; broken ones gone.
 void judgeSongs(const Outcome &outcome, const QString &root, Verdict &verdict);
