@@ -1,30 +1,40 @@
 #include "devicecase.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QStringList>
+#include "disk/tree.h"
+
+#include <algorithm>
 
 namespace {
 
-constexpr QDir::Filters kEverything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+/// The names of the entries of @p folder that are @p name in any case, sorted.
+QStringList spellingsOf(const QString &name, const QString &folder)
+{
+    QStringList names = QDir(folder).entryList(kAllEntries, QDir::Name);
+    const auto isOther = [&name](const QString &entry) { return entry.compare(name, Qt::CaseInsensitive) != 0; };
+    names.erase(std::remove_if(names.begin(), names.end(), isOther), names.end());
+    return names;
+}
 
 /// @p folder ends in a slash.
 QString spelledAsFound(const QString &folder, const QString &name)
 {
     if (QFileInfo::exists(folder + name))
         return name;
-    const QStringList names = QDir(folder).entryList(kEverything, QDir::Name);
+    const QStringList names = spellingsOf(name, folder);
     // A link to nowhere does not exist, and is there all the same.
-    if (names.contains(name))
-        return name;
-    for (const QString &candidate : names) {
-        if (candidate.compare(name, Qt::CaseInsensitive) == 0)
-            return candidate;
-    }
-    return name;
+    return names.isEmpty() || names.contains(name) ? name : names.first();
 }
 
 } // namespace
+
+QStringList entriesNamed(const QString &folder, const QString &name)
+{
+    QStringList paths;
+    const QStringList names = spellingsOf(name, folder);
+    for (const QString &spelling : names)
+        paths.append(QDir(folder).filePath(spelling));
+    return paths;
+}
 
 QString resolveDevicePath(const QString &root, const QString &relative)
 {

@@ -6,8 +6,8 @@
 
 #include <QString>
 
-/// What one run takes off the player on its own account, copied to the PC first: "removed" in the program's data folder,
-/// below it a folder a run named by date and time ("2026-11-22 20.15.09"), below that the path on the player.
+/// What one run takes off the player on its own account, copied to the PC first: "removed" in the program's data
+/// folder, below it a folder a run named by date and time ("2026-11-22 20.15.09"), below that the path on the player.
 /// Nothing is made on the PC before the first file is kept. Not for two runs at once.
 class KeptFiles
 {

@@ -29,8 +29,8 @@ public:
     /// What is left of @p path, which lies on the player, behind the root.
     QString relativePath(const QString &path) const { return path.mid(m_root.size()); }
 
-    // The player names its files "\sdmemory\" followed by the path below its root, with backslashes. The PC names the same
-    // file by the root followed by the same path with forward slashes.
+    // The player names its files "\sdmemory\" followed by the path below its root, with backslashes. The PC names the
+    // same file by the root followed by the same path with forward slashes.
 
     /// The PC path of every file named in @p text, a text in device form such as a playlist line: each "\sdmemory\",
     /// whatever its case, becomes the root, then each backslash a forward slash. Text that names no file keeps the rest
@@ -45,8 +45,8 @@ public:
     /// player is pulled: under the root nothing may be written, replaced or deleted then. Cheap enough for every file.
     bool isThere() const;
     /// Writes everything to the disk, see flushVolume(), with the window alive. Returns whether it is there, and the
-    /// player too: before any text that says that something is done. @p goOn, when given, is asked again and again; when
-    /// it says no, the flush may end early, and has failed then.
+    /// player too: before any text that says that something is done. @p goOn, when given, is asked again and again;
+    /// when it says no, the flush may end early, and has failed then.
     bool flush(const std::function<bool()> &goOn = nullptr) const;
 
     /// Whether @p name is that of a folder at the root that the player makes itself, in any case.

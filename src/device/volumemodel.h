@@ -44,7 +44,9 @@ public:
     bool isDir(const QModelIndex &index) const;
 
 private:
+    // What each system does in its own way; constructor and open() too.
     QModelIndex toFiles(const QModelIndex &index) const;
+    QModelIndex fromFiles(const QModelIndex &index) const;
 
     LocalFiles *m_files = nullptr;
     QAbstractItemModel *m_model = nullptr;

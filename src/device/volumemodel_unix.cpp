@@ -14,8 +14,6 @@ VolumeModel::VolumeModel(QObject *parent)
 {
 }
 
-VolumeModel::~VolumeModel() = default;
-
 void VolumeModel::open(const QString &deviceRoot, const QString &label)
 {
     const bool isThere = !deviceRoot.isEmpty() && QFileInfo(deviceRoot).isDir();
@@ -25,37 +23,12 @@ void VolumeModel::open(const QString &deviceRoot, const QString &label)
     static_cast<VolumeTree *>(m_model)->showFolder(folder, label);
 }
 
-QAbstractItemModel *VolumeModel::model() const
-{
-    return m_model;
-}
-
-QFileSystemModel *VolumeModel::fileSystemModel() const
-{
-    return m_files;
-}
-
-void VolumeModel::setLocale(const QLocale &locale)
-{
-    m_files->setLocale(locale);
-}
-
-QModelIndex VolumeModel::indexForPath(const QString &path) const
-{
-    return path.isEmpty() ? QModelIndex() : static_cast<VolumeTree *>(m_model)->mapFromSource(m_files->index(path));
-}
-
-QString VolumeModel::filePath(const QModelIndex &index) const
-{
-    return index.isValid() ? m_files->filePath(toFiles(index)) : QString();
-}
-
-bool VolumeModel::isDir(const QModelIndex &index) const
-{
-    return index.isValid() && m_files->isDir(toFiles(index));
-}
-
 QModelIndex VolumeModel::toFiles(const QModelIndex &index) const
 {
     return static_cast<VolumeTree *>(m_model)->mapToSource(index);
+}
+
+QModelIndex VolumeModel::fromFiles(const QModelIndex &index) const
+{
+    return static_cast<VolumeTree *>(m_model)->mapFromSource(index);
 }

@@ -9,6 +9,10 @@ class QFile;
 /// 0 when the path is empty or does not exist.
 quint64 volumeId(const QString &path);
 
+/// Whether the folder @p path (absolute, forward slashes) can be listed to its end. A walk takes one that cannot be for
+/// one that ends earlier, as on a disk with a fault: where nothing may be left out that makes a difference.
+bool isListable(const QString &path);
+
 /// For how long it is worth trying to remove, rename or make a folder: where another program that has it open forbids
 /// that, a scanner or a viewer may let go of it. 0 where none can.
 int patienceMs();
@@ -25,6 +29,9 @@ struct VolumeRoom
 
 /// The room on the volume that holds @p path (absolute, forward slashes); nothing free when the system does not answer.
 VolumeRoom volumeRoom(const QString &path);
+
+/// Whether anything bears the name @p path (absolute, forward slashes), a link that leads nowhere too.
+bool isNameTaken(const QString &path);
 
 /// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.

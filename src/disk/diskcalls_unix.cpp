@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -19,6 +20,15 @@ quint64 volumeId(const QString &path)
         return 0;
     // A device number of 0 is a number like any other.
     return quint64(status.st_dev) + 1;
+}
+
+bool isListable(const QString &path)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator entries(QFile::encodeName(path).constData(), error);
+    while (!error && entries != std::filesystem::directory_iterator())
+        entries.increment(error);
+    return !error;
 }
 
 int patienceMs()
@@ -40,6 +50,13 @@ VolumeRoom volumeRoom(const QString &path)
     if (path.isEmpty() || ::statvfs(QFile::encodeName(path).constData(), &volume) != 0)
         return {};
     return {qint64(volume.f_bavail) * qint64(volume.f_frsize), qint64(volume.f_frsize)};
+}
+
+bool isNameTaken(const QString &path)
+{
+    // One request to the disk; Qt makes two for a name that is free, the usual case.
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(path).constData(), &status) == 0;
 }
 
 bool moveOver(const QString &from, const QString &to)

@@ -5,15 +5,11 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <windows.h>
 
 namespace {
-
-const wchar_t *wide(const QString &text)
-{
-    return reinterpret_cast<const wchar_t *>(text.utf16());
-}
 
 /// A new file under a name that has just become free takes over the day at which the former one was made. By that day
 /// the files are known that have not been flushed yet.
@@ -49,6 +45,20 @@ quint64 volumeId(const QString &path)
     return quint64(serial) + 1;
 }
 
+bool isListable(const QString &path)
+{
+    WIN32_FIND_DATAW entry = {};
+    const HANDLE search = FindFirstFileW(wide(longPath(path) + QLatin1String("\\*")), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        // The root of an empty disk has not even the entries that stand for itself.
+        return GetLastError() == ERROR_FILE_NOT_FOUND;
+    while (FindNextFileW(search, &entry)) {
+    }
+    const bool toItsEnd = GetLastError() == ERROR_NO_MORE_FILES;
+    FindClose(search);
+    return toItsEnd;
+}
+
 int patienceMs()
 {
     return 2000;
@@ -71,6 +81,12 @@ VolumeRoom volumeRoom(const QString &path)
         return {};
     const qint64 cluster = qint64(sectorsInCluster) * qint64(bytesInSector);
     return {qint64(freeClusters) * cluster, cluster};
+}
+
+bool isNameTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
 }
 
 bool moveOver(const QString &from, const QString &to)

@@ -16,6 +16,9 @@ namespace {
 constexpr qint64 kBlockSize = 1048576;
 constexpr qint64 kUnknownCluster = 131072; // of a large exFAT volume
 constexpr int kMostTemporaryNames = 100;
+// Before and behind a number. A short name: one made from the destination's could be too long for the disk.
+constexpr QLatin1String kTemporaryStart("corvin4-copy", 12);
+constexpr QLatin1String kTemporaryEnd(".tmp", 4);
 
 /// Writes everything that @p from still holds to @p to.
 CopyResult copyContent(QFile &from, QFile &to, const BetweenBlocks &betweenBlocks)
@@ -72,26 +75,24 @@ CopyResult copyContentTo(const QString &source, const QString &destination, cons
     return result;
 }
 
-/// A link that leads nowhere takes its name too.
-bool isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 bool isNameOf(const QString &path, const QString &file)
 {
     return path.compare(QFileInfo(file).absoluteFilePath(), Qt::CaseInsensitive) == 0;
 }
 
-/// Copies @p source to a name of its own in the folder of @p destination, and gives that name.
-CopyResult copyBeside(const QString &source, const QString &destination, QString &temporary,
-                      const BetweenBlocks &betweenBlocks)
+/// A copy that does not have its name yet.
+struct CopyBeside
 {
-    // A short name: one made from the destination's could be too long for the disk.
-    const QString stem = QFileInfo(destination).absolutePath() + QStringLiteral("/corvin4-copy%1.tmp");
+    CopyResult result = CopyResult::NotCreated;
+    QString path = {}; ///< where it lies, once it is copied
+};
+
+/// Copies @p source to a name of its own in the folder of @p destination.
+CopyBeside copyBeside(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
+{
+    const QString folder = QFileInfo(destination).absolutePath() + QLatin1Char('/');
     for (int number = 0; number < kMostTemporaryNames; ++number) {
-        temporary = stem.arg(number);
+        const QString temporary = folder + kTemporaryStart + QString::number(number) + kTemporaryEnd;
         // A backup may hold what a run left that was killed.
         if (isNameOf(temporary, source) || isNameOf(temporary, destination))
             continue;
@@ -102,9 +103,9 @@ CopyResult copyBeside(const QString &source, const QString &destination, QString
             result = copyContentTo(source, temporary, betweenBlocks);
         }
         if (result != CopyResult::DestinationExists)
-            return result;
+            return {result, temporary};
     }
-    return CopyResult::NotCreated;
+    return {};
 }
 
 /// Whether @p source has room in the folder of @p destination once that file is gone. A disk gives room in clusters.
@@ -150,6 +151,14 @@ CopyResult replaceInItsRoom(const QString &source, const QString &destination, q
 
 } // namespace
 
+bool isUnfinishedCopy(const QString &name)
+{
+    const int digits = name.size() - kTemporaryStart.size() - kTemporaryEnd.size();
+    bool isNumber = false;
+    return digits > 0 && name.startsWith(kTemporaryStart) && name.endsWith(kTemporaryEnd) &&
+           name.midRef(kTemporaryStart.size(), digits).toUInt(&isNumber) < kMostTemporaryNames && isNumber;
+}
+
 bool isSameFile(const QString &first, const QString &second)
 {
     const QString path = QFileInfo(first).canonicalFilePath();
@@ -158,18 +167,17 @@ bool isSameFile(const QString &first, const QString &second)
 
 CopyResult copyFile(const QString &source, const QString &destination, const BetweenBlocks &betweenBlocks)
 {
-    if (isTaken(destination))
+    if (isNameTaken(destination))
         return CopyResult::DestinationExists;
     const QString folder = QFileInfo(destination).absolutePath();
     const quint64 volume = volumeId(folder);
-    QString temporary;
-    const CopyResult result = copyBeside(source, destination, temporary, betweenBlocks);
-    if (result != CopyResult::Copied)
-        return result;
-    if (!isTaken(destination) && moveOver(temporary, destination))
+    const CopyBeside copy = copyBeside(source, destination, betweenBlocks);
+    if (copy.result != CopyResult::Copied)
+        return copy.result;
+    if (!isNameTaken(destination) && moveOver(copy.path, destination))
         return CopyResult::Copied;
     if (volumeId(folder) == volume)
-        removeCopy(temporary);
+        removeCopy(copy.path);
     return existsOr(destination, CopyResult::NotCreated);
 }
 
@@ -180,19 +188,18 @@ CopyResult replaceFile(const QString &source, const QString &destination, const 
         return CopyResult::DestinationExists;
     const QString folder = QFileInfo(destination).absolutePath();
     const quint64 volume = volumeId(folder);
-    QString temporary;
-    const CopyResult result = copyBeside(source, destination, temporary, betweenBlocks);
-    if (result == CopyResult::Copied) {
-        if (moveOver(temporary, destination))
+    const CopyBeside copy = copyBeside(source, destination, betweenBlocks);
+    if (copy.result == CopyResult::Copied) {
+        if (moveOver(copy.path, destination))
             return CopyResult::Copied;
         if (volumeId(folder) == volume)
-            removeCopy(temporary);
+            removeCopy(copy.path);
         return CopyResult::NotWritten;
     }
     // On a full disk the folder itself may have no room for one name more.
-    const bool noRoom = result == CopyResult::NotWritten || result == CopyResult::NotCreated;
+    const bool noRoom = copy.result == CopyResult::NotWritten || copy.result == CopyResult::NotCreated;
     // On one volume both paths may lead to one file, by names that differ in case or by another way to the same disk.
     if (!noRoom || volumeId(folder) != volume || volumeId(source) == volume || !fitsInPlaceOf(source, destination))
-        return result;
+        return copy.result;
     return replaceInItsRoom(source, destination, volume, betweenBlocks, formerKept);
 }

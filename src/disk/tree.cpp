@@ -7,8 +7,6 @@
 #include <QDirIterator>
 #include <QFile>
 
-#include <filesystem>
-
 namespace {
 
 bool removeContent(const QString &path, const std::function<bool()> &goOn)
@@ -43,6 +41,12 @@ bool isLink(const QFileInfo &entry)
     return entry.isSymLink() || entry.isJunction();
 }
 
+bool isWindowsOwn(const QString &name)
+{
+    return name.compare(QLatin1String("System Volume Information"), Qt::CaseInsensitive) == 0 ||
+           name.compare(QLatin1String("$RECYCLE.BIN"), Qt::CaseInsensitive) == 0;
+}
+
 bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)> &visit)
 {
     // An empty path would mean the current folder.
@@ -72,15 +76,6 @@ QStringList listTree(const Walk &walk, const std::function<bool()> &goOn)
         return true;
     });
     return found;
-}
-
-bool isListable(const QString &path)
-{
-    std::error_code error;
-    std::filesystem::directory_iterator entries(std::filesystem::path(path.toStdU16String()), error);
-    while (!error && entries != std::filesystem::directory_iterator())
-        entries.increment(error);
-    return !error;
 }
 
 bool removeFile(const QString &path)

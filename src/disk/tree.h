@@ -33,10 +33,6 @@ bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)
 /// ends when it says no, and what was found so far is returned, so that the caller asks again.
 QStringList listTree(const Walk &walk, const std::function<bool()> &goOn = nullptr);
 
-/// Whether the folder @p path can be listed to its end. A walk takes one that cannot be for one that ends earlier, as on
-/// a disk with a fault: before anything is erased that makes a difference.
-bool isListable(const QString &path);
-
 /// Deletes the folder @p path (absolute, forward slashes, a closing slash is forgiven) with everything in it, hidden
 /// and write-protected entries too. A link is deleted and never followed, be it @p path itself or an entry below it.
 /// Entries that cannot be deleted are passed over; what can be deleted is gone all the same.
@@ -54,3 +50,6 @@ bool removeFile(const QString &path);
 
 /// Whether @p entry is a link to something else, of whatever kind the system has.
 bool isLink(const QFileInfo &entry);
+
+/// Whether @p name, in any case, is that of a folder that Windows keeps for itself at the root of every disk.
+bool isWindowsOwn(const QString &name);

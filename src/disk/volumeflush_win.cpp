@@ -13,11 +13,6 @@
 
 namespace {
 
-const wchar_t *wide(const QString &text)
-{
-    return reinterpret_cast<const wchar_t *>(text.utf16());
-}
-
 /// Opens a file or a volume so that it can be flushed. A virus scanner or a viewer may keep a new file to itself for a
 /// moment: that is waited for.
 HANDLE openToFlush(const QString &nativePath)
@@ -96,8 +91,7 @@ QDateTime unflushedSince(const QString &path)
 bool isSystems(const QFileInfo &file, const QString &root)
 {
     const QString top = file.filePath().mid(root.size()).section(QLatin1Char('/'), 0, 0, QString::SectionSkipEmpty);
-    return top.compare(QLatin1String("System Volume Information"), Qt::CaseInsensitive) == 0 ||
-           top.compare(QLatin1String("$RECYCLE.BIN"), Qt::CaseInsensitive) == 0;
+    return isWindowsOwn(top);
 }
 
 /// What this run of the program has written there. A copy keeps the time at which its original was written, but not

@@ -30,7 +30,8 @@ bool isOnVolume(const QString &folder, const QString &volumeRoot)
 bool holdsFolder(const QString &outer, const QString &inner)
 {
     const QString wanted = realPath(outer);
-    // Compared as the system compares paths, with or without regard to case: it takes all that do not exist for the same.
+    // Compared as the system compares paths, with or without regard to case: it takes all that do not exist for the
+    // same.
     const auto isWanted = [&wanted](const QString &path) {
         return path == wanted || (QFileInfo::exists(path) && QFileInfo(path) == QFileInfo(wanted));
     };

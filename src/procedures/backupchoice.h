@@ -18,12 +18,13 @@ enum class DestinationFault
     HoldsOthers ///< it is, or holds, a folder that is not to be emptied
 };
 
-/// What speaks against emptying @p folder, chosen for a backup of @p player: that it lies on the player's own disk, holds
-/// that disk, or holds one of the folders @p keep.
+/// What speaks against emptying @p folder, chosen for a backup of @p player: that it lies on the player's own disk,
+/// holds that disk, or holds one of the folders @p keep.
 DestinationFault destinationFault(const QString &folder, const Player &player, const QStringList &keep);
 
-/// The folders of this PC that no backup may empty: the program's own and its data, the user's home, and the folders that
-/// the system keeps for the user's desktop, documents, music, pictures, videos and downloads. What lies in them is free.
+/// The folders of this PC that no backup may empty: the program's own and its data, the user's home, and the folders
+/// that the system keeps for the user's desktop, documents, music, pictures, videos and downloads. What lies in them is
+/// free.
 QStringList foldersToKeep();
 
 /// Whether @p folder is the root of a mounted volume. Its content can be deleted but not the folder itself.

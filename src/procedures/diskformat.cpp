@@ -44,7 +44,8 @@ FormatCommand runFormat(const QString &drive)
     process.start(program, arguments, QIODevice::ReadWrite);
     FormatCommand command;
     command.started = process.waitForStarted(kStartTimeoutMs);
-    // A question that "/Y" does not answer meets the end of its input, and the command ends; else it would wait for ever.
+    // A question that "/Y" does not answer meets the end of its input, and the command ends; else it would wait for
+    // ever.
     process.closeWriteChannel();
     command.ended = command.started && process.waitForFinished(-1);
     // Deliberate: what the command says and its exit code do not count. What it did shows on the disk.
@@ -59,10 +60,7 @@ QStringList erasableEntries(const Player &player)
     QStringList entries;
     const QStringList all = QDir(player.root()).entryList(kAllEntries, QDir::NoSort);
     for (const QString &entry : all) {
-        const bool systems = entry.startsWith(QLatin1Char('.')) ||
-                             entry.compare(QLatin1String("System Volume Information"), Qt::CaseInsensitive) == 0 ||
-                             entry.compare(QLatin1String("$RECYCLE.BIN"), Qt::CaseInsensitive) == 0;
-        if (!systems)
+        if (!entry.startsWith(QLatin1Char('.')) && !isWindowsOwn(entry))
             entries.append(entry);
     }
     return entries;
@@ -70,7 +68,7 @@ QStringList erasableEntries(const Player &player)
 
 } // namespace
 
-DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_drive(drive), m_player(drive) {}
+DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_player(drive) {}
 
 JobEnd DiskFormat::run()
 {
@@ -85,8 +83,8 @@ JobEnd DiskFormat::run()
 
 JobEnd DiskFormat::confirm()
 {
-    JobQuestion question = siOrNo(tr("Cancellazione Drive"),
-                                  tr("ATTENZIONE: Il drive ") + m_drive + tr(" verrà cancellato.\nVuoi continuare?"));
+    JobQuestion question = siOrNo(tr("Cancellazione Drive"), tr("ATTENZIONE: Il drive ") + m_player.root() +
+                                                                 tr(" verrà cancellato.\nVuoi continuare?"));
     question.standsAlone = true;
     return {m_view.ask(question) == JobAnswer::Yes ? JobEnd::Done : JobEnd::Refused};
 }
@@ -98,12 +96,12 @@ JobEnd DiskFormat::erase()
     m_view.setBarRange(0, 0);
     m_view.setBarValue(0);
     // The question may have stood open for long: whatever bears the drive's letter by now must not be erased.
-    if (Player::find().root() != m_drive || !m_player.isThere()) {
+    if (Player::find().root() != m_player.root() || !m_player.isThere()) {
         endWork();
         return {JobEnd::Failed};
     }
     m_before = erasableEntries(m_player);
-    const FormatCommand command = runFormat(m_drive.chopped(qMin(1, m_drive.size())));
+    const FormatCommand command = runFormat(m_player.root().chopped(1));
     m_begun = command.started;
     m_ranToItsEnd = command.ended;
     return {};

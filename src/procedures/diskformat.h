@@ -18,9 +18,9 @@ public:
     /// @p drive is the root of the volume with its closing slash ("E:/").
     DiskFormat(JobView &view, const QString &drive);
 
-    /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its end
-    /// or when something of what it had to erase is still there; stopped when the window is to close before the player is
-    /// back. None is told here.
+    /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its
+    /// end or when something of what it had to erase is still there; stopped when the window is to close before the
+    /// player is back. None is told here.
     JobEnd run();
 
     /// After run(): whether the command was started. The disk may be another one then, also after a failure.
@@ -35,7 +35,6 @@ private:
     void endWork();
 
     JobView &m_view;
-    QString m_drive;
     Player m_player;
     QStringList m_before; ///< what the format has to erase, by its name at the root
     bool m_begun = false;

@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr qint64 kFullPercent = 100;
 constexpr int kMostRequests = 4;
 
 /// The console lines are read while the program runs, also through a pipe.

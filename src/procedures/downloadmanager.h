@@ -12,19 +12,21 @@
 
 class QNetworkReply;
 
-/// Fetches files over HTTP, one after another, into the folder "Corvin" below the PC's temporary folder, and tells about
-/// each on standard output and standard error. Asynchronous: needs events to be processed while a download runs; whoever
-/// waits polls `done` and `percent`. A transfer that breaks off, or brings nothing for a minute, is taken up where it
-/// broke off, or from its start where the server does not let it; after four requests it has failed. A manager that is
-/// destroyed breaks its download off and leaves the file as far as it got.
+/// Fetches files over HTTP, one after another, into the folder "Corvin" below the PC's temporary folder, and tells
+/// about each on standard output and standard error. Asynchronous: needs events to be processed while a download runs;
+/// whoever waits polls `done` and `percent`. A transfer that breaks off, or brings nothing for a minute, is taken up
+/// where it broke off, or from its start where the server does not let it; after four requests it has failed. A manager
+/// that is destroyed breaks its download off and leaves the file as far as it got.
 ///
-/// The queue (append(), startNextDownload(), finished()) is there for outsiders: the program itself downloads one file a
-/// manager, by download().
+/// The queue (append(), startNextDownload(), finished()) is there for outsiders: the program itself downloads one file
+/// a manager, by download().
 class DownloadManager : public QObject
 {
     Q_OBJECT
 
 public:
+    static constexpr int kFullPercent = 100; ///< of a download of which everything has come
+
     explicit DownloadManager(QObject *parent = nullptr); ///< starts nothing
     ~DownloadManager() override;
 

@@ -9,10 +9,6 @@
 #include <QFileInfo>
 #include <QProcess>
 
-namespace {
-constexpr int kWaitMs = 200;
-}
-
 Extraction::Extraction(JobView &view, const QString &archive)
     : m_view(view), m_archive(archive), m_folder(QFileInfo(archive).absolutePath())
 {
@@ -38,14 +34,14 @@ JobEnd Extraction::runTool()
     tool.setStandardInputFile(QProcess::nullDevice());
     tool.start(program, arguments);
     const bool started = tool.waitForStarted(-1);
-    waitMs(kWaitMs);
+    waitMs(kLookMs);
     m_view.setBarRange(0, 0);
     m_view.setBarValue(0);
     while (started && !ended) {
         if (m_view.isStopped())
             tool.kill();
         m_view.paintBar();
-        waitMs(kWaitMs);
+        waitMs(kLookMs);
     }
     qDebug() << "unpackArchive :" << program << arguments.join(QStringLiteral(", ")) << tool.exitCode()
              << QString::fromUtf8(tool.readAll());

@@ -1,6 +1,9 @@
 #include "filedownload.h"
 
 #include "downloadmanager.h"
+#include "jobnotices.h"
+#include "operationtexts.h"
+#include "updateserver.h"
 
 #include "disk/tree.h"
 #include "disk/waitms.h"
@@ -8,8 +11,6 @@
 #include <QFileInfo>
 
 namespace {
-constexpr int kWaitMs = 200;
-constexpr int kFullPercent = 100;
 // Deliberate: the size alone tells a release from the page that a server sends instead of one.
 constexpr qint64 kSmallestRelease = 10000;
 } // namespace
@@ -50,18 +51,18 @@ JobEnd FileDownload::start()
 
 JobEnd FileDownload::waitForEnd()
 {
-    m_view.setBarRange(0, kFullPercent);
+    m_view.setBarRange(0, DownloadManager::kFullPercent);
     m_view.setBarValue(0);
     while (!m_manager->done) {
         m_view.setBarValue(m_manager->percent);
         if (m_view.isStopped())
             break;
-        waitMs(kWaitMs);
+        waitMs(kLookMs);
     }
-    m_view.setBarValue(kFullPercent);
+    m_view.setBarValue(DownloadManager::kFullPercent);
     m_view.paintBar();
     m_manager->disconnect();
-    waitMs(kWaitMs);
+    waitMs(kLookMs);
     return {};
 }
 
@@ -72,4 +73,18 @@ JobEnd FileDownload::judgeSize()
         return {JobEnd::Failed};
     m_path = saved.filePath();
     return {};
+}
+
+DownloadedArchive downloadArchive(JobView &view, const QString &serverPath)
+{
+    view.showStatus(operationText(TEXT_DOWNLOADING_RELEASE));
+    FileDownload job(view, updateServerUrl(serverPath), true);
+    const JobEnd end = job.run();
+    // Deliberate: after a STOP nothing is said, whatever has arrived.
+    if (view.isStopped())
+        return {{JobEnd::Stopped}, job.path()};
+    if (end.isDone() && job.hasAllArrived())
+        return {{}, job.path()};
+    tellDownloadError(view, DownloadFault::Download);
+    return {{JobEnd::Failed}, job.path()};
 }

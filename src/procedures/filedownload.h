@@ -24,8 +24,8 @@ public:
 
     /// After run(): the saved file's path; empty when it is too small or not there.
     QString path() const { return m_path; }
-    /// After run(): whether all of the file has come. The size alone says nothing of what a bad line has cut off, and of
-    /// a server that answered with a page of its own.
+    /// After run(): whether all of the file has come. The size alone says nothing of what a bad line has cut off, and
+    /// of a server that answered with a page of its own.
     bool hasAllArrived() const;
 
 private:
@@ -41,3 +41,14 @@ private:
     std::unique_ptr<DownloadManager> m_manager;
     QString m_path;
 };
+
+/// What downloadArchive() brought.
+struct DownloadedArchive
+{
+    JobEnd end;   ///< of the step
+    QString path; ///< of the archive; empty when there is none
+};
+
+/// The step of a job that downloads an archive, @p serverPath on the update server, into the emptied folder. Failed,
+/// and told by its box, when not all of it has come.
+DownloadedArchive downloadArchive(JobView &view, const QString &serverPath);

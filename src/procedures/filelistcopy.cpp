@@ -68,7 +68,7 @@ JobEnd FileListCopy::copyFiles()
         if (!makeFolders(destination)) {
             if (isPlayerGone())
                 return {JobEnd::Failed, kPlayerGone};
-            tellError(m_view);
+            m_view.tell(errorNotice());
             return {JobEnd::Failed, kMakingFolders};
         }
         const FileOutcome outcome = copyOne(m_sources.at(i), destination);
@@ -181,7 +181,7 @@ bool FileListCopy::mayReplace(const QString &destination)
 /// Asks whether to go on although the file at @p destination was not copied.
 bool FileListCopy::mayGoOnWithout(const QString &destination)
 {
-    // Deliberate: "yes to all" is the Cancel button, so that closing the box means it too.
+    // Deliberate: "yes to all" is the Cancel button, so that closing the box means it too; and the text lacks its "N".
     const JobAnswer answer = m_view.ask(
         {tr("Errore sulla copia"),
          tr("Il File\n") + QDir::cleanPath(destination) + tr("\non è stato copiato. Vuoi continuare a copiare?"),

@@ -23,12 +23,13 @@ public:
     FileListCopy(JobView &view, const QStringList &sources, const QString &destinationRoot, const QString &sourceRoot,
                  const Player &player = {});
 
-    /// The outcome is the last file's, save that the copy ends at once after STOP, after a "No" to going on, untold at the
-    /// step kPlayerGone where the player is gone, and, told by a box, at the step kMakingFolders where a folder could not
-    /// be made.
+    /// The outcome is the last file's, save that the copy ends at once after STOP, after a "No" to going on, untold at
+    /// the step kPlayerGone where the player is gone, and, told by a box, at the step kMakingFolders where a folder
+    /// could not be made.
     JobEnd run();
 
-    /// After run(): whether a file could not be copied. Not counted are those that the user wanted to stay as they were.
+    /// After run(): whether a file could not be copied. Not counted are those that the user wanted to stay as they
+    /// were.
     bool hasMissingFiles() const { return m_filesAreMissing; }
 
 private:

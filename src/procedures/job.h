@@ -7,6 +7,9 @@
 
 #include <initializer_list>
 
+/// Between two looks of a job at something that works for it, in ms.
+inline constexpr int kLookMs = 200;
+
 /// A maintenance job that the window can run.
 class MaintenanceJob
 {

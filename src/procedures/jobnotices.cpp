@@ -16,15 +16,20 @@ struct Notices
 Player lookForPlayer(JobView &view)
 {
     view.showStatus(operationText(TEXT_LOOKING_FOR_DEVICE));
+    return lookForPlayerAgain(view);
+}
+
+Player lookForPlayerAgain(JobView &view)
+{
     Player player = Player::find();
     if (!player.isFound())
-        tellPlayerGone(view);
+        view.tell(playerGoneNotice());
     return player;
 }
 
-void tellPlayerGone(JobView &view)
+Notice playerGoneNotice()
 {
-    view.tell({Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
+    return {Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)};
 }
 
 JobQuestion siOrNo(const QString &title, const QString &text)
@@ -43,14 +48,15 @@ void tellEndOfSongCopy(JobView &view, const JobEnd &end)
         view.tell({Notice::Information, Notices::tr("Fatto"), Notices::tr("Fatto")});
 }
 
-void tellError(JobView &view)
+Notice errorNotice()
 {
-    view.tell({Notice::Information, Notices::tr("ERRORE"), Notices::tr("ERRORE")});
+    return {Notice::Information, Notices::tr("ERRORE"), Notices::tr("ERRORE")};
 }
 
 /// Deliberate: the same text whatever the code, and a blank before the comma of the title.
-void tellDownloadError(JobView &view, int code)
+void tellDownloadError(JobView &view, DownloadFault fault)
 {
+    const int code = static_cast<int>(fault);
     view.tell({Notice::Critical, operationText(TEXT_DOWNLOAD_ERROR_TITLE) + Notices::tr(", Cod %1").arg(code),
                operationText(TEXT_DOWNLOAD_ERROR)});
 }

@@ -10,8 +10,11 @@
 /// Looks for the player with a word in the status line, and tells the user when there is none.
 Player lookForPlayer(JobView &view);
 
+/// The same without the word: when a dialog may have stood open for long.
+Player lookForPlayerAgain(JobView &view);
+
 /// The box for a player that is not there, or is there no more.
-void tellPlayerGone(JobView &view);
+Notice playerGoneNotice();
 
 /// A question with the buttons "Si", which Enter presses, and "No".
 JobQuestion siOrNo(const QString &title, const QString &text);
@@ -21,7 +24,15 @@ JobQuestion siOrNo(const QString &title, const QString &text);
 void tellEndOfSongCopy(JobView &view, const JobEnd &end);
 
 /// The box that says no more than that something is wrong.
-void tellError(JobView &view);
+Notice errorNotice();
 
-/// The box for a download, an unpacking or a copy that failed: 1, 2 or 3.
-void tellDownloadError(JobView &view, int code);
+/// What of an update, or of the system's archive, has failed: the number that the user is told.
+enum class DownloadFault
+{
+    Download = 1,
+    Unpacking = 2,
+    Copy = 3
+};
+
+/// The box for it.
+void tellDownloadError(JobView &view, DownloadFault fault);

@@ -1,24 +1,21 @@
 #include "keptplaylists.h"
 
+#include "device/devicecase.h"
+#include "disk/diskcalls.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
 
-/// The folders in @p folder named @p name in any case: more than one only where case counts.
+/// The folders in @p folder named @p name in any case, no links.
 QStringList foldersNamed(const QString &folder, const QString &name)
 {
-    QStringList found;
-    const QFileInfoList entries = QDir(folder).entryInfoList(kAllEntries, QDir::Name);
-    for (const QFileInfo &entry : entries) {
-        if (entry.fileName().compare(name, Qt::CaseInsensitive) == 0 && entry.isDir() && !isLink(entry))
-            found.append(entry.filePath());
-    }
+    QStringList found = entriesNamed(folder, name);
+    const auto isNoFolder = [](const QString &path) { return !QFileInfo(path).isDir() || isLink(QFileInfo(path)); };
+    found.erase(std::remove_if(found.begin(), found.end(), isNoFolder), found.end());
     return found;
 }
 

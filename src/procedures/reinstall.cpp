@@ -1,5 +1,6 @@
 #include "reinstall.h"
 
+#include "backupchoice.h"
 #include "diskformat.h"
 #include "downloadmanager.h"
 #include "extraction.h"
@@ -23,14 +24,10 @@
 
 namespace {
 
-constexpr int kCodeDownload = 1;
-
 /// Whether one of the folders lies in the other, or they are the same.
 bool overlap(const QString &one, const QString &other)
 {
-    const QString first = QFileInfo(one).canonicalFilePath() + QLatin1Char('/');
-    const QString second = QFileInfo(other).canonicalFilePath() + QLatin1Char('/');
-    return first.startsWith(second, Qt::CaseInsensitive) || second.startsWith(first, Qt::CaseInsensitive);
+    return holdsFolder(one, other) || holdsFolder(other, one);
 }
 
 } // namespace
@@ -104,7 +101,7 @@ JobEnd Reinstall::chooseBackupFolder()
     QDir().mkpath(DownloadManager::downloadFolder());
     if (!overlap(m_backup, DownloadManager::downloadFolder()))
         return {};
-    tellError(m_view);
+    m_view.tell(errorNotice());
     return {JobEnd::Failed};
 }
 
@@ -124,16 +121,9 @@ JobEnd Reinstall::saveSongs()
 
 JobEnd Reinstall::download()
 {
-    m_view.showStatus(operationText(TEXT_DOWNLOADING_RELEASE));
-    FileDownload job(m_view, updateServerUrl(kSystemArchivePath), true);
-    const JobEnd end = job.run();
-    m_archive = job.path();
-    if (m_view.isStopped())
-        return {JobEnd::Stopped};
-    if (end.isDone() && job.hasAllArrived())
-        return {};
-    tellDownloadError(m_view, kCodeDownload);
-    return {JobEnd::Failed};
+    const DownloadedArchive downloaded = downloadArchive(m_view, kSystemArchivePath);
+    m_archive = downloaded.path;
+    return downloaded.end;
 }
 
 JobEnd Reinstall::unpack()
@@ -148,7 +138,7 @@ JobEnd Reinstall::unpack()
     // The player is only touched for a system that is really there, not for a part of one that would never start.
     if (job.hasAllUnpacked() && holdsWholeSystem(m_unpackedFolder) && !holdsRivalProgram(m_unpackedFolder))
         return {};
-    tellError(m_view);
+    m_view.tell(errorNotice());
     return {JobEnd::Failed};
 }
 
@@ -167,9 +157,10 @@ JobEnd Reinstall::keepPlaylists()
         return end;
     if (!m_player.isThere())
         return playerGone();
-    return failed({Notice::Information, tr("ERRORE"), tr("ERRORE"),
-                   tr("Non è stato possibile salvare le playlist sul PC.\n"
-                      "Il sistema operativo di Corvin non è stato modificato.")});
+    Notice notice = errorNotice();
+    notice.informativeText = tr("Non è stato possibile salvare le playlist sul PC.\n"
+                                "Il sistema operativo di Corvin non è stato modificato.");
+    return failed(notice);
 }
 
 JobEnd Reinstall::format()
@@ -204,7 +195,7 @@ JobEnd Reinstall::install()
     if (!end.isDone() && !m_systemLost && !m_player.isThere())
         return playerGone();
     if (!end.isDone()) {
-        JobEnd told = failed({Notice::Information, tr("ERRORE"), tr("ERRORE")});
+        JobEnd told = failed(errorNotice());
         if (!m_whole)
             told.step = kFinishing;
         return told;
@@ -235,7 +226,8 @@ JobEnd Reinstall::finish()
         return failed({Notice::Critical, tr("ERRORE"), unexpectedEnd()});
     const bool stopped = m_view.isStopped();
     // From here on the songs are on the player; only a failed update is a reason to name the backup still.
-    // The system is installed whether or not the update comes: its failure has its own box, and the closing one follows.
+    // Deliberate: an update that fails is told by its own box, and the closing one, that all is installed, still
+    // follows.
     if (stopped || SystemUpdate(m_view, false).run().isDone() || m_view.isStopped())
         m_songsOnPcAlone = false;
     removeTree(DownloadManager::downloadFolder());

@@ -1,6 +1,7 @@
 // The reinstallation's chapter of what it tells the user at its end.
 #include "reinstall.h"
 
+#include "jobnotices.h"
 #include "operationtexts.h"
 
 #include <QDir>
@@ -8,8 +9,7 @@
 
 JobEnd Reinstall::playerGone()
 {
-    return failed(
-        {Notice::Information, operationText(TEXT_DEVICE_NOT_FOUND_TITLE), operationText(TEXT_DEVICE_NOT_FOUND)});
+    return failed(playerGoneNotice());
 }
 
 /// The end of a step that went wrong: told, unless it was STOP that ended it.
@@ -40,8 +40,8 @@ void Reinstall::tell(Notice notice)
     m_view.tell(notice);
 }
 
-/// What cannot stay unsaid after a STOP: else the user is left with a player that does not start, or does not know where
-/// the songs or the playlists are.
+/// What cannot stay unsaid after a STOP: else the user is left with a player that does not start, or does not know
+/// where the songs or the playlists are.
 void Reinstall::tellStopped()
 {
     if (m_songsOnPcAlone)

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Up to here a backup starts without a question about the number of files.
+/// Deliberate: up to here a backup starts without a question about the number of files.
 constexpr int kFilesWithoutQuestion = 1000;
 
 bool holdsAnything(const QString &folder)
@@ -70,9 +70,7 @@ JobEnd SongBackup::chooseFolder()
 /// The folder dialog may have stood open for long: for a player that is gone no old backup is emptied.
 JobEnd SongBackup::findPlayerAgain()
 {
-    m_player = Player::find();
-    if (!m_player.isFound())
-        tellPlayerGone(m_view);
+    m_player = lookForPlayerAgain(m_view);
     return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
 }
 
@@ -165,8 +163,7 @@ JobEnd SongBackup::dropOldContent()
 JobEnd SongBackup::copySongs()
 {
     m_view.showStatus(operationText(TEXT_BACKING_UP));
-    FileListCopy copy(m_view, m_files, m_destination + QDir::separator(), m_player.root(), m_player);
-    return copy.run();
+    return copyToDestination(m_files);
 }
 
 JobEnd SongBackup::copyOtherFiles()
@@ -182,6 +179,11 @@ JobEnd SongBackup::copyOtherFiles()
         });
     if (!complete || !m_player.isThere())
         return {JobEnd::Failed};
+    return copyToDestination(files);
+}
+
+JobEnd SongBackup::copyToDestination(const QStringList &files)
+{
     return FileListCopy(m_view, files, m_destination + QDir::separator(), m_player.root(), m_player).run();
 }
 

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
+
 #include <memory>
 
 enum class DestinationFault;
@@ -28,8 +29,8 @@ public:
     /// ends. Its end is not told, save by boxes about the folder.
     JobEnd save(const Player &player, const QString &destination);
 
-    /// The same, and in a second pass whatever else on the player is not its system: before its disk is erased. What could not
-    /// be copied is told file by file alone: see isBackupComplete().
+    /// The same, and in a second pass whatever else on the player is not its system: before its disk is erased. What
+    /// could not be copied is told file by file alone: see isBackupComplete().
     JobEnd saveEverything(const Player &player, const QString &destination);
 
 private:
@@ -47,6 +48,7 @@ private:
     JobEnd dropOldContent();
     JobEnd copySongs();
     JobEnd copyOtherFiles();
+    JobEnd copyToDestination(const QStringList &files);
 
     JobEnd refuseFolder(const QString &why);
     static QString reasonAgainst(DestinationFault fault);

@@ -1,5 +1,7 @@
 #include "songlist.h"
 
+#include "disk/diskcalls.h"
+#include "disk/filecopy.h"
 #include "disk/tree.h"
 
 #include <QSet>
@@ -13,6 +15,11 @@ bool isBelow(const QString &path, QLatin1String folder)
 {
     return path.size() > folder.size() && path.at(folder.size()) == QLatin1Char('/') &&
            path.startsWith(folder, Qt::CaseInsensitive);
+}
+
+bool isRealFolder(const QFileInfo &entry)
+{
+    return entry.isDir() && !isLink(entry);
 }
 
 /// Whether it is part of the player's system, or of what a PC keeps on every disk.
@@ -42,12 +49,22 @@ bool visitSongs(const Player &player, const std::function<bool()> &goOn,
                 const std::function<bool(const QFileInfo &)> &visit)
 {
     const auto visitSong = [&](const QFileInfo &entry) {
-        return goOn() && (isSystemPart(entry.filePath(), player) || visit(entry));
+        const QString path = entry.filePath();
+        if (!goOn())
+            return false;
+        // Entries come whatever their name: a folder that cannot be listed would pass for an empty one.
+        if (isRealFolder(entry) && !isSystemPart(path + QLatin1Char('/'), player) && !isListable(path))
+            return false;
+        return isSystemPart(path, player) || !entry.fileName().contains(QLatin1Char('.')) || visit(entry);
     };
-    const auto visitPlaylist = [&](const QFileInfo &entry) { return goOn() && visit(entry); };
+    const auto visitPlaylist = [&](const QFileInfo &entry) {
+        return goOn() && (!isRealFolder(entry) || isListable(entry.filePath())) && visit(entry);
+    };
     // Of the player's system its playlists alone are the user's.
-    return walkTree({player.root(), kSongEntries, songNames()}, visitSong) &&
-           walkTree({player.path(kPlaylistFolder), kSongEntries | QDir::Hidden | QDir::System}, visitPlaylist);
+    const QString playlists = player.path(kPlaylistFolder);
+    return isListable(player.root()) && walkTree({player.root(), kSongEntries}, visitSong) &&
+           (!QFileInfo::exists(playlists) || isListable(playlists)) &&
+           walkTree({playlists, kSongEntries | QDir::Hidden | QDir::System}, visitPlaylist);
 }
 
 bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
@@ -62,23 +79,25 @@ bool visitOtherFiles(const Player &player, const std::function<bool()> &goOn,
         const QString path = player.relativePath(entry.filePath());
         if (!goOn())
             return false;
-        if (entry.isDir() && !isLink(entry))
+        if (isRealFolder(entry))
             return isNobodys(path + QLatin1Char('/')) || isListable(entry.filePath());
         return !entry.isFile() || songs.contains(entry.filePath()) || isNobodys(path) || visit(entry);
     };
-    return visitSongs(player, goOn, note) && isListable(player.root()) && walkTree({player.root()}, visitOther);
+    return visitSongs(player, goOn, note) && walkTree({player.root()}, visitOther);
 }
 
 bool staysInBackup(const QString &path)
 {
+    const int slash = path.indexOf(QLatin1Char('/'));
     return isBelow(path, PlayerNames::kUpdate) || isBelow(path, PlayerNames::kUnfinishedUpdate) ||
-           isBelow(path, QLatin1String("System Volume Information")) || isBelow(path, QLatin1String("$RECYCLE.BIN"));
+           (slash > 0 && isWindowsOwn(path.left(slash)));
 }
 
 bool isBackupComplete(const QString &backup, const Player &player, const std::function<bool()> &goOn)
 {
     const auto isSaved = [&](const QFileInfo &entry) {
-        if (entry.isDir())
+        // The copy of what another copy has left may have been in the way of the next.
+        if (entry.isDir() || isUnfinishedCopy(entry.fileName()))
             return true;
         const QFileInfo saved(backup + QLatin1Char('/') + player.relativePath(entry.filePath()));
         return saved.isFile() && saved.size() == entry.size();

@@ -52,9 +52,7 @@ JobEnd SongRestore::chooseFolder()
 /// The folder dialog may have stood open for long.
 JobEnd SongRestore::findPlayerAgain()
 {
-    m_player = Player::find();
-    if (!m_player.isFound())
-        tellPlayerGone(m_view);
+    m_player = lookForPlayerAgain(m_view);
     return {m_player.isFound() ? JobEnd::Done : JobEnd::Refused};
 }
 
@@ -72,7 +70,7 @@ JobEnd SongRestore::listSongs()
     const auto goOn = [this] { return !m_view.isStopped(); };
     m_files = listTree({m_source, kSongEntries, songNames()}, goOn);
     if (m_everything)
-        removeWhatStays(m_files);
+        m_files = withoutWhatStays(m_files);
     return {};
 }
 
@@ -94,20 +92,20 @@ JobEnd SongRestore::copyOtherFiles()
     others.erase(
         std::remove_if(others.begin(), others.end(), [&songs](const QString &path) { return songs.contains(path); }),
         others.end());
-    removeWhatStays(others);
-    FileListCopy copy(m_view, others, m_player.root(), m_source, m_player);
+    FileListCopy copy(m_view, withoutWhatStays(others), m_player.root(), m_source, m_player);
     const JobEnd end = copy.run();
     // The user has seen a box for each, but not where the only copy of the file is now.
     const bool whole = !m_filesAreMissing && !copy.hasMissingFiles();
     return end.isDone() && !whole ? JobEnd{JobEnd::Failed} : end;
 }
 
-/// Takes the paths out that are not brought back.
-void SongRestore::removeWhatStays(QStringList &paths) const
+/// The paths of those that are brought back.
+QStringList SongRestore::withoutWhatStays(QStringList paths) const
 {
     const int below = m_source.size() + 1;
     const auto stays = [below](const QString &path) { return staysInBackup(path.mid(below)); };
     paths.erase(std::remove_if(paths.begin(), paths.end(), stays), paths.end());
+    return paths;
 }
 
 JobEnd SongRestore::flushPlayer()

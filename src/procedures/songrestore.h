@@ -19,8 +19,8 @@ public:
     /// The whole procedure: looks for the player, lets the user choose the folder, copies, and tells how it ended.
     JobEnd run() override;
 
-    /// The copy alone, from @p source (absolute), a folder that holds all that the player held, to @p player: hidden files
-    /// and names without a dot too, in a second pass, but no update that waited for the player's next start.
+    /// The copy alone, from @p source (absolute), a folder that holds all that the player held, to @p player: hidden
+    /// files and names without a dot too, in a second pass, but no update that waited for the player's next start.
     /// Failed also when a file could not be copied, and when the player is gone at the end. Its end is not told.
     JobEnd bringBack(const QString &source, const Player &player);
 
@@ -35,7 +35,7 @@ private:
     JobEnd copySongs();
     JobEnd copyOtherFiles();
     JobEnd flushPlayer();
-    void removeWhatStays(QStringList &paths) const;
+    QStringList withoutWhatStays(QStringList paths) const;
 
     JobView &m_view;
     Player m_player;

@@ -4,27 +4,15 @@
 #include "systemattributes.h"
 #include "unpackedfolder.h"
 
+#include "device/devicecase.h"
 #include "disk/tree.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
-
-/// The entries at the player's root named @p name, however the volume spells it: more than one only where case counts.
-QStringList rootEntries(const Player &player, QLatin1String name)
-{
-    QStringList found;
-    const QStringList entries = QDir(player.root()).entryList(kAllEntries, QDir::Name);
-    for (const QString &entry : entries) {
-        if (entry.compare(name, Qt::CaseInsensitive) == 0)
-            found.append(player.root() + entry);
-    }
-    return found;
-}
 
 bool writeFile(const QString &path, const QByteArray &content)
 {
@@ -52,21 +40,25 @@ JobEnd SystemTransfer::removeOldSystem()
 {
     QStringList folders;
     for (const QLatin1String name : {PlayerNames::kSystem, PlayerNames::kBridges, PlayerNames::kEffects})
-        folders += rootEntries(m_player, name);
+        folders += entriesNamed(m_player.root(), name);
     QStringList old;
     for (const QString &folder : qAsConst(folders))
         old += listTree({folder});
     for (const QString &folder : qAsConst(folders)) {
         // The path of a player that was pulled meanwhile may by now be a folder of the PC.
-        if (m_player.isThere() && removeTree(folder))
-            continue;
-        m_begun = !std::all_of(old.begin(), old.end(), [](const QString &path) { return QFileInfo::exists(path); });
-        return {JobEnd::Failed};
+        if (!m_player.isThere())
+            return {JobEnd::Failed};
+        if (!removeTree(folder)) {
+            m_begun = m_begun ||
+                      !std::all_of(old.begin(), old.end(), [](const QString &path) { return QFileInfo::exists(path); });
+            return {JobEnd::Failed};
+        }
+        m_begun = true;
     }
     if (!m_player.isThere())
         return {JobEnd::Failed};
     m_begun = true;
-    const QStringList startScripts = rootEntries(m_player, PlayerNames::kStartScript);
+    const QStringList startScripts = entriesNamed(m_player.root(), PlayerNames::kStartScript);
     for (const QString &file : startScripts)
         removeFile(file);
     return {};
@@ -74,10 +66,7 @@ JobEnd SystemTransfer::removeOldSystem()
 
 JobEnd SystemTransfer::copyNewSystem()
 {
-    QStringList files = listTree({m_unpackedFolder,
-                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                  {QStringLiteral("*.*")}});
-    files.sort(Qt::CaseSensitive);
+    const QStringList files = systemEntries(m_unpackedFolder);
     // The root ends in a slash, so the one between the unpacked folder and its content is cut off too.
     const JobEnd end =
         FileListCopy(m_view, files, m_player.root(), m_unpackedFolder + QLatin1Char('/'), m_player).run();

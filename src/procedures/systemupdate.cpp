@@ -18,10 +18,6 @@
 
 namespace {
 
-constexpr int kCodeDownload = 1;
-constexpr int kCodeUnpack = 2;
-constexpr int kCodeCopy = 3;
-
 /// Gives the folder @p path the name @p name, which is a path as well.
 bool giveName(const QString &path, const QString &name)
 {
@@ -51,17 +47,9 @@ JobEnd SystemUpdate::findPlayer()
 
 JobEnd SystemUpdate::download()
 {
-    m_view.showStatus(operationText(TEXT_DOWNLOADING_RELEASE));
-    FileDownload job(m_view, updateServerUrl(kUpdateArchivePath), true);
-    const JobEnd end = job.run();
-    m_archive = job.path();
-    // Deliberate: after a STOP nothing is said, whatever has arrived.
-    if (m_view.isStopped())
-        return {JobEnd::Stopped};
-    if (end.isDone() && job.hasAllArrived())
-        return {};
-    tellDownloadError(m_view, kCodeDownload);
-    return {JobEnd::Failed};
+    const DownloadedArchive downloaded = downloadArchive(m_view, kUpdateArchivePath);
+    m_archive = downloaded.path;
+    return downloaded.end;
 }
 
 JobEnd SystemUpdate::unpack()
@@ -74,7 +62,7 @@ JobEnd SystemUpdate::unpack()
     m_unpacked = resolveDevicePath(folder, PlayerNames::kUpdate);
     if (job.hasAllUnpacked() && !holdsRivalProgram(folder) && holdsSystemFiles(m_unpacked))
         return {};
-    tellDownloadError(m_view, kCodeUnpack);
+    tellDownloadError(m_view, DownloadFault::Unpacking);
     return {JobEnd::Failed};
 }
 
@@ -88,7 +76,7 @@ JobEnd SystemUpdate::copy()
     const bool flushed = copied ? m_player.flush() : flushUntilStopped();
     if (copied && flushed)
         return {};
-    tellDownloadError(m_view, kCodeCopy);
+    tellDownloadError(m_view, DownloadFault::Copy);
     removeTree(DownloadManager::downloadFolder());
     return {JobEnd::Failed};
 }
@@ -99,10 +87,7 @@ bool SystemUpdate::copyToPlayer()
 {
     if (!removeOldUpdate())
         return false;
-    QStringList files = listTree({m_unpacked,
-                                  QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                  {QStringLiteral("*.*")}});
-    files.sort(Qt::CaseSensitive);
+    const QStringList files = systemEntries(m_unpacked);
     const QString unfinished = m_player.root() + PlayerNames::kUnfinishedUpdate;
     const bool copied = FileListCopy(m_view, files, unfinished, m_unpacked, m_player).run().isDone();
     if (!copied || m_view.isStopped() || !areWholeAt(unfinished, files, m_unpacked))
@@ -130,7 +115,7 @@ bool SystemUpdate::removeOldUpdate()
     if (removed && (QFileInfo::exists(old) || QFileInfo(old).isSymLink()))
         removed = QFileInfo(old).isDir() && giveName(old, unfinished) && removeTree(unfinished);
     if (!removed)
-        tellError(m_view);
+        m_view.tell(errorNotice());
     return removed;
 }
 

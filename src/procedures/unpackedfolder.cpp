@@ -46,6 +46,15 @@ bool holdsRivalProgram(const QString &folder)
     });
 }
 
+QStringList systemEntries(const QString &folder)
+{
+    QStringList entries = listTree({folder,
+                                    QDir::Dirs | QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                    {QStringLiteral("*.*")}});
+    entries.sort(Qt::CaseSensitive);
+    return entries;
+}
+
 bool holdsSystemFiles(const QString &folder)
 {
     // The walk ends at the first one.

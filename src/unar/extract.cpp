@@ -38,8 +38,8 @@ std::string entryName(archive_entry *entry)
 
 bool openArchive(archive *reader, const fs::path &path)
 {
-    // Not all that the library knows: a plain text in "mtree" form would pass for an archive of empty files, an empty file
-    // for an archive of none, and some filters run programs of the PC.
+    // Not all that the library knows: a plain text in "mtree" form would pass for an archive of empty files, an empty
+    // file for an archive of none, and some filters run programs of the PC.
     for (const auto support :
          {archive_read_support_filter_gzip, archive_read_support_filter_bzip2, archive_read_support_filter_xz,
           archive_read_support_filter_lzma, archive_read_support_format_zip, archive_read_support_format_tar,

@@ -75,7 +75,8 @@ private slots:
     }
 
     void driveFilterAcceptsByTheRowsOwnName() {
-        // A top row is its own top-level ancestor; below another drive such a row is accepted but its drive is not shown.
+        // A top row is its own top-level ancestor; below another drive such a row is accepted but its drive is not
+        // shown.
         Pc pc;
         pc.item(0)->appendRow(node("CORVIN4 copy"_s));
         Corvin4DriveFilter filter;

@@ -1,3 +1,4 @@
+#include "disk/diskcalls.h"
 #include "disk/tree.h"
 
 #include "support/files.h"

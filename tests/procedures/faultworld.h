@@ -20,8 +20,8 @@ enum class Work
 /// Whether all work can be tried on this machine: it needs real volumes. When not, @p why says what is missing.
 bool canTryFaults(QString *why);
 
-/// What the work is done on. Made before the PC's temporary folder, which lies on a small disk of its own, so that it can
-/// be filled.
+/// What the work is done on. Made before the PC's temporary folder, which lies on a small disk of its own, so that it
+/// can be filled.
 struct FaultDisks
 {
     FaultDisks();
@@ -43,8 +43,8 @@ public:
 
     /// Does the whole work, from the click to the last box.
     void doWork();
-    /// Does something once, when the status line begins with a text and the bar counts at least @p value. Fails the test
-    /// when that moment does not come.
+    /// Does something once, when the status line begins with a text and the bar counts at least @p value. Fails the
+    /// test when that moment does not come.
     void when(const QString &status, int value, const std::function<void()> &action);
     /// As when(), but the moment need not come.
     void whenever(const QString &status, int value, const std::function<void()> &action);
@@ -63,10 +63,10 @@ public:
     /// Holds the lock that another window of the program holds while it works.
     void workElsewhere();
 
-    /// Fails the test for each thing that is lost: a file of the user's (by content) that is neither on the player nor in
-    /// a folder that a box or the result page has named; a file of the PC's own that changed; something written where
-    /// the player was mounted; a player's system that is neither the old nor the new one, whole, without a box that says
-    /// so; half an update; a window that does not rest.
+    /// Fails the test for each thing that is lost: a file of the user's (by content) that is neither on the player nor
+    /// in a folder that a box or the result page has named; a file of the PC's own that changed; something written
+    /// where the player was mounted; a player's system that is neither the old nor the new one, whole, without a box
+    /// that says so; half an update; a window that does not rest.
     void expectNothingLost();
 
     bool wasPulled = false;

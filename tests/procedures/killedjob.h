@@ -62,7 +62,8 @@ inline bool optimiseInChild() {
     return page.failCode == Ottimizza::Success;
 }
 
-/// Returns the child's exit code and prints how long the job took from where kills are counted, 0 if it did not get there.
+/// Returns the child's exit code and prints how long the job took from where kills are counted, 0 if it did not get
+/// there.
 inline int workInChild() {
     setDataFolder(qEnvironmentVariable("CORVIN_TEST_DATA"));
     const QString job = qEnvironmentVariable("CORVIN_TEST_JOB");

@@ -20,7 +20,8 @@ void PlayerDisk::addFormatCommand(ProgramFolder &programs, const QString &record
     QString lines =
         "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
         "printf '%s\\n' \"$@\" > '%1'\n"
-        "umount \"$3\" && for once in $(seq 50); do mkfs.exfat -L CORVIN4 %2 && break; sleep 0.1; done\n"
+        "for once in $(seq 50); do umount \"$3\" && break; sleep 0.1; done\n"
+        "for once in $(seq 50); do mkfs.exfat -L CORVIN4 %2 && break; sleep 0.1; done\n"
         "mount.exfat-fuse %2 \"$3\" && echo CORVIN4 > \"$3/.windows-label\"\n"_s.arg(recordTo, volume->device());
     if (!inTheWay.isEmpty())
         lines += "echo > \"$3/%1\"\n"_s.arg(inTheWay);

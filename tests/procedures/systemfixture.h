@@ -46,7 +46,8 @@ inline constexpr char kReinstallRestoring[] = "reinstallOpSysAndRestoreSongs";
 /// Entries of an archive: name inside it (forward slashes, a closing one for a folder) and content.
 using Entries = QMap<QString, QByteArray>;
 
-/// The entries as a zip of at least @p leastBytes bytes; what is missing goes into an entry "filler.bin" in @p fillerIn.
+/// The entries as a zip of at least @p leastBytes bytes; what is missing goes into an entry "filler.bin" in the folder
+/// @p fillerIn.
 QByteArray zipOf(const Entries &entries, const QString &fillerIn = QString(), int leastBytes = 0);
 
 /// Bytes that do not repeat, the same in every run.
@@ -186,9 +187,9 @@ public:
     /// Unpacking only ends when it is stopped.
     void useSlowTool() { programs.addStandIn("unar"_s, {Does::waitForever()}); }
 
-    /// Runs a procedure while these boxes come and no others, in this order. With @p folder that folder is chosen once (an
-    /// empty one cancels), without it no choice is offered. Each box of a title that always has the same text has it, and
-    /// afterwards the window is at rest.
+    /// Runs a procedure while these boxes come and no others, in this order. With @p folder that folder is chosen once
+    /// (an empty one cancels), without it no choice is offered. Each box of a title that always has the same text has
+    /// it, and afterwards the window is at rest.
     void run(const char *slot, const QList<Answer> &answers = {}, const std::optional<QString> &folder = {});
     /// The same with the folder for a backup where the procedure asks for one, answering each box so that it goes on.
     void runThrough(const QByteArray &slot, const QStringList &titles);

@@ -1,6 +1,9 @@
+#include "procedures/songbackup.h"
 #include "procedures/songlist.h"
 
+#include "support/boxtexts.h"
 #include "support/files.h"
+#include "support/jobrecorder.h"
 #include "support/limits.h"
 #include "support/simulatedplayer.h"
 #include "support/testing.h"
@@ -26,6 +29,10 @@ private slots:
         row("song in a hidden folder", words(".old/b.mid"), whole, false, false);
         row("song in a folder named like the system's", QStringList{"My Songs/Effects/b.mp3"_s}, whole, false, false);
         row("start script further down", QStringList{"My Songs/autoexec.bat"_s}, whole, false, false);
+        row("what a killed copy has left", QStringList{"My Songs/corvin4-copy0.tmp"_s, "corvin4-copy99.tmp"_s}, whole,
+            false, true);
+        row("name like that", QStringList{"My Songs/corvin4-copy.tmp"_s}, whole, false, false);
+        row("song of a name like that", QStringList{"My Songs/corvin4-copy0.tmp.mid"_s}, whole, false, false);
         row("stop", QStringList(), whole, true, false);
     }
     void everySongAndPlaylistIsExpectedInItsSize() {
@@ -42,6 +49,63 @@ private slots:
         for (const QString &file : more)
             player.addFile(file);
         QTEST(isBackupComplete(backup.path(), Player(player.root()), [abort] { return !abort; }), "complete");
+    }
+
+    void playerWithWhatAKilledCopyHasLeftCanBeSaved() {
+        SimulatedPlayer player;
+        PcFolder pc;
+        player.addFile("My Songs/corvin4-copy0.tmp"_s, "half");
+        for (int i = 0; i < 20; ++i)
+            player.addFile("My Songs/%1.mid"_s.arg(i));
+        JobRecorder view;
+        const Player found(player.root());
+        QVERIFY(SongBackup(view).saveEverything(found, pc.addFolder("backup"_s)).isDone());
+        QVERIFY(isBackupComplete(pc.path("backup"_s), found, [] { return true; }));
+    }
+
+    void folderThatCannotBeListedIsNoBackupAndTheOldOneStays() {
+#ifdef Q_OS_UNIX
+        SimulatedPlayer player;
+        PcFolder pc;
+        player.addFile("My Songs/a.mid"_s);
+        const QString folder = player.addFolder("My Songs/faulty"_s);
+        pc.addFile("backup/old.mid"_s);
+        QVERIFY(QFile::setPermissions(folder, {}));
+        // The way there, and the PC, are another one's too.
+        for (const QString &path : {player.root(), player.path("My Songs"_s), pc.path(), pc.path("backup"_s)})
+            QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x7777)));
+        JobRecorder view;
+        view.answers = {{ Titles::kBackupNotEmpty, JobAnswer::Yes }};
+        std::optional<NoRoot> nobody(std::in_place);
+        const JobEnd end = SongBackup(view).save(Player(player.root()), pc.path("backup"_s));
+        nobody.reset();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(int(end.kind), int(JobEnd::Failed));
+        QCOMPARE(pc.files(), words("backup/old.mid"));
+#else
+        QSKIP("Every folder can be listed here");
+#endif
+    }
+
+    void folderOfTheSystemThatCannotBeListedKeepsNoSongFromBeingSaved() {
+#ifdef Q_OS_UNIX
+        SimulatedPlayer player;
+        PcFolder pc;
+        player.addFile("a.mid"_s);
+        const QString folder = player.addFolder("System/faulty"_s);
+        QVERIFY(QFile::setPermissions(folder, {}));
+        for (const QString &path : {player.root(), player.path("System"_s), pc.path(), pc.addFolder("backup"_s)})
+            QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x7777)));
+        JobRecorder view;
+        std::optional<NoRoot> nobody(std::in_place);
+        const JobEnd end = SongBackup(view).save(Player(player.root()), pc.path("backup"_s));
+        nobody.reset();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(end.isDone());
+        QCOMPARE(pc.files(), words("backup/a.mid"));
+#else
+        QSKIP("Every folder can be listed here");
+#endif
     }
 
     void folderThatCannotBeListedIsNoCompleteBackup() {

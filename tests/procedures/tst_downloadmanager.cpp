@@ -327,18 +327,6 @@ private slots:
         QVERIFY(d.manager.queue.isEmpty());
     }
 
-    void nextDownloadDoesNotStartByItself() {
-        Downloads d;
-        d.server.serve(kFile, "a");
-        d.manager.append(d.url(kFile));
-        d.manager.append(d.url(kOther));
-        d.manager.startNextDownload();
-        QTRY_VERIFY(d.manager.done);
-        QCoreApplication::processEvents();
-        QCOMPARE(d.manager.queue.size(), 1);
-        QCOMPARE(d.server.requests().size(), 1);
-    }
-
     void destroyedManagerBreaksItsDownloadOff() {
         Downloads d;
         d.server.serveStalled(kFile, noise(kSize), kSize / 2);

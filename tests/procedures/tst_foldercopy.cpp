@@ -144,8 +144,8 @@ private slots:
     }
 
     void answersDecideWhatIsCopied_data() {
-        // Files that exist already; those of the list, some missing ("?"); the boxes that come ("E" for one that exists,
-        // "F" for a failed copy) and their answers; the outcome; what then lies at the destination.
+        // Files that exist already; those of the list, some missing ("?"); the boxes that come ("E" for one that
+        // exists, "F" for a failed copy) and their answers; the outcome; what then lies at the destination.
         columns<QString, QString, QString, bool, QString>("old", "list", "boxes", "good", "after");
         row("conflict, yes", "a b"_s, "a b"_s, "E:Si E:Si"_s, true, "a=new b=new"_s);
         row("conflict, no", "a b"_s, "a b"_s, "E:No E:No"_s, true, "a=old b=old"_s);

@@ -26,8 +26,8 @@ struct FormatReinstall : Maintenance
             more.insert("System/many/%1.dat"_s.arg(i), "x");
         serveSystem(more);
     }
-    /// Runs a procedure with these boxes after its first question, which is agreed to, and with the backup folder that it
-    /// asks for.
+    /// Runs a procedure with these boxes after its first question, which is agreed to, and with the backup folder that
+    /// it asks for.
     void runAgreed(const QByteArray &procedure, const QList<Answer> &answers) {
         const QList<Answer> first = procedure == kClean ? QList<Answer>{Titles::kErase} : QList<Answer>();
         run(procedure.constData(), first + answers, procedure == kRestoring ? std::optional(backup) : std::nullopt);

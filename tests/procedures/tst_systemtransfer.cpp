@@ -1,6 +1,8 @@
 #include "systemfixture.h"
 
 #include "procedures/systemattributes.h"
+#include "procedures/systemtransfer.h"
+#include "support/jobrecorder.h"
 
 namespace {
 
@@ -123,6 +125,20 @@ private slots:
         QCOMPARE(attributeBatch(Player("/media/anna/CORVIN4/"_s)),
                  QByteArray("ATTRIB +H +S \\media\\anna\\CORVIN4\\System\n"
                             "ATTRIB +H +S \\media\\anna\\CORVIN4\\AUTOEXEC.BAT\n"));
+    }
+
+    void playerPulledWhileItsOldSystemIsListedHasLostNothing() {
+        Replacement transfer;
+        MOUNT_PLAYER(player, 16);
+        for (const auto *old : {"System/a.exe", "System/b.exe"})
+            putFile(player.path(QLatin1String(old)), "old");
+        JobRecorder view;
+        SystemTransfer job(view, Player(player.root()), transfer.pc.downloads());
+        bool pulled = false;
+        QTimer::singleShot(0, this, [&] { pulled = player.volume->pull(); });
+        QVERIFY(!job.run().isDone());
+        QVERIFY(pulled);
+        QVERIFY(!job.hasBegun());
     }
 
     void batchFileIsWrittenIntoTheUnpackedFolder() {

@@ -1,4 +1,5 @@
-// A text that tells the user to unplug the player comes when everything is on its disk, and not at all when that failed.
+// A text that tells the user to unplug the player comes when everything is on its disk, and not at all when that
+// failed.
 #include "systemfixture.h"
 
 #include "disk/volumeflush.h"

@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-// Files of a test. Paths are absolute with forward slashes; ".windows-label", which labels a folder that plays a volume,
-// is left out of every listing.
+// Files of a test. Paths are absolute with forward slashes; ".windows-label", which labels a folder that plays a
+// volume, is left out of every listing.
 
 /// The content of a file; empty when it cannot be read.
 QByteArray contentOf(const QString &path);

@@ -28,7 +28,8 @@ public:
     void serveCut(const QString &path, const QByteArray &content, int sent) {
         answer(path, {kOk, content.left(sent), content.size(), End::Close});
     }
-    /// The first @p sent bytes under the length of the whole, in two parts, then silence while the connection stays open.
+    /// The first @p sent bytes under the length of the whole, in two parts, then silence while the connection stays
+    /// open.
     void serveStalled(const QString &path, const QByteArray &content, int sent) {
         answer(path, {kOk, content.left(sent), content.size(), End::Silence});
     }
@@ -40,9 +41,9 @@ public:
     void serveUnderLength(const QString &path, const QByteArray &content, qint64 length) {
         answer(path, {kOk, content, length, End::Close});
     }
-    /// The whole file in as many answers as it takes: each brings at most @p bytesAnAnswer more and is then cut. What is
-    /// asked for is given from where it is asked for on, while @p mark, its "ETag", is the one that is asked about; with
-    /// an empty mark there are no ranges.
+    /// The whole file in as many answers as it takes: each brings at most @p bytesAnAnswer more and is then cut. What
+    /// is asked for is given from where it is asked for on, while @p mark, its "ETag", is the one that is asked about;
+    /// with an empty mark there are no ranges.
     void serveInParts(const QString &path, const QByteArray &content, int bytesAnAnswer, const QByteArray &mark) {
         Answer parts = {kOk, content, content.size(), End::Close};
         parts.bytesAnAnswer = bytesAnAnswer;

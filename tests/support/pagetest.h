@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/shared/sharedfonts.h"
+#include "forgottenboxes.h"
 #include "resources/resources.h"
 #include "widgets.h"
 
@@ -11,6 +12,7 @@
         QCoreApplication::setAttribute(Qt::AA_Use96Dpi);                                                               \
         loadResources();                                                                                               \
         registerEmbeddedFonts();                                                                                       \
+        const ForgottenBoxes forgottenBoxes;                                                                           \
         TestClass test;                                                                                                \
         QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
         return QTest::qExec(&test, argc, argv);                                                                        \

@@ -3,7 +3,8 @@
 #include "testing.h"
 
 /// A temporary folder that plays the player: while it is connected, the program's device look-up finds it as a volume
-/// with the given label; under Wine it is the removable drive E:. Paths given to the calls are relative to the player's root, with forward slashes.
+/// with the given label; under Wine it is the removable drive E:. Paths given to the calls are relative to the player's
+/// root, with forward slashes.
 class SimulatedPlayer
 {
 public:

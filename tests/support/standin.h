@@ -21,8 +21,8 @@
 ///
 /// Both waits end with kStandInFailed after ten minutes, so that nothing outlives a test for long.
 ///
-/// @p program is its own path. Returns the exit code: 0, what a verb says, or kStandInFailed with a word about it on the
-/// standard error output when something cannot be done.
+/// @p program is its own path. Returns the exit code: 0, what a verb says, or kStandInFailed with a word about it on
+/// the standard error output when something cannot be done.
 int standIn(const std::filesystem::path &program, const std::vector<std::filesystem::path> &arguments);
 
 constexpr int kStandInFailed = 99;

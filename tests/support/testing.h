@@ -1,6 +1,7 @@
 #pragma once
 
-// What every test begins with. Qt's headers come here once for all of them: they are compiled ahead (see cmake/Tests.cmake).
+// What every test begins with. Qt's headers come here once for all of them: they are compiled ahead (see
+// cmake/Tests.cmake).
 
 #include <QtTest>
 #include <QtWidgets>
