@@ -5,6 +5,7 @@
 #include "pacedbar.h"
 #include "windowplace.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
 #include "optimizer/endottimizza.h"
@@ -16,6 +17,7 @@
 #include "transfer/transfer.h"
 #include "ui_mainwindow.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHideEvent>
@@ -57,11 +59,18 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     ui->setupUi(this);
     m_pacedBar = std::make_unique<PacedBar>(*ui->progressBar);
     fitIntoScreen();
+    // Before the pages, which leave its letter alone.
+    giveAltKeys({ui->pushButtonStop});
     createPages();
     connectPages();
     applyStyle();
     on_setProgressBarVisible(false);
     setWindowFlags(Qt::Window);
+    // A scroll area follows the focus within it alone, not when it comes from the window's own buttons or by a letter.
+    connect(qApp, &QApplication::focusChanged, ui->scrollArea, [this](const QWidget *, QWidget *now) {
+        if (now && ui->framePage->isAncestorOf(now))
+            ui->scrollArea->ensureWidgetVisible(now);
+    });
     connect(&m_closeTimer, &QTimer::timeout, this, &MainWindow::closeOnceIdle);
     start_check_connection();
 }
@@ -188,6 +197,8 @@ void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        // The pages hear of the language after their window.
+        giveAltKeys({ui->pushButtonStop});
         // What it says of a running job is the only word of it: the job would not say it again.
         if (!isWorking())
             ui->labelAction->clear();

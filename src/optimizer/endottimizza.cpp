@@ -2,6 +2,7 @@
 
 #include "ui_endottimizza.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
 
@@ -23,6 +24,9 @@ EndOttimizza::EndOttimizza(QWidget *parent) : QWidget(parent), ui(std::make_uniq
     connect(ui->label_kept, &QLabel::linkActivated, this, &EndOttimizza::openKeptFolder);
     ui->pushButton->setStyleSheet(Styles::kPage);
     setTitleFont(ui->pushButton, sharedFonts().fontTitle18);
+    // A form gives no alignment to what lies in a layout of our own.
+    ui->verticalLayout->setAlignment(ui->label_image, Qt::AlignHCenter);
+    givePageAltKeys(*this);
     hide();
 }
 
@@ -36,6 +40,7 @@ void EndOttimizza::setFailCodeAndShow(int failCode)
                                                    : QStringLiteral("image: url(:/imgs/ok.png);"));
     setTexts();
     show();
+    ui->pushButton->setFocus();
 }
 
 void EndOttimizza::setKeptFolder(const QString &folder)
@@ -57,6 +62,7 @@ void EndOttimizza::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
         setTexts();
     }
     QWidget::changeEvent(event);

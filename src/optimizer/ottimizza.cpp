@@ -3,6 +3,7 @@
 #include "ottimizzarun.h"
 #include "ui_ottimizza.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
@@ -50,6 +51,7 @@ Ottimizza::Ottimizza(QWidget *parent)
 {
     ui->setupUi(this);
     applyStyle();
+    givePageAltKeys(*this);
     hide();
 }
 
@@ -83,18 +85,21 @@ void Ottimizza::showEvent(QShowEvent *event)
     if (event->spontaneous() || m_running)
         return;
     abortRequested = false;
-    // The three flags stay as they are: only the clicks change them.
+    // Deliberate: all boxes get their ticks back, while the three flags stay as the last clicks have left them.
     for (QCheckBox *box : {ui->Check_Delete, ui->Check_Move, ui->Check_Split, ui->Check_Database})
         box->setChecked(true);
     ui->Check_Optimize->setChecked(true);
     setControlsEnabled(true);
     setOptionBoxesEnabled(false);
+    ui->Btn_Opt_Ok->setFocus();
 }
 
 void Ottimizza::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
+    }
     QWidget::changeEvent(event);
 }
 
@@ -193,6 +198,8 @@ void Ottimizza::startAllOptimization()
 
     // Deliberate: the option boxes come back enabled even while the complete option is ticked.
     setControlsEnabled(true);
+    if (isVisible())
+        ui->Btn_Opt_Ok->setFocus();
 }
 
 void Ottimizza::finishRun()

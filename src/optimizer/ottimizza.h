@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class QTextStream;
 struct SplitFolder;
@@ -97,6 +98,7 @@ public:
     /// honoured between two folders, never inside one, and is used up: abortRequested is clear afterwards. A folder for
     /// which the disk has no room, or which may not be written to, stays as it is. What finds no place in a sub-folder
     /// stays in the folder; what is neither song, picture nor video is copied to the PC and deleted.
+    /// Deliberate: playlists are not told where the songs have gone.
     void corvin_optimizer();
 
     // Chapter songdatabase.cpp
@@ -167,7 +169,7 @@ private:
     void mapPlaylists();
     bool moveRootFiles();
     bool rewritePlaylists(const QString &song, const QString &oldPath, const QString &newPath) const;
-    bool collectRootFiles(QStringList &paths) const;
+    std::optional<QStringList> listRootFiles() const;
     bool belongsInRoot(const QString &path) const;
     bool classifyFiles(QMap<QString, int> &folderFileCount);
     FolderPlace placeOf(const QString &folder) const;
@@ -197,8 +199,8 @@ private:
 
     // Chapter songdatabase.cpp
     QStringList readDatabaseSongs() const;
-    bool collectDiskSongs(QStringList &diskSongs);
-    bool listSongFiles(QStringList &paths) const;
+    std::optional<QStringList> collectDiskSongs();
+    std::optional<QStringList> listSongFiles() const;
     bool isOutsideDatabase(const QString &path) const;
     void writeImportFile(const QStringList &dbSongs, const QStringList &diskSongs);
     bool writeStatements(QTextStream &stream, const QStringList &dbSongs, const QStringList &diskSongs);

@@ -2,11 +2,13 @@
 
 #include "ui_avanzate.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
 #include "devicepresent.h"
 
 #include <QDebug>
-#include <QEvent>
+#include <QPointer>
+#include <QShowEvent>
 
 Avanzate::Avanzate(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Avanzate>())
 {
@@ -20,6 +22,7 @@ Avanzate::Avanzate(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::A
     setTitleFont(ui->pushBtnInstallAndClean, font);
     setTitleFont(ui->pushBtnInstallAndRestore, font);
     setTitleFont(ui->pushBtnBack, font);
+    givePageAltKeys(*this);
     hide();
 }
 
@@ -65,11 +68,15 @@ void Avanzate::runOperation(const char *name, Operation operation)
 {
     if (!isDevicePresent())
         return;
+    // A disabled page loses the focus.
+    const QPointer<QWidget> focused = focusWidget();
     qInfo() << "Avanzate : START" << name;
     ui->pushBtnBack->setEnabled(false);
     emit(this->*operation)();
     ui->pushBtnBack->setEnabled(true);
     qInfo() << "Avanzate : END" << name;
+    if (focused)
+        focused->setFocus();
 }
 
 bool Avanzate::isDevicePresent()
@@ -80,7 +87,17 @@ bool Avanzate::isDevicePresent()
 
 void Avanzate::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
+    }
     QWidget::changeEvent(event);
+}
+
+void Avanzate::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // A window that comes back from the task bar shows its page too: the focus stays where the user left it.
+    if (!event->spontaneous())
+        ui->pushBtnUpdate->setFocus();
 }

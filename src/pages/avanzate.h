@@ -34,6 +34,8 @@ signals:
 protected:
     /// Shows the texts in the new language on QEvent::LanguageChange.
     void changeEvent(QEvent *event) override;
+    /// Gives the focus to the first operation.
+    void showEvent(QShowEvent *event) override;
 
 private slots:
     void on_pushBtnUpdate_clicked();

@@ -2,6 +2,7 @@
 
 #include "ui_check.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "device/player.h"
@@ -10,13 +11,17 @@
 #include <QEvent>
 #include <QIcon>
 #include <QPixmap>
+#include <QResizeEvent>
 
 namespace {
 
 constexpr int kProgressMin = 0;
 constexpr int kProgressMax = 100;
 constexpr int kProgressStepMs = 10;
-constexpr QSize kPictureSize(160, 160);
+constexpr int kPictureSide = 160;
+/// In a low window the picture gives way, down to this.
+constexpr int kLeastPictureSide = 72;
+constexpr int kPicturesInAPage = 3;
 
 } // namespace
 
@@ -28,6 +33,9 @@ Check::Check(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::Check>(
     setTitleFont(ui->label_titolo, sharedFonts().fontTitle22);
     setTitleFont(ui->label_descr, sharedFonts().fontTitle18);
     setTitleFont(ui->pushButton, sharedFonts().fontTitle18);
+    // A form gives no alignment to what lies in a layout of our own.
+    ui->verticalLayout->setAlignment(ui->pushButton, Qt::AlignHCenter);
+    givePageAltKeys(*this);
     showTexts();
     hide();
 }
@@ -56,6 +64,7 @@ void Check::runCheck(const QString &deviceRoot)
         enter(Stage::Intact);
         ui->label_descr->show();
         ui->pushButton->show();
+        ui->pushButton->setFocus();
         return;
     }
     enter(Stage::Damaged);
@@ -109,11 +118,14 @@ void Check::enter(Stage stage)
 /// A label draws a picture of another resolution than the screen's with jagged edges; an icon is scaled smoothly.
 QPixmap Check::pictureForScreen(const QString &path) const
 {
-    return QIcon(path).pixmap(window()->windowHandle(), kPictureSize);
+    const int side = qBound(kLeastPictureSide, height() / kPicturesInAPage, kPictureSide);
+    return QIcon(path).pixmap(window()->windowHandle(), QSize(side, side));
 }
 
 void Check::showTexts()
 {
+    // The picture that is shown must not keep the page as high as it was made for.
+    ui->label_descr->setMinimumHeight(m_stage == Stage::Intact ? kLeastPictureSide : 0);
     switch (m_stage) {
     case Stage::Running:
         ui->label_titolo->setText(tr("CHECK UP IN CORSO"));
@@ -139,7 +151,15 @@ void Check::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
         showTexts();
     }
     QWidget::changeEvent(event);
+}
+
+void Check::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (m_stage == Stage::Intact)
+        showTexts();
 }

@@ -45,6 +45,8 @@ signals:
 protected:
     /// Shows the texts of the moment in the new language on QEvent::LanguageChange.
     void changeEvent(QEvent *event) override;
+    /// Shows the picture as large as the page has room for it.
+    void resizeEvent(QResizeEvent *event) override;
 
 private slots:
     void on_pushButton_clicked();

@@ -2,10 +2,11 @@
 
 #include "ui_firstmenu.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
 #include "devicepresent.h"
 
-#include <QEvent>
+#include <QShowEvent>
 
 FirstMenu::FirstMenu(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::FirstMenu>())
 {
@@ -15,6 +16,7 @@ FirstMenu::FirstMenu(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui:
     setTitleFont(ui->pushBtnTransfer, font);
     setTitleFont(ui->pushBtnOptimize, font);
     setTitleFont(ui->pushBtnUpRes, font);
+    givePageAltKeys(*this);
     hide();
 }
 
@@ -46,7 +48,17 @@ bool FirstMenu::isDevicePresent()
 
 void FirstMenu::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
+    }
     QWidget::changeEvent(event);
+}
+
+void FirstMenu::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // A window that comes back from the task bar shows its page too: the focus stays where the user left it.
+    if (!event->spontaneous())
+        ui->pushBtnTransfer->setFocus();
 }

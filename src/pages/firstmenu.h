@@ -28,6 +28,8 @@ signals:
 protected:
     /// Shows the texts in the new language on QEvent::LanguageChange.
     void changeEvent(QEvent *event) override;
+    /// Gives the focus to the first choice.
+    void showEvent(QShowEvent *event) override;
 
 private slots:
     void on_pushBtnTransfer_clicked();

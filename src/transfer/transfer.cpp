@@ -1,13 +1,14 @@
 #include "transfer.h"
 
+#include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
 #include "filemanager.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
 #include <QDebug>
-#include <QEvent>
 #include <QHeaderView>
+#include <QShowEvent>
 
 namespace {
 constexpr int kDropPage = 0;
@@ -31,8 +32,10 @@ Transfer::Transfer(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::T
         view->viewport()->setAcceptDrops(false);
     }
     ui->tableView->viewport()->installEventFilter(this);
+    ui->pushBtnForward->installEventFilter(this);
     setDropAreaHovered(false);
     setBrowsing(false);
+    givePageAltKeys(*this);
     hide();
 }
 
@@ -64,6 +67,7 @@ void Transfer::prepare(const QString &root)
     m_folderTextCleared = false;
     m_folderText.clear();
     ui->retranslateUi(this);
+    givePageAltKeys(*this);
     setDropAreaHovered(false);
     setBrowsing(false);
     makeModels();
@@ -110,6 +114,7 @@ void Transfer::on_pButPc_clicked()
     m_folderText.clear();
     showFolderText();
     ui->treeView->expandToDepth(0);
+    ui->treeView->setFocus();
 }
 
 void Transfer::on_treeView_clicked(const QModelIndex &index)
@@ -154,6 +159,7 @@ void Transfer::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
+        givePageAltKeys(*this);
         if (m_folderTextCleared)
             showFolderText();
         // The file types in the table are texts that were made when the folder was read.
@@ -161,4 +167,12 @@ void Transfer::changeEvent(QEvent *event)
             remakeModels();
     }
     QWidget::changeEvent(event);
+}
+
+void Transfer::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // A window that comes back from the task bar shows its page too: the focus stays where the user left it.
+    if (!event->spontaneous())
+        ui->pButPc->setFocus();
 }

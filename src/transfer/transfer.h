@@ -96,8 +96,10 @@ signals:
 protected:
     // transfer.cpp
     void changeEvent(QEvent *event) override;
+    /// Gives the focus to the button that opens the PC's file manager.
+    void showEvent(QShowEvent *event) override;
     // transferviews.cpp
-    /// Shows as many columns of the table as have room beside the names.
+    /// Shows as many columns of the table as have room beside the names, and gives the focus to "FINE" when it comes.
     bool eventFilter(QObject *watched, QEvent *event) override;
     // transferdrag.cpp
     void dragEnterEvent(QDragEnterEvent *event) override;

@@ -90,6 +90,9 @@ bool Transfer::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == ui->tableView->viewport() && event->type() == QEvent::Resize)
         fitColumns();
+    // "FINE" comes back at the end of each copy.
+    if (watched == ui->pushBtnForward && event->type() == QEvent::EnabledChange && ui->pushBtnForward->isEnabled())
+        ui->pushBtnForward->setFocus();
     return QWidget::eventFilter(watched, event);
 }
 

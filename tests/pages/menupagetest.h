@@ -138,7 +138,7 @@ private slots:
         QVERIFY(page->isVisible());
         const QByteArray last = buttons().last().name;
         QCOMPARE(QStringList({textOf(*page, "labelDescr"), textOf(*page, last.constData())}), textsIn(code));
-        QVERIFY(allButtonsShowTheirWholeText(*page));
+        QTRY_VERIFY(allButtonsShowTheirWholeText(*page));
         QVERIFY(page->minimumSizeHint().width() < kSmallScreenWidth);
         BoxAnswerer boxes;
         boxes.answer(boxTitle, Buttons::kOk);

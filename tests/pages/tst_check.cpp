@@ -252,6 +252,14 @@ private slots:
         }
     }
 
+    void avantiStandsInTheMiddleAtItsOwnWidth() {
+        ShownCheck page;
+        page.run();
+        const QPushButton *avanti = button(page, "pushButton");
+        QTRY_COMPARE(avanti->width(), 220);
+        QVERIFY(std::abs(avanti->geometry().center().x() - page.rect().center().x()) <= 1);
+    }
+
     void secondCheckStartsFromTheBeginning() {
         ShownCheck page;
         page.run();

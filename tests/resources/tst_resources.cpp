@@ -68,6 +68,9 @@ private slots:
         row("ko.png", QSize(160, 160), true);
         row("collega.png", QSize(640, 260), true);
         row("chiudi.png", QSize(48, 48), true);
+        row("domanda.png", QSize(48, 48), true);
+        row("informazione.png", QSize(48, 48), true);
+        row("avviso.png", QSize(48, 48), true);
         row("corvin88x60.png", QSize(88, 60), true);
         row("corvin4manager.png", QSize(256, 256), true);
     }
@@ -84,7 +87,7 @@ private slots:
     }
 
     void highResolutionPictureIsTheSameTwiceAsLarge() {
-        for (const QString &name : words("ok ko collega chiudi corvin88x60")) {
+        for (const QString &name : words("ok ko collega chiudi corvin88x60 domanda informazione avviso")) {
             const QImage small = picture(name + ".png"_s);
             const QImage large = picture(name + "@2x.png"_s);
             QVERIFY2(large.size() == small.size() * 2, qPrintable(name));
@@ -168,6 +171,16 @@ private slots:
         QVERIFY(countPixels(shown, [](const QColor &colour) { return isNear(colour, kAmber, 60); }) >= 40);
         for (const QPoint &between : {QPoint(12, 5), QPoint(12, 18), QPoint(5, 12), QPoint(18, 12)})
             QVERIFY(qGray(shown.pixel(between)) < 90);
+    }
+
+    void picturesOfTheBoxesAreAmberAndNoTwoAlike() {
+        const QStringList names = words("domanda informazione avviso");
+        for (const QString &name : names) {
+            const QImage one = picture(name + ".png"_s);
+            QVERIFY(countPixels(one, [](const QColor &colour) { return isNear(colour, kAmber, 60); }) > 200);
+            for (const QString &other : names)
+                QVERIFY2(name == other || difference(one, picture(other + ".png"_s)) > 10, qPrintable(name + other));
+        }
     }
 
     void connectPictureKeepsItsProportionsInASmallLabel() {

@@ -3,6 +3,7 @@
 #include "sharedfonts.h"
 
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
 
@@ -11,6 +12,7 @@ namespace {
 constexpr int kSideMargin = 16;
 constexpr int kUpperMargin = 8;
 constexpr int kBesidePicture = 14;
+constexpr int kAbovePicture = 3;
 constexpr int kBetweenLines = 2;
 constexpr int kRadius = 5;
 constexpr int kWidthForFewLetters = 40;
@@ -54,8 +56,17 @@ void PageButton::setPressedByEscape(bool pressed)
         return;
     delete m_escape;
     m_escape = pressed ? new QShortcut(Qt::Key_Escape, this) : nullptr;
-    if (m_escape)
-        connect(m_escape, &QShortcut::activated, this, &QAbstractButton::click);
+    if (!m_escape)
+        return;
+    m_escape->setAutoRepeat(false);
+    connect(m_escape, &QShortcut::activated, this, &QAbstractButton::click);
+}
+
+void PageButton::keyPressEvent(QKeyEvent *event)
+{
+    // A key that is held down goes on on the next page, and would press what has the focus there.
+    if (!event->isAutoRepeat())
+        QPushButton::keyPressEvent(event);
 }
 
 int PageButton::textHeight() const
@@ -68,19 +79,24 @@ int PageButton::lineHeight() const
     return m_description.isEmpty() ? 0 : kBetweenLines + QFontMetrics(lineFont()).height();
 }
 
+/// The width of all that stands beside the texts.
+int PageButton::besideText() const
+{
+    return 2 * kSideMargin + (icon().isNull() ? 0 : iconSize().width() + kBesidePicture);
+}
+
 QSize PageButton::minimumSizeHint() const
 {
-    const int picture = icon().isNull() ? 0 : iconSize().width() + kBesidePicture;
-    const int line = m_description.isEmpty() ? 0 : QFontMetrics(lineFont()).horizontalAdvance(m_description);
-    const int width = qMax(fontMetrics().size(Qt::TextShowMnemonic, text()).width(), line);
-    return {qMax(kWidthForFewLetters, width + picture + 2 * kSideMargin), textHeight() + 2 * kUpperMargin};
+    const int width = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+    return {qMax(kWidthForFewLetters, width + besideText()), textHeight() + 2 * kUpperMargin};
 }
 
 QSize PageButton::sizeHint() const
 {
     const QSize least = minimumSizeHint();
+    const int line = m_description.isEmpty() ? 0 : QFontMetrics(lineFont()).horizontalAdvance(m_description);
     const int picture = icon().isNull() ? 0 : iconSize().height();
-    return {least.width(), qMax(textHeight() + lineHeight(), picture) + 2 * kUpperMargin};
+    return {qMax(least.width(), line + besideText()), qMax(textHeight() + lineHeight(), picture) + 2 * kUpperMargin};
 }
 
 QColor PageButton::ground() const
@@ -146,7 +162,9 @@ void PageButton::paintEvent(QPaintEvent *event)
     painter.setRenderHint(QPainter::Antialiasing);
     paintFrame(painter);
     if (!icon().isNull()) {
-        const QRect place(QPoint(kSideMargin, (height() - iconSize().height()) / 2), iconSize());
+        // In a low button the picture is smaller, not cut.
+        QRect place(QPoint(), iconSize().boundedTo(QSize(width(), height() - 2 * kAbovePicture)));
+        place.moveCenter(QPoint(kSideMargin + iconSize().width() / 2, rect().center().y()));
         icon().paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     }
     paintTexts(painter);

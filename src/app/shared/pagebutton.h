@@ -6,8 +6,9 @@
 class QShortcut;
 
 /// A button of the program's pages. It is painted alike on every system, in the colours of its style sheet, and shows
-/// whether it is pointed at, pressed, focused or disabled. Enter presses it while it has the focus. It may bear a picture (its icon) on the left and a line below
-/// its text that says what it does; where it is given less height than it asks for, that line is left out.
+/// whether it is pointed at, pressed, focused or disabled. Enter presses it while it has the focus, once for each time
+/// the key goes down. It may bear a picture (its icon) on the left and a line below its text that says what it does;
+/// where it is given less height than it asks for, that line is left out.
 class PageButton : public QPushButton
 {
     Q_OBJECT
@@ -29,10 +30,12 @@ public:
     QSize minimumSizeHint() const override; ///< room for the text and the picture
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QRect textPlace() const;
+    int besideText() const;
     int textHeight() const;
     int lineHeight() const;
     QColor ground() const;

@@ -1,5 +1,6 @@
 #include "questionbox.h"
 
+#include "altkeys.h"
 #include "sharedfonts.h"
 #include "styles.h"
 
@@ -61,6 +62,7 @@ void dress(QMessageBox &box)
         // Some desktops put pictures on the buttons of boxes, in colours of their own.
         button->setIcon(QIcon());
     }
+    giveBoxAltKeys(box);
     box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     if (auto *text = box.findChild<QLabel *>(QStringLiteral("qt_msgbox_label")))
         giveRoom(box, text);

@@ -27,9 +27,13 @@ inline constexpr QLatin1String kProgressBar =
     sheet("QProgressBar {border: 2px solid grey;border-radius: 5px;text-align: center;}"
           "QProgressBar::chunk {background-color: #f9bf00;width: 20px;}");
 
-/// A message box: dark ground, amber text, buttons whose states can be told apart.
+/// A message box: dark ground with an edge that shows on the dark pages too, amber text, pictures of our own, buttons
+/// whose states can be told apart.
 inline constexpr QLatin1String kMessageBox =
-    sheet("QMessageBox {background-color: rgb(51, 51, 51);}"
+    sheet("QMessageBox {background-color: rgb(51, 51, 51); border: 1px solid rgb(150, 150, 150); icon-size: 48px;"
+          " messagebox-question-icon: url(:/imgs/domanda.png);"
+          " messagebox-information-icon: url(:/imgs/informazione.png);"
+          " messagebox-warning-icon: url(:/imgs/avviso.png); messagebox-critical-icon: url(:/imgs/avviso.png);}"
           "QMessageBox QLabel {background-color: transparent; color: rgb(249,191,0);}"
           "QMessageBox QTextEdit {background-color: rgb(35, 35, 35); color: rgb(249,191,0);"
           " border: 1px solid rgb(110, 110, 110);}"

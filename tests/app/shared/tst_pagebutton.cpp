@@ -81,6 +81,39 @@ private slots:
         QCOMPARE(shown.picture(), small);
     }
 
+    void lineMayBeCutWhereTheTextFits() {
+        ShownButton shown;
+        const int least = shown.button.minimumSizeHint().width();
+        shown.button.setDescription("che cosa fa, in una riga molto lunga"_s);
+        QCOMPARE(shown.button.minimumSizeHint().width(), least);
+        QVERIFY(shown.button.sizeHint().width() > least);
+    }
+
+    void pictureOfALowButtonIsNotCut() {
+        ShownButton shown;
+        QPixmap red(40, 40);
+        red.fill(Qt::red);
+        shown.button.setIcon(red);
+        shown.button.setIconSize(QSize(40, 40));
+        shown.button.setFixedHeight(36);
+        const QImage picture = shown.picture();
+        const QPoint inside(16 + 20, 18);
+        QCOMPARE(picture.pixelColor(inside), QColor(Qt::red));
+        for (int x = 0; x < picture.width(); ++x)
+            QVERIFY(picture.pixelColor(x, 1) != QColor(Qt::red) && picture.pixelColor(x, 34) != QColor(Qt::red));
+    }
+
+    void keyThatIsHeldDownPressesItOnce() {
+        ShownButton shown;
+        const QSignalSpy clicked(&shown.button, &QPushButton::clicked);
+        shown.button.setFocus();
+        for (const bool again : {false, true, true}) {
+            QKeyEvent down(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r"_s, again);
+            QApplication::sendEvent(&shown.button, &down);
+        }
+        QCOMPARE(clicked.count(), 1);
+    }
+
     void enterAndSpacePressIt_data() {
         columns<int>("key");
         row("Enter", int(Qt::Key_Return));

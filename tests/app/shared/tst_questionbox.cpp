@@ -3,6 +3,7 @@
 #include "app/shared/styles.h"
 #include "support/answers.h"
 #include "support/boxtexts.h"
+#include "support/pagetest.h"
 
 const QString kTitle = "Sovrascrivere?"_s;
 const QString kText = "<b>un file</b> & più"_s;
@@ -148,6 +149,40 @@ private slots:
         QVERIFY2(given >= wanted, qPrintable("%1 of %2"_s.arg(given).arg(wanted)));
     }
 
+    void everyKindOfBoxHasItsOwnPictureOfTheProgram_data() {
+        columns<int, QString>("icon", "picture");
+        row("question", int(QMessageBox::Question), "domanda"_s);
+        row("information", int(QMessageBox::Information), "informazione"_s);
+        row("warning", int(QMessageBox::Warning), "avviso"_s);
+        row("error", int(QMessageBox::Critical), "avviso"_s);
+    }
+    void everyKindOfBoxHasItsOwnPictureOfTheProgram() {
+        QFETCH(int, icon);
+        QFETCH(QString, picture);
+        BoxAnswerer boxes;
+        QImage shown;
+        boxes.whenShown([&shown](QMessageBox *box) {
+            shown = box->findChild<QLabel *>("qt_msgboxex_icon_label"_s)->pixmap(Qt::ReturnByValue).toImage();
+        });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(nullptr, QMessageBox::Icon(icon), kTitle, kText);
+        const QImage own = QIcon(":/imgs/"_s + picture + ".png"_s).pixmap(48, 48).toImage();
+        QVERIFY(!own.isNull());
+        QCOMPARE(shown.convertToFormat(QImage::Format_ARGB32), own.convertToFormat(QImage::Format_ARGB32));
+    }
+
+    void edgeSetsABoxOffADarkPage() {
+        BoxAnswerer boxes;
+        QImage shown;
+        boxes.whenShown([&shown](QMessageBox *box) { shown = box->grab().toImage(); });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(nullptr, QMessageBox::Information, kTitle, kText);
+        const QPoint middle = shown.rect().center();
+        for (const QPoint &point : {QPoint(0, middle.y()), QPoint(shown.width() - 1, middle.y()), QPoint(middle.x(), 0),
+                                    QPoint(middle.x(), shown.height() - 1)})
+            QVERIFY(shown.pixelColor(point).lightness() > 120);
+    }
+
     void belongsToItsParent() {
         QWidget parent;
         BoxAnswerer boxes;
@@ -157,5 +192,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestQuestionBox)
+PAGE_TEST_MAIN(TestQuestionBox)
 #include "tst_questionbox.moc"
