@@ -43,5 +43,5 @@ different = {path for path in wanted.keys() & saved.keys()
 for title, paths in (("not in the backup", lost), ("not on the player", strange), ("different", different)):
     for path in sorted(paths)[:10]:
         print(f"    {title}: {path}")
-print(f"    {len(wanted)} files compared")
+print(f"{len(wanted)} files compared")
 sys.exit(1 if lost or strange or different or not wanted else 0)

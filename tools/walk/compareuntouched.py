@@ -19,5 +19,5 @@ def files(snapshot):
 before, after = files(sys.argv[1]), files(sys.argv[2])
 for row in sorted(before ^ after)[:10]:
     print("    differs:", row[0])
-print(f"    {len(before)} files compared")
+print(f"{len(before)} files compared")
 sys.exit(1 if before ^ after or not before else 0)
