@@ -40,10 +40,11 @@ class Row:
         return self.reach is None or self.figure <= self.reach
 
     def line(self):
-        digits = 2 if self.figure < 10 else 0
-        reach = "–" if self.reach is None else f"{self.reach:g}"
-        mark = "" if self.is_reached() else " (not reached)"
-        return f"| {self.name} | {self.against} | {self.figure:.{digits}f} {self.unit} | {reach}{mark} | {self.note} |"
+        digits = 2 if self.unit == "times" else 0
+        measured = f"{self.figure:.{digits}f} {self.unit}".strip()
+        reach = "–" if self.reach is None else f"{round(self.reach, 2):g}"
+        mark = "" if self.is_reached() else " (not reached, see below)"
+        return f"| {self.name} | {self.against} | {measured} | {reach}{mark} | {self.note} |"
 
 
 def say(text):
