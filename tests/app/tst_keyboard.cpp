@@ -5,6 +5,7 @@
 #include "pages/firstmenu.h"
 #include "support/intactplayer.h"
 #include "support/languages.h"
+#include "transfer/opentransfer.h"
 #include "transfer/transfer.h"
 
 /// The window at work with the keyboard alone.
@@ -31,6 +32,7 @@ private slots:
     void initTestCase() { startInItalian(); }
 
     void everyPageGivesTheFocusToWhatComesNext() {
+        const FakeFileManager fileManager;
         const IntactPlayer player;
         MainWindow window;
         window.show();

@@ -7,6 +7,7 @@
 #include "pages/firstmenu.h"
 #include "support/intactplayer.h"
 #include "support/languages.h"
+#include "transfer/opentransfer.h"
 #include "transfer/transfer.h"
 
 /// What the window opens with on a screen of 1366 by 768 pixels that is scaled by a half and by two.
@@ -67,6 +68,7 @@ public:
         }
     }
 
+    const FakeFileManager fileManager;
     IntactPlayer player;
     MainWindow window;
 
