@@ -26,3 +26,11 @@ uint qHash(const PathSet::Path &path, uint seed)
     }
     return hash;
 }
+
+bool PathSet::drop(int most)
+{
+    auto path = m_paths.begin();
+    while (path != m_paths.end() && most-- > 0)
+        path = m_paths.erase(path);
+    return !m_paths.isEmpty();
+}

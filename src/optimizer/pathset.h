@@ -15,6 +15,8 @@ public:
     bool contains(const QString &path) const { return m_paths.contains({path}); }
     /// The number of different paths.
     int size() const { return m_paths.size(); }
+    /// Takes up to @p most paths out, whichever. Returns whether any are left.
+    bool drop(int most);
     /// Makes room for @p paths paths.
     void reserve(int paths) { m_paths.reserve(paths); }
 

@@ -1,9 +1,9 @@
 // Chapter of Ottimizza: the step that writes what has changed on the disk since the player's last database export.
 #include "fastdb.h"
+#include "longlists.h"
 #include "longname.h"
 #include "moveentry.h"
 #include "ottimizzarun.h"
-#include "pathset.h"
 #include "sqlline.h"
 
 #include "app/shared/questionbox.h"
@@ -36,18 +36,6 @@ QByteArray readFile(const QString &path)
         QCoreApplication::processEvents();
     }
     return content.size() < size ? QByteArray() : content;
-}
-
-PathSet setOf(const QStringList &paths)
-{
-    PathSet set;
-    set.reserve(paths.size());
-    for (int i = 0; i < paths.size(); ++i) {
-        set.insert(paths.at(i));
-        if (i % kListingRound == 0)
-            QCoreApplication::processEvents();
-    }
-    return set;
 }
 
 bool needsOtherName(const QString &path)
@@ -119,9 +107,9 @@ void Ottimizza::createDiffDatabaseImportFile()
     qInfo() << "createDiffDatabaseImportFile : START";
     emit updateLabelAction(tr("Caricamento dati in corso..."));
 
-    const QStringList dbSongs = readDatabaseSongs();
+    QStringList dbSongs = readDatabaseSongs();
     qDebug() << "fast db file found: " << dbSongs.size();
-    const std::optional<QStringList> diskSongs = collectDiskSongs();
+    std::optional<QStringList> diskSongs = collectDiskSongs();
     // A disk that is gone has no export and no songs.
     if (!diskSongs || !isPlayerThere()) {
         emit setProgressBarVisible(false);
@@ -129,6 +117,8 @@ void Ottimizza::createDiffDatabaseImportFile()
     }
     qDebug() << "dir file found: " << diskSongs->size();
     writeImportFile(dbSongs, *diskSongs);
+    letGo(dbSongs);
+    letGo(*diskSongs);
 }
 
 QStringList Ottimizza::readDatabaseSongs() const
@@ -231,16 +221,17 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
     int counter = 0;
     Breath breath;
     const Player player(rootPath);
-    const PathSet known = setOf(dbSongs);
-    for (const QString &path : diskSongs) {
-        if (abortRequested)
-            return false;
-        if (!known.contains(path) && !writeInsert(stream, path))
-            return false;
-        emit updateProgressBarVal(++counter);
-        breath.take();
+    {
+        PathSet known = setOf(dbSongs);
+        for (const QString &path : diskSongs) {
+            if (abortRequested || (!known.contains(path) && !writeInsert(stream, path)))
+                return false;
+            emit updateProgressBarVal(++counter);
+            breath.take();
+        }
+        letGo(known);
     }
-    const PathSet present = setOf(diskSongs);
+    PathSet present = setOf(diskSongs);
     for (const QString &path : dbSongs) {
         if (abortRequested)
             return false;
@@ -249,6 +240,7 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         emit updateProgressBarVal(++counter);
         breath.take();
     }
+    letGo(present);
     return true;
 }
 

@@ -32,6 +32,16 @@ private slots:
         QCOMPARE(set.size(), 2);
     }
 
+    void pathsAreDroppedPieceByPiece() {
+        PathSet set;
+        QVERIFY(!set.drop(1));
+        for (const QString &path : words("E:/a.mid E:/b.mid E:/c.mid"))
+            set.insert(path);
+        QVERIFY(set.drop(0) && set.size() == 3);
+        QVERIFY(set.drop(2) && set.size() == 1);
+        QVERIFY(!set.drop(2) && set.size() == 0);
+    }
+
     void pathsAreFound_data() {
         columns<QString, QString, bool>("inserted", "asked", "found");
         const QString song = "E:/My Songs/Song.mid"_s;
