@@ -155,13 +155,12 @@ FaultWorld::FaultWorld(Work workToDo) : m_work(workToDo), m_moments(std::make_un
           Titles::kRestoreError, Titles::kFinished, Titles::kDownloadError1, Titles::kDownloadError2,
           Titles::kDownloadError3, Titles::kNoDatabase, Titles::kError, "Corvin4 Manager"_s})
         boxes.answerAlways(title, Buttons::kOk);
-    programs.addScript("cmd.exe"_s,
-                       "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
-                       "for once in $(seq 50); do umount \"$3\" && break; sleep 0.1; done\n"
-                       "for once in $(seq 50); do mkfs.exfat -L CORVIN4 %1 && break; sleep 0.1; done\n"
-                       "mount.exfat-fuse %1 \"$3\" && echo CORVIN4 > \"$3/.windows-label\"\n"
-                       "echo > '%2'\n"_s.arg(volume->device(), own.path("formatted"_s))
-                           .toUtf8());
+    programs.addScript("cmd.exe"_s, "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
+                                    "for once in $(seq 50); do umount \"$3\" && break; sleep 0.1; done\n"
+                                    "for once in $(seq 50); do mkfs.exfat -L CORVIN4 %1 && break; sleep 0.1; done\n"
+                                    "mount.exfat-fuse %1 \"$3\" && echo CORVIN4 > \"$3/.windows-label\"\n"
+                                    "echo > '%2'\n"_s.arg(volume->device(), own.path("formatted"_s))
+                                        .toUtf8());
 }
 
 FaultWorld::~FaultWorld() {

@@ -256,11 +256,10 @@ private slots:
         const QByteArray before = qgetenv("CORVIN_VOLUMES");
         qunsetenv("CORVIN_VOLUMES");
         putFile(volume.path("Songs/a.mid"_s), "a");
-        const QString script =
-            "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
-            "for once in $(seq 50); do umount \"$3\" && break; sleep 0.1; done\n"
-            "for once in $(seq 50); do mkfs.exfat -L \"${5#/V:}\" %1 && break; sleep 0.1; done\n"
-            "mount.exfat-fuse %1 \"$3\"\n"_s;
+        const QString script = "PATH=/usr/sbin:/usr/bin:/sbin:/bin\n"
+                               "for once in $(seq 50); do umount \"$3\" && break; sleep 0.1; done\n"
+                               "for once in $(seq 50); do mkfs.exfat -L \"${5#/V:}\" %1 && break; sleep 0.1; done\n"
+                               "mount.exfat-fuse %1 \"$3\"\n"_s;
         m.programs.addScript("cmd.exe"_s, script.arg(volume.device()).toUtf8());
         m.boxes.answer(Titles::kEraseDrive, Buttons::kSi);
         const QString root = DeviceLocator().findDeviceRoot();
