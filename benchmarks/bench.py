@@ -4,11 +4,9 @@
 bench.py BUILD-FOLDER [ROW...]: rows by the beginning of their names, all when none is given; the page is then left
 alone. Ends with 1 when a figure is over what it is to reach.
 """
-import datetime
 import json
 import os
 import pathlib
-import platform
 import re
 import shutil
 import statistics
@@ -17,34 +15,16 @@ import subprocess
 import sys
 import tempfile
 
+from table import Row, write_page
+
 ROUNDS = 7
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-PAGE = ROOT / "docs" / "benchmarks.md"
-MARKS = ("<!-- measured -->", "<!-- end of what was measured -->")
 PLAYER_FILES = ("AUTOEXEC.BAT", "System/Corvin/Corvin.exe", "System/GuiProc/GuiProc.exe")
 SPLITTING = ("Organizzazione in sottocartelle", "Ricerca dei titoli")
 SCANNING = "Scansione cartelle"
 
 binaries = pathlib.Path()
 work = pathlib.Path()
-
-
-class Row:
-    """One line of the table: a figure, what it is to reach, and what it was measured from."""
-
-    def __init__(self, name, against, figure, reach, note="", unit="times"):
-        self.name, self.against, self.figure = name, against, figure
-        self.reach, self.note, self.unit = reach, note, unit
-
-    def is_reached(self):
-        return self.reach is None or self.figure <= self.reach
-
-    def line(self):
-        digits = 2 if self.unit == "times" else 0
-        measured = f"{self.figure:.{digits}f} {self.unit}".strip()
-        reach = "–" if self.reach is None else f"{round(self.reach, 2):g}"
-        mark = "" if self.is_reached() else " (not reached, see below)"
-        return f"| {self.name} | {self.against} | {measured} | {reach}{mark} | {self.note} |"
 
 
 def say(text):
@@ -291,19 +271,6 @@ ALL = {"inner": inner_loops, "run": whole_run, "requests": requests, "slow": slo
        "split": splitting, "start": start, "copy": copying, "scale": scaling}
 
 
-def machine():
-    model = next((line.split(":", 1)[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name")), "?")
-    return f"{os.cpu_count()} cores, {model}, Linux {platform.release()}, {datetime.date.today()}"
-
-
-def write_page(rows):
-    text = PAGE.read_text()
-    start_at, end_at = text.index(MARKS[0]) + len(MARKS[0]), text.index(MARKS[1])
-    table = [f"Measured on {machine()}, medians of {ROUNDS} rounds.", "",
-             "| work | against | measured | to reach | |", "|---|---|---|---|---|", *[row.line() for row in rows]]
-    PAGE.write_text(text[:start_at] + "\n" + "\n".join(table) + "\n" + text[end_at:])
-
-
 def main():
     global binaries, work
     binaries = pathlib.Path(sys.argv[1]).resolve() / "bin"
@@ -321,7 +288,7 @@ def main():
                 say("  " + row.line())
             rows += found
     if not wanted:
-        write_page(rows)
+        write_page(ROOT / "docs" / "benchmarks.md", rows, ROUNDS)
     return 0 if all(row.is_reached() for row in rows) else 1
 
 

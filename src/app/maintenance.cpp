@@ -6,6 +6,7 @@
 #include "disk/worklock.h"
 #include "pages/avanzate.h"
 #include "procedures/diskformat.h"
+#include "procedures/downloadmanager.h"
 #include "procedures/filedownload.h"
 #include "procedures/filelistcopy.h"
 #include "procedures/reinstall.h"
@@ -16,10 +17,6 @@
 #include "windowjobview.h"
 
 #include <QScopedValueRollback>
-
-namespace {
-constexpr int kFullPercent = 100;
-} // namespace
 
 bool MainWindow::copyFileList(const QStringList &sources, const QString &destinationRoot, const QString &sourceRoot,
                               QProgressBar *bar)
@@ -97,10 +94,10 @@ void MainWindow::runJob(MaintenanceJob &job)
     abortRequested = false;
     procedureOk = true;
     m_avanzate->setEnabled(false);
-    ui->progressBar->setRange(0, kFullPercent);
+    ui->progressBar->setRange(0, DownloadManager::kFullPercent);
     on_setProgressBarVisible(true);
     noteEnd(job.run());
-    ui->progressBar->setRange(0, kFullPercent);
+    ui->progressBar->setRange(0, DownloadManager::kFullPercent);
     on_setProgressBarVisible(false);
     m_avanzate->setEnabled(true);
 }

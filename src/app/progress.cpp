@@ -2,6 +2,7 @@
 #include "mainwindow.h"
 
 #include "app/shared/questionbox.h"
+#include "app/shared/shade.h"
 #include "pacedbar.h"
 #include "ui_mainwindow.h"
 
@@ -72,5 +73,6 @@ void MainWindow::on_pushButtonStop_clicked()
 
 void MainWindow::on_pushButtonAboutQT_clicked()
 {
+    const Shade shade;
     QApplication::aboutQt();
 }

@@ -3,6 +3,7 @@
 #include "mainwindow.h"
 
 #include "app/shared/questionbox.h"
+#include "app/shared/shade.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -110,6 +111,7 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
 
 QString WindowJobView::chooseFolder(const QString &caption)
 {
+    const Shade shade;
     QString folder = QFileDialog::getExistingDirectory(&m_window, caption, QString(),
                                                        QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
     // The dialog of Windows may leave the process in the folder it showed, which nobody could remove or rename then.

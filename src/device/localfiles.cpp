@@ -3,8 +3,6 @@
 #include <QDateTime>
 
 namespace {
-constexpr int kSizeColumn = 1;
-constexpr int kDateColumn = 3;
 constexpr int kDecimals = 1;
 } // namespace
 
@@ -13,11 +11,13 @@ LocalFiles::LocalFiles(QObject *parent) : QFileSystemModel(parent) {}
 QVariant LocalFiles::data(const QModelIndex &index, int role) const
 {
     if (role == Qt::DisplayRole && index.isValid()) {
-        if (index.column() == kSizeColumn)
+        if (index.column() == SizeColumn)
             return isDir(index) ? QString() : sizeText(size(index), m_locale);
-        if (index.column() == kDateColumn)
+        if (index.column() == DateColumn)
             return dateText(lastModified(index), m_locale);
     }
+    if (role == Qt::TextAlignmentRole)
+        return int(Qt::AlignLeft | Qt::AlignVCenter);
     return QFileSystemModel::data(index, role);
 }
 

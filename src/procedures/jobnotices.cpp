@@ -57,6 +57,8 @@ Notice errorNotice()
 void tellDownloadError(JobView &view, DownloadFault fault)
 {
     const int code = static_cast<int>(fault);
+    // Nothing is being downloaded any more: no full bar, no STOP beside the box.
+    view.hideProgress();
     view.tell({Notice::Critical, operationText(TEXT_DOWNLOAD_ERROR_TITLE) + Notices::tr(", Cod %1").arg(code),
                operationText(TEXT_DOWNLOAD_ERROR)});
 }

@@ -12,23 +12,22 @@
 
 namespace {
 
-const int kRingSize = MatchTree::kRingSize;
-const int kRingMask = kRingSize - 1;
-const quint8 kBlank = 0x20;
+constexpr int kRingSize = MatchTree::kRingSize;
+constexpr int kRingMask = kRingSize - 1;
+constexpr quint8 kBlank = 0x20;
 
-const int kLookAhead = 29;
-const int kThreshold = 2; ///< a match is coded only when it is longer
-const int kByteSymbols = 256;
-const int kLengthSymbolBase = kByteSymbols - kThreshold - 1; ///< symbol of a match less its length
-const int kPositionLowBits = 6;
-const unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
+constexpr int kLookAhead = 29;
+constexpr int kThreshold = 2; ///< a match is coded only when it is longer
+constexpr int kByteSymbols = 256;
+constexpr int kLengthSymbolBase = kByteSymbols - kThreshold - 1; ///< symbol of a match less its length
+constexpr int kPositionLowBits = 6;
+constexpr unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
 
-const int kWordBytes = 8;
-const int kSpareBytes = kWordBytes - 1; ///< behind a text: matches are copied a word at a time
-const int kSizeBytes = 4;
-const unsigned kMissingByte = 0xFF;
-const int kByteBits = 8;
-const int kRulerLength = 69;
+constexpr int kWordBytes = 8;
+constexpr int kSpareBytes = kWordBytes - 1; ///< behind a text: matches are copied a word at a time
+constexpr int kSizeBytes = 4;
+constexpr unsigned kMissingByte = 0xFF;
+constexpr int kRulerLength = 69;
 
 int symbolsFor(int lookAhead)
 {
@@ -55,7 +54,7 @@ quint32 statedSize(const QByteArray &input)
     for (int i = 0; i < kSizeBytes; ++i) {
         // Deliberate: a size that is cut off is read as huge, and so refused.
         const quint32 byte = i < input.size() ? ByteView::byteAt(input, i) : kMissingByte;
-        size |= byte << (i * kByteBits);
+        size |= byte << (i * ByteView::kByteBits);
     }
     return size;
 }
@@ -106,7 +105,7 @@ void LzHuff::compress(const QByteArray &input, QByteArray &output)
 {
     output.clear();
     for (int i = 0; i < kSizeBytes; ++i)
-        output.append(static_cast<char>(static_cast<quint32>(input.size()) >> (i * kByteBits)));
+        output.append(static_cast<char>(static_cast<quint32>(input.size()) >> (i * ByteView::kByteBits)));
     if (!input.isEmpty())
         encode(input, kLookAhead, output);
     qDebug() << "Compress: " << input.size() << " --> " << output.size();
@@ -175,7 +174,7 @@ void LzHuff::encodePosition(int position, BitWriter &writer)
 {
     const auto upper = static_cast<std::size_t>(position >> kPositionLowBits);
     const int length = m_storage->positions.length.at(upper);
-    writer.putBits(unsigned(m_storage->positions.code.at(upper)) >> (kByteBits - length), length);
+    writer.putBits(unsigned(m_storage->positions.code.at(upper)) >> (ByteView::kByteBits - length), length);
     writer.putBits(static_cast<unsigned>(position) & kPositionLowMask, kPositionLowBits);
 }
 
@@ -208,9 +207,9 @@ void LzHuff::decode(const QByteArray &input, int offset, int size, int lookAhead
 int LzHuff::decodePosition(BitReader &reader) const
 {
     // A code is at most a byte long: what of that byte lies behind the code already belongs to the lower bits.
-    const unsigned first = reader.bits(kByteBits);
+    const unsigned first = reader.bits(ByteView::kByteBits);
     const int length = m_storage->positions.decodedLength.at(first);
-    const int missing = kPositionLowBits - (kByteBits - length);
+    const int missing = kPositionLowBits - (ByteView::kByteBits - length);
     const unsigned low = ((first << missing) | reader.bits(missing)) & kPositionLowMask;
     return (m_storage->positions.decodedUpper.at(first) << kPositionLowBits) | static_cast<int>(low);
 }

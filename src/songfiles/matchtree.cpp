@@ -1,16 +1,17 @@
 #include "matchtree.h"
 
+#include "byteview.h"
+
 #include <QtAlgorithms>
 #include <QtEndian>
 
 namespace {
 
 const quint16 kNone = MatchTree::kRingSize; ///< "no node"; its links may be written and are never followed
-const int kRoots = MatchTree::kRingSize + 1;
-const int kByteValues = 256;
-const int kThreshold = 2; ///< a match must be longer to count
-const int kWordBytes = 8;
-const int kByteBits = 8;
+constexpr int kRoots = MatchTree::kRingSize + 1;
+constexpr int kByteValues = 256;
+constexpr int kThreshold = 2; ///< a match must be longer to count
+constexpr int kWordBytes = 8;
 
 /// The first bytes of a text as a number: numbers have the order of their texts.
 quint64 firstWord(const quint8 *text)
@@ -22,7 +23,7 @@ quint64 firstWord(const quint8 *text)
 /// that cannot be told from the first words alone, the least that there is.
 quint64 smallestDifference(int common)
 {
-    return common < kWordBytes ? quint64(1) << (kByteBits * (kWordBytes - 1 - common)) : 1;
+    return common < kWordBytes ? quint64(1) << (ByteView::kByteBits * (kWordBytes - 1 - common)) : 1;
 }
 
 } // namespace
@@ -94,7 +95,7 @@ int MatchTree::commonLength(const quint8 *key, const quint8 *old) const
     for (int i = 1; i < m_longestMatch; i += kWordBytes) {
         const quint64 different = qFromLittleEndian<quint64>(key + i) ^ qFromLittleEndian<quint64>(old + i);
         if (different != 0)
-            return qMin(i + static_cast<int>(qCountTrailingZeroBits(different)) / kByteBits, m_longestMatch);
+            return qMin(i + static_cast<int>(qCountTrailingZeroBits(different)) / ByteView::kByteBits, m_longestMatch);
     }
     return m_longestMatch;
 }

@@ -2,19 +2,16 @@
 #include "transfer.h"
 
 #include "device/devicelocator.h"
+#include "device/localfiles.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
 #include <QDateTime>
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace {
 
-// Columns of the table, as a file system model has them.
-constexpr int kNameColumn = 0;
-constexpr int kSizeColumn = 1;
-constexpr int kTypeColumn = 2;
-constexpr int kDateColumn = 3;
 /// What the names are to have before another column is shown, in characters of middle width.
 constexpr int kNameCharacters = 24;
 constexpr int kCellMargin = 16;
@@ -42,10 +39,13 @@ int columnWidth(const QTableView *table, int column, const QString &text)
 void layOutTable(QTableView *table)
 {
     QHeaderView *header = table->horizontalHeader();
-    header->setSectionResizeMode(kNameColumn, QHeaderView::Stretch);
-    header->resizeSection(kSizeColumn, columnWidth(table, kSizeColumn, longestSize(table->locale())));
-    header->resizeSection(kTypeColumn, columnWidth(table, kTypeColumn, QStringLiteral("mpg-Datei")));
-    header->resizeSection(kDateColumn, columnWidth(table, kDateColumn, longestDate(table->locale())));
+    header->setSectionResizeMode(LocalFiles::NameColumn, QHeaderView::Stretch);
+    header->resizeSection(LocalFiles::SizeColumn,
+                          columnWidth(table, LocalFiles::SizeColumn, longestSize(table->locale())));
+    header->resizeSection(LocalFiles::TypeColumn,
+                          columnWidth(table, LocalFiles::TypeColumn, QStringLiteral("mpg-Datei")));
+    header->resizeSection(LocalFiles::DateColumn,
+                          columnWidth(table, LocalFiles::DateColumn, longestDate(table->locale())));
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -59,7 +59,7 @@ void Transfer::makeModels()
     m_entries =
         std::make_unique<FilteredVolume>(deviceRoot, label, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, locale());
     ui->treeView->setModel(m_folders->model());
-    for (int column = kSizeColumn; column <= kDateColumn; ++column)
+    for (int column = LocalFiles::SizeColumn; column <= LocalFiles::DateColumn; ++column)
         ui->treeView->hideColumn(column);
     ui->tableView->setModel(m_entries->model());
     layOutTable(ui->tableView);
@@ -75,10 +75,13 @@ void Transfer::fitColumns()
 {
     QTableView *table = ui->tableView;
     const QHeaderView *header = table->horizontalHeader();
-    if (header->count() <= kDateColumn)
+    if (header->count() <= LocalFiles::DateColumn)
         return;
-    int room = table->viewport()->width() - kNameCharacters * table->fontMetrics().averageCharWidth();
-    for (const int column : {kSizeColumn, kDateColumn, kTypeColumn}) {
+    // A list that grows gets a scroll bar: no column is to go on its account.
+    const QScrollBar *bar = table->verticalScrollBar();
+    const int barToCome = bar->isVisible() ? 0 : bar->sizeHint().width();
+    int room = table->viewport()->width() - barToCome - kNameCharacters * table->fontMetrics().averageCharWidth();
+    for (const int column : {LocalFiles::SizeColumn, LocalFiles::DateColumn, LocalFiles::TypeColumn}) {
         // A hidden column is 0 wide until it is shown again.
         table->setColumnHidden(column, false);
         room -= header->sectionSize(column);

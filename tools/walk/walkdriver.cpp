@@ -1,5 +1,7 @@
 #include "walkdriver.h"
 
+#include "walkwidgets.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -24,31 +26,6 @@ constexpr int kSettleMs = 250; // what the X server and the style need until a p
 constexpr int kExitFailed = 3;
 const QString kLabelFile = QStringLiteral(".windows-label");
 
-QString plain(QString text)
-{
-    return text.remove(QLatin1Char('&'));
-}
-
-QString shownText(QWidget *widget)
-{
-    if (const auto *label = qobject_cast<QLabel *>(widget))
-        return label->text();
-    if (const auto *button = qobject_cast<QAbstractButton *>(widget))
-        return plain(button->text());
-    return widget->windowTitle();
-}
-
-template <typename T> T *visibleTopLevel(const QString &title = QString())
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        T *found = qobject_cast<T *>(widget);
-        if (found && found->isVisible() && (title.isNull() || found->windowTitle() == title))
-            return found;
-    }
-    return nullptr;
-}
-
 } // namespace
 
 WalkDriver::WalkDriver()
@@ -58,7 +35,8 @@ WalkDriver::WalkDriver()
                  {QStringLiteral("language"), &WalkDriver::language}, {QStringLiteral("shot"), &WalkDriver::shot},
                  {QStringLiteral("plug"), &WalkDriver::plug},         {QStringLiteral("unplug"), &WalkDriver::unplug},
                  {QStringLiteral("select"), &WalkDriver::select},     {QStringLiteral("drop"), &WalkDriver::drop},
-                 {QStringLiteral("within"), &WalkDriver::within},     {QStringLiteral("close"), &WalkDriver::close}},
+                 {QStringLiteral("within"), &WalkDriver::within},     {QStringLiteral("show"), &WalkDriver::show},
+                 {QStringLiteral("close"), &WalkDriver::close}},
       m_steps(readScenario(qEnvironmentVariable("CORVIN_WALK_SCENARIO"))),
       m_log(qEnvironmentVariable("CORVIN_WALK_LOG"))
 {
@@ -115,26 +93,9 @@ void WalkDriver::giveUp(const QString &why)
     std::_Exit(kExitFailed);
 }
 
-QWidget *WalkDriver::find(const QString &name) const
-{
-    const QString wantedClass = name.contains(QLatin1Char('/')) ? name.section(QLatin1Char('/'), 0, 0) : QString();
-    const QString wantedName = name.section(QLatin1Char('/'), -1);
-    const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget *widget : widgets) {
-        if (!widget->isVisible() || widget->objectName() != wantedName)
-            continue;
-        if (wantedClass.isEmpty())
-            return widget;
-        for (const QWidget *owner = widget; owner; owner = owner->parentWidget()) {
-            if (owner->inherits(wantedClass.toLatin1().constData()))
-                return widget;
-        }
-    }
-    return nullptr;
-}
-
 void WalkDriver::clickLater(QWidget *widget, const QPoint &where)
 {
+    bringIntoSight(widget);
     // What the click starts may run for minutes; the driver's own timer must be free meanwhile.
     const QPoint inWindow = widget->mapTo(widget->window(), where);
     QWindow *window = widget->window()->windowHandle();
@@ -145,18 +106,27 @@ void WalkDriver::clickLater(QWidget *widget, const QPoint &where)
 
 bool WalkDriver::wait(const WalkStep &step)
 {
-    return find(step.word(0)) != nullptr;
+    return findWidget(step.word(0)) != nullptr;
 }
 
 bool WalkDriver::text(const WalkStep &step)
 {
-    QWidget *widget = find(step.word(0));
+    QWidget *widget = findWidget(step.word(0));
     return widget && shownText(widget) == step.word(1);
+}
+
+bool WalkDriver::show(const WalkStep &step)
+{
+    QWidget *widget = findWidget(step.word(0));
+    if (!widget)
+        return false;
+    bringIntoSight(widget);
+    return true;
 }
 
 bool WalkDriver::click(const WalkStep &step)
 {
-    QWidget *widget = find(step.word(0));
+    QWidget *widget = findWidget(step.word(0));
     if (!widget || !widget->isEnabled() || QApplication::activeModalWidget())
         return false;
     // A check box takes clicks on its box and its text only, not in the empty room behind the text.
@@ -167,10 +137,11 @@ bool WalkDriver::click(const WalkStep &step)
 
 bool WalkDriver::key(const WalkStep &step)
 {
-    QWidget *widget = find(step.word(0));
+    QWidget *widget = findWidget(step.word(0));
     if (!widget)
         return false;
     const int code = QKeySequence(step.word(1))[0];
+    bringIntoSight(widget);
     widget->setFocus();
     QWindow *window = widget->window()->windowHandle();
     QTimer::singleShot(0, window, [window, code] { QTest::keyClick(window, static_cast<Qt::Key>(code)); });
@@ -179,12 +150,12 @@ bool WalkDriver::key(const WalkStep &step)
 
 bool WalkDriver::box(const WalkStep &step)
 {
-    QMessageBox *box = visibleTopLevel<QMessageBox>(step.word(0));
+    QMessageBox *box = visibleWindow<QMessageBox>(step.word(0));
     if (!box || m_sinceClick.elapsed() < kSettleMs)
         return false;
     const QList<QAbstractButton *> buttons = box->buttons();
     for (QAbstractButton *button : buttons) {
-        if (plain(button->text()) == step.word(1)) {
+        if (plainText(button->text()) == step.word(1)) {
             clickLater(button, button->rect().center());
             return true;
         }
@@ -194,7 +165,7 @@ bool WalkDriver::box(const WalkStep &step)
 
 bool WalkDriver::pick(const WalkStep &step)
 {
-    auto *dialog = visibleTopLevel<QFileDialog>();
+    auto *dialog = visibleWindow<QFileDialog>();
     auto *edit = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
     if (!edit || m_sinceStep.elapsed() < kSettleMs)
         return false;
@@ -206,26 +177,13 @@ bool WalkDriver::pick(const WalkStep &step)
 
 bool WalkDriver::language(const WalkStep &step)
 {
-    QWidget *button = find(QStringLiteral("pButLang"));
+    QWidget *button = findWidget(QStringLiteral("pButLang"));
     if (!button || m_sinceClick.elapsed() < kSettleMs)
         return false;
     if (shownText(button).toLower() == step.word(0))
         return true;
     clickLater(button, button->rect().center());
     return false;
-}
-
-/// Another program's window, like that of the file manager, may lie above.
-void WalkDriver::raiseWindows()
-{
-    QWidget *question = QApplication::activeModalWidget();
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        if (window->isVisible() && window != question)
-            window->raise();
-    }
-    if (question)
-        question->raise();
 }
 
 bool WalkDriver::shot(const WalkStep &step)
@@ -251,7 +209,7 @@ bool WalkDriver::unplug(const WalkStep &)
 
 bool WalkDriver::select(const WalkStep &step)
 {
-    auto *view = qobject_cast<QAbstractItemView *>(find(step.word(0)));
+    auto *view = qobject_cast<QAbstractItemView *>(findWidget(step.word(0)));
     if (!view)
         return false;
     QList<QModelIndex> rows;
@@ -272,7 +230,7 @@ bool WalkDriver::select(const WalkStep &step)
 
 bool WalkDriver::drop(const WalkStep &step)
 {
-    QWidget *target = find(step.word(0));
+    QWidget *target = findWidget(step.word(0));
     if (!target || !target->isEnabled() || m_sinceClick.elapsed() < kSettleMs)
         return false;
     QList<QUrl> urls;
@@ -306,7 +264,7 @@ bool WalkDriver::within(const WalkStep &step)
 
 bool WalkDriver::close(const WalkStep &)
 {
-    QWidget *window = find(QStringLiteral("centralWidget"));
+    QWidget *window = findWidget(QStringLiteral("centralWidget"));
     if (!window || QApplication::activeModalWidget())
         return false;
     QTimer::singleShot(0, window->window(), [window] { window->window()->close(); });

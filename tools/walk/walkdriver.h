@@ -19,6 +19,7 @@ class QWidget;
 /// Steps (NAME is an object name, or Class/objectname; the widget must be visible):
 ///   wait NAME                 until it is there
 ///   text NAME "TEXT"          until it shows this text
+///   show NAME                 its page is scrolled until it is in sight, as every click does too
 ///   click NAME                left click, as soon as it is there and enabled
 ///   key NAME KEY              one key press (Return, Escape, Space, Tab, Delete, …) on the widget
 ///   box "TITLE" "BUTTON"      the message box with this title is answered by this button
@@ -44,16 +45,14 @@ private:
     using Ready = bool (WalkDriver::*)(const WalkStep &);
 
     void tick();
-    bool perform(const WalkStep &step);
     void say(const QString &text);
     void giveUp(const QString &why);
 
-    QWidget *find(const QString &name) const;
-    static void raiseWindows();
     void clickLater(QWidget *widget, const QPoint &where);
 
     bool wait(const WalkStep &step);
     bool text(const WalkStep &step);
+    bool show(const WalkStep &step);
     bool click(const WalkStep &step);
     bool key(const WalkStep &step);
     bool box(const WalkStep &step);

@@ -23,9 +23,9 @@ PICTURES = GUIDE / "pictures"
 LANGUAGES = ["it", "en", "de"]
 # The boxes of Qt's own making have its own texts.
 BOX_TEXTS = {
-    "it": {"Yes": "Si", "No": "No", "OK": "OK"},
-    "en": {"Yes": "Yes", "No": "No", "OK": "OK"},
-    "de": {"Yes": "Ja", "No": "Nein", "OK": "OK"},
+    "it": {"Yes": "Si", "No": "No", "OK": "OK", "Show Details...": "Mostra dettagli..."},
+    "en": {"Yes": "Yes", "No": "No", "OK": "OK", "Show Details...": "Show Details..."},
+    "de": {"Yes": "Ja", "No": "Nein", "OK": "OK", "Show Details...": "Details einblenden..."},
 }
 WIDTH = 800  # pixels of a picture
 MOST_BYTES = 60_000  # of a picture

@@ -21,7 +21,7 @@ constexpr int kHoverLightness = 145;
 constexpr int kPressedDarkness = 170;
 const QColor kDisabledText(200, 200, 200);
 const QColor kDisabledGround(92, 92, 92);
-const QColor kEdge(25, 25, 25);
+const QColor kEdge(110, 110, 110); // shows on the dark pages and on the bright ones
 
 QFont lineFont()
 {

@@ -1,6 +1,7 @@
 #include "questionbox.h"
 
 #include "altkeys.h"
+#include "shade.h"
 #include "sharedfonts.h"
 #include "styles.h"
 
@@ -23,6 +24,7 @@ struct OtherWindow
 // What the lines of a box may be wide, and what a screen has to have beside them.
 constexpr int kMargin = 18;
 constexpr int kWidestText = 680;
+constexpr int kLeastText = 220; ///< of a box of one word, which would be a stamp
 constexpr int kBesideText = 170;
 /// The box itself stays so much narrower than a screen of more than 1024 pixels.
 constexpr int kBesideBox = 480;
@@ -40,11 +42,26 @@ void giveRoom(const QMessageBox &box, QLabel *label)
     const int screen = box.screen()->availableGeometry().width();
     const int widest = qMin(kWidestText, (screen > kNarrowScreen ? screen - kBesideBox : screen) - kBesideText);
     const QFontMetrics metrics(label->font());
-    int wanted = 0;
+    int wanted = kLeastText;
     const QStringList lines = label->text().split(QLatin1Char('\n'));
     for (const QString &line : lines)
         wanted = qMax(wanted, metrics.horizontalAdvance(line) + 2);
     label->setMinimumWidth(qBound(0, wanted, widest));
+}
+
+/// The button that shows and hides the details has its width from the font it had first, and its text changes.
+void fitDetailsButton(const QMessageBox &box, QAbstractButton *button)
+{
+    if (box.detailedText().isEmpty() || box.buttonRole(button) != QMessageBox::ActionRole)
+        return;
+    const QFontMetrics metrics(button->font());
+    int widest = 0;
+    for (const char *text : {"Show Details...", "Hide Details..."}) {
+        const QString shown = QCoreApplication::translate("QMessageBox", text);
+        widest = qMax(widest, metrics.size(Qt::TextShowMnemonic, shown).width());
+    }
+    // Of the box's sheet no width but that of another sheet is taken.
+    button->setStyleSheet(QStringLiteral("min-width: %1px;").arg(widest));
 }
 
 /// Gives a box that has its texts and buttons the look of the program's pages.
@@ -61,6 +78,7 @@ void dress(QMessageBox &box)
         setTitleFont(button, fonts.fontTitle18);
         // Some desktops put pictures on the buttons of boxes, in colours of their own.
         button->setIcon(QIcon());
+        fitDetailsButton(box, button);
     }
     giveBoxAltKeys(box);
     box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -88,6 +106,7 @@ QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &questio
     if (question.escapeButton != QMessageBox::NoButton)
         box.setEscapeButton(question.escapeButton);
     dress(box);
+    const Shade shade;
     // Nothing holds a box without a parent in front: it could come up behind the window that waits for it.
     if (!parent) {
         QTimer::singleShot(0, &box, [&box] {
@@ -112,6 +131,7 @@ void tellUser(QWidget *parent, QMessageBox::Icon icon, const QString &title, con
     box.setInformativeText(informativeText);
     box.setDetailedText(detailedText);
     dress(box);
+    const Shade shade;
     box.exec();
 }
 

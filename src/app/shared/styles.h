@@ -39,7 +39,7 @@ inline constexpr QLatin1String kMessageBox =
           " border: 1px solid rgb(110, 110, 110);}"
           "QMessageBox QPushButton {background-color: rgb(66, 66, 66); color: rgb(249,191,0);"
           " border: 2px solid rgb(110, 110, 110); border-radius: 5px; min-width: 110px; min-height: 34px;"
-          " padding: 2px 14px;}"
+          " padding: 2px 10px;}"
           "QMessageBox QPushButton:hover {background-color: rgb(90, 90, 90);}"
           "QMessageBox QPushButton:focus {border-color: rgb(249,191,0);}"
           "QMessageBox QPushButton:pressed {background-color: rgb(249,191,0); color: rgb(51, 51, 51);}"

@@ -49,7 +49,7 @@
     </message>
     <message>
         <source>Copia tutte le basi in una cartella del PC.</source>
-        <translation>Kopiert alle Songs in einen Ordner des PCs.</translation>
+        <translation>Kopiert alle Songs in einen Ordner auf dem PC.</translation>
     </message>
     <message>
         <source>Riporta su Corvin le basi salvate sul PC.</source>
@@ -65,7 +65,7 @@
     </message>
     <message>
         <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
-        <translation>Sichert die Songs, löscht die Festplatte, bringt sie zurück.</translation>
+        <translation>Sichert die Songs, löscht die Festplatte, spielt die Songs zurück.</translation>
     </message>
 </context>
 <context>
@@ -76,7 +76,7 @@
     </message>
     <message>
         <source>CONTROLLO INTEGRITA&apos; SOFTWARE ...</source>
-        <translation>SOFTWARE-INTEGRITÄT WIRD GEPRÜFT ...</translation>
+        <translation>SOFTWAREINTEGRITÄT WIRD GEPRÜFT ...</translation>
     </message>
     <message>
         <source>File di sistema mancanti</source>
@@ -86,7 +86,7 @@
         <source>ATTENZIONE: file di sistema danneggiati o mancanti,
 
 tentare il ripristino ?</source>
-        <translation>ACHTUNG: Systemdateien sind beschädigt oder fehlen,
+        <translation>ACHTUNG: Systemdateien sind beschädigt oder fehlen.
 
 Wiederherstellung versuchen?</translation>
     </message>
@@ -96,7 +96,7 @@ Wiederherstellung versuchen?</translation>
     </message>
     <message>
         <source>CONTROLLO SOFTWARE COMPLETATO</source>
-        <translation>SOFTWARE-PRÜFUNG ABGESCHLOSSEN</translation>
+        <translation>SOFTWAREPRÜFUNG ABGESCHLOSSEN</translation>
     </message>
     <message>
         <source>Problema rilevato durante il controllo del sistema operativo !!!</source>
@@ -146,7 +146,7 @@ Schalten Sie Corvin4 ein.</translation>
         <source>Scollegare il Corvin4 dalla porta USB
 Spegnerlo e riaccenderlo per completare la procedura</source>
         <translation>Trennen Sie Corvin4 vom USB-Anschluss,
-schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
+schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation>
     </message>
     <message>
         <source>Ottimizzazione non completata correttamente</source>
@@ -154,7 +154,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
     </message>
     <message>
         <source>I file rimossi dal Corvin4 sono conservati in:</source>
-        <translation>Die vom Corvin4 entfernten Dateien liegen in:</translation>
+        <translation>Die von Corvin4 entfernten Dateien liegen in:</translation>
     </message>
 </context>
 <context>
@@ -169,7 +169,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
     </message>
     <message>
         <source>OTTIMIZZA L&apos;ARCHVIO DELLE BASI DI CORVIN4</source>
-        <translation>SONG-ARCHIV VON CORVIN4 OPTIMIEREN</translation>
+        <translation>SONGARCHIV VON CORVIN4 OPTIMIEREN</translation>
     </message>
     <message>
         <source>AGGIORNA / RIPRISTINA IL SISTEMA OPERATIVO</source>
@@ -211,7 +211,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen</translation>
     <name>IstruzioniTransfer</name>
     <message>
         <source>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</source>
-        <translation>Wählen Sie im Feld den Ordner von Corvin4, in den die Songs kopiert werden sollen.</translation>
+        <translation>Wählen Sie in der Liste den Ordner von Corvin4, der die Songs aufnehmen soll.</translation>
     </message>
     <message>
         <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
@@ -318,7 +318,7 @@ cliccare ancora su START</source>
         <translation>Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
 Schalten Sie Corvin4 dann ein und klicken Sie,
 sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut auf START</translation>
+erneut auf START.</translation>
     </message>
     <message>
         <source>Errore di formattazione</source>
@@ -334,7 +334,7 @@ cliccare ancora su START</source>
 Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
 Schalten Sie Corvin4 dann ein und klicken Sie,
 sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut auf START</translation>
+erneut auf START.</translation>
     </message>
     <message>
         <source>Errore durante il BackUp</source>
@@ -344,7 +344,7 @@ erneut auf START</translation>
         <source>C&apos;è stato durante il salvataggio delle basi.
 Operazione annullata</source>
         <translation>Beim Sichern der Songs ist ein Fehler aufgetreten.
-Vorgang abgebrochen</translation>
+Der Vorgang wurde abgebrochen.</translation>
     </message>
     <message>
         <source>Errore durante il Restore</source>
@@ -354,7 +354,7 @@ Vorgang abgebrochen</translation>
         <source>C&apos;è stato durante il ripristino delle basi.
 Operazione annullata</source>
         <translation>Beim Wiederherstellen der Songs ist ein Fehler aufgetreten.
-Vorgang abgebrochen</translation>
+Der Vorgang wurde abgebrochen.</translation>
     </message>
     <message>
         <source>Fine operazioni</source>
@@ -366,8 +366,8 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Installation abgeschlossen.
-Corvin ausschalten, vom PC trennen und wieder einschalten.
-Falls ein Neustart verlangt wird, aus- und einschalten,
+Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
+Falls ein Neustart verlangt wird, schalten Sie ihn aus und ein,
 bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -386,8 +386,8 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Update heruntergeladen.
-Corvin ausschalten, vom PC trennen und wieder einschalten.
-Falls ein Neustart verlangt wird, aus- und einschalten,
+Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
+Falls ein Neustart verlangt wird, schalten Sie ihn aus und ein,
 bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -508,7 +508,7 @@ Möchten Sie fortfahren?</translation>
         <source>Saranno copiati %1 files
 
 Vuoi continuare ?</source>
-        <translation>%1 Dateien werden kopiert
+        <translation>%1 Dateien werden kopiert.
 
 Möchten Sie fortfahren?</translation>
     </message>
@@ -520,7 +520,7 @@ Möchten Sie fortfahren?</translation>
         <source>Non è stato possibile salvare le playlist sul PC.
 Il sistema operativo di Corvin non è stato modificato.</source>
         <translation>Die Playlists konnten nicht auf dem PC gesichert werden.
-Das Betriebssystem des Corvin wurde nicht verändert.</translation>
+Das Betriebssystem von Corvin wurde nicht verändert.</translation>
     </message>
     <message>
         <source>Provare a reinstallare il sistema operativo.</source>
@@ -529,7 +529,7 @@ Das Betriebssystem des Corvin wurde nicht verändert.</translation>
     <message>
         <source>Le playlist che erano su Corvin si trovano in:
 %1</source>
-        <translation>Die Playlists, die auf dem Corvin waren, liegen in:
+        <translation>Die Playlists, die auf Corvin waren, liegen in:
 %1</translation>
     </message>
     <message>
@@ -542,7 +542,7 @@ Das Betriebssystem des Corvin wurde nicht verändert.</translation>
     </message>
     <message>
         <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
-        <translation>Der Ordner liegt auf der Festplatte des Corvin4. Wählen Sie einen Ordner des PCs.</translation>
+        <translation>Der Ordner liegt auf der Festplatte von Corvin4. Wählen Sie einen Ordner auf dem PC.</translation>
     </message>
     <message>
         <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
@@ -603,7 +603,7 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     </message>
     <message>
         <source>Le cartelle contenenti più di 1000 basi verranno suddivise in cartelle ordinate secondo il titolo delle canzoni.</source>
-        <translation>Ordner mit mehr als 1000 Songs werden in nach Songtiteln sortierte Ordner aufgeteilt.</translation>
+        <translation>Songs aus Ordnern mit mehr als 1000 Songs werden nach Titeln auf mehrere Ordner verteilt.</translation>
     </message>
     <message>
         <source>Crea database</source>
@@ -611,7 +611,7 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     </message>
     <message>
         <source>Crea il database delle canzoni prelevando le informazioni dai file, migliora i risultati delle ricerche</source>
-        <translation>Erstellt die Songdatenbank aus den Informationen in den Dateien und verbessert die Suchergebnisse</translation>
+        <translation>Erstellt die Songdatenbank aus den Informationen in den Dateien und verbessert die Suchergebnisse.</translation>
     </message>
     <message>
         <source>INDIETRO</source>
@@ -714,8 +714,8 @@ DURCHSUCHEN</translation>
     <message>
         <source>Trascina Qui File e Cartelle
 Per copiarli nel Corvin4</source>
-        <translation>Ziehen Sie Dateien und Ordner hierher,
-um sie auf Corvin4 zu kopieren</translation>
+        <translation>Dateien und Ordner
+zum Kopieren hierher ziehen</translation>
     </message>
     <message>
         <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>
@@ -759,7 +759,7 @@ ist bereits vorhanden. Überschreiben?</translation>
     </message>
     <message>
         <source>No,Tutti</source>
-        <translation>Nein, alle</translation>
+        <translation>Nein, keine</translation>
     </message>
     <message>
         <source>Cancella file</source>
@@ -793,7 +793,7 @@ ist bereits vorhanden. Überschreiben?</translation>
     </message>
     <message>
         <source>Cartelle di Corvin4</source>
-        <translation>Ordner des Corvin4</translation>
+        <translation>Ordner von Corvin4</translation>
     </message>
     <message>
         <source>Contenuto della cartella</source>

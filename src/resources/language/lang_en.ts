@@ -49,7 +49,7 @@
     </message>
     <message>
         <source>Copia tutte le basi in una cartella del PC.</source>
-        <translation>Copies all songs to a folder of the PC.</translation>
+        <translation>Copies all songs to a folder on the PC.</translation>
     </message>
     <message>
         <source>Riporta su Corvin le basi salvate sul PC.</source>
@@ -57,7 +57,7 @@
     </message>
     <message>
         <source>Installa di nuovo il sistema. Le basi restano dove sono.</source>
-        <translation>Installs the system anew. The songs stay where they are.</translation>
+        <translation>Installs the system again. The songs stay where they are.</translation>
     </message>
     <message>
         <source>Cancella tutto il disco, comprese le basi.</source>
@@ -65,7 +65,7 @@
     </message>
     <message>
         <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
-        <translation>Saves the songs on the PC, erases the disk, brings them back.</translation>
+        <translation>Saves the songs on the PC, erases the disk, restores the songs.</translation>
     </message>
 </context>
 <context>
@@ -86,9 +86,9 @@
         <source>ATTENZIONE: file di sistema danneggiati o mancanti,
 
 tentare il ripristino ?</source>
-        <translation>WARNING: system files are damaged or missing,
+        <translation>WARNING: system files are damaged or missing.
 
-try to restore them?</translation>
+Try to restore them?</translation>
     </message>
     <message>
         <source>CHECK UP IN CORSO</source>
@@ -146,7 +146,7 @@ Switch Corvin4 on.</translation>
         <source>Scollegare il Corvin4 dalla porta USB
 Spegnerlo e riaccenderlo per completare la procedura</source>
         <translation>Disconnect Corvin4 from the USB port,
-then switch it off and on again to complete the procedure</translation>
+then switch it off and on again to complete the procedure.</translation>
     </message>
     <message>
         <source>Ottimizzazione non completata correttamente</source>
@@ -154,7 +154,7 @@ then switch it off and on again to complete the procedure</translation>
     </message>
     <message>
         <source>I file rimossi dal Corvin4 sono conservati in:</source>
-        <translation>The files removed from the Corvin4 are kept in:</translation>
+        <translation>The files removed from Corvin4 are kept in:</translation>
     </message>
 </context>
 <context>
@@ -193,7 +193,7 @@ then switch it off and on again to complete the procedure</translation>
     </message>
     <message>
         <source>Aggiornamento, copie di sicurezza, reinstallazione.</source>
-        <translation>Update, safety copies, reinstallation.</translation>
+        <translation>Updates, backups, reinstallation.</translation>
     </message>
 </context>
 <context>
@@ -280,7 +280,7 @@ Continue?</translation>
     </message>
     <message>
         <source>Creazione della copia del sistema operativo...</source>
-        <translation>Creating the copy of the operating system...</translation>
+        <translation>Creating a copy of the operating system...</translation>
     </message>
     <message>
         <source>Sto formattando Corvin...</source>
@@ -318,7 +318,7 @@ cliccare ancora su START</source>
         <translation>Switch Corvin4 off and connect it to the USB port of the PC.
 Then switch Corvin4 on and,
 when the connection screen appears on the Corvin display,
-click START again</translation>
+click START again.</translation>
     </message>
     <message>
         <source>Errore di formattazione</source>
@@ -334,7 +334,7 @@ cliccare ancora su START</source>
 Switch Corvin4 off and connect it to the USB port of the PC.
 Then switch Corvin4 on and,
 when the connection screen appears on the Corvin display,
-click START again</translation>
+click START again.</translation>
     </message>
     <message>
         <source>Errore durante il BackUp</source>
@@ -344,7 +344,7 @@ click START again</translation>
         <source>C&apos;è stato durante il salvataggio delle basi.
 Operazione annullata</source>
         <translation>An error occurred while backing up the songs.
-Operation cancelled</translation>
+Operation cancelled.</translation>
     </message>
     <message>
         <source>Errore durante il Restore</source>
@@ -354,7 +354,7 @@ Operation cancelled</translation>
         <source>C&apos;è stato durante il ripristino delle basi.
 Operazione annullata</source>
         <translation>An error occurred while restoring the songs.
-Operation cancelled</translation>
+Operation cancelled.</translation>
     </message>
     <message>
         <source>Fine operazioni</source>
@@ -508,7 +508,7 @@ Do you want to continue?</translation>
         <source>Saranno copiati %1 files
 
 Vuoi continuare ?</source>
-        <translation>%1 files will be copied
+        <translation>%1 files will be copied.
 
 Do you want to continue?</translation>
     </message>
@@ -524,7 +524,7 @@ The operating system of Corvin has not been changed.</translation>
     </message>
     <message>
         <source>Provare a reinstallare il sistema operativo.</source>
-        <translation>Try to reinstall the operating system.</translation>
+        <translation>Try reinstalling the operating system.</translation>
     </message>
     <message>
         <source>Le playlist che erano su Corvin si trovano in:
@@ -542,7 +542,7 @@ The operating system of Corvin has not been changed.</translation>
     </message>
     <message>
         <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
-        <translation>The folder is on the disk of Corvin4. Choose a folder of the PC.</translation>
+        <translation>The folder is on the disk of Corvin4. Choose a folder on the PC.</translation>
     </message>
     <message>
         <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
@@ -611,7 +611,7 @@ Choose or create a folder inside it.</translation>
     </message>
     <message>
         <source>Crea il database delle canzoni prelevando le informazioni dai file, migliora i risultati delle ricerche</source>
-        <translation>Creates the song database from the information in the files and improves search results</translation>
+        <translation>Creates the song database from the information in the files and improves search results.</translation>
     </message>
     <message>
         <source>INDIETRO</source>

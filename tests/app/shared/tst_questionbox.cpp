@@ -34,6 +34,18 @@ private:
     QStringList &m_titles;
 };
 
+/// A language whose words for showing and hiding details are long.
+class LongWords : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override {
+        const QString shown = QString::fromLatin1(source);
+        return qstrcmp(context, "QMessageBox") == 0 && shown.endsWith("Details..."_s) ? shown + "einblendung"_s
+                                                                                      : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
 class TestQuestionBox : public QObject
 {
     Q_OBJECT
@@ -95,6 +107,30 @@ private slots:
         boxes.answer(kTitle, Buttons::kOk);
         tellUser(nullptr, QMessageBox::Information, kTitle, kText, QString(), "a.mid\nb.mid"_s);
         QCOMPARE(details, "a.mid\nb.mid"_s);
+    }
+
+    void detailsButtonHasRoomForEachOfItsTexts() {
+        LongWords words;
+        QCoreApplication::installTranslator(&words);
+        BoxAnswerer boxes;
+        QStringList cut;
+        int texts = 0;
+        boxes.whenShown([&](QMessageBox *box) {
+            const QList<QAbstractButton *> buttons = box->buttons();
+            for (QAbstractButton *button : buttons) {
+                if (box->buttonRole(button) != QMessageBox::ActionRole)
+                    continue;
+                for (int shown = 0; shown < 2; ++shown, ++texts) {
+                    if (button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + 24 > button->width())
+                        cut.append(button->text());
+                    button->click();
+                }
+            }
+        });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(nullptr, QMessageBox::Information, kTitle, kText, QString(), "a.mid\nb.mid"_s);
+        QCOMPARE(texts, 2);
+        QCOMPARE(cut, QStringList());
     }
 
     void withoutAnEscapeButtonQtsRuleHolds() {
