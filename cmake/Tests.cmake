@@ -1,3 +1,12 @@
+# A test runs for less than it takes to compile: what is asked of the compiler and the linker is to be quick. Lines can
+# still be told in a debugger; what is tested is compiled as the preset says.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=gold CORVIN_GOLD)
+add_library(corvin_testflags INTERFACE)
+target_compile_options(corvin_testflags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O1> $<$<CONFIG:RelWithDebInfo>:-g1>)
+target_link_options(corvin_testflags INTERFACE $<$<BOOL:${CORVIN_GOLD}>:-fuse-ld=gold>)
+target_link_libraries(corvin_testflags INTERFACE corvin_flags)
+
 # Qt's headers are compiled once for all of them. The program that they belong to is never run: what is compiled ahead
 # must be compiled as the tests are, and they are programs.
 file(WRITE ${CMAKE_BINARY_DIR}/headers/main.cpp "int main() { return 0; }\n")
@@ -5,24 +14,51 @@ add_executable(corvin_testheaders ${CMAKE_BINARY_DIR}/headers/main.cpp)
 set_target_properties(corvin_testheaders PROPERTIES AUTOMOC OFF AUTOUIC OFF
                                                     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
 target_compile_options(corvin_testheaders PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
-target_link_libraries(corvin_testheaders PRIVATE corvin_flags Qt5::Widgets Qt5::Network Qt5::Test)
+target_link_libraries(corvin_testheaders PRIVATE corvin_testflags Qt5::Widgets Qt5::Network Qt5::Test)
 target_precompile_headers(corvin_testheaders PRIVATE <QtTest> <QtWidgets>)
 
 # Sanitizers, counting and soaking take longer: the presets say how many times as long a test may take.
 set(CORVIN_TIMEOUT_FACTOR 1 CACHE STRING "Multiplies the time limit of every test")
 
-# corvin_test(<name> [SOURCES <file>...] [USES <target>...] [LABELS <label>...] [TIMEOUT <seconds>] [RUN_SERIAL])
+# corvin_moc(<target> <source> <output>): moc by itself. CMake's own AUTOMOC starts itself for each target before moc, and
+# there are more than a hundred tests. What moc cannot know without the headers of Qt is told to it: the system.
+function(corvin_moc target source output)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/${target}_moc)
+  set(made ${folder}/${output})
+  file(MAKE_DIRECTORY ${folder})
+  set(system -DQ_OS_UNIX -DQ_OS_LINUX -D__linux__)
+  if(WIN32)
+    set(system -DQ_OS_WIN)
+  endif()
+  add_custom_command(
+    OUTPUT ${made}
+    COMMAND Qt5::moc ${system} ${source} -o ${made}
+    DEPENDS ${source}
+    VERBATIM)
+  target_sources(${target} PRIVATE ${made})
+  target_include_directories(${target} PRIVATE ${folder})
+endfunction()
+
+# corvin_test(<name> [SOURCES <file>...] [MOC_HEADERS <file>...] [USES <target>...] [LABELS <label>...] [TIMEOUT <seconds>] [RUN_SERIAL])
 #
 # One QtTest executable, <name>.cpp, registered with CTest. It runs without a display, in a UTF-8 locale, and with
-# settings, data and temporary files in a folder of its own below the build tree.
+# settings, data and temporary files in a folder of its own below the build tree. MOC_HEADERS are those of its headers
+# that have Q_OBJECT in them.
 function(corvin_test name)
-  cmake_parse_arguments(ARG "RUN_SERIAL" "TIMEOUT" "SOURCES;USES;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "RUN_SERIAL" "TIMEOUT" "SOURCES;MOC_HEADERS;USES;LABELS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
   math(EXPR ARG_TIMEOUT "${CORVIN_TIMEOUT_FACTOR} * ${ARG_TIMEOUT}")
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE corvin_flags ${ARG_USES} corvin_testsupport Qt5::Test)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+  corvin_moc(${name} ${CMAKE_CURRENT_SOURCE_DIR}/${name}.cpp ${name}.moc)
+  foreach(header IN LISTS ARG_MOC_HEADERS)
+    cmake_path(ABSOLUTE_PATH header)
+    cmake_path(GET header STEM stem)
+    corvin_moc(${name} ${header} moc_${stem}.cpp)
+  endforeach()
+  target_link_libraries(${name} PRIVATE corvin_testflags ${ARG_USES} corvin_testsupport Qt5::Test)
   target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
   target_precompile_headers(${name} REUSE_FROM corvin_testheaders)
   set(folder ${CMAKE_BINARY_DIR}/tests)

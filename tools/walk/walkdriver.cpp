@@ -210,7 +210,8 @@ bool WalkDriver::unplug(const WalkStep &)
 bool WalkDriver::select(const WalkStep &step)
 {
     auto *view = qobject_cast<QAbstractItemView *>(findWidget(step.word(0)));
-    if (!view)
+    // A list may be about to be made anew after what the last click has started.
+    if (!view || QApplication::activeModalWidget() || m_sinceClick.elapsed() < kSettleMs)
         return false;
     QList<QModelIndex> rows;
     for (int i = 1; i < step.words.size(); ++i) {
@@ -225,7 +226,7 @@ bool WalkDriver::select(const WalkStep &step)
         QTest::mouseClick(view->viewport(), Qt::LeftButton, i == 0 ? Qt::NoModifier : Qt::ControlModifier,
                           view->visualRect(rows.at(i)).center());
     }
-    return true;
+    return view->selectionModel()->selectedRows().size() == rows.size();
 }
 
 bool WalkDriver::drop(const WalkStep &step)
