@@ -3,7 +3,7 @@
 include(CheckLinkerFlag)
 check_linker_flag(CXX -fuse-ld=gold CORVIN_GOLD)
 add_library(corvin_testflags INTERFACE)
-target_compile_options(corvin_testflags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O1> $<$<CONFIG:RelWithDebInfo>:-g1>)
+target_compile_options(corvin_testflags INTERFACE -O0 $<$<CONFIG:RelWithDebInfo>:-g1>)
 target_link_options(corvin_testflags INTERFACE $<$<BOOL:${CORVIN_GOLD}>:-fuse-ld=gold>)
 target_link_libraries(corvin_testflags INTERFACE corvin_flags)
 
@@ -16,6 +16,9 @@ set_target_properties(corvin_testheaders PROPERTIES AUTOMOC OFF AUTOUIC OFF
 target_compile_options(corvin_testheaders PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 target_link_libraries(corvin_testheaders PRIVATE corvin_testflags Qt5::Widgets Qt5::Network Qt5::Test)
 target_precompile_headers(corvin_testheaders PRIVATE <QtTest> <QtWidgets>)
+
+# All tests, and nothing that they do not need.
+add_custom_target(corvin_tests)
 
 # Sanitizers, counting and soaking take longer: the presets say how many times as long a test may take.
 set(CORVIN_TIMEOUT_FACTOR 1 CACHE STRING "Multiplies the time limit of every test")
@@ -51,6 +54,7 @@ function(corvin_test name)
   endif()
   math(EXPR ARG_TIMEOUT "${CORVIN_TIMEOUT_FACTOR} * ${ARG_TIMEOUT}")
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+  add_dependencies(corvin_tests ${name})
   set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
   corvin_moc(${name} ${CMAKE_CURRENT_SOURCE_DIR}/${name}.cpp ${name}.moc)
   foreach(header IN LISTS ARG_MOC_HEADERS)

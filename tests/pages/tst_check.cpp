@@ -280,7 +280,7 @@ private slots:
         ShownCheck page;
         {
             const Language english("en"_s);
-            QCOMPARE(page.title(), "CHECK-UP IN PROGRESS"_s);
+            QCOMPARE(page.title(), "CHECK IN PROGRESS"_s);
             page.run();
             QCOMPARE(page.title(), "SOFTWARE CHECK COMPLETED"_s);
         }

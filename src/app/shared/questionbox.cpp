@@ -12,6 +12,7 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QScreen>
+#include <QTextEdit>
 #include <QTimer>
 
 namespace {
@@ -26,6 +27,8 @@ constexpr int kMargin = 18;
 constexpr int kWidestText = 680;
 constexpr int kLeastText = 220; ///< of a box of one word, which would be a stamp
 constexpr int kBesideText = 170;
+constexpr int kDetailsWidth = 460;
+constexpr int kDetailsHeight = 150;
 /// The box itself stays so much narrower than a screen of more than 1024 pixels.
 constexpr int kBesideBox = 480;
 constexpr int kNarrowScreen = 1024;
@@ -79,6 +82,12 @@ void dress(QMessageBox &box)
         // Some desktops put pictures on the buttons of boxes, in colours of their own.
         button->setIcon(QIcon());
         fitDetailsButton(box, button);
+    }
+    if (auto *details = box.findChild<QTextEdit *>()) {
+        // Most details are paths, one a line.
+        details->setMinimumWidth(kDetailsWidth);
+        details->setFixedHeight(kDetailsHeight);
+        details->setFont(fonts.fontText11);
     }
     giveBoxAltKeys(box);
     box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);

@@ -65,7 +65,7 @@
     </message>
     <message>
         <source>Salva le basi sul PC, cancella il disco, riporta le basi.</source>
-        <translation>Sichert die Songs, löscht die Festplatte, spielt die Songs zurück.</translation>
+        <translation>Sichert die Songs, löscht die Platte, stellt die Songs wieder her.</translation>
     </message>
 </context>
 <context>
@@ -316,9 +316,9 @@ Quindi accendere Corvin4 e
 quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
         <translation>Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
-Schalten Sie Corvin4 dann ein und klicken Sie,
+Schalten Sie Corvin4 dann ein und versuchen Sie es,
 sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut auf START.</translation>
+erneut.</translation>
     </message>
     <message>
         <source>Errore di formattazione</source>
@@ -332,9 +332,9 @@ quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
         <translation>Beim Formatieren von Corvin4 ist ein Fehler aufgetreten.
 Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
-Schalten Sie Corvin4 dann ein und klicken Sie,
+Schalten Sie Corvin4 dann ein und versuchen Sie es,
 sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut auf START.</translation>
+erneut.</translation>
     </message>
     <message>
         <source>Errore durante il BackUp</source>
@@ -723,11 +723,11 @@ zum Kopieren hierher ziehen</translation>
     </message>
     <message>
         <source>Conteggio numero file da trasferire ...</source>
-        <translation>Die zu übertragenden Dateien werden gezählt ...</translation>
+        <translation>Die zu übertragenden Dateien werden gezählt...</translation>
     </message>
     <message>
         <source>Copia di %1 file su Corvin4 in corso ...</source>
-        <translation>%1 Dateien werden auf Corvin4 kopiert ...</translation>
+        <translation>%1 Dateien werden auf Corvin4 kopiert...</translation>
     </message>
     <message>
         <source>File esistente</source>
@@ -771,7 +771,7 @@ ist bereits vorhanden. Überschreiben?</translation>
     </message>
     <message>
         <source>Cancellazione in corso ...</source>
-        <translation>Löschvorgang läuft ...</translation>
+        <translation>Löschvorgang läuft...</translation>
     </message>
     <message>
         <source>Se hai terminato clicca su FINE</source>

@@ -92,7 +92,7 @@ Try to restore them?</translation>
     </message>
     <message>
         <source>CHECK UP IN CORSO</source>
-        <translation>CHECK-UP IN PROGRESS</translation>
+        <translation>CHECK IN PROGRESS</translation>
     </message>
     <message>
         <source>CONTROLLO SOFTWARE COMPLETATO</source>
@@ -211,7 +211,7 @@ then switch it off and on again to complete the procedure.</translation>
     <name>IstruzioniTransfer</name>
     <message>
         <source>Scegli nel riquadro la cartella di Corvin4 in cui copiare le basi.</source>
-        <translation>In the panel, choose the Corvin4 folder to copy the songs into.</translation>
+        <translation>In the panel, choose the folder on Corvin4 to copy the songs into.</translation>
     </message>
     <message>
         <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
@@ -318,7 +318,7 @@ cliccare ancora su START</source>
         <translation>Switch Corvin4 off and connect it to the USB port of the PC.
 Then switch Corvin4 on and,
 when the connection screen appears on the Corvin display,
-click START again.</translation>
+try again.</translation>
     </message>
     <message>
         <source>Errore di formattazione</source>
@@ -334,7 +334,7 @@ cliccare ancora su START</source>
 Switch Corvin4 off and connect it to the USB port of the PC.
 Then switch Corvin4 on and,
 when the connection screen appears on the Corvin display,
-click START again.</translation>
+try again.</translation>
     </message>
     <message>
         <source>Errore durante il BackUp</source>
@@ -458,7 +458,7 @@ already exists. Do you want to replace it?</translation>
         <source>
 on è stato copiato. Vuoi continuare a copiare?</source>
         <translation>
-was not copied. Do you want to go on copying?</translation>
+was not copied. Do you want to continue copying?</translation>
     </message>
     <message>
         <source>ERRORE</source>
@@ -542,7 +542,7 @@ The operating system of Corvin has not been changed.</translation>
     </message>
     <message>
         <source>La cartella si trova sul disco di Corvin4. Scegliere una cartella del PC.</source>
-        <translation>The folder is on the disk of Corvin4. Choose a folder on the PC.</translation>
+        <translation>The folder is on the Corvin4 disk. Choose a folder on the PC.</translation>
     </message>
     <message>
         <source>La cartella è del sistema, dell&apos; utente o del programma e non può essere svuotata.
@@ -723,11 +723,11 @@ to copy them to Corvin4</translation>
     </message>
     <message>
         <source>Conteggio numero file da trasferire ...</source>
-        <translation>Counting the files to transfer ...</translation>
+        <translation>Counting the files to transfer...</translation>
     </message>
     <message>
         <source>Copia di %1 file su Corvin4 in corso ...</source>
-        <translation>Copying %1 files to Corvin4 ...</translation>
+        <translation>Copying %1 files to Corvin4...</translation>
     </message>
     <message>
         <source>File esistente</source>
@@ -771,7 +771,7 @@ already exists. Overwrite it?</translation>
     </message>
     <message>
         <source>Cancellazione in corso ...</source>
-        <translation>Deleting ...</translation>
+        <translation>Deleting...</translation>
     </message>
     <message>
         <source>Se hai terminato clicca su FINE</source>
