@@ -7,6 +7,8 @@ cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvin4manager
 
 # Every checkout shares what was compiled before, wherever it lies.
 export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache} CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+# What is new is compiled at once: the compiler says itself which headers it took.
+export CCACHE_DEPEND=1
 # Without these words it would keep nothing of what is compiled with headers compiled ahead.
 export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 

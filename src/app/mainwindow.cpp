@@ -24,6 +24,7 @@
 #include <QLocale>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QScrollBar>
 
 namespace {
 constexpr int kConnectionIntervalMs = 500;
@@ -135,6 +136,7 @@ void MainWindow::applyStyle()
     setPalette(windowPalette);
     // A scroll area paints its own ground, which would start the picture anew in the middle of the window.
     ui->scrollArea->viewport()->setAutoFillBackground(false);
+    ui->scrollArea->verticalScrollBar()->setStyleSheet(Styles::kScrollBar);
     ui->scrollAreaWidgetContents->setAutoFillBackground(false);
 
     const SharedFonts &fonts = sharedFonts();

@@ -38,7 +38,7 @@ IstruzioniTransfer::IstruzioniTransfer(QWidget *parent)
         number->setFont(fonts.fontTitle22);
     for (QLabel *text : {ui->labelText1, ui->labelText2, ui->labelText3})
         text->setFont(fonts.fontText13);
-    ui->labelPicture1->setPixmap(QPixmap(QStringLiteral(":/imgs/corvin88x60.png")));
+    ui->labelPicture1->setPixmap(QIcon(QStringLiteral(":/imgs/corvin88x60.png")).pixmap(kPictureSize));
     ui->labelPicture2->setPixmap(dropPicture(devicePixelRatioF()));
     ui->labelPicture3->setPixmap(QIcon(QStringLiteral(":/imgs/ok.png")).pixmap(kPictureSize));
 }

@@ -19,7 +19,8 @@ Transfer::Transfer(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::T
 {
     ui->setupUi(this);
     applyFonts();
-    ui->labelPlayer->setPixmap(QPixmap(QStringLiteral(":/imgs/corvin88x60.png")));
+    // An icon knows its picture for screens of high resolution, too.
+    ui->labelPlayer->setPixmap(QIcon(QStringLiteral(":/imgs/corvin88x60.png")).pixmap(ui->labelPlayer->maximumSize()));
     ui->actionDeleteSelectedItems->setIcon(QIcon(QStringLiteral(":/imgs/chiudi.png")));
     ui->actionDeleteSelectedItems->setShortcut(QKeySequence::Delete);
     ui->actionDeleteSelectedItems->setShortcutContext(Qt::WidgetWithChildrenShortcut);

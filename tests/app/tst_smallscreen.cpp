@@ -56,6 +56,8 @@ public:
         settle();
         QCOMPARE(area().horizontalScrollBar()->maximum(), 0);
         for (const QWidget *one : shown.findChildren<QWidget *>()) {
+            if (qobject_cast<const QAbstractItemView *>(one) && one->isVisible())
+                QVERIFY2(one->parentWidget()->rect().contains(one->geometry()), qPrintable(one->objectName()));
             const auto *label = qobject_cast<const QLabel *>(one);
             const bool isText = label || qobject_cast<const QPushButton *>(one) || qobject_cast<const QCheckBox *>(one);
             if (!isText || !one->isVisible())
@@ -147,6 +149,8 @@ private slots:
         verifyAllIsReached(small, small.page<Transfer>());
         click(small.page<Transfer>(), "pButPc");
         small.verifyItFits(small.page<Transfer>());
+        small.work(true);
+        small.verifyNothingIsCut(small.page<Transfer>());
     }
 
     void pageIsEnteredAtItsTop() {

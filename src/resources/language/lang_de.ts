@@ -248,7 +248,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation
         <source>Prima di poter chiudere il programma,
 concludi le operazioni di ottimizzazione cliccando sul tasto &quot;FINE&quot;.</source>
         <translation>Bevor Sie das Programm schließen können,
-muss die Optimierung mit „FERTIG“ beendet werden.</translation>
+muss die Optimierung mit „FERTIG“ abgeschlossen werden.</translation>
     </message>
     <message>
         <source>Azzeramento HD Corvin4</source>
@@ -315,10 +315,10 @@ Fortfahren?</translation>
 Quindi accendere Corvin4 e
 quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
-        <translation>Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
-Schalten Sie Corvin4 dann ein und versuchen Sie es,
-sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut.</translation>
+        <translation>Schalten Sie Corvin4 aus, verbinden Sie ihn per USB mit dem PC
+und schalten Sie ihn wieder ein.
+Sobald auf seinem Display der Verbindungsbildschirm erscheint,
+versuchen Sie es erneut.</translation>
     </message>
     <message>
         <source>Errore di formattazione</source>
@@ -331,10 +331,10 @@ Quindi accendere Corvin4 e
 quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
         <translation>Beim Formatieren von Corvin4 ist ein Fehler aufgetreten.
-Schalten Sie Corvin4 aus und verbinden Sie ihn mit dem USB-Anschluss des PCs.
-Schalten Sie Corvin4 dann ein und versuchen Sie es,
-sobald der Verbindungsbildschirm auf dem Corvin-Display erscheint,
-erneut.</translation>
+Schalten Sie Corvin4 aus, verbinden Sie ihn per USB mit dem PC
+und schalten Sie ihn wieder ein.
+Sobald auf seinem Display der Verbindungsbildschirm erscheint,
+versuchen Sie es erneut.</translation>
     </message>
     <message>
         <source>Errore durante il BackUp</source>
@@ -366,9 +366,10 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Installation abgeschlossen.
-Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
-Falls ein Neustart verlangt wird, schalten Sie ihn aus und ein,
-bis die Liste der Songs erscheint.</translation>
+Schalten Sie Corvin aus, trennen Sie ihn vom PC
+und schalten Sie ihn wieder ein.
+Falls ein Neustart verlangt wird, schalten Sie ihn so oft
+aus und ein, bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
         <source>Download Error </source>
@@ -386,9 +387,10 @@ Spegnere il Corvin e scollegare dal PC e riaccendere Corvin.
 Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Update heruntergeladen.
-Schalten Sie Corvin aus, trennen Sie ihn vom PC und schalten Sie ihn wieder ein.
-Falls ein Neustart verlangt wird, schalten Sie ihn aus und ein,
-bis die Liste der Songs erscheint.</translation>
+Schalten Sie Corvin aus, trennen Sie ihn vom PC
+und schalten Sie ihn wieder ein.
+Falls ein Neustart verlangt wird, schalten Sie ihn so oft
+aus und ein, bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
         <source>???</source>
@@ -715,7 +717,8 @@ DURCHSUCHEN</translation>
         <source>Trascina Qui File e Cartelle
 Per copiarli nel Corvin4</source>
         <translation>Dateien und Ordner
-zum Kopieren hierher ziehen</translation>
+zum Kopieren
+hierher ziehen</translation>
     </message>
     <message>
         <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>

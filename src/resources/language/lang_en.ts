@@ -367,7 +367,7 @@ Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Installation completed.
 Switch Corvin off, disconnect it from the PC and switch it on again.
-If you are asked to restart, switch it off and on
+If you are asked to restart, keep switching it off and on
 until the list of songs appears.</translation>
     </message>
     <message>
@@ -387,7 +387,7 @@ Se viene chiesto di riavviare, spegnere e accendere
 finchè non appare la lista delle canzoni.</source>
         <translation>Update downloaded.
 Switch Corvin off, disconnect it from the PC and switch it on again.
-If you are asked to restart, switch it off and on
+If you are asked to restart, keep switching it off and on
 until the list of songs appears.</translation>
     </message>
     <message>
@@ -714,8 +714,9 @@ PC</translation>
     <message>
         <source>Trascina Qui File e Cartelle
 Per copiarli nel Corvin4</source>
-        <translation>Drag files and folders here
-to copy them to Corvin4</translation>
+        <translation>Drag files and folders
+here to copy them
+to Corvin4</translation>
     </message>
     <message>
         <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>
