@@ -61,9 +61,6 @@ void Transfer::makeModels()
     ui->treeView->setModel(m_folders->model());
     for (int column = LocalFiles::SizeColumn; column <= LocalFiles::DateColumn; ++column)
         ui->treeView->hideColumn(column);
-    // A name that is wider than the tree can be scrolled to.
-    ui->treeView->header()->setStretchLastSection(false);
-    ui->treeView->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     ui->tableView->setModel(m_entries->model());
     layOutTable(ui->tableView);
     fitColumns();

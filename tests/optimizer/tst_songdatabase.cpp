@@ -1,41 +1,9 @@
-#include "optimizerrun.h"
+#include "databaserun.h"
 #include "support/boxanswerer.h"
 #include "support/boxtexts.h"
 #include "support/given.h"
 #include "support/limits.h"
 #include "support/playerdatabase.h"
-
-#include "songfactory/songfactory.h"
-
-/// The database step and the file that it writes.
-struct DatabaseRun : OptimizerRun
-{
-    static QByteArray song(const QString &title = "Title"_s) {
-        SongInfo info;
-        info.title = title;
-        return SongFactory::midi(info);
-    }
-    /// On the disk are @p songs, in the player's database @p known.
-    explicit DatabaseRun(const QStringList &songs = {}, const QStringList &known = {}) {
-        for (const QString &path : songs)
-            player.addFile(path, song());
-        if (!known.isEmpty())
-            writeFastDb(known);
-    }
-    void addSongs(int count, const QString &suffix = "mid"_s) { addNumbered("A/"_s, count, suffix, song()); }
-    /// Binary noise with device paths in it, each ended by a NUL.
-    void writeFastDb(const QStringList &paths, const QString &file = "System/Corvin/data.fastDB"_s) {
-        QByteArray data = QByteArrayLiteral("\x01\xFF\x00noise\\sdmem\\");
-        for (const QString &path : paths)
-            data += QByteArrayLiteral("\x07\x00\x80\\sdmemory\\") + path.toUtf8() + QByteArrayLiteral("\x00tail");
-        player.addFile(file, data);
-    }
-    void work() { page.createDiffDatabaseImportFile(); }
-    bool hasFile() const { return player.exists("CorvinImportDB.sql"_s); }
-    QByteArray file() const { return player.content("CorvinImportDB.sql"_s); }
-    QStringList lines() const { return QString::fromUtf8(file()).split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
-    bool isDone() { return told.count("log createDiffDatabaseImportFile : END"_s) == 1; }
-};
 
 class TestSongDatabase : public QObject
 {
@@ -167,76 +135,6 @@ private slots:
                      "('\\sdmemory\\A\\kept.mid'), ('\\sdmemory\\B\\gone2.mid')"_s);
         QCOMPARE(database.runFile(run.file()), QString());
         QCOMPARE(database.paths(), words("\\sdmemory\\A\\kept.mid \\sdmemory\\A\\new.mid"));
-    }
-
-    void midiSuffixLosesItsLastLetter_data() {
-        columns<QStringList, QStringList>("before", "after");
-        row("a free name", words("A/Song.MIDI"), words("A/Song.MID"));
-        row("a taken name: both stay", words("A/Song.midi A/Song.mid"), words("A/Song.mid A/Song.midi"));
-    }
-    void midiSuffixLosesItsLastLetter() {
-        QFETCH(QStringList, before);
-        QFETCH(QStringList, after);
-        DatabaseRun run(before);
-        run.work();
-        QCOMPARE(run.player.files("A"_s), after);
-        QVERIFY(run.logged("Rinomino file .midi in .mid : \"%1\""_s.arg(run.player.path(before.first()))));
-        QCOMPARE(run.told.count("log Impossibile rinominare!"_s), after.size() - 1);
-        // The shortened path is used all the same.
-        QVERIFY(run.lines().last().contains("'\\sdmemory\\A\\"_s + after.first().mid(2)));
-        QVERIFY(!run.file().toLower().contains("song.midi"));
-    }
-
-    void overLongNameIsCutAndItsCompanionsFollow() {
-        const QString base = "A/"_s + "n"_s.repeated(116); // with ".mid" a name of 120 bytes
-        DatabaseRun run({base + ".mid"_s});
-        run.put({base + ".cdg"_s, base + ".dat"_s, base + ".bak"_s});
-        run.work();
-        const QString newName = "n"_s.repeated(86) + "(0)"_s; // 120 - 90 = 30 characters less
-        const QString expected = "A/%1.bak A/%1.cdg A/%1.dat A/%1.mid"_s.arg(newName);
-        QCOMPARE(run.player.files("A"_s), words(qPrintable(expected)));
-        QVERIFY(run.logged("FilePath troppo lungo : \"%1.mid\""_s.arg(run.player.path(base))));
-        QVERIFY(run.logged("FilePath rinominato in : \"%1A/%2.mid\""_s.arg(run.player.root(), newName)));
-        QVERIFY(run.lines().last().contains(newName + ".mid'"_s));
-    }
-
-    void nameThatCannotMakeUpForItsFoldersStays() {
-        DatabaseRun run;
-        QString folder;
-        while (run.player.root().size() + folder.size() < 300)
-            folder += "d"_s.repeated(40) + "/"_s;
-        const QString song = run.player.addFile(folder + "s.mid"_s, DatabaseRun::song());
-        run.work();
-        QVERIFY(QFileInfo::exists(song));
-        QVERIFY(run.logged("FilePath troppo lungo : \"%1\""_s.arg(song)));
-        QVERIFY(run.logged("FilePath NON rinominato !"_s, QtWarningMsg));
-        QVERIFY(run.file().contains("INSERT"));
-    }
-
-    void songThatCannotBeRenamedIsLogged() {
-        DatabaseRun run({"A/%1.mid"_s.arg("m"_s.repeated(116)), "A/%1.mid"_s.arg("n"_s.repeated(116))});
-        // Events are processed when the first of the two has been repaired: the other one vanishes then.
-        run.atFirstEvents([&run] {
-            for (const QString &song : run.player.files("A"_s).filter(QRegularExpression("/(m+|n+)\\.mid$"_s)))
-                QFile::remove(run.player.path(song));
-        });
-        run.work();
-        QCOMPARE(run.told.logged().filter("FilePath troppo lungo :"_s).size(), 2);
-        QCOMPARE(run.told.count("log FilePath, impossibile rinominare!"_s), 1);
-        QVERIFY(run.logged("File non valido, impossibile rimuovere!"_s));
-        QCOMPARE(run.lines().size(), 3 + 1);
-    }
-
-    void everyFileIsRepairedOnce() {
-        DatabaseRun run;
-        run.addSongs(500, "midi"_s);
-        run.work();
-        QCOMPARE(run.told.count("log dir file found:  500"_s), 1);
-        PlayerDatabase database;
-        QCOMPARE(database.runFile(run.file()), QString());
-        QStringList paths = database.paths();
-        QCOMPARE(paths.size(), 500);
-        QCOMPARE(paths.removeDuplicates(), 0);
     }
 
     void blockedImportFileFailsWithABox() {

@@ -1,40 +1,17 @@
-#include "optimizer/titlereader.h"
+#include "titletest.h"
 
 #include "songfactory/songfactory.h"
-#include "songfiles/id3tag.h"
-#include "support/files.h"
 #include "support/given.h"
 #include "support/platform.h"
 
-class TestTitleReader : public QObject
+class TestTitleReader : public TitleTest
 {
     Q_OBJECT
 
-    static inline const QStringList kSuffixes = words("mp3 midi mid mf3 mf4 mf5 kar xmp3 xmid");
-    static constexpr int kMp3 = 0;
-    static constexpr int kMid = 2;
     static constexpr int kMf3 = 3;
-    static constexpr int kKar = 6;
-    static inline const QString kBase = "file.name"_s;
     static inline const QString kTitle = "Perché no"_s;
-    static constexpr int kMidiLimit = 4096;
     static constexpr int kTagLimit = 1000000;
-    // The types of the events in which a title stands.
-    static constexpr char kName = 3;
-    static constexpr char kText = 1;
 
-    static QByteArray meta(char type, const QByteArray &content) {
-        QByteArray event("\0\xFF", 2);
-        event.append(type);
-        if (content.size() > 127)
-            event.append(static_cast<char>(0x80 | (content.size() >> 7)));
-        event.append(static_cast<char>(content.size() & 0x7F));
-        return event + content;
-    }
-    /// A MIDI file of one track with these events.
-    static QByteArray midi(const QByteArray &events) {
-        return QByteArray("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\1\0", 22) + events;
-    }
     static QByteArray id3(const QByteArray &frames) { return SongFactory::id3v2TagAround(3, frames); }
     static QByteArray titleFrame(const QString &title = kTitle, int encoding = 0) {
         return SongFactory::id3v2TextFrame(3, "TIT2", title, encoding);
@@ -50,29 +27,11 @@ class TestTitleReader : public QObject
         info.title = title;
         return info;
     }
-    /// What the whole tag says of an MP3 song with this content.
-    static QString titleOfWholeTag(const QByteArray &content) {
-        Id3Tag tag;
-        const QString title = tag.load(content) ? tag.title() : QString();
-        return title.isEmpty() ? kBase : title;
-    }
     /// Bytes that this process has read from files so far, -1 where the system does not count them.
     static qint64 bytesReadSoFar() {
         QFile counters("/proc/self/io"_s);
         const QByteArray first = counters.open(QIODevice::ReadOnly) ? counters.readLine() : QByteArray();
         return first.startsWith("rchar: ") ? first.mid(7).trimmed().toLongLong() : -1;
-    }
-
-    PcFolder folder;
-
-    QString path(int formatIndex) const { return folder.path(kBase + "."_s + kSuffixes.value(formatIndex, "txt"_s)); }
-    QString titleOf(int formatIndex, const QByteArray &content) const {
-        // A new file each time: some disks write out at once what replaces the content of an old one.
-        QFile::remove(path(formatIndex));
-        QString title = readSongTitle(formatIndex, QFileInfo(putFile(path(formatIndex), content)));
-        if (formatIndex == kMp3 && title != titleOfWholeTag(content))
-            failTest("The whole tag has another title than "_s + title);
-        return title;
     }
 
 private slots:
@@ -135,76 +94,6 @@ private slots:
         const QByteArray &field = given<QByteArray>("field");
         const QByteArray song = QByteArray("_MF3").leftJustified(1024, '\0').replace(122, field.size(), field);
         QTEST(titleOf(kMf3, song.left(given<int>("fileSize"))), "title");
-    }
-
-    void midiTitleIsRead_data() {
-        columns<QByteArray, QString>("events", "title");
-        const auto row = [](const char *name, const QByteArray &events, const QString &title = "Azzurro"_s) {
-            ::row(name, events, title);
-        };
-        row("track name", meta(kName, "Azzurro"));
-        row("track name of one byte", meta(kName, "A"), "A"_s);
-        for (const int size : {127, 128, 300})
-            row(qPrintable("track name of %1 bytes"_s.arg(size)), meta(kName, QByteArray(size, 'a')),
-                "a"_s.repeated(size));
-        row("white space at both ends", meta(kName, " Azzurro\r\n"));
-        row("accents", meta(kName, "Perch\xE9"), "Perché"_s);
-        row("ends at a zero byte", meta(kName, QByteArray("Ab\0cd", 5)), "Ab"_s);
-        row("first of two track names", meta(kName, "Azzurro") + meta(kName, "Piano"));
-        row("track name in a later place", meta(0x51, "abc") + meta(kText, "by me") + meta(kName, "Azzurro"));
-        row("empty first track name: the others are instruments", meta(kName, "") + meta(kName, "Piano"), kBase);
-        row("blank first track name", meta(kName, "  ") + meta(kName, "Piano"), kBase);
-
-        row("karaoke title", meta(kText, "@TAzzurro"));
-        row("karaoke title with blanks", meta(kText, "@T Azzurro "));
-        row("first of two karaoke titles", meta(kText, "@TAzzurro") + meta(kText, "@TCelentano"));
-        row("empty karaoke title is none", meta(kText, "@T") + meta(kText, "@TAzzurro"));
-        row("empty karaoke title, track name", meta(kText, "@T") + meta(kName, "Azzurro"));
-        row("karaoke title wins behind a track name", meta(kName, "Soft karaoke") + meta(kText, "@TAzzurro"));
-        row("karaoke title wins before a track name", meta(kText, "@TAzzurro") + meta(kName, "Words"));
-        row("karaoke title behind an empty track name", meta(kName, "") + meta(kText, "@TAzzurro"));
-        for (const int size : {127, 128, 129, 256})
-            row(qPrintable("karaoke title of %1 bytes"_s.arg(size)), meta(kText, "@T" + QByteArray(size, 'a')),
-                "a"_s.repeated(qMin(size, 128)));
-        row("other text is no title", meta(kText, "Azzurro"), kBase);
-        row("small t is no title", meta(kText, "@tAzzurro"), kBase);
-        row("mark alone", meta(kText, "@"), kBase);
-        row("mark inside a text", meta(kText, "x@TAzzurro"), kBase);
-        row("empty text", meta(kText, "") + "@T", kBase);
-        row("other karaoke texts",
-            meta(kText, "@KMIDI KARAOKE FILE") + meta(kText, "@LENGL") + meta(kText, "@TAzzurro"));
-        row("copyright and markers are no titles", meta(2, "me") + meta(6, "Intro"), kBase);
-
-        row("length past the end", QByteArray("\0\xFF\x03\x7F", 4) + "Azzurro");
-        row("longest length", QByteArray("\0\xFF\x03\xFF\xFF\xFF\x7F", 7) + "Azzurro");
-        row("length that never ends", QByteArray("\0\xFF\x03\xFF\xFF\xFF\xFF", 7) + "Azzurro");
-        row("no length", QByteArray("\0\xFF\x03", 3), kBase);
-        row("half a length", QByteArray("\0\xFF\x03\x81", 4), kBase);
-        row("no type", QByteArray("\0\xFF", 2), kBase);
-        row("FF behind FF", QByteArray("\0\xFF\xFF\x03\x02", 5) + "Az", "Az"_s);
-        row("nothing but FF", QByteArray(5000, '\xFF'), kBase);
-        row("no events", QByteArray(), kBase);
-    }
-    void midiTitleIsRead() { QTEST(titleOf(kMid, midi(given<QByteArray>("events"))), "title"); }
-
-    void midiTitleAroundTheReadLimit_data() {
-        columns<QByteArray, int, QString>("event", "bytesInside", "title");
-        const auto cut = [](const char *what, const QByteArray &event, int front) {
-            for (int inside = 0; inside <= event.size(); ++inside)
-                row(qPrintable("%1 bytes of a %2"_s.arg(inside).arg(QLatin1String(what))), event, inside,
-                    inside > front ? "Azzurro"_s.left(inside - front) : kBase);
-        };
-        cut("track name", meta(kName, "Azzurro"), 4);
-        cut("karaoke title", meta(kText, "@TAzzurro"), 6);
-    }
-    void midiTitleAroundTheReadLimit() {
-        const int eventAt = kMidiLimit - given<int>("bytesInside");
-        QTEST(titleOf(kMid, midi(QByteArray()).leftJustified(eventAt, '\0') + given<QByteArray>("event")), "title");
-    }
-
-    void karaokeSongOfTheFactoryHasItsTitle() {
-        const QStringList texts = {"@KMIDI KARAOKE FILE"_s, "@LITAL"_s, "@TAzzurro"_s, "@TCelentano"_s};
-        QCOMPARE(titleOf(kKar, SongFactory::karaoke(texts, {"\\Cer"_s, "co"_s, "@T never"_s})), "Azzurro"_s);
     }
 
     void mp3TitleIsRead_data() {

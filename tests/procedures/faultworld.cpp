@@ -1,93 +1,16 @@
 #include "faultworld.h"
 
+#include "playermodel.h"
+
 #include "disk/datafolder.h"
 #include "disk/worklock.h"
 #include "optimizer/endottimizza.h"
-#include "optimizer/ottimizza.h"
-#include "songfactory/songfactory.h"
 #include "transfer/opentransfer.h"
 
 namespace {
 
-constexpr int kBigFolder = 1200;
 constexpr int kReplaced = 20;
 constexpr int kDropped = 300;
-const QStringList kSystem = words("AUTOEXEC.BAT Bridges/b.dat Effects/e.dat System/Corvin/Corvin.exe "
-                                  "System/GuiProc/GuiProc.exe");
-/// What the optimisation rewrites, since it names songs of the root.
-const QString kRewritten = "System/Playlist/p0.pls"_s;
-
-int songCount() {
-    const int wanted = qEnvironmentVariableIntValue("CORVIN_FAULT_SONGS");
-    return wanted > 0 ? wanted : 2000;
-}
-
-QByteArray song(const QString &title) {
-    SongInfo info;
-    info.title = title;
-    return SongFactory::midi(info);
-}
-
-bool isPlaylist(const QString &path) {
-    return path.startsWith("System/Playlist/"_s, Qt::CaseInsensitive);
-}
-
-bool isSystems(const QString &path) {
-    const QString folder = path.section(QLatin1Char('/'), 0, 0);
-    return (words("System Bridges Effects CorvinUpdate AUTOEXEC.BAT CorvinImportDB.sql").contains(folder) &&
-            !isPlaylist(path)) ||
-           path.compare(kRewritten, Qt::CaseInsensitive) == 0;
-}
-
-void fill(const ExFatVolume &volume) {
-    const auto put = [&volume](const QString &path, const QByteArray &content) { putFile(volume.path(path), content); };
-    put(".windows-label"_s, "CORVIN4\n");
-    for (const QString &file : kSystem + words("System/old.exe CorvinUpdate/old.c CorvinUpdate/old.d"))
-        put(file, "old");
-    for (int i = 0; i < songCount(); ++i) {
-        const QString number = "%1"_s.arg(i, 5, 10, QLatin1Char('0'));
-        const QString folder = i < kBigFolder ? "My Songs/Grandi/"_s : "My Songs/Vari/"_s;
-        put(folder + number + ".mid"_s, song(QChar('A' + i % 26) + " song "_s + number));
-        if (i % 100 == 0)
-            put(folder + number + ".cdg"_s, "words of "_s.toUtf8() + number.toUtf8());
-    }
-    for (int i = 0; i < 10; ++i) {
-        put("loose%1.mid"_s.arg(i), song("Loose %1"_s.arg(i)));
-        put("My Songs/photo%1.jpg"_s.arg(i), "photo " + QByteArray::number(i));
-    }
-    for (const QString &file :
-         {"My Songs/Effects/applauso.mp3"_s, "My Songs/Bridges/intro.mid"_s, "My Songs/.nascosta.mid"_s,
-          "My Songs/senza punto"_s, "My Songs/rotta.mid"_s, "My Songs/film.avi"_s, "My Songs/Grandi/testo.txt"_s})
-        put(file, "the user's own " + file.toUtf8());
-    for (int list = 0; list < 3; ++list) {
-        QByteArray lines;
-        for (int i = 0; i < 10; ++i)
-            lines += list == 0 ? "\\sdmemory\\loose%1.mid^1^2\r\n"_s.arg(i).toUtf8()
-                               : "\\sdmemory\\My Songs\\film %1 %2.mid^1^2\r\n"_s.arg(list).arg(i).toUtf8();
-        put("System/Playlist/p%1.pls"_s.arg(list), lines);
-    }
-}
-
-/// A full player, made once: its image, and what is on it.
-struct Model
-{
-    Model() {
-        ExFatVolume volume(96);
-        fill(volume);
-        content = contentBelow(volume.root());
-        if (!volume.unmount() || !QFile::copy(volume.image(), image))
-            qFatal("No model of a player: %s", qPrintable(volume.error()));
-    }
-
-    const QTemporaryDir folder;
-    const QString image = folder.filePath("model.img"_s);
-    QMap<QString, QByteArray> content;
-};
-
-const Model &model() {
-    static const Model made;
-    return made;
-}
 
 const char *slotOf(Work work) {
     switch (work) {
@@ -111,11 +34,11 @@ const char *slotOf(Work work) {
 bool canTryFaults(QString *why) {
     if (!ExFatVolume::isPossible(why))
         return false;
-    model(); // before anything temporary has another place
+    playerModel(); // before anything temporary has another place
     return true;
 }
 
-FaultDisks::FaultDisks() : volume(ExFatVolume::copyOf(model().image)) {
+FaultDisks::FaultDisks() : volume(ExFatVolume::copyOf(playerModel().image)) {
     if (!volume->isMounted() || !mount.isGood())
         qFatal("%s", qPrintable(volume->error()));
 }
@@ -124,7 +47,7 @@ FaultWorld::FaultWorld(Work workToDo) : m_work(workToDo), m_moments(std::make_un
     m_mountPoint = QDir::cleanPath(volume->root());
     qputenv("CORVIN_VOLUMES", QFile::encodeName(m_mountPoint));
     setDataFolder(own.path("data"_s));
-    const QMap<QString, QByteArray> &before = model().content;
+    const QMap<QString, QByteArray> &before = playerModel().content;
     for (auto file = before.begin(); file != before.end(); ++file) {
         if (!isSystems(file.key()) && file.key() != ".windows-label"_s)
             m_userContents.insert(file.value());
@@ -133,11 +56,11 @@ FaultWorld::FaultWorld(Work workToDo) : m_work(workToDo), m_moments(std::make_un
     own.addFile("CorvinUpdate/mine.txt"_s, "a folder of the PC that is named so");
     const QString dropped = own.path("dropped/My Songs/"_s);
     for (int i = 0; i < kDropped; ++i)
-        putFile(dropped + "Album/%1.mid"_s.arg(i), song("Dropped %1"_s.arg(i)));
+        putFile(dropped + "Album/%1.mid"_s.arg(i), titledSong("Dropped %1"_s.arg(i)));
     // The user agrees to replace these; an old one may only go for a whole new one.
     for (int i = 0; i < kReplaced; ++i) {
         const QString path = "My Songs/Grandi/%1.mid"_s.arg(i + 1, 5, 10, QLatin1Char('0'));
-        const QByteArray newer = song("Newer %1"_s.arg(i));
+        const QByteArray newer = titledSong("Newer %1"_s.arg(i));
         putFile(own.path("dropped/"_s + path), newer);
         if (m_work == Work::Restore || m_work == Work::Transfer) {
             m_userContents.remove(before.value(path));
@@ -320,8 +243,8 @@ void FaultWorld::expectSystem() const {
     fresh.removeAll("CorvinImportDB.sql"_s);
     const int oldSystem = old.size() - oldUpdate;
     const int newSystem = fresh.size() - newUpdate;
-    const bool whole =
-        (oldSystem == kSystem.size() + 1 && newSystem == 0) || (newSystem == kSystem.size() && oldSystem == 0);
+    const bool whole = (oldSystem == kWholeSystem.size() + 1 && newSystem == 0) ||
+                       (newSystem == kWholeSystem.size() && oldSystem == 0);
     if (!whole && !allBoxTexts().contains("reinstallare il sistema operativo"_s))
         failTest("No whole system, and no word about it: "_s + (old + fresh).join(QLatin1Char('|')));
 }

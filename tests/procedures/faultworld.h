@@ -80,7 +80,6 @@ private:
     void expectContents() const;
 
     const Work m_work;
-    PcFolder m_own; ///< the user's files on the PC
     QMap<QString, QByteArray> m_ownBefore;
     QMap<QString, QByteArray> m_backupBefore;
     QSet<QByteArray> m_userContents;

@@ -1,28 +1,7 @@
-#include "systemfixture.h"
+#include "reinstallfixture.h"
 
 #include "device/player.h"
 #include "pages/avanzate.h"
-
-namespace {
-
-const QStringList kOldFiles = {"AUTOEXEC.BAT"_s, "My Songs/a.mid"_s, "System/old.exe"_s};
-const QString kNewFile = "System/Corvin/Corvin.exe"_s;
-
-/// The reinstall of a player with an old system and a song.
-struct Reinstall : Maintenance
-{
-    Reinstall() {
-        for (const QString &file : kOldFiles)
-            player.addFile(file, "old");
-    }
-    void run(const QList<Answer> &answers) { Maintenance::run(Slots::kReinstall, answers); }
-    bool isInstalled() const { return player.content(kNewFile) == "new"; }
-    bool isDownloadThere() const { return QFile::exists(pc.downloads()); }
-};
-
-const QStringList kSystemAlone = {kSystemArchivePath};
-
-} // namespace
 
 class TestReinstall : public QObject
 {
@@ -30,7 +9,7 @@ class TestReinstall : public QObject
 
 private slots:
     void systemIsReplacedAndUpdatedAndTheSongsStay() {
-        Reinstall r;
+        SystemReinstall r;
         const LogCapture log;
         r.run({Titles::kFinished});
         QCOMPARE(r.player.files(),
@@ -53,7 +32,7 @@ private slots:
         const Entries wrapped = {{"CorvinAll/AUTOEXEC.BAT"_s, "new"},
                                  {"CorvinAll/"_s + kNewFile, "new"},
                                  {"CorvinAll/System/GuiProc/GuiProc.exe"_s, "new"}};
-        Reinstall r;
+        SystemReinstall r;
         r.server.serve(kSystemArchivePath, zipOf(wrapped, "CorvinAll/System/"_s, kLeastRelease));
         r.run({Titles::kFinished});
         QVERIFY(r.isInstalled());
@@ -72,7 +51,7 @@ private slots:
     void failureLeavesThePlayerAlone() {
         QFETCH(QString, fault);
         QFETCH(QString, title);
-        Reinstall r;
+        SystemReinstall r;
         std::optional<Mount> mount;
         if (fault == "absent"_s)
             SimulatedPlayer::disconnect();
@@ -118,7 +97,7 @@ private slots:
         if (fault == "rival"_s)
             entries.insert("attrib.Com"_s, "MZ");
         const QByteArray archive = zipOf(entries, "System/"_s, kLeastRelease);
-        Reinstall r;
+        SystemReinstall r;
         r.serveSpoilt(kSystemArchivePath, archive, fault, number);
         NEEDS(fault != "full"_s || r.fillUpAfter(900), "Nothing can be mounted here");
         r.run({title});
@@ -128,7 +107,7 @@ private slots:
     }
 
     void systemInAnyCaseIsWhole() {
-        Reinstall r;
+        SystemReinstall r;
         r.server.serve(kSystemArchivePath, zipOf({{"autoexec.bat"_s, "new"},
                                                   {"SYSTEM/corvin/CORVIN.EXE"_s, "new"},
                                                   {"SYSTEM/GUIPROC/guiproc.exe"_s, "new"}},
@@ -138,7 +117,7 @@ private slots:
     }
 
     void playlistsOfTheOldSystemAreOnThePcAndComeBackByARestore() {
-        Reinstall r;
+        SystemReinstall r;
         r.player.addFile("SYSTEM/playlist/sabato.pls"_s, "one");
         r.player.addFile("SYSTEM/playlist/sub/.hidden"_s, "two");
         r.run({Titles::kFinished});
@@ -153,7 +132,7 @@ private slots:
     }
 
     void systemStaysWhenItsPlaylistsCannotBeKept() {
-        Reinstall r;
+        SystemReinstall r;
         r.player.addFile("System/Playlist/sabato.pls"_s, "one");
         putFile(r.data.path("removed"_s), "a file in the way");
         r.run({Titles::kError});
@@ -163,89 +142,8 @@ private slots:
         QVERIFY(r.player.exists("System/Playlist/sabato.pls"_s));
     }
 
-    void playerWithoutItsSystemIsToldAndItsPlaylistsAreNamed_data() {
-        columns<QString>("how");
-        row("user gives the copy up", "no"_s);
-        row("stop", "stop"_s);
-        row("closing", "close"_s);
-    }
-    void playerWithoutItsSystemIsToldAndItsPlaylistsAreNamed() {
-        QFETCH(QString, how);
-        Reinstall r;
-        r.serveSystem({{"Zzz.d/x.txt"_s, "x"}});
-        r.player.addFile("System/Playlist/sabato.pls"_s, "one");
-        const bool givesUp = how == "no"_s;
-        std::optional<StopPresser> stop;
-        const auto copies = [&] { return r.window.bar()->format() == "%v"_s && r.window.bar()->value() > 1; };
-        if (how == "stop"_s)
-            stop.emplace(r.window, Status::kTransferring, copies);
-        connect(r.window.bar(), &QProgressBar::valueChanged, this, [&] {
-            if (how == "close"_s && r.window.status() == Status::kTransferring && copies())
-                r.window->closeRequested = true;
-        });
-        if (givesUp)
-            r.run({{Titles::kCopyFailed, Buttons::kNo}, Titles::kError});
-        else if (stop)
-            r.run({Titles::kStop, Titles::kError});
-        else
-            r.run({Titles::kError});
-        expectLook(r.lastBox(), QMessageBox::Information, givesUp ? Titles::kError : Texts::kReinstallAgain);
-        QCOMPARE(r.lastBox().informativeText.contains("Provare a reinstallare il sistema operativo."_s), givesUp);
-        QVERIFY(r.lastBox().informativeText.contains(QDir::toNativeSeparators(r.keptFolder())));
-        QCOMPARE(filesBelow(r.keptFolder()), words("System/Playlist/sabato.pls"));
-    }
-
-    void systemWithoutOneOfItsFilesIsNotCalledInstalled() {
-        Reinstall r;
-        // The file vanishes from the PC, the user goes on without it, and the last one is copied.
-        connect(r.window.bar(), &QProgressBar::valueChanged, this, [&](int value) {
-            if (r.window.status() == Status::kTransferring && value == 1)
-                QFile::remove(r.pc.downloads("Effects/e.dat"_s));
-        });
-        r.run({Titles::kCopyFailed, Titles::kError});
-        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
-        QVERIFY(!r.window->procedureOk);
-        QCOMPARE(r.server.requests(), kSystemAlone);
-    }
-
-    void playerPulledDuringTheTransferIsNotCalledInstalled() {
-        Reinstall r;
-        MOUNT_PLAYER(player, 16);
-        putFile(player.path("My Songs/a.mid"_s), "MThd");
-        // The mount point is left, an ordinary folder that takes the rest without an error.
-        r.pullAt(player, Status::kTransferring, 2);
-        r.run({Titles::kError});
-        QVERIFY(r.pulled);
-        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
-        QCOMPARE(r.server.requests(), kSystemAlone);
-        QCOMPARE(entriesBelow(player.root()), QStringList());
-        QVERIFY(player.volume->mount());
-        QCOMPARE(contentOf(player.path("My Songs/a.mid"_s)), QByteArray("MThd"));
-    }
-
-    void failedTransferEndsTheProcedure() {
-        Reinstall r;
-        r.player.addFile("bridges"_s, "a file");
-        r.run({Titles::kError});
-        QCOMPARE(r.lastBox().text, Titles::kError);
-        QCOMPARE(r.server.requests(), kSystemAlone);
-        QVERIFY(r.player.exists("My Songs/a.mid"_s));
-    }
-
-    void folderThatCannotBeMadeEndsInItsOwnWords() {
-        Reinstall r;
-        r.serveSystem({{"Data/x.txt"_s, "x"}});
-        r.player.addFile("Data"_s, "file in the way");
-        r.run({Titles::kError, Titles::kError});
-        QCOMPARE(r.firstBox().text, Titles::kError);
-        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
-        // No update then.
-        QCOMPARE(r.server.requests(), kSystemAlone);
-        QVERIFY(!r.isDownloadThere());
-    }
-
     void failedUpdateStillEndsWithAnInstalledSystem() {
-        Reinstall r;
+        SystemReinstall r;
         r.server.serveError(kUpdateArchivePath, 404, "short");
         QList<bool> working;
         r.boxes.whenShown([&](QMessageBox *) { working.append(!r.window.stop()->isHidden()); });
@@ -266,7 +164,7 @@ private slots:
     void stopDuringTheUpdateEndsWithoutTheClosingBox() {
         QFETCH(QString, step);
         QFETCH(QString, status);
-        Reinstall r;
+        SystemReinstall r;
         QList<Answer> answers = {Titles::kStop};
         if (step == Status::kDownloading)
             r.server.serveStalled(kUpdateArchivePath, noise(40000), 100);
@@ -295,7 +193,7 @@ private slots:
     }
     void wayBackIsClosedForTheWholeTime() {
         QFETCH(QString, lastBox);
-        Reinstall r;
+        SystemReinstall r;
         const bool stops = lastBox == Titles::kStop;
         if (lastBox == Titles::kDownloadError1)
             r.server.serve(kSystemArchivePath, "short");

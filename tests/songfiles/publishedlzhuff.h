@@ -142,8 +142,7 @@ public:
 
     void insert(int r) {
         length = 0;
-        m_child[0].remove(r);
-        m_child[1].remove(r);
+        forget(r);
         int at = -1 - m_ring.at(r);
         int side = 1;
         for (;;) {
@@ -169,18 +168,15 @@ public:
             if (childOf(at, i) >= 0)
                 hang(childOf(at, i), {r, i});
         }
-        const Place where = m_place.value(at);
-        forget(at);
-        hang(r, where);
+        hang(r, forget(at));
     }
 
     void remove(int p) {
         if (!m_place.contains(p))
             return;
-        const Place where = m_place.value(p);
         const int left = childOf(p, 0);
         const int right = childOf(p, 1);
-        forget(p);
+        const Place where = forget(p);
         if (left < 0 || right < 0) {
             m_child[where.second].remove(where.first);
             if (left >= 0 || right >= 0)
@@ -213,10 +209,11 @@ private:
         m_place.insert(node, place);
     }
 
-    void forget(int node) {
+    /// Drops what a node links to, and tells where it was.
+    Place forget(int node) {
         m_child[0].remove(node);
         m_child[1].remove(node);
-        m_place.remove(node);
+        return m_place.take(node);
     }
 
     const QVector<int> &m_ring;

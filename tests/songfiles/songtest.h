@@ -52,6 +52,12 @@ inline QByteArray streamOf(const QByteArray &file) {
     return stream;
 }
 
+/// Whether a song takes a file in.
+inline bool isTaken(MetaSong &song, const QString &name, const QByteArray &bytes) {
+    PcFolder folder;
+    return song.importFile(folder.addFile(name, bytes));
+}
+
 /// A song in a folder of its own, loaded from there; the test fails when it is refused.
 class SongOnDisk
 {

@@ -1,5 +1,6 @@
 #include "songtest.h"
 #include "support/logcapture.h"
+#include "support/platform.h"
 
 /// Songs with missing ends and changed bytes go the whole way from import to saving.
 class TestDamagedSongs : public QObject
@@ -29,8 +30,9 @@ private slots:
         const PcFolder folder;
         const LogCapture log; // keeps thousands of lines out of the report
         bool manual = false;
+        int number = 0;
         forEachDamagedCopy(bytes, [&](const QByteArray &damaged) {
-            if (QTest::currentTestFailed())
+            if (QTest::currentTestFailed() || number++ % kBrokenFilesStep != 0)
                 return;
             manual = !manual;
             goAllTheWay(folder.path(name), damaged, manual);

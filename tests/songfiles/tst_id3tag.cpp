@@ -256,10 +256,9 @@ private:
     static Id3Tag withFrames(const QByteArray &frames) { return loaded(tag(frames)); }
 
     /// The text of the second frame of a tag.
-    static QString decoded(const QByteArray &payload) {
-        const QByteArray other = "TXXX\0\0\0\x02\0\0\0x"_b;
+    static QString decoded(const QByteArray &bytes) {
         QString text = "old"_s;
-        const Id3Tag tag = withFrames(other + title(bigEndian(unsigned(payload.size())), payload) + "behind");
+        const Id3Tag tag = withFrames(frame("TXXX", "x"_s) + title(bigEndian(quint32(bytes.size())), bytes) + "behind");
         return tag.frameText("TIT2", text) == 22 ? text : "not found"_s;
     }
     static QStringList fieldsIn(const Id3Tag &tag) {
@@ -273,10 +272,9 @@ private:
     }
 
     /// The tag after a call of one of its functions.
-    template <typename... Call> static QByteArray edited(const QByteArray &frames, const Call &...call) {
+    template <typename Set, typename... T> static QByteArray edited(const QByteArray &frames, Set set, const T &...to) {
         Id3Tag tag = withFrames(frames);
-        const auto invoke = [&tag](auto function, const auto &...arguments) { (tag.*function)(arguments...); };
-        invoke(call...);
+        (tag.*set)(to...);
         return tag.bytes();
     }
     /// How many bytes of the title are removed, and what is left.

@@ -1,6 +1,7 @@
 #include "randomsongs.h"
 #include "songwalk.h"
 #include "support/logcapture.h"
+#include "support/platform.h"
 
 /// What is true of every song: whether it is one can be told from its bytes, reading leaves it alone, and edits, in any
 /// order, leave everything alone that does not describe it.
@@ -40,10 +41,10 @@ private slots:
             readTwice(path, isSong);
             QVERIFY(contentOf(path) == damaged);
         };
-        for (int size = 0; size <= bytes.size(); ++size)
+        for (int size = 0; size <= bytes.size(); size += kBrokenFilesStep)
             check(bytes.left(size));
         // One bit of each byte in the usual run, another for the next byte; all values of each byte in the long one.
-        for (int i = 0; i < bytes.size(); ++i) {
+        for (int i = 0; i < bytes.size(); i += kBrokenFilesStep) {
             for (int step = 0; step < rounds(1, 255); ++step) {
                 QByteArray damaged = bytes;
                 damaged[i] = char(damaged.at(i) ^ (isSoak() ? step + 1 : 1 << i % 8));

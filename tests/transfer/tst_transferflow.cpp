@@ -1,9 +1,6 @@
 #include "opentransfer.h"
 #include "support/languages.h"
-
-namespace {
-const QStringList kSongs = {"My Songs/Rock/a.mid"_s, "My Songs/b.mid"_s, "a loose.mid"_s, "Videos/"_s};
-} // namespace
+#include "transfertest.h"
 
 /// How the transfer page is left and entered again, and what it does while it is busy, without a player, and when the
 /// language changes.

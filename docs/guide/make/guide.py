@@ -2,7 +2,8 @@
 """What scripts/guide leaves to Python.
 
 guide.py scenario LANGUAGE FILE  prints the walk FILE with the texts of the program in the language
-guide.py pictures FOLDER         makes docs/guide/pictures from the pictures of the screen, FOLDER/LANGUAGE/NAME.png
+guide.py pictures FOLDER         makes docs/guide/pictures, and those of README in docs/pictures, from the pictures of the
+                                 screen, FOLDER/LANGUAGE/NAME.png
 guide.py check                   fails when a page names a picture that is not there or a text that the program does not
                                  show, or when the three pages differ in their sections, pictures or texts of the program
 
@@ -28,6 +29,9 @@ BOX_TEXTS = {
     "de": {"Yes": "Ja", "No": "Nein", "OK": "OK", "Show Details...": "Details einblenden..."},
 }
 WIDTH = 800  # pixels of a picture
+# The pictures of README, and of the package that Linux software centres show, in the width those ask for.
+FIRST_PAGE = {"transfer.png": "08-transfer-done.png", "optimise.png": "11-options.png"}
+FIRST_PAGE_WIDTH = 880
 MOST_BYTES = 60_000  # of a picture
 
 
@@ -55,13 +59,13 @@ def print_scenario(language, file):
     print(re.sub(r"\{\{(.*?)\}\}", translated, pathlib.Path(file).read_text(encoding="utf-8")), end="")
 
 
-def make_picture(source, target):
+def make_picture(source, target, width=WIDTH):
     """The windows without the empty screen around them, small."""
     from PIL import Image  # the check alone does without
 
     screen = Image.open(source).convert("RGB")
     windows = screen.crop(screen.getbbox())
-    size = (WIDTH, round(windows.height * WIDTH / windows.width))
+    size = (width, round(windows.height * width / windows.width))
     windows.resize(size, Image.LANCZOS).save(target)
     for colours in (32, 24, 16):
         packed = subprocess.run(
@@ -82,6 +86,8 @@ def make_pictures(shots):
             old.unlink()
         for source in sorted((pathlib.Path(shots) / language).glob("*.png")):
             total += make_picture(source, folder / source.name)
+    for name, source in FIRST_PAGE.items():
+        make_picture(pathlib.Path(shots) / "en" / source, ROOT / "docs" / "pictures" / name, FIRST_PAGE_WIDTH)
     print(f"    {total // 1024} KiB of pictures in {PICTURES}")
 
 
