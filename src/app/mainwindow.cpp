@@ -22,6 +22,7 @@
 #include <QGuiApplication>
 #include <QHideEvent>
 #include <QLocale>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
@@ -72,6 +73,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
         if (now && ui->framePage->isAncestorOf(now))
             ui->scrollArea->ensureWidgetVisible(now);
     });
+    ui->scrollArea->viewport()->installEventFilter(this);
     connect(&m_closeTimer, &QTimer::timeout, this, &MainWindow::closeOnceIdle);
     start_check_connection();
 }
@@ -206,4 +208,19 @@ void MainWindow::changeEvent(QEvent *event)
             ui->labelAction->clear();
     }
     QMainWindow::changeEvent(event);
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const QWidget *view = ui->scrollArea->viewport();
+    QWidget *focused = focusWidget();
+    const bool isPages = focused && ui->framePage->isAncestorOf(focused);
+    if (watched == view && event->type() == QEvent::Resize && isPages) {
+        const QRect before(QPoint(), static_cast<const QResizeEvent *>(event)->oldSize());
+        const QRect place(focused->mapTo(ui->scrollArea, QPoint()) - view->pos(), focused->size());
+        // What the user has scrolled away from stays where it is.
+        if (before.contains(place))
+            QTimer::singleShot(0, focused, [this, focused] { ui->scrollArea->ensureWidgetVisible(focused); });
+    }
+    return QMainWindow::eventFilter(watched, event);
 }

@@ -119,6 +119,8 @@ protected:
     // mainwindow.cpp
     /// Applies the texts again when the language has changed.
     void changeEvent(QEvent *event) override;
+    /// Keeps what has the focus in sight when the place of the pages becomes smaller.
+    bool eventFilter(QObject *watched, QEvent *event) override;
     /// Notes where the window stood when it closed.
     void hideEvent(QHideEvent *event) override;
 

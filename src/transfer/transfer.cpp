@@ -2,12 +2,14 @@
 
 #include "app/shared/altkeys.h"
 #include "app/shared/sharedfonts.h"
+#include "app/shared/styles.h"
 #include "filemanager.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
 
 #include <QDebug>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QShowEvent>
 
 namespace {
@@ -31,6 +33,8 @@ Transfer::Transfer(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::T
     for (QAbstractItemView *view : views) {
         view->setAcceptDrops(false);
         view->viewport()->setAcceptDrops(false);
+        view->verticalScrollBar()->setStyleSheet(Styles::kScrollBar);
+        view->horizontalScrollBar()->setStyleSheet(Styles::kScrollBar);
     }
     ui->tableView->viewport()->installEventFilter(this);
     ui->pushBtnForward->installEventFilter(this);
@@ -101,6 +105,8 @@ void Transfer::showFolderText()
 {
     m_folderTextCleared = true;
     ui->labelFolder->setText(m_folderText);
+    // An empty line would push what stands above it out of the middle.
+    ui->labelFolder->setMaximumHeight(m_folderText.isEmpty() ? 0 : QWIDGETSIZE_MAX);
     ui->labelFolder->setToolTip(m_folderText);
 }
 

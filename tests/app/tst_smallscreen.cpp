@@ -153,6 +153,33 @@ private slots:
         small.verifyNothingIsCut(small.page<Transfer>());
     }
 
+    void whatHasTheFocusStaysInSightWhenTheProgressComesUp() {
+        const Language language("it"_s);
+        WindowOfSize small(kAtTwo);
+        QTRY_VERIFY(small.page<Connect>().isVisible());
+        small.plugIn();
+        small.window.on_checkDone();
+        small.window.on_gotoTransfer();
+        auto &end = *child<QPushButton>(small.page<Transfer>(), "pushBtnBack");
+        end.setFocus();
+        const auto isInSight = [&small, &end] {
+            const QWidget *view = small.area().viewport();
+            return view->rect().contains(
+                QRect(end.mapTo(&small.window, QPoint()) - view->mapTo(&small.window, QPoint()), end.size()));
+        };
+        small.settle();
+        small.area().ensureWidgetVisible(&end);
+        QTRY_VERIFY(isInSight());
+        small.work(true);
+        QTRY_VERIFY(isInSight());
+        // What the user has left is not fetched back.
+        small.area().verticalScrollBar()->setValue(0);
+        QVERIFY(!isInSight());
+        small.work(false);
+        small.work(true);
+        QCOMPARE(small.area().verticalScrollBar()->value(), 0);
+    }
+
     void pageIsEnteredAtItsTop() {
         WindowOfSize small(kAtTwo);
         small.plugIn();

@@ -16,7 +16,7 @@ class TestFirstMenu : public MenuPageTest
         if (language == "it"_s)
             return {"GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s, "TRASFERISCI LE BASI DAL PC A CORVIN4"_s};
         if (language == "en"_s)
-            return {"MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4"_s, "TRANSFER SONGS FROM THE PC TO CORVIN4"_s};
+            return {"MANAGE AND MAINTAIN YOUR CORVIN4"_s, "TRANSFER SONGS FROM THE PC TO CORVIN4"_s};
         return {"VERWALTUNG UND WARTUNG IHRES CORVIN4"_s, "SONGS VOM PC AUF CORVIN4 ÜBERTRAGEN"_s};
     }
 

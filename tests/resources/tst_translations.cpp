@@ -215,7 +215,7 @@ private slots:
         };
         const char *const title = "GESTIONE E MANUTENZIONE DEL TUO CORVIN4";
         text("lang_it", "FirstMenu", title, "GESTIONE E MANUTENZIONE DEL TUO CORVIN4"_s);
-        text("lang_en", "FirstMenu", title, "MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4"_s);
+        text("lang_en", "FirstMenu", title, "MANAGE AND MAINTAIN YOUR CORVIN4"_s);
         text("lang_de", "FirstMenu", title, "VERWALTUNG UND WARTUNG IHRES CORVIN4"_s);
         text("lang_it", "QPlatformTheme", "&Yes", "&Si"_s); // as the program's own buttons have it
         text("lang_de", "QPlatformTheme", "&Yes", "&Ja"_s);

@@ -3,9 +3,11 @@
 #include "sharedfonts.h"
 
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
+#include <QToolTip>
 
 namespace {
 
@@ -62,6 +64,16 @@ void PageButton::setPressedByEscape(bool pressed)
     connect(m_escape, &QShortcut::activated, this, &QAbstractButton::click);
 }
 
+bool PageButton::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || m_description.isEmpty() || showsWholeLine())
+        return QPushButton::event(event);
+    // What the tool tip says otherwise, the key that presses it, comes second.
+    const QString tip = toolTip().isEmpty() ? m_description : m_description + QLatin1Char('\n') + toolTip();
+    QToolTip::showText(static_cast<const QHelpEvent *>(event)->globalPos(), tip, this);
+    return true;
+}
+
 void PageButton::keyPressEvent(QKeyEvent *event)
 {
     // A key that is held down goes on on the next page, and would press what has the focus there.
@@ -77,6 +89,16 @@ int PageButton::textHeight() const
 int PageButton::lineHeight() const
 {
     return m_description.isEmpty() ? 0 : kBetweenLines + QFontMetrics(lineFont()).height();
+}
+
+bool PageButton::hasRoomForLine() const
+{
+    return height() >= textHeight() + lineHeight() + kUpperMargin;
+}
+
+bool PageButton::showsWholeLine() const
+{
+    return hasRoomForLine() && QFontMetrics(lineFont()).horizontalAdvance(m_description) <= textPlace().width();
 }
 
 /// The width of all that stands beside the texts.
@@ -137,8 +159,7 @@ void PageButton::paintFrame(QPainter &painter) const
 void PageButton::paintTexts(QPainter &painter) const
 {
     const QRect place = textPlace();
-    const bool bothFit = height() >= textHeight() + lineHeight() + kUpperMargin;
-    const bool withLine = !m_description.isEmpty() && bothFit;
+    const bool withLine = !m_description.isEmpty() && hasRoomForLine();
     const int across = icon().isNull() ? Qt::AlignHCenter : Qt::AlignLeft;
     painter.setFont(font());
     painter.setPen(textColour());

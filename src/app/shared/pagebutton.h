@@ -8,7 +8,8 @@ class QShortcut;
 /// A button of the program's pages. It is painted alike on every system, in the colours of its style sheet, and shows
 /// whether it is pointed at, pressed, focused or disabled. Enter presses it while it has the focus, once for each time
 /// the key goes down. It may bear a picture (its icon) on the left and a line below its text that says what it does;
-/// where it is given less height than it asks for, that line is left out.
+/// where it is given less height than it asks for, that line is left out, and where it is not seen whole, its tool tip
+/// has it.
 class PageButton : public QPushButton
 {
     Q_OBJECT
@@ -30,6 +31,7 @@ public:
     QSize minimumSizeHint() const override; ///< room for the text and the picture
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -38,6 +40,8 @@ private:
     int besideText() const;
     int textHeight() const;
     int lineHeight() const;
+    bool hasRoomForLine() const;
+    bool showsWholeLine() const;
     QColor ground() const;
     QColor textColour() const;
     void paintFrame(QPainter &painter) const;

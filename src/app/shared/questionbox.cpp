@@ -39,14 +39,15 @@ QWidget *windowOf(QWidget *parent)
     return parent ? parent->window() : nullptr;
 }
 
-/// A box breaks all lines anew once one of them is wider than it likes: the text gets the room of its own lines.
+/// A box breaks all lines anew once one of them is wider than it likes: the text gets the room of its own lines, and of
+/// those below it.
 void giveRoom(const QMessageBox &box, QLabel *label)
 {
     const int screen = box.screen()->availableGeometry().width();
     const int widest = qMin(kWidestText, (screen > kNarrowScreen ? screen - kBesideBox : screen) - kBesideText);
     const QFontMetrics metrics(label->font());
     int wanted = kLeastText;
-    const QStringList lines = label->text().split(QLatin1Char('\n'));
+    const QStringList lines = (label->text() + QLatin1Char('\n') + box.informativeText()).split(QLatin1Char('\n'));
     for (const QString &line : lines)
         wanted = qMax(wanted, metrics.horizontalAdvance(line) + 2);
     label->setMinimumWidth(qBound(0, wanted, widest));

@@ -27,13 +27,18 @@ inline constexpr QLatin1String kProgressBar =
     sheet("QProgressBar {border: 2px solid grey;border-radius: 5px;text-align: center;}"
           "QProgressBar::chunk {background-color: #f9bf00;width: 20px;}");
 
-/// The scroll bar of a page that is higher than the window: it is all that tells of what lies below.
+/// The scroll bars: that of a page that is higher than the window is all that tells of what lies below.
 inline constexpr QLatin1String kScrollBar =
     sheet("QScrollBar:vertical {background-color: rgb(190, 190, 190); border: none; width: 16px;}"
           "QScrollBar::handle:vertical {background-color: rgb(51, 51, 51); border: 1px solid rgb(110, 110, 110);"
           " border-radius: 5px; min-height: 32px; margin: 2px;}"
           "QScrollBar::handle:vertical:hover {background-color: rgb(90, 90, 90);}"
-          "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical {height: 0px;}");
+          "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical {height: 0px;}"
+          "QScrollBar:horizontal {background-color: rgb(190, 190, 190); border: none; height: 16px;}"
+          "QScrollBar::handle:horizontal {background-color: rgb(51, 51, 51); border: 1px solid rgb(110, 110, 110);"
+          " border-radius: 5px; min-width: 32px; margin: 2px;}"
+          "QScrollBar::handle:horizontal:hover {background-color: rgb(90, 90, 90);}"
+          "QScrollBar::add-line:horizontal, QScrollBar::sub-line:horizontal {width: 0px;}");
 
 /// A message box: dark ground with an edge that shows on the dark pages too, amber text, pictures of our own, buttons
 /// whose states can be told apart.

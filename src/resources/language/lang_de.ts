@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss</translation>
+        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss.</translation>
     </message>
     <message>
         <source>Scarica la versione più recente. Le basi restano dove sono.</source>
@@ -114,7 +114,7 @@ NON Spegnere/Riavviare Corvin4 e NON scollegare il cavo USB.
 L&apos;operazione potrebbe richiedere qualche minuto.</source>
         <translation>ACHTUNG:
 
-Corvin4 NICHT ausschalten oder neu starten und das USB-Kabel NICHT trennen.
+Corvin4 NICHT ausschalten oder neu starten und das USB-Kabel NICHT abziehen.
 
 Der Vorgang kann einige Minuten dauern.</translation>
     </message>
@@ -145,7 +145,7 @@ Schalten Sie Corvin4 ein.</translation>
     <message>
         <source>Scollegare il Corvin4 dalla porta USB
 Spegnerlo e riaccenderlo per completare la procedura</source>
-        <translation>Trennen Sie Corvin4 vom USB-Anschluss,
+        <translation>Trennen Sie Corvin4 vom USB-Anschluss und
 schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation>
     </message>
     <message>
@@ -181,7 +181,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss</translation>
+        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss.</translation>
     </message>
     <message>
         <source>Copia sul player le canzoni che hai sul PC.</source>
@@ -215,11 +215,11 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation
     </message>
     <message>
         <source>Trascina nell&apos;area tratteggiata i file e le cartelle dal PC.</source>
-        <translation>Ziehen Sie Dateien und Ordner vom PC auf den gestrichelten Bereich.</translation>
+        <translation>Ziehen Sie Dateien und Ordner vom PC in den gestrichelten Bereich.</translation>
     </message>
     <message>
         <source>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</source>
-        <translation>Klicken Sie zum Schluss auf „FERTIG“: Das Archiv von Corvin4 wird optimiert.</translation>
+        <translation>Klicken Sie zum Schluss auf „FERTIG“: Das Songarchiv von Corvin4 wird optimiert.</translation>
     </message>
 </context>
 <context>
@@ -368,7 +368,7 @@ finchè non appare la lista delle canzoni.</source>
         <translation>Installation abgeschlossen.
 Schalten Sie Corvin aus, trennen Sie ihn vom PC
 und schalten Sie ihn wieder ein.
-Falls ein Neustart verlangt wird, schalten Sie ihn so oft
+Falls ein Neustart verlangt wird, schalten Sie Corvin so lange
 aus und ein, bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -389,7 +389,7 @@ finchè non appare la lista delle canzoni.</source>
         <translation>Update heruntergeladen.
 Schalten Sie Corvin aus, trennen Sie ihn vom PC
 und schalten Sie ihn wieder ein.
-Falls ein Neustart verlangt wird, schalten Sie ihn so oft
+Falls ein Neustart verlangt wird, schalten Sie Corvin so lange
 aus und ein, bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
@@ -418,7 +418,7 @@ aus und ein, bis die Liste der Songs erscheint.</translation>
     </message>
     <message>
         <source>ATTENZIONE: Il drive </source>
-        <translation>ACHTUNG: Das Laufwerk </translation>
+        <translation>ACHTUNG: Der Inhalt des Laufwerks </translation>
     </message>
     <message>
         <source> verrà cancellato.
@@ -589,7 +589,7 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     </message>
     <message>
         <source>Cancella tutti i file non supportati dalla memoria di Corvin4, i formati supportati sono: jpg,png,bmp,mp3,mid,kar,mf3,mf4,mf5.</source>
-        <translation>Löscht alle nicht unterstützten Dateien aus dem Speicher von Corvin4. Unterstützte Formate: jpg, png, bmp, mp3, mid, kar, mf3, mf4, mf5.</translation>
+        <translation>Löscht alle nicht unterstützten Dateien von der Festplatte von Corvin4. Unterstützte Formate: jpg, png, bmp, mp3, mid, kar, mf3, mf4, mf5.</translation>
     </message>
     <message>
         <source>Sposta immagini e video</source>
@@ -597,7 +597,7 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     </message>
     <message>
         <source>Sposta tutti i video e le immagini presenti nella memoria di Corvin4, nelle cartelle &quot;Videos&quot; e &quot;Images&quot;.</source>
-        <translation>Verschiebt alle Videos und Bilder im Speicher von Corvin4 in die Ordner „Videos“ und „Images“.</translation>
+        <translation>Verschiebt alle Videos und Bilder auf der Festplatte von Corvin4 in die Ordner „Videos“ und „Images“.</translation>
     </message>
     <message>
         <source>Suddividi le basi in cartelle</source>
@@ -685,8 +685,8 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     <message>
         <source>Un&apos;altra finestra del programma sta lavorando.
 Attendere che abbia finito.</source>
-        <translation>Ein anderes Fenster des Programms arbeitet gerade.
-Bitte warten Sie, bis es fertig ist.</translation>
+        <translation>In einem anderen Fenster des Programms läuft gerade ein Vorgang.
+Bitte warten Sie, bis er fertig ist.</translation>
     </message>
 </context>
 <context>
@@ -717,8 +717,8 @@ DURCHSUCHEN</translation>
         <source>Trascina Qui File e Cartelle
 Per copiarli nel Corvin4</source>
         <translation>Dateien und Ordner
-zum Kopieren
-hierher ziehen</translation>
+hierher ziehen, um sie
+auf Corvin4 zu kopieren</translation>
     </message>
     <message>
         <source>SELEZIONA LA CARTELLA DI DESTINAZIONE SUL CORVIN4</source>

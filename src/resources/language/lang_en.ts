@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Reconnect Corvin4 to the USB port</translation>
+        <translation>Reconnect Corvin4 to the USB port.</translation>
     </message>
     <message>
         <source>Scarica la versione più recente. Le basi restano dove sono.</source>
@@ -161,7 +161,7 @@ then switch it off and on again to complete the procedure.</translation>
     <name>FirstMenu</name>
     <message>
         <source>GESTIONE E MANUTENZIONE DEL TUO CORVIN4</source>
-        <translation>MANAGEMENT AND MAINTENANCE OF YOUR CORVIN4</translation>
+        <translation>MANAGE AND MAINTAIN YOUR CORVIN4</translation>
     </message>
     <message>
         <source>TRASFERISCI LE BASI DAL PC A CORVIN4</source>
@@ -181,7 +181,7 @@ then switch it off and on again to complete the procedure.</translation>
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Reconnect Corvin4 to the USB port</translation>
+        <translation>Reconnect Corvin4 to the USB port.</translation>
     </message>
     <message>
         <source>Copia sul player le canzoni che hai sul PC.</source>
@@ -219,7 +219,7 @@ then switch it off and on again to complete the procedure.</translation>
     </message>
     <message>
         <source>Al termine clicca su &quot;FINE&quot;: l&apos;archivio di Corvin4 viene ottimizzato.</source>
-        <translation>When you have finished, click &quot;FINISH&quot;: the Corvin4 archive is optimised.</translation>
+        <translation>When you have finished, click &quot;FINISH&quot;: the Corvin4 song archive is optimised.</translation>
     </message>
 </context>
 <context>
@@ -315,9 +315,9 @@ Continue?</translation>
 Quindi accendere Corvin4 e
 quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
-        <translation>Switch Corvin4 off and connect it to the USB port of the PC.
-Then switch Corvin4 on and,
-when the connection screen appears on the Corvin display,
+        <translation>Switch Corvin4 off and connect it to a USB port on the PC.
+Then switch Corvin4 on.
+When the connection screen appears on the Corvin display,
 try again.</translation>
     </message>
     <message>
@@ -331,9 +331,9 @@ Quindi accendere Corvin4 e
 quando appare la schermata di connessione sul display di Corvin,
 cliccare ancora su START</source>
         <translation>An error occurred while formatting Corvin4.
-Switch Corvin4 off and connect it to the USB port of the PC.
-Then switch Corvin4 on and,
-when the connection screen appears on the Corvin display,
+Switch Corvin4 off and connect it to a USB port on the PC.
+Then switch Corvin4 on.
+When the connection screen appears on the Corvin display,
 try again.</translation>
     </message>
     <message>
@@ -416,7 +416,7 @@ until the list of songs appears.</translation>
     </message>
     <message>
         <source>ATTENZIONE: Il drive </source>
-        <translation>WARNING: Drive </translation>
+        <translation>WARNING: The drive </translation>
     </message>
     <message>
         <source> verrà cancellato.
@@ -587,7 +587,7 @@ Choose or create a folder inside it.</translation>
     </message>
     <message>
         <source>Cancella tutti i file non supportati dalla memoria di Corvin4, i formati supportati sono: jpg,png,bmp,mp3,mid,kar,mf3,mf4,mf5.</source>
-        <translation>Deletes all unsupported files from the Corvin4 memory. The supported formats are: jpg, png, bmp, mp3, mid, kar, mf3, mf4, mf5.</translation>
+        <translation>Deletes all unsupported files from the Corvin4 disk. The supported formats are: jpg, png, bmp, mp3, mid, kar, mf3, mf4, mf5.</translation>
     </message>
     <message>
         <source>Sposta immagini e video</source>
@@ -595,7 +595,7 @@ Choose or create a folder inside it.</translation>
     </message>
     <message>
         <source>Sposta tutti i video e le immagini presenti nella memoria di Corvin4, nelle cartelle &quot;Videos&quot; e &quot;Images&quot;.</source>
-        <translation>Moves all the videos and images in the Corvin4 memory into the &quot;Videos&quot; and &quot;Images&quot; folders.</translation>
+        <translation>Moves all the videos and images on the Corvin4 disk into the &quot;Videos&quot; and &quot;Images&quot; folders.</translation>
     </message>
     <message>
         <source>Suddividi le basi in cartelle</source>
@@ -683,7 +683,7 @@ Choose or create a folder inside it.</translation>
     <message>
         <source>Un&apos;altra finestra del programma sta lavorando.
 Attendere che abbia finito.</source>
-        <translation>Another window of the program is working.
+        <translation>Another window of the program is busy.
 Please wait until it has finished.</translation>
     </message>
 </context>

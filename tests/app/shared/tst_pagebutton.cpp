@@ -3,6 +3,9 @@
 #include "support/pagetest.h"
 #include "support/pictures.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 const QColor kAmber(249, 191, 0);
 const QColor kGrey(200, 200, 200);
 
@@ -87,6 +90,28 @@ private slots:
         shown.button.setDescription("che cosa fa, in una riga molto lunga"_s);
         QCOMPARE(shown.button.minimumSizeHint().width(), least);
         QVERIFY(shown.button.sizeHint().width() > least);
+    }
+
+    void lineThatIsNotSeenWholeIsInTheToolTip() {
+        ShownButton shown;
+        const auto tip = [&shown] {
+            QToolTip::hideText();
+            QHelpEvent help(QEvent::ToolTip, QPoint(), shown.button.mapToGlobal(QPoint()));
+            QApplication::sendEvent(&shown.button, &help);
+            return QToolTip::isVisible() ? QToolTip::text() : QString();
+        };
+        const QSize least = shown.button.minimumSizeHint();
+        shown.button.setDescription("che cosa fa, in una riga molto lunga"_s);
+        shown.button.setFixedSize(shown.button.sizeHint());
+        QCOMPARE(tip(), QString());
+        shown.button.setToolTip("Alt+F"_s);
+        QCOMPARE(tip(), "Alt+F"_s);
+        shown.button.setFixedWidth(least.width());
+        QCOMPARE(tip(), "che cosa fa, in una riga molto lunga\nAlt+F"_s);
+        shown.button.setFixedSize(shown.button.sizeHint().width(), least.height());
+        QCOMPARE(tip(), "che cosa fa, in una riga molto lunga\nAlt+F"_s);
+        shown.button.setToolTip(QString());
+        QCOMPARE(tip(), "che cosa fa, in una riga molto lunga"_s);
     }
 
     void pictureOfALowButtonIsNotCut() {
