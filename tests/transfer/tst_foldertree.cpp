@@ -4,7 +4,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
-/// How wide the one column of the tree is.
+/// How wide the one column of the tree is, and how high the line that names its chosen folder.
 class TestFolderTree : public QObject
 {
     Q_OBJECT
@@ -21,6 +21,14 @@ private slots:
         open.page.resize(open.page.width() - 200, open.page.height());
         QTRY_VERIFY(isFilled(open));
         QCOMPARE(open.tree()->horizontalScrollBar()->maximum(), 0);
+    }
+
+    void lineOfTheFolderTakesNoRoomWhileItIsEmpty() {
+        OpenForPlayer open({"My Songs/a.mid"_s});
+        const auto *line = child<QLabel>(open.page, "labelFolder");
+        QTRY_COMPARE(line->height(), 0);
+        open.page.on_treeView_clicked(open.tree()->model()->index(0, 0, open.top()));
+        QTRY_VERIFY(line->height() >= line->fontMetrics().height());
     }
 
     void nameThatIsWiderThanTheTreeCanBeScrolledTo() {
