@@ -1,3 +1,7 @@
+if(CORVIN_HEADERS_AHEAD)
+  corvin_headers_ahead(corvin_roomheaders HEADERS QtCore USES corvin_flags Qt5::Core)
+endif()
+
 # corvin_room(<target> ROOM <folder> SOURCES <file>... [HEADERS <file>...] [FORMS <file>...] [USES <target>...])
 #
 # A room is one static library. Its headers are reached as "<folder>/<header>" through a folder of links made in the
@@ -18,4 +22,8 @@ function(corvin_room target)
   list(FILTER qt INCLUDE REGEX "^Qt5::")
   list(FILTER ARG_USES EXCLUDE REGEX "^Qt5::")
   target_link_libraries(${target} PUBLIC ${qt} PRIVATE ${ARG_USES} corvin_flags)
+  # Those of Qt Core alone: with more of them a room would compile that includes what it may not.
+  if(CORVIN_HEADERS_AHEAD)
+    corvin_reuse_headers(${target} corvin_roomheaders)
+  endif()
 endfunction()

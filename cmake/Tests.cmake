@@ -13,19 +13,7 @@ get_target_property(test_definitions Qt5::Test INTERFACE_COMPILE_DEFINITIONS)
 list(FILTER test_definitions EXCLUDE REGEX "QT_TESTCASE_BUILDDIR")
 set_target_properties(Qt5::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${test_definitions}")
 
-# Qt's headers are compiled once for all of them. The program that they belong to is never run: what is compiled ahead
-# must be compiled as the tests are, and they are programs.
-file(WRITE ${CMAKE_BINARY_DIR}/headers/main.cpp "int main() { return 0; }\n")
-add_executable(corvin_testheaders ${CMAKE_BINARY_DIR}/headers/main.cpp)
-set_target_properties(corvin_testheaders PROPERTIES AUTOMOC OFF AUTOUIC OFF
-                                                    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
-target_compile_options(corvin_testheaders PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
-target_link_libraries(corvin_testheaders PRIVATE corvin_testflags Qt5::Widgets Qt5::Network Qt5::Test)
-target_precompile_headers(corvin_testheaders PRIVATE <QtTest> <QtWidgets>)
-# ccache tells what was compiled ahead by this text instead of its bytes, in which the path of the checkout stands. The
-# headers themselves it compares all the same.
-file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/CMakeFiles/corvin_testheaders.dir/cmake_pch.hxx.gch.sum
-     CONTENT "QtTest QtWidgets ${Qt5Core_VERSION} ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}\n")
+corvin_headers_ahead(corvin_testheaders HEADERS QtTest QtWidgets USES corvin_testflags Qt5::Widgets Qt5::Network Qt5::Test)
 
 # All tests, and nothing that they do not need.
 add_custom_target(corvin_tests)
@@ -77,8 +65,7 @@ function(corvin_test name)
     corvin_moc(${name} ${header} moc_${stem}.cpp)
   endforeach()
   target_link_libraries(${name} PRIVATE corvin_testflags ${ARG_USES} corvin_testsupport Qt5::Test)
-  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
-  target_precompile_headers(${name} REUSE_FROM corvin_testheaders)
+  corvin_reuse_headers(${name} corvin_testheaders)
   set(folder ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
     # Under Wine files and the first window take longer.
