@@ -4,7 +4,10 @@ include(CheckLinkerFlag)
 check_linker_flag(CXX -fuse-ld=gold CORVIN_GOLD)
 add_library(corvin_testflags INTERFACE)
 target_compile_options(corvin_testflags INTERFACE -O0 $<$<CONFIG:RelWithDebInfo>:-g1>)
-target_link_options(corvin_testflags INTERFACE $<$<BOOL:${CORVIN_GOLD}>:-fuse-ld=gold>)
+# Two classes of one name, one of the program and one of its test, are taken for one: the build that counts lines, where
+# nothing is compiled into its callers, must not link them.
+target_link_options(corvin_testflags INTERFACE
+                    "$<$<BOOL:${CORVIN_GOLD}>:-fuse-ld=gold;LINKER:--detect-odr-violations,--fatal-warnings>")
 target_link_libraries(corvin_testflags INTERFACE corvin_flags)
 
 # QtTest would tell every test where the build lies, for those that look for files there. None does, and ccache would

@@ -21,10 +21,10 @@ class TestSplitSafety : public QObject
             page.bigFolders.append(QFileInfo(root + folder));
         page.corvin_optimizer();
     }
-    /// Songs with content of their own; the first letter of their names changes.
-    static void addSongs(const QString &folder) {
+    /// Songs with content of their own; the first letter of their names is each of @p letters from @p first on in turn.
+    static void addSongs(const QString &folder, ushort first = 'A', int letters = 26) {
         for (int i = 0; i < kSongs; ++i)
-            putFile("%1/%2 song %3.mid"_s.arg(folder).arg(QChar('A' + i % 26)).arg(i), QByteArray::number(i));
+            putFile("%1/%2 song %3.mid"_s.arg(folder).arg(QChar(first + i % letters)).arg(i), QByteArray::number(i));
     }
     /// The contents of all files, sorted, the filler's and the label's left out.
     static QByteArrayList contents(const QString &root) {
@@ -90,6 +90,25 @@ private slots:
         QCOMPARE(QDir(player.root()).entryList({"Big*"_s}), words("Big"));
         QCOMPARE(QFileInfo::exists(player.path("Big/A0"_s)), given<bool>("isSplit"));
         QCOMPARE(told.logged().filter("Spazio insufficiente"_s).size(), given<bool>("isSplit") ? 0 : 1);
+        QCOMPARE(notes(), QStringList());
+    }
+
+    void folderWhoseTitlesNeedMoreSubFoldersThanThereIsRoomForStaysAsItIs() {
+        QString why;
+        if (!ExFatVolume::isPossible(&why))
+            QSKIP(qPrintable("no exFAT volume can be made here: "_s + why));
+        const MountedPlayer player(48);
+        QVERIFY2(player.isMounted(), qPrintable(player.volume->error()));
+        // Room for a sub-folder of each letter that is usual, and not for one of each Chinese character.
+        addSongs(player.path("Big"_s), 0x4e00, 600);
+        fill(player.root(), qint64(1) << 20);
+        const QStringList before = filesBelow(player.root());
+        Ottimizza page;
+        SignalRecorder told(page);
+        split(page, player.root());
+        QCOMPARE(filesBelow(player.root()), before);
+        QCOMPARE(QDir(player.root()).entryList({"Big*"_s}), words("Big"));
+        QCOMPARE(told.logged().filter("Spazio insufficiente"_s).size(), 1);
         QCOMPARE(notes(), QStringList());
     }
 

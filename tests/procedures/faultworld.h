@@ -29,7 +29,7 @@ struct FaultDisks
     std::unique_ptr<ExFatVolume> volume;
     PcFolder own;    ///< the user's files on the PC
     PcFolder pcDisk; ///< everything temporary
-    const Mount mount{pcDisk.path(), 64000};
+    const FolderMount mount{pcDisk.path(), 64000};
     const Environment temporary{"TMPDIR", QFile::encodeName(pcDisk.path())};
 };
 

@@ -207,7 +207,7 @@ public:
 
     TemporaryPc pc;
     const PcFolder data; ///< the program's own folder on the PC
-    std::optional<Mount> fullPc;
+    std::optional<FolderMount> fullPc;
     const QString backup = pc.addFolder("backup"_s); ///< an empty folder of the PC
     ProgramFolder programs;
     HttpServer server;

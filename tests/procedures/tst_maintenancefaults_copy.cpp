@@ -141,7 +141,7 @@ private slots:
         const QByteArray song(kMegabyte / 4, 's');
         RealCopy c;
         addNumbered(c.disk.root(), 8, song);
-        const Mount mount(c.pc.addFolder("disk"_s), 1100);
+        const FolderMount mount(c.pc.addFolder("disk"_s), 1100);
         NEEDS(mount.isGood(), "Nothing can be mounted here");
         const QString folder = c.pc.addFolder("disk/backup"_s);
         c.run(Slots::kBackUp, {{Titles::kCopyFailed, Buttons::kSiTutti}, Titles::kBackupError}, folder);
@@ -161,7 +161,7 @@ private slots:
         putFile(c.disk.path("a.mid"_s));
         const QString disk = c.pc.addFolder("disk"_s);
         const QString folder = isRoot ? disk : c.pc.addFolder("disk/backup"_s);
-        std::optional<Mount> mount;
+        std::optional<FolderMount> mount;
         if (isRoot)
             mount.emplace(disk, 1000);
         const QString old = putFile(folder + "/old.mid"_s);
@@ -186,7 +186,7 @@ private slots:
 
     void restoreOntoAReadOnlyPlayerIsNoSuccess() {
         Maintenance m;
-        const Mount mount(QDir::cleanPath(m.player.root()));
+        const FolderMount mount(QDir::cleanPath(m.player.root()));
         NEEDS(mount.isGood(), "Nothing can be mounted here");
         addNumbered(m.pc.path("loose"_s), 2);
         m.run(Slots::kRestore, {Titles::kCopyFailed, Titles::kCopyFailed, Titles::kBackupError}, m.pc.path("loose"_s));

@@ -52,7 +52,7 @@ private slots:
         QFETCH(QString, fault);
         QFETCH(QString, title);
         SystemReinstall r;
-        std::optional<Mount> mount;
+        std::optional<FolderMount> mount;
         if (fault == "absent"_s)
             SimulatedPlayer::disconnect();
         else if (fault == "download"_s)

@@ -183,7 +183,7 @@ private slots:
             update.removeOld();
         if (!readOnly)
             update.player.addFile("CorvinUpdate"_s, "a file");
-        std::optional<Mount> mount;
+        std::optional<FolderMount> mount;
         if (readOnly)
             NEEDS(mount.emplace(QDir::cleanPath(update.player.root())).isGood(), "Nothing can be mounted here");
         update.run(Slots::kUpdate, {Titles::kError, Titles::kDownloadError3});

@@ -7,7 +7,8 @@ LogCapture *g_current = nullptr;
 }
 
 LogCapture::LogCapture() {
-    Q_ASSERT(!g_current);
+    if (g_current)
+        qFatal("A second LogCapture would take the messages of the first");
     g_current = this;
     m_previous = qInstallMessageHandler(&LogCapture::handle);
 }

@@ -15,15 +15,16 @@ MountedPlayer::~MountedPlayer() {
     SimulatedPlayer::disconnect();
 }
 
-Mount::Mount(const QString &folder, int kilobytes)
+FolderMount::FolderMount(const QString &folder, int kilobytes)
     : m_folder(folder),
       m_mounted(runProgram("mount"_s, words("-t tmpfs -o") << "size=%1k"_s.arg(kilobytes) << "none"_s << folder)) {}
 
-Mount::Mount(const QString &folder) : m_folder(folder), m_mounted(runProgram("mount"_s, {"--bind"_s, folder, folder})) {
+FolderMount::FolderMount(const QString &folder)
+    : m_folder(folder), m_mounted(runProgram("mount"_s, {"--bind"_s, folder, folder})) {
     m_good = m_mounted && runProgram("mount"_s, {"-o"_s, "remount,bind,ro"_s, folder});
 }
 
-Mount::~Mount() {
+FolderMount::~FolderMount() {
     if (m_mounted)
         runProgram("umount"_s, {m_folder});
 }

@@ -20,16 +20,16 @@ public:
 };
 
 /// Something mounted on a folder for as long as this lives. Needs root: test isGood().
-class Mount
+class FolderMount
 {
 public:
     /// A memory disk of this many kilobytes.
-    Mount(const QString &folder, int kilobytes);
+    FolderMount(const QString &folder, int kilobytes);
     /// The folder itself, from now on read-only.
-    explicit Mount(const QString &folder);
-    ~Mount();
-    Mount(const Mount &) = delete;
-    Mount &operator=(const Mount &) = delete;
+    explicit FolderMount(const QString &folder);
+    ~FolderMount();
+    FolderMount(const FolderMount &) = delete;
+    FolderMount &operator=(const FolderMount &) = delete;
     bool isGood() const { return m_mounted && m_good; }
 
 private:

@@ -107,7 +107,7 @@ private slots:
         const bool stays = song.open(QIODevice::ReadOnly);
 #else
         // A folder that holds a mounted volume stays, whoever asks.
-        const Mount mount(deletion.player.path("Old/deep"_s), 100);
+        const FolderMount mount(deletion.player.path("Old/deep"_s), 100);
         const bool stays = mount.isGood();
 #endif
         if (!stays)

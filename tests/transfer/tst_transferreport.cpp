@@ -21,6 +21,23 @@ struct IncompleteDrop : OpenForPlayer
     QStringList names;
 };
 
+/// Pulls the player when all files of a drop are copied, before they are flushed.
+class PullAfterTheCopy
+{
+public:
+    PullAfterTheCopy() { s_before = qInstallMessageHandler(&PullAfterTheCopy::pull); }
+    ~PullAfterTheCopy() { qInstallMessageHandler(s_before); }
+
+private:
+    static void pull(QtMsgType type, const QMessageLogContext &context, const QString &text) {
+        if (text == "Transfer : Fine Copia"_s)
+            SimulatedPlayer::disconnect();
+        s_before(type, context, text);
+    }
+    static QtMessageHandler s_before;
+};
+QtMessageHandler PullAfterTheCopy::s_before = nullptr;
+
 } // namespace
 
 /// A drop that does not bring everything says so, and what a pulled player leaves behind is never touched.
@@ -132,6 +149,15 @@ private slots:
         QCOMPARE(drop.text(), Texts::kNotAllCopied.arg(0).arg(1));
         SKIP_ON_WINDOWS("what was begun lies on a drive that is gone");
         QCOMPARE(drop.player.files(), QStringList());
+    }
+
+    void whatWasCopiedLastIsDoubtedWhenThePlayerGoesBeforeItHasIt() {
+        IncompleteDrop drop;
+        const PullAfterTheCopy pull;
+        drop.expectBox();
+        drop.dropNew(words("a.mid b.mid"));
+        QCOMPARE(drop.text(), Texts::kNotAllCopied.arg(1).arg(2));
+        QCOMPARE(drop.names, QStringList(drop.native("b.mid"_s)));
     }
 
     void folderIsNotDeletedFurtherOnceThePlayerIsGone() {

@@ -7,6 +7,7 @@
 
 const QString kTitle = "Sovrascrivere?"_s;
 const QString kText = "<b>un file</b> & più"_s;
+const QString kLongLine = "Schalten Sie Corvin aus, trennen Sie ihn vom PC und warten"_s;
 const Question kQuestion = {kTitle,
                             kText,
                             {{QMessageBox::Yes, "Si"_s},
@@ -168,20 +169,28 @@ private slots:
         QCOMPARE(grounds.size(), 3);
     }
 
+    void linesOfATextAreNotBrokenWhileTheyFitTheScreen_data() {
+        columns<QString, QString, QString>("text", "second", "label");
+        row("the text", kLongLine + "\nkurz"_s, QString(), "qt_msgbox_label"_s);
+        row("the second text", "kurz"_s, "kurz\n"_s + kLongLine, "qt_msgbox_informativelabel"_s);
+    }
     void linesOfATextAreNotBrokenWhileTheyFitTheScreen() {
+        QFETCH(QString, text);
+        QFETCH(QString, second);
+        QFETCH(QString, label);
         BoxAnswerer boxes;
-        const QString line = "Schalten Sie Corvin aus, trennen Sie ihn vom PC und warten"_s;
         int wanted = 0;
         int given = 0;
         boxes.whenShown([&](QMessageBox *box) {
-            const auto *label = box->findChild<QLabel *>("qt_msgbox_label"_s);
+            const auto *lines = box->findChild<QLabel *>(label);
             // Letters of an unknown width may not fit a small screen.
-            wanted =
-                qMin(label->fontMetrics().horizontalAdvance(line), box->screen()->availableGeometry().width() * 3 / 4);
-            given = label->width();
+            wanted = qMin(lines->fontMetrics().horizontalAdvance(kLongLine),
+                          box->screen()->availableGeometry().width() * 3 / 4);
+            given = lines->width();
         });
         boxes.answer(kTitle, Buttons::kOk);
-        tellUser(nullptr, QMessageBox::Information, kTitle, line + "\nkurz"_s);
+        tellUser(nullptr, QMessageBox::Information, kTitle, text, second);
+        QVERIFY(wanted > 0);
         QVERIFY2(given >= wanted, qPrintable("%1 of %2"_s.arg(given).arg(wanted)));
     }
 
