@@ -10,7 +10,7 @@ export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache} CCACHE_BASEDIR=$root CCACHE_NOHAS
 # What is new is compiled at once: the compiler says itself which headers it took.
 export CCACHE_DEPEND=1
 # Without these words it would keep nothing of what is compiled with headers compiled ahead.
-export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime CCACHE_PCH_EXTSUM=1
+export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_PCH_EXTSUM=1
 
 step() { printf '==> %s\n' "$*"; }
 fail() {
