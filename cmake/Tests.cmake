@@ -1,13 +1,13 @@
 # A test runs for less than it takes to compile: what is asked of the compiler and the linker is to be quick. Lines can
 # still be told in a debugger; what is tested is compiled as the preset says.
 include(CheckLinkerFlag)
-check_linker_flag(CXX -fuse-ld=gold CORVIN_GOLD)
+check_linker_flag(CXX "-fuse-ld=gold;LINKER:--detect-odr-violations" CORVIN_LINKER_GOLD)
 add_library(corvin_testflags INTERFACE)
 target_compile_options(corvin_testflags INTERFACE -O0 $<$<CONFIG:RelWithDebInfo>:-g1>)
 # Two classes of one name, one of the program and one of its test, are taken for one: the build that counts lines, where
 # nothing is compiled into its callers, must not link them.
 target_link_options(corvin_testflags INTERFACE
-                    "$<$<BOOL:${CORVIN_GOLD}>:-fuse-ld=gold;LINKER:--detect-odr-violations,--fatal-warnings>")
+                    "$<$<BOOL:${CORVIN_LINKER_GOLD}>:-fuse-ld=gold;LINKER:--detect-odr-violations,--fatal-warnings>")
 target_link_libraries(corvin_testflags INTERFACE corvin_flags)
 
 # QtTest would tell every test where the build lies, for those that look for files there. None does, and ccache would
