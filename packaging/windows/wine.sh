@@ -42,13 +42,18 @@ windows_fonts() {
   wineserver -w
 }
 
-# make_locales FOLDER NAME...: languages that a Windows can have, whichever this machine has; LOCPATH leads to them.
+# make_locales FOLDER NAME...: languages that a Windows can have, whichever this machine has; LOCPATH leads to them. Others
+# may make the same at the same time.
 make_locales() {
-  local folder=$1 name
+  local folder=$1 name own
   shift
   mkdir -p "$folder"
   for name in "$@"; do
-    [ -d "$folder/$name.UTF-8" ] || localedef -i "$name" -f UTF-8 "$folder/$name.UTF-8"
+    [ ! -d "$folder/$name.UTF-8" ] || continue
+    own=$(mktemp -d "$folder/making-XXXXXX")
+    localedef -i "$name" -f UTF-8 "$own/$name.UTF-8"
+    mv -T "$own/$name.UTF-8" "$folder/$name.UTF-8" 2>/dev/null || [ -d "$folder/$name.UTF-8" ]
+    rm -rf "$own"
   done
   export LOCPATH=$folder
 }
