@@ -169,9 +169,12 @@ bool WalkDriver::pick(const WalkStep &step)
     auto *edit = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
     if (!edit || m_sinceStep.elapsed() < kSettleMs)
         return false;
-    edit->selectAll();
-    QTest::keyClicks(edit, step.word(0));
-    QTimer::singleShot(0, edit, [edit] { QTest::keyClick(edit, Qt::Key_Return); });
+    // Of a path that is typed the dialog may take up a beginning, while it still reads folders for its completion.
+    const QString path = step.word(0);
+    QTimer::singleShot(0, edit, [edit, path] {
+        edit->setText(path);
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
     return true;
 }
 
