@@ -100,8 +100,8 @@ public slots:
     void on_setProgressBarMaxVal(int value); ///< the bar's upper end; 0 and 0 make it busy
     /// @p format is QProgressBar's: "%p" percent, "%v" value, "%m" maximum.
     void on_setProgressBarFormat(const QString &format);
-    void on_updateProgressBarVal(int value); ///< painted at once
-    void on_increaseProgressBarVal();        ///< by one, painted at most every 40 ms
+    void on_updateProgressBarVal(int value); ///< painted at most every 40 ms
+    void on_increaseProgressBarVal();        ///< by one, painted as often
     /// Logs @p text and shows it in the status line, as plain text.
     void on_updateLabelAction(const QString &text);
     /// Shows or hides STOP alone.

@@ -12,6 +12,7 @@
 
 void MainWindow::on_setProgressBarVisible(bool visible)
 {
+    m_pacedBar->settle();
     ui->progressBar->setVisible(visible);
     ui->progressBar->setValue(0);
     ui->progressBar->setFormat(QStringLiteral("%p%"));
@@ -22,11 +23,13 @@ void MainWindow::on_setProgressBarVisible(bool visible)
 
 void MainWindow::on_setProgressBarMinVal(int value)
 {
+    m_pacedBar->settle();
     ui->progressBar->setMinimum(value);
 }
 
 void MainWindow::on_setProgressBarMaxVal(int value)
 {
+    m_pacedBar->settle();
     ui->progressBar->setMaximum(value);
 }
 
@@ -37,12 +40,12 @@ void MainWindow::on_setProgressBarFormat(const QString &format)
 
 void MainWindow::on_updateProgressBarVal(int value)
 {
-    ui->progressBar->setValue(value);
+    m_pacedBar->setValue(value);
 }
 
 void MainWindow::on_increaseProgressBarVal()
 {
-    m_pacedBar->setValue(ui->progressBar->value() + 1);
+    m_pacedBar->setValue(m_pacedBar->value() + 1);
 }
 
 void MainWindow::on_updateLabelAction(const QString &text)

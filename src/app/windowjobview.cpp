@@ -52,6 +52,7 @@ void WindowJobView::hideProgress()
 
 void WindowJobView::setBarRange(int minimum, int maximum)
 {
+    m_pacedBar.settle();
     m_bar.setRange(minimum, maximum);
 }
 

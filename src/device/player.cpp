@@ -29,7 +29,12 @@ QString Player::pcPath(QString text) const
 QString Player::devicePath(QString path) const
 {
     // Replacing an empty text would put the player's root between any two characters.
-    if (!m_root.isEmpty())
+    if (m_root.isEmpty())
+        return path.replace(kPcSeparator, kDeviceSeparator);
+    // Nearly always the root comes in front and nowhere else: to put the two pieces together takes half the time.
+    if (path.startsWith(m_root) && path.indexOf(m_root, m_root.size()) < 0)
+        path = PlayerNames::kPathStart + path.midRef(m_root.size());
+    else
         path.replace(m_root, PlayerNames::kPathStart);
     return path.replace(kPcSeparator, kDeviceSeparator);
 }

@@ -30,6 +30,7 @@ struct Ottimizza::FolderPlace
     bool isEffect = false; ///< "Bridges" or "Effects"
     bool isImages = false;
     bool isVideos = false;
+    int *count = nullptr; ///< of its songs and companions, once it has any
 };
 
 void Ottimizza::scan_directories()
@@ -157,9 +158,10 @@ bool Ottimizza::classifyFiles(QMap<QString, int> &folderFileCount)
     return walkTree({rootPath, kVisibleFiles}, [&](const QFileInfo &file) {
         if (abortRequested)
             return false;
-        auto place = places.find(file.path());
+        const QString folder = file.path();
+        auto place = places.find(folder);
         if (place == places.end())
-            place = places.insert(file.path(), placeOf(file.path()));
+            place = places.insert(folder, placeOf(folder));
         if (classifyFile(file, *place, folderFileCount) && ++counter % kFilesPerLabel == 0) {
             emit updateLabelAction(tr("Scansione cartelle in corso...") +
                                    QStringLiteral(" [%1]").arg(QString::number(counter)));
@@ -184,14 +186,19 @@ Ottimizza::FolderPlace Ottimizza::placeOf(const QString &folder) const
 }
 
 /// Returns false for a file that is passed over and not counted for the status line.
-bool Ottimizza::classifyFile(const QFileInfo &file, const FolderPlace &place, QMap<QString, int> &folderFileCount)
+bool Ottimizza::classifyFile(const QFileInfo &file, FolderPlace &place, QMap<QString, int> &folderFileCount)
 {
     if (place.isSystem)
         return false;
+    const auto count = [&place, &folderFileCount] {
+        if (!place.count)
+            place.count = &folderFileCount[place.path];
+        ++*place.count;
+    };
     const QString suffix = file.suffix();
     if (songSuffixes.contains(suffix, Qt::CaseInsensitive)) {
         if (!place.isEffect)
-            ++folderFileCount[place.path];
+            count();
     } else if (imageSuffixes.contains(suffix, Qt::CaseInsensitive)) {
         if (!place.isImages)
             imageFiles.append(file);
@@ -200,7 +207,7 @@ bool Ottimizza::classifyFile(const QFileInfo &file, const FolderPlace &place, QM
             videoFiles.append(file);
     } else if (companionSuffixes.contains(suffix, Qt::CaseInsensitive)) {
         // Deliberate: unlike songs, companions count in "Bridges" and "Effects" as well.
-        ++folderFileCount[place.path];
+        count();
     } else {
         // The walk follows no links: the folder's canonical path and the name make the file's canonical path. That of
         // a root folder such as E:/ already ends in a slash.

@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 // What the player can open, in bytes, and what an over-long name is cut to: a little less, so that a number fits in.
@@ -15,9 +17,11 @@ constexpr int kCutName = 90;
 constexpr int kPathMargin = 250;
 constexpr int kNameMargin = 100;
 
+/// Every local encoding writes a character of ASCII as one byte: there is nothing to convert then.
 int localBytes(const QString &text)
 {
-    return text.toLocal8Bit().size();
+    const bool ascii = std::all_of(text.cbegin(), text.cend(), [](QChar unit) { return unit < u'\x80'; });
+    return ascii ? text.size() : text.toLocal8Bit().size();
 }
 
 /// Where the file name begins in a full path.

@@ -244,7 +244,9 @@ void Ottimizza::runChosenSteps()
 /// thousands of other files in one call, and no event is processed meanwhile.
 bool Ottimizza::matchesSongFilter(const QString &fileName) const
 {
-    return std::any_of(songNameFilters.cbegin(), songNameFilters.cend(), [&fileName](const QString &filter) {
-        return fileName.endsWith(filter.midRef(1), Qt::CaseInsensitive);
-    });
+    const int dot = fileName.lastIndexOf(QLatin1Char('.'));
+    return dot >= 0 && std::any_of(songSuffixes.cbegin(), songSuffixes.cend(),
+                                   [suffix = fileName.midRef(dot + 1)](const QString &known) {
+                                       return suffix.compare(known, Qt::CaseInsensitive) == 0;
+                                   });
 }

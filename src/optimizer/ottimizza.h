@@ -173,7 +173,7 @@ private:
     bool belongsInRoot(const QString &path) const;
     bool classifyFiles(QMap<QString, int> &folderFileCount);
     FolderPlace placeOf(const QString &folder) const;
-    bool classifyFile(const QFileInfo &file, const FolderPlace &place, QMap<QString, int> &folderFileCount);
+    bool classifyFile(const QFileInfo &file, FolderPlace &place, QMap<QString, int> &folderFileCount);
     void findBigFolders(const QMap<QString, int> &folderFileCount);
 
     // Chapter mediamove.cpp

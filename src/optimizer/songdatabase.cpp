@@ -231,6 +231,8 @@ bool Ottimizza::writeStatements(QTextStream &stream, const QStringList &dbSongs,
         }
         letGo(known);
     }
+    if (dbSongs.isEmpty())
+        return true;
     PathSet present = setOf(diskSongs);
     for (const QString &path : dbSongs) {
         if (abortRequested)

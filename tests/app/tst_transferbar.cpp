@@ -73,8 +73,9 @@ private slots:
             pc.addFile("album/%1.mid"_s.arg(i));
         const Filmed film;
         QList<int> frames;
+        int copied = 0;
         connect(pageOf<Transfer>(film.window), &Transfer::increaseProgressBarVal, this, [&] {
-            if (film.bar->value() % (files / 60) == 0)
+            if (++copied % (files / 60) == 0)
                 frames.append(film.filled());
             QThread::msleep(static_cast<unsigned long>(msEach));
         });
@@ -118,6 +119,71 @@ private slots:
             QVERIFY(!bar.updatesEnabled());
         }
         QVERIFY(bar.updatesEnabled());
+    }
+
+    void manyValuesReachThePacedBarWhenTheyArePainted() {
+        QProgressBar bar;
+        bar.setRange(0, 5000);
+        bar.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bar));
+        PacedBar paced(bar);
+        QSignalSpy changes(&bar, &QProgressBar::valueChanged);
+        QElapsedTimer time;
+        time.start();
+        for (int i = 1; i < 4000; ++i)
+            paced.setValue(i);
+        QCOMPARE(paced.value(), 3999);
+        const qint64 most = 1000 + time.elapsed() / kPaintIntervalMs + 2;
+        QVERIFY2(changes.size() <= most, qPrintable(QString::number(changes.size())));
+        QTRY_COMPARE(bar.value(), 3999);
+        QTRY_VERIFY(bar.updatesEnabled());
+
+        paced.setValue(4500);
+        paced.setValue(4501);
+        paced.setValue(5001); // beyond the end
+        QCOMPARE(paced.value(), 4501);
+        paced.settle();
+        QCOMPARE(bar.value(), 4501);
+        paced.setValue(4502);
+        QCOMPARE(bar.value(), 4502); // the first of the next thousand
+        paced.setValue(5000);
+        QCOMPARE(bar.value(), 5000);
+    }
+
+    void endIsGivenToTheBarAtOnceAndTheLastValueWhenThePacedBarGoes() {
+        QProgressBar bar;
+        bar.setRange(0, 5000);
+        {
+            PacedBar paced(bar);
+            for (int i = 1; i <= 5000; ++i)
+                paced.setValue(i);
+            QCOMPARE(bar.value(), 5000);
+            paced.setValue(3);
+            paced.setValue(4);
+        }
+        QCOMPARE(bar.value(), 4);
+    }
+
+    void barOfTheWindowKeepsUpWithThousandsOfValues() {
+        MainWindow window;
+        const auto *bar = child<QProgressBar>(window, "progressBar");
+        window.on_setProgressBarVisible(true);
+        window.on_setProgressBarMaxVal(3000);
+        for (int i = 0; i < 2000; ++i)
+            window.on_increaseProgressBarVal();
+        // What was counted is not lost where the bar gets another end.
+        window.on_setProgressBarMaxVal(2500);
+        QCOMPARE(bar->value(), 2000);
+        for (int i = 0; i < 600; ++i)
+            window.on_increaseProgressBarVal();
+        QCOMPARE(bar->value(), 2500);
+        window.on_setProgressBarMaxVal(4000);
+        for (int i = 2500; i < 3900; ++i)
+            window.on_updateProgressBarVal(i);
+        window.on_setProgressBarVisible(false);
+        QCOMPARE(bar->value(), 0);
+        QTest::qWait(2 * kPaintIntervalMs);
+        QCOMPARE(bar->value(), 0);
     }
 };
 

@@ -90,6 +90,7 @@ private slots:
         row("not on the player", "/home/u/b.mp3"_s, "/media/u/CORVIN4/"_s, R"(\home\u\b.mp3)"_s);
         row("no root", "/a/b"_s, QString(), R"(\a\b)"_s);
         row("empty", QString(), "E:/"_s, QString());
+        row("the root not in front", "a E:/b"_s, "E:/"_s, R"(a \sdmemory\b)"_s);
     }
     void pcPathBecomesDevicePath() { QTEST(Player(given<QString>("root")).devicePath(given<QString>("pc")), "device"); }
 
