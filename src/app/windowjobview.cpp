@@ -8,11 +8,17 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+#include <QTreeView>
 
 namespace {
+
+constexpr int kRoomForFrame = 40; ///< pixels, of a window around a dialog
 
 QMessageBox::StandardButton standardButton(JobAnswer answer)
 {
@@ -27,6 +33,24 @@ QMessageBox::StandardButton standardButton(JobAnswer answer)
         break;
     }
     return QMessageBox::Cancel;
+}
+
+/// The toolkit's folder dialog, shown where the desktop has none of its own, asks for more than a small screen has: its
+/// buttons would lie below the edge. Its column of dates is too narrow for a date.
+void fitIntoScreen(QFileDialog &dialog)
+{
+    if (dialog.testAttribute(Qt::WA_DontShowOnScreen))
+        return;
+    if (const auto *list = dialog.findChild<QTreeView *>()) {
+        list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        list->header()->setSectionResizeMode(list->header()->count() - 1, QHeaderView::ResizeToContents);
+    }
+    const QRect screen = dialog.screen()->availableGeometry();
+    dialog.resize(dialog.size().boundedTo(screen.size() - QSize(kRoomForFrame, kRoomForFrame)));
+    QRect place = dialog.frameGeometry();
+    place.moveLeft(qBound(screen.left(), place.left(), qMax(screen.left(), screen.right() - place.width() + 1)));
+    place.moveTop(qBound(screen.top(), place.top(), qMax(screen.top(), screen.bottom() - place.height() + 1)));
+    dialog.move(place.topLeft());
 }
 
 } // namespace
@@ -113,6 +137,11 @@ JobAnswer WindowJobView::ask(const JobQuestion &question)
 QString WindowJobView::chooseFolder(const QString &caption)
 {
     const Shade shade;
+    // Once it is open.
+    QTimer::singleShot(0, &m_window, [&window = m_window] {
+        if (auto *dialog = window.findChild<QFileDialog *>())
+            fitIntoScreen(*dialog);
+    });
     QString folder = QFileDialog::getExistingDirectory(&m_window, caption, QString(),
                                                        QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
     // The dialog of Windows may leave the process in the folder it showed, which nobody could remove or rename then.

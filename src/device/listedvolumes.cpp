@@ -6,12 +6,15 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 const char kVariable[] = "CORVIN_VOLUMES";
 const QString kLabelFile = QStringLiteral(".windows-label");
-/// Far more than a label can be long: a huge file without a line end is not read whole.
-constexpr qint64 kLongestLabelLine = 1024;
+/// Bytes, far more than a label can be long: a huge file without a line end is not read whole.
+constexpr int kLongestLabelLine = 1024;
 
 QStringList listedFolders()
 {
@@ -56,7 +59,12 @@ QString ListedVolumes::label(const QString &root)
     if (!isListed && !roots().contains(root))
         return {};
     QFile file(root + kLabelFile);
-    if (!file.open(QIODevice::ReadOnly))
+    // Unbuffered: Qt would make room for 16 KiB each time.
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
-    return QString::fromUtf8(file.readLine(kLongestLabelLine)).trimmed();
+    std::array<char, kLongestLabelLine> start;
+    const auto bytes = static_cast<int>(qMax<qint64>(0, file.read(start.data(), kLongestLabelLine)));
+    const auto lineEnd =
+        std::find_if(start.cbegin(), start.cbegin() + bytes, [](char byte) { return byte == '\n' || byte == '\0'; });
+    return QString::fromUtf8(start.data(), static_cast<int>(lineEnd - start.cbegin())).trimmed();
 }

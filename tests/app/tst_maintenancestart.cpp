@@ -22,6 +22,18 @@ static void start(const ProcedureWindow &shell, const QByteArray &procedure) {
     QVERIFY(QMetaObject::invokeMethod(page, procedure.split(' ').first().constData()));
 }
 
+/// Makes a folder dialog larger than the screen, as the toolkit does where there is little room.
+class Enlarger : public QObject
+{
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        auto *dialog = qobject_cast<QFileDialog *>(watched);
+        if (dialog && event->type() == QEvent::Show)
+            dialog->resize(dialog->screen()->availableSize() * 2);
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 class TestMaintenanceStart : public QObject
 {
     Q_OBJECT
@@ -121,6 +133,25 @@ private slots:
         start(shell, procedure);
         QVERIFY(options.testFlag(QFileDialog::ShowDirsOnly));
         QVERIFY(options.testFlag(QFileDialog::DontResolveSymlinks));
+    }
+
+    void folderDialogIsNoLargerThanTheScreenAndHasRoomForDates() {
+        const SimulatedPlayer player;
+        const ProcedureWindow shell;
+        const BoxAnswerer boxes;
+        Enlarger enlarger;
+        qApp->installEventFilter(&enlarger);
+        FolderDialogAnswerer dialogs{QString()};
+        QRect place;
+        QHeaderView::ResizeMode dates = QHeaderView::Interactive;
+        dialogs.whenShown = [&](QFileDialog *dialog) {
+            place = dialog->geometry();
+            dates = dialog->findChild<QTreeView *>()->header()->sectionResizeMode(3);
+        };
+        start(shell, Slots::kBackUp);
+        QVERIFY(!place.isEmpty());
+        QVERIFY(shell.window->screen()->availableGeometry().contains(place));
+        QCOMPARE(dates, QHeaderView::ResizeToContents);
     }
 
     void folderOfADialogIsNotKeptByTheProgram() {

@@ -180,6 +180,27 @@ private slots:
         QCOMPARE(small.area().verticalScrollBar()->value(), 0);
     }
 
+    void endOfACopyIsInSightAlsoBehindAnotherWindow() {
+        WindowOfSize small(kAtTwo);
+        small.plugIn();
+        small.window.on_checkDone();
+        small.window.on_gotoTransfer();
+        click(small.page<Transfer>(), "pButPc");
+        small.work(true);
+        // The file manager, where the songs come from.
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        auto &end = *child<QPushButton>(small.page<Transfer>(), "pushBtnForward");
+        end.setEnabled(false);
+        small.area().verticalScrollBar()->setValue(0);
+        const auto isInSight = [&end] { return end.visibleRegion().boundingRect() == end.rect(); };
+        QVERIFY(!isInSight());
+        end.setEnabled(true);
+        QTRY_VERIFY(isInSight());
+    }
+
     void pageIsEnteredAtItsTop() {
         WindowOfSize small(kAtTwo);
         small.plugIn();

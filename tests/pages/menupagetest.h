@@ -127,7 +127,7 @@ private slots:
         columns<QString, QString, QString>("code", "boxTitle", "boxText");
         row("it", "it"_s, Titles::kNotConnected, Texts::kReconnect);
         row("en", "en"_s, "Corvin4 not connected"_s, "Reconnect Corvin4 to the USB port."_s);
-        row("de", "de"_s, "Corvin4 nicht verbunden"_s, "Verbinden Sie Corvin4 wieder mit dem USB-Anschluss."_s);
+        row("de", "de"_s, "Corvin4 nicht verbunden"_s, "Schließen Sie Corvin4 wieder an den USB-Anschluss an."_s);
     }
     void textsAndMessageFollowTheLanguageAndFit() {
         QFETCH(QString, code);

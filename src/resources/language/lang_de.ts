@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss.</translation>
+        <translation>Schließen Sie Corvin4 wieder an den USB-Anschluss an.</translation>
     </message>
     <message>
         <source>Scarica la versione più recente. Le basi restano dove sono.</source>
@@ -181,7 +181,7 @@ schalten Sie ihn aus und wieder ein, um den Vorgang abzuschließen.</translation
     </message>
     <message>
         <source>Ricollega Corvin4 alla porta USB</source>
-        <translation>Verbinden Sie Corvin4 wieder mit dem USB-Anschluss.</translation>
+        <translation>Schließen Sie Corvin4 wieder an den USB-Anschluss an.</translation>
     </message>
     <message>
         <source>Copia sul player le canzoni che hai sul PC.</source>
@@ -259,7 +259,7 @@ muss die Optimierung mit „FERTIG“ abgeschlossen werden.</translation>
 Ogni contenuto presente nell&apos; HD verrà cancellato!
 Continuare?</source>
         <translation>ACHTUNG!
-Alle Inhalte der Festplatte werden gelöscht!
+Alle Inhalte der Festplatte von Corvin4 werden gelöscht!
 Fortfahren?</translation>
     </message>
     <message>
@@ -685,7 +685,7 @@ Wählen oder erstellen Sie einen Ordner darin.</translation>
     <message>
         <source>Un&apos;altra finestra del programma sta lavorando.
 Attendere che abbia finito.</source>
-        <translation>In einem anderen Fenster des Programms läuft gerade ein Vorgang.
+        <translation>In einem anderen Fenster läuft gerade ein Vorgang.
 Bitte warten Sie, bis er fertig ist.</translation>
     </message>
 </context>
@@ -711,7 +711,7 @@ DURCHSUCHEN</translation>
     </message>
     <message>
         <source>Clicca su &quot;ESPLORA PC&quot; ... e</source>
-        <translation>Klicken Sie auf „PC DURCHSUCHEN“ ... und</translation>
+        <translation>Klicken Sie auf „PC DURCHSUCHEN“, dann:</translation>
     </message>
     <message>
         <source>Trascina Qui File e Cartelle

@@ -259,7 +259,7 @@ complete the optimisation by clicking the &quot;FINISH&quot; button.</translatio
 Ogni contenuto presente nell&apos; HD verrà cancellato!
 Continuare?</source>
         <translation>WARNING!
-Everything on the disk will be erased!
+Everything on the Corvin4 disk will be erased!
 Continue?</translation>
     </message>
     <message>
@@ -400,7 +400,7 @@ until the list of songs appears.</translation>
     </message>
     <message>
         <source>Vuoi interrompere le operazioni in corso ?</source>
-        <translation>Do you want to stop the current operations?</translation>
+        <translation>Do you want to stop the current operation?</translation>
     </message>
     <message>
         <source>Si</source>
@@ -709,7 +709,7 @@ PC</translation>
     </message>
     <message>
         <source>Clicca su &quot;ESPLORA PC&quot; ... e</source>
-        <translation>Click &quot;BROWSE PC&quot; ... and</translation>
+        <translation>Click &quot;BROWSE PC&quot;, then:</translation>
     </message>
     <message>
         <source>Trascina Qui File e Cartelle
