@@ -2,6 +2,7 @@
 
 #include "mainwindow.h"
 
+#include "app/shared/onscreen.h"
 #include "app/shared/questionbox.h"
 #include "app/shared/shade.h"
 
@@ -45,12 +46,9 @@ void fitIntoScreen(QFileDialog &dialog)
         list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         list->header()->setSectionResizeMode(list->header()->count() - 1, QHeaderView::ResizeToContents);
     }
-    const QRect screen = dialog.screen()->availableGeometry();
-    dialog.resize(dialog.size().boundedTo(screen.size() - QSize(kRoomForFrame, kRoomForFrame)));
-    QRect place = dialog.frameGeometry();
-    place.moveLeft(qBound(screen.left(), place.left(), qMax(screen.left(), screen.right() - place.width() + 1)));
-    place.moveTop(qBound(screen.top(), place.top(), qMax(screen.top(), screen.bottom() - place.height() + 1)));
-    dialog.move(place.topLeft());
+    const QSize room = dialog.screen()->availableSize() - QSize(kRoomForFrame, kRoomForFrame);
+    dialog.resize(dialog.size().boundedTo(room));
+    centreOnScreen(dialog, dialog.frameGeometry().center());
 }
 
 } // namespace

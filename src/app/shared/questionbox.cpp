@@ -1,6 +1,7 @@
 #include "questionbox.h"
 
 #include "altkeys.h"
+#include "onscreen.h"
 #include "shade.h"
 #include "sharedfonts.h"
 #include "styles.h"
@@ -53,8 +54,9 @@ void giveRoom(const QMessageBox &box, QLabel *label)
     label->setMinimumWidth(qBound(0, wanted, widest));
 }
 
-/// The button that shows and hides the details has its width from the font it had first, and its text changes.
-void fitDetailsButton(const QMessageBox &box, QAbstractButton *button)
+/// The button that shows and hides the details has its width from the font it had first, and its text changes. The box
+/// would grow to the right and down alone, on a small screen beyond its edge.
+void fitDetailsButton(QMessageBox &box, QAbstractButton *button)
 {
     if (box.detailedText().isEmpty() || box.buttonRole(button) != QMessageBox::ActionRole)
         return;
@@ -66,6 +68,14 @@ void fitDetailsButton(const QMessageBox &box, QAbstractButton *button)
     }
     // Of the box's sheet no width but that of another sheet is taken.
     button->setStyleSheet(QStringLiteral("min-width: %1px;").arg(widest));
+    QObject::connect(
+        button, &QAbstractButton::clicked, &box,
+        [&box] {
+            const QRect around =
+                box.parentWidget() ? box.parentWidget()->geometry() : box.screen()->availableGeometry();
+            centreOnScreen(box, around.center());
+        },
+        Qt::QueuedConnection);
 }
 
 /// Gives a box that has its texts and buttons the look of the program's pages.

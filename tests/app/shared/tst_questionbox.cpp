@@ -101,6 +101,36 @@ private slots:
         QCOMPARE(raised, QStringList(kTitle));
     }
 
+    void boxStaysInTheMiddleAndOnTheScreenWhenItsDetailsOpen_data() {
+        columns<QPoint, bool>("corner", "hasRoom");
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        row("in the middle", screen.center() - QPoint(200, 150), true);
+        row("at the lower right edge", screen.bottomRight() - QPoint(150, 120), false);
+    }
+    void boxStaysInTheMiddleAndOnTheScreenWhenItsDetailsOpen() {
+        QFETCH(QPoint, corner);
+        QWidget window;
+        window.setGeometry(QRect(corner, QSize(400, 300)));
+        window.show();
+        QRect opened;
+        BoxAnswerer boxes;
+        boxes.whenShown([&opened](QMessageBox *box) {
+            const QSize closed = box->size();
+            for (QAbstractButton *button : box->buttons()) {
+                if (box->buttonRole(button) == QMessageBox::ActionRole)
+                    button->click();
+            }
+            QCoreApplication::processEvents();
+            QVERIFY(box->height() > closed.height());
+            opened = box->frameGeometry();
+        });
+        boxes.answer(kTitle, Buttons::kOk);
+        tellUser(&window, QMessageBox::Information, kTitle, kText, QString(), "a.mid\nb.mid"_s);
+        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(opened));
+        const QPoint away = opened.center() - window.geometry().center();
+        QTEST(away.manhattanLength() <= 2, "hasRoom");
+    }
+
     void detailedTextIsThereOnRequest() {
         BoxAnswerer boxes;
         QString details;
