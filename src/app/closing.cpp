@@ -36,6 +36,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     tellUser(this, QMessageBox::Information, tr("Trasferimento non completato"),
              tr("Prima di poter chiudere il programma,\nconcludi le operazioni di ottimizzazione cliccando sul tasto "
                 "\"FINE\"."));
+    m_transfer->goToFinish();
     event->ignore();
 }
 

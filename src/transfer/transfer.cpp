@@ -35,6 +35,9 @@ Transfer::Transfer(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::T
         view->viewport()->setAcceptDrops(false);
         view->verticalScrollBar()->setStyleSheet(Styles::kScrollBar);
         view->horizontalScrollBar()->setStyleSheet(Styles::kScrollBar);
+        auto *corner = new QWidget(view);
+        corner->setStyleSheet(Styles::kScrollCorner);
+        view->setCornerWidget(corner);
     }
     ui->tableView->viewport()->installEventFilter(this);
     ui->pushBtnForward->installEventFilter(this);

@@ -40,6 +40,8 @@ public:
 
     /// Whether "FINE" is enabled: something was transferred and the optimisation that belongs to it has not run yet.
     bool isFinishPending() const;
+    /// Gives "FINE" the focus and brings it into sight where the page has to be scrolled.
+    void goToFinish();
 
     // transfercopy.cpp
     /// The number of files to copy for one dropped path: 1 for a file, for a folder all files below it, links left

@@ -95,15 +95,19 @@ bool Transfer::eventFilter(QObject *watched, QEvent *event)
     if (watched == ui->tableView->viewport() && event->type() == QEvent::Resize)
         fitColumns();
     // "FINE" comes back at the end of each copy.
-    if (watched == ui->pushBtnForward && event->type() == QEvent::EnabledChange && ui->pushBtnForward->isEnabled()) {
-        ui->pushBtnForward->setFocus();
-        // The window may lie behind the one that the songs were dragged from: there no page follows the focus.
-        for (QWidget *above = parentWidget(); above; above = above->parentWidget()) {
-            if (auto *area = qobject_cast<QScrollArea *>(above))
-                area->ensureWidgetVisible(ui->pushBtnForward);
-        }
-    }
+    if (watched == ui->pushBtnForward && event->type() == QEvent::EnabledChange && ui->pushBtnForward->isEnabled())
+        goToFinish();
     return QWidget::eventFilter(watched, event);
+}
+
+void Transfer::goToFinish()
+{
+    ui->pushBtnForward->setFocus();
+    // The window may lie behind the one that the songs were dragged from: there no page follows the focus.
+    for (QWidget *above = parentWidget(); above; above = above->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(above))
+            area->ensureWidgetVisible(ui->pushBtnForward);
+    }
 }
 
 void Transfer::deleteModels()

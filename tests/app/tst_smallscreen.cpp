@@ -5,6 +5,8 @@
 #include "pages/check.h"
 #include "pages/connect.h"
 #include "pages/firstmenu.h"
+#include "support/boxanswerer.h"
+#include "support/boxtexts.h"
 #include "support/intactplayer.h"
 #include "support/languages.h"
 #include "transfer/opentransfer.h"
@@ -198,6 +200,14 @@ private slots:
         const auto isInSight = [&end] { return end.visibleRegion().boundingRect() == end.rect(); };
         QVERIFY(!isInSight());
         end.setEnabled(true);
+        QTRY_VERIFY(isInSight());
+
+        // The box that keeps the window open names this button.
+        small.area().verticalScrollBar()->setValue(0);
+        QVERIFY(!isInSight());
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotClosed, Buttons::kOk);
+        QVERIFY(!small.window.close());
         QTRY_VERIFY(isInSight());
     }
 

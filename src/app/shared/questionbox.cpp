@@ -27,7 +27,7 @@ struct OtherWindow
 constexpr int kMargin = 18;
 constexpr int kWidestText = 680;
 constexpr int kLeastText = 220; ///< of a box of one word, which would be a stamp
-constexpr int kBesideText = 120;
+constexpr int kBesideText = 108;
 constexpr int kDetailsWidth = 460;
 constexpr int kDetailsHeight = 150;
 /// The box itself stays so much narrower than a screen of more than 1024 pixels.

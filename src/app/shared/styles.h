@@ -40,6 +40,9 @@ inline constexpr QLatin1String kScrollBar =
           "QScrollBar::handle:horizontal:hover {background-color: rgb(90, 90, 90);}"
           "QScrollBar::add-line:horizontal, QScrollBar::sub-line:horizontal {width: 0px;}");
 
+/// Where two scroll bars meet.
+inline constexpr QLatin1String kScrollCorner = sheet("background-color: rgb(190, 190, 190);");
+
 /// A message box: dark ground with an edge that shows on the dark pages too, amber text, pictures of our own, buttons
 /// whose states can be told apart.
 inline constexpr QLatin1String kMessageBox =
