@@ -33,6 +33,7 @@ constexpr int kDetailsHeight = 150;
 /// The box itself stays so much narrower than a screen of more than 1024 pixels.
 constexpr int kBesideBox = 480;
 constexpr int kNarrowScreen = 1024;
+constexpr int kBesideNarrowBox = 24; ///< on a narrower one: for the box's frame
 
 /// The window that a box belongs to: a page's own style sheet would reach into the box.
 QWidget *windowOf(QWidget *parent)
@@ -45,7 +46,8 @@ QWidget *windowOf(QWidget *parent)
 void giveRoom(const QMessageBox &box, QLabel *label)
 {
     const int screen = box.screen()->availableGeometry().width();
-    const int widest = qMin(kWidestText, (screen > kNarrowScreen ? screen - kBesideBox : screen) - kBesideText);
+    const int widest =
+        qMin(kWidestText, screen - (screen > kNarrowScreen ? kBesideBox : kBesideNarrowBox) - kBesideText);
     const QFontMetrics metrics(label->font());
     int wanted = kLeastText;
     const QStringList lines = (label->text() + QLatin1Char('\n') + box.informativeText()).split(QLatin1Char('\n'));
