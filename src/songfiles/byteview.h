@@ -7,7 +7,8 @@
 /// are read. No function here fails.
 namespace ByteView {
 
-constexpr int kByteBits = 8; ///< in every byte
+constexpr int kByteBits = 8;     ///< in every byte
+constexpr int kByteValues = 256; ///< that a byte can have
 
 /// The bytes from @p offset on, at most @p count of them and at most as many as there are; none when the offset lies
 /// outside @p bytes or when offset or count is negative.

@@ -17,14 +17,14 @@ constexpr int kRingMask = kRingSize - 1;
 constexpr quint8 kBlank = 0x20;
 
 constexpr int kLookAhead = 29;
-constexpr int kThreshold = 2; ///< a match is coded only when it is longer
-constexpr int kByteSymbols = 256;
+constexpr int kThreshold = MatchTree::kThreshold;
+constexpr int kByteSymbols = ByteView::kByteValues;
 constexpr int kLengthSymbolBase = kByteSymbols - kThreshold - 1; ///< symbol of a match less its length
 constexpr int kPositionLowBits = 6;
 constexpr unsigned kPositionLowMask = (1U << kPositionLowBits) - 1;
 
-constexpr int kWordBytes = 8;
-constexpr int kSpareBytes = kWordBytes - 1; ///< behind a text: matches are copied a word at a time
+constexpr int kWordBytes = MatchTree::kWordBytes;
+constexpr int kSpareBytes = MatchTree::kSpareBytes; ///< behind a text: matches are copied a word at a time
 constexpr int kSizeBytes = 4;
 constexpr unsigned kMissingByte = 0xFF;
 constexpr int kRulerLength = 69;

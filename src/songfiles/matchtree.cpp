@@ -9,9 +9,6 @@ namespace {
 
 const quint16 kNone = MatchTree::kRingSize; ///< "no node"; its links may be written and are never followed
 constexpr int kRoots = MatchTree::kRingSize + 1;
-constexpr int kByteValues = 256;
-constexpr int kThreshold = 2; ///< a match must be longer to count
-constexpr int kWordBytes = 8;
 
 /// The first bytes of a text as a number: numbers have the order of their texts.
 quint64 firstWord(const quint8 *text)
@@ -23,13 +20,14 @@ quint64 firstWord(const quint8 *text)
 /// that cannot be told from the first words alone, the least that there is.
 quint64 smallestDifference(int common)
 {
-    return common < kWordBytes ? quint64(1) << (ByteView::kByteBits * (kWordBytes - 1 - common)) : 1;
+    constexpr int kLast = MatchTree::kWordBytes - 1;
+    return common <= kLast ? quint64(1) << (ByteView::kByteBits * (kLast - common)) : 1;
 }
 
 } // namespace
 
 MatchTree::MatchTree(const std::vector<quint8> &ring)
-    : m_ring(ring), m_left(kRingSize + 1), m_right(kRoots + kByteValues), m_parent(kRingSize + 1)
+    : m_ring(ring), m_left(kRingSize + 1), m_right(kRoots + ByteView::kByteValues), m_parent(kRingSize + 1)
 {
 }
 

@@ -10,7 +10,10 @@ class MatchTree
 public:
     static constexpr int kRingSize = 4096; ///< bytes, and the number of places a text can begin at
 
-    static constexpr int kSpareBytes = 7; ///< behind the ring, of any value: texts are compared eight bytes at a time
+    static constexpr int kThreshold = 2; ///< a match must be longer to count
+
+    static constexpr int kWordBytes = 8;               ///< texts are compared so many bytes at a time
+    static constexpr int kSpareBytes = kWordBytes - 1; ///< behind the ring, of any value: a comparison may reach there
 
     /// Searches in @p ring, which must outlive the tree and holds kRingSize bytes, as many behind them, a copy of the
     /// first, as the longest match takes less one, and kSpareBytes.
