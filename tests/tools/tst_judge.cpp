@@ -54,17 +54,7 @@ class TestJudge : public QObject
     Verdict judged(const Snapshot &before) const { return judge(before, player.root, player.manifest); }
     static void verifyRight(const Verdict &verdict) { QVERIFY2(verdict.isRight(), qPrintable(verdictText(verdict))); }
 
-private slots:
-    void cleanup() { player.restore(); }
-
-    void rightOutcomeIsAccepted() {
-        const Verdict verdict = player.judge();
-        verifyRight(verdict);
-        QVERIFY(verdict.notes.isEmpty());
-    }
-
-    void everyWrongOutcomeIsRejected_data() {
-        columns<QString, Spoil>("rule", "spoil");
+    void addWrongSongs() {
         row("song lost", kSongKept, remove("My Songs/Known.mid"));
         row("song there twice", kSongKept,
             Spoil([](P p) { p.write("My Songs/copy.mid"_s, p.read("My Songs/Known.mid"_s)); }));
@@ -86,6 +76,8 @@ private slots:
         row("companion left behind", kCompanionBeside,
             move("My Songs/Big/T0/Song 5.dat", "My Songs/Big/E0/Song 5.dat"));
         row("companion under the old name", kCompanionBeside, move("My Songs/New.cdg", "My Songs/New_1.cdg"));
+    }
+    void addWrongFiles() {
         row("player's file changed", kSystemUntouched, write("System/Corvin/Corvin.exe", "MY"));
         row("player's text removed", kSystemUntouched, remove("System/Corvin/readme.txt"));
         row("start-up script moved", kSystemUntouched, move("AUTOEXEC.BAT", "My Songs/AUTOEXEC.BAT"));
@@ -107,6 +99,8 @@ private slots:
         row("sub-folder too large", kFolderSize, fill("My Songs/Big/T0", 903 - 4 * 127 + 1));
         row("old folder left", kFolders, write("My Songs/Big.old/.keep", "x"));
         row("file from nowhere", kNothingNew, write("My Songs/new.dat", "new"));
+    }
+    void addWrongPlaylistsAndStatements() {
         row("playlist not rewritten", kPlaylists, playlist("My Songs\\loose_1", "loose"));
         row("playlist names a wrong place", kPlaylists, playlist("loose_1", "loose"));
         row("playlist lost a number", kPlaylists, playlist("^1^2", "^1"));
@@ -131,6 +125,8 @@ private slots:
         row("insertion twice", kImportRows,
             imported([](const QByteArray &all) { return all.left(all.indexOf('\n') + 1) + all; }));
         row("insertion of what is listed", kImportRows, import("\\My Songs\\loose.mid'", "\\My Songs\\Known.mid'"));
+    }
+    void addWrongValues() {
         row("wrong file name", kImportValues, import("'loose_1.mid'", "'loose.mid'"));
         row("wrong title", kImportValues, import("'Loose'", "'loose'"));
         row("wrong artist", kImportValues, import("'D''Amico'", "'<unknown>'"));
@@ -141,6 +137,23 @@ private slots:
         row("wrong tempo", kImportValues, import("'120'", "'0'"));
         row("wrong key", kImportValues, import("'C','1'", "'C#','1'"));
         row("wrong marker", kImportValues, import("'C','1'", "'C','0'"));
+    }
+
+private slots:
+    void cleanup() { player.restore(); }
+
+    void rightOutcomeIsAccepted() {
+        const Verdict verdict = player.judge();
+        verifyRight(verdict);
+        QVERIFY(verdict.notes.isEmpty());
+    }
+
+    void everyWrongOutcomeIsRejected_data() {
+        columns<QString, Spoil>("rule", "spoil");
+        addWrongSongs();
+        addWrongFiles();
+        addWrongPlaylistsAndStatements();
+        addWrongValues();
     }
     void everyWrongOutcomeIsRejected() {
         QFETCH(QString, rule);
