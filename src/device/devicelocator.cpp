@@ -26,6 +26,13 @@ QString DeviceLocator::volumeLabel(const QString &rootPath) const
     return ListedVolumes::areInForce() ? ListedVolumes::label(root) : SystemVolumes::label(root);
 }
 
+QString DeviceLocator::volumeSerial(const QString &rootPath) const
+{
+    if (rootPath.isEmpty() || ListedVolumes::areInForce())
+        return {};
+    return SystemVolumes::serial(withClosingSlash(QDir::cleanPath(rootPath)));
+}
+
 bool DeviceLocator::isRemovableDrive(const QString &path) const
 {
     return !path.isEmpty() && SystemVolumes::isRemovable(path);

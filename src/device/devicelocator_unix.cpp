@@ -13,6 +13,7 @@ namespace {
 
 const QString kMountTable = QStringLiteral("/proc/self/mountinfo");
 const QString kLabelFolder = QStringLiteral("/dev/disk/by-label");
+const QString kSerialFolder = QStringLiteral("/dev/disk/by-uuid");
 const QString kBlockDevices = QStringLiteral("/sys/class/block/");
 
 QByteArray readWhole(const QString &path)
@@ -26,9 +27,21 @@ QString realDevice(const QString &device)
     return QFileInfo(device).canonicalFilePath();
 }
 
-QList<LabelledMount> mountedLabels()
+/// The mounted volumes that have a link in @p folder, with its name.
+QList<LabelledMount> mountsNamedIn(const QString &folder)
 {
-    return labelledMounts(readWhole(kMountTable), readLabelFolder(kLabelFolder), realDevice);
+    return labelledMounts(readWhole(kMountTable), readLabelFolder(folder), realDevice);
+}
+
+/// The name that the volume with this root has in @p folder; empty when it has none.
+QString nameIn(const QString &folder, const QString &rootPath)
+{
+    const QList<LabelledMount> mounts = mountsNamedIn(folder);
+    for (const LabelledMount &mount : mounts) {
+        if (withClosingSlash(mount.point) == rootPath)
+            return mount.label.trimmed();
+    }
+    return {};
 }
 
 } // namespace
@@ -36,7 +49,7 @@ QList<LabelledMount> mountedLabels()
 QString SystemVolumes::findPlayerRoot()
 {
     // Deliberate: of two volumes with the player's label the one mounted first wins, without a warning.
-    const QList<LabelledMount> mounts = mountedLabels();
+    const QList<LabelledMount> mounts = mountsNamedIn(kLabelFolder);
     for (const LabelledMount &mount : mounts) {
         if (!isPlayerLabel(mount.label))
             continue;
@@ -49,12 +62,12 @@ QString SystemVolumes::findPlayerRoot()
 
 QString SystemVolumes::label(const QString &rootPath)
 {
-    const QList<LabelledMount> mounts = mountedLabels();
-    for (const LabelledMount &mount : mounts) {
-        if (withClosingSlash(mount.point) == rootPath)
-            return mount.label.trimmed();
-    }
-    return {};
+    return nameIn(kLabelFolder, rootPath);
+}
+
+QString SystemVolumes::serial(const QString &rootPath)
+{
+    return nameIn(kSerialFolder, rootPath);
 }
 
 bool SystemVolumes::isRemovable(const QString &path)

@@ -3,6 +3,8 @@
 
 #include <QDir>
 
+#include <optional>
+
 #include <qt_windows.h>
 
 namespace {
@@ -14,18 +16,26 @@ QString nativeRoot(const QString &path)
     return QDir::toNativeSeparators(withClosingSlash(path));
 }
 
-/// Keeps Windows from asking the user to insert a disk when a card reader is empty.
-class NoDiskQuestions
+/// What Windows tells of a volume; an empty label and no number when it cannot be read.
+struct Volume
 {
-public:
-    NoDiskQuestions() { ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, &m_before); }
-    ~NoDiskQuestions() { ::SetThreadErrorMode(m_before, nullptr); }
-    NoDiskQuestions(const NoDiskQuestions &) = delete;
-    NoDiskQuestions &operator=(const NoDiskQuestions &) = delete;
-
-private:
-    DWORD m_before = 0;
+    QString label;
+    std::optional<quint32> serial;
 };
+
+Volume readVolume(const QString &rootPath)
+{
+    wchar_t name[kNameSize] = {};
+    wchar_t fileSystem[kNameSize] = {};
+    DWORD serial = 0;
+    DWORD longestComponent = 0;
+    DWORD flags = 0;
+    const QString root = nativeRoot(rootPath);
+    if (!::GetVolumeInformationW(reinterpret_cast<const wchar_t *>(root.utf16()), name, kNameSize, &serial,
+                                 &longestComponent, &flags, fileSystem, kNameSize))
+        return {};
+    return {QString::fromWCharArray(name).trimmed(), serial};
+}
 
 } // namespace
 
@@ -43,17 +53,14 @@ QString SystemVolumes::findPlayerRoot()
 
 QString SystemVolumes::label(const QString &rootPath)
 {
-    const NoDiskQuestions noDiskQuestions;
-    wchar_t name[kNameSize] = {};
-    wchar_t fileSystem[kNameSize] = {};
-    DWORD serial = 0;
-    DWORD longestComponent = 0;
-    DWORD flags = 0;
-    const QString root = nativeRoot(rootPath);
-    if (!::GetVolumeInformationW(reinterpret_cast<const wchar_t *>(root.utf16()), name, kNameSize, &serial,
-                                 &longestComponent, &flags, fileSystem, kNameSize))
-        return {};
-    return QString::fromWCharArray(name).trimmed();
+    return readVolume(rootPath).label;
+}
+
+QString SystemVolumes::serial(const QString &rootPath)
+{
+    constexpr int kHexadecimal = 16;
+    const std::optional<quint32> serial = readVolume(rootPath).serial;
+    return serial ? QString::number(*serial, kHexadecimal) : QString();
 }
 
 bool SystemVolumes::isRemovable(const QString &path)

@@ -1,11 +1,13 @@
 #include "keptfiles.h"
 
+#include "devicecase.h"
 #include "disk/datafolder.h"
 #include "disk/tree.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStorageInfo>
 
 namespace {
@@ -21,6 +23,13 @@ QString allRuns()
 QString nameFormat()
 {
     return QStringLiteral("yyyy-MM-dd HH.mm.ss");
+}
+
+/// The name of a run's folder without the number that it got when two runs began in one second.
+QString withoutNumber(QString name)
+{
+    static const QRegularExpression number(QStringLiteral(" \\(\\d+\\)$"));
+    return name.remove(number);
 }
 
 /// @p path, or the same with the first number before its suffix under which nothing lies yet.
@@ -82,13 +91,26 @@ void KeptFiles::forgetEmptyFolder()
     m_folder.clear();
 }
 
+QString KeptFiles::newestHolding(const QString &relative)
+{
+    // Dates written so have the order of their names.
+    const QStringList runs = QDir(allRuns()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
+    for (const QString &run : runs) {
+        const QString folder = allRuns() + QLatin1Char('/') + run;
+        const bool isRun = QDateTime::fromString(withoutNumber(run), nameFormat()).isValid();
+        if (isRun && QFileInfo::exists(resolveDevicePath(folder + QLatin1Char('/'), relative)))
+            return folder;
+    }
+    return {};
+}
+
 void KeptFiles::forgetOldOnes()
 {
     const QDateTime now = QDateTime::currentDateTime();
     const QFileInfoList runs = QDir(allRuns()).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
     for (const QFileInfo &run : runs) {
-        const QDateTime made = QDateTime::fromString(run.fileName().left(nameFormat().size()), nameFormat());
-        // A folder of another name is somebody else's.
+        // A folder of another name is somebody else's, or was given that name so that it is kept.
+        const QDateTime made = QDateTime::fromString(withoutNumber(run.fileName()), nameFormat());
         if (made.isValid() && made.daysTo(now) > kDaysKept)
             removeTree(run.filePath());
     }

@@ -9,6 +9,8 @@ namespace SystemVolumes {
 QString findPlayerRoot();
 /// As DeviceLocator::volumeLabel(); @p rootPath ends with a slash.
 QString label(const QString &rootPath);
+/// As DeviceLocator::volumeSerial(); @p rootPath ends with a slash.
+QString serial(const QString &rootPath);
 /// As DeviceLocator::isRemovableDrive().
 bool isRemovable(const QString &path);
 

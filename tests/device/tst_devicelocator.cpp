@@ -5,6 +5,7 @@
 #include "support/given.h"
 #include "support/logcapture.h"
 #include "support/platform.h"
+#include "support/simulatedplayer.h"
 
 class TestDeviceLocator : public QObject
 {
@@ -131,12 +132,38 @@ private slots:
         QVERIFY(m_locator.volumeLabel(folder).size() < 2000);
     }
 
+    void listedFolderHasNoSerial() {
+        const QString folder = addVolume("volume"_s, "CORVIN4");
+        list({folder});
+        QCOMPARE(m_locator.volumeSerial(folder), QString());
+        QCOMPARE(m_locator.volumeSerial(QString()), QString());
+    }
+
     void fileSystemWithoutADiskIsNotRemovable() {
         QVERIFY(!m_locator.isRemovableDrive(QString()));
         SKIP_ON_WINDOWS("Every file system has a drive here");
         QVERIFY(!m_locator.isRemovableDrive("/proc/"_s));
         QVERIFY(!m_locator.isRemovableDrive("/proc/self/"_s));
     }
+
+#ifdef Q_OS_WIN
+    void playersDriveIsRemovableAndTheSystemsIsNot() {
+        const SimulatedPlayer player;
+        QVERIFY(m_locator.isRemovableDrive(player.root()));
+        QVERIFY(m_locator.isRemovableDrive(player.root() + "My Songs/"_s));
+        QVERIFY(!m_locator.isRemovableDrive(QDir::rootPath()));
+    }
+
+    void serialIsThatOfTheVolume() {
+        SimulatedPlayer player;
+        SimulatedPlayer::disconnect();
+        player.addFile(".windows-serial"_s, "1A2B3C4D\n");
+        player.connect();
+        QCOMPARE(m_locator.volumeSerial(player.root()), "1a2b3c4d"_s);
+        SimulatedPlayer::disconnect();
+        QCOMPARE(m_locator.volumeSerial(player.root()), QString());
+    }
+#endif
 };
 
 QTEST_GUILESS_MAIN(TestDeviceLocator)

@@ -125,7 +125,8 @@ void TestKeptFiles::runsOfMoreThanThirtyDaysAgoGo() {
     };
     m_pc->addFile(name(31) + "/a.mid"_s);
     m_pc->addFile(name(40) + " (2)/a.mid"_s);
-    const QStringList stay = {m_pc->addFile(name(30) + "/a.mid"_s), m_pc->addFile("data/removed/my own/a.mid"_s)};
+    const QStringList stay = {m_pc->addFile(name(30) + "/a.mid"_s), m_pc->addFile("data/removed/my own/a.mid"_s),
+                              m_pc->addFile(name(40) + " da tenere/a.mid"_s), m_pc->addFile(name(40) + "a/a.mid"_s)};
     KeptFiles::forgetOldOnes();
     QStringList left;
     for (const QString &file : m_pc->files())

@@ -72,6 +72,21 @@ private slots:
         QCOMPARE(m_locator.volumeLabel(m_volume->root()), QString());
     }
 
+    void serialIsTheNameThatTheSystemGivesTheVolume() {
+        QCOMPARE(m_locator.volumeSerial(m_volume->root()), QString());
+        const QString folder = "/dev/disk/by-uuid"_s;
+        const bool made = QDir().mkdir(folder);
+        const QString link = folder + "/1A2B-3C4D"_s;
+        QVERIFY(QFile::link("../../"_s + QFileInfo(m_volume->device()).fileName(), link));
+        const QString serial = m_locator.volumeSerial(m_volume->root());
+        const QString serialOfAFolder = m_locator.volumeSerial(m_volume->path("My Songs/"_s));
+        QVERIFY(QFile::remove(link));
+        if (made)
+            QVERIFY(QDir().rmdir(folder));
+        QCOMPARE(serial, "1A2B-3C4D"_s);
+        QCOMPARE(serialOfAFolder, QString());
+    }
+
     void folderOfTheVolumeShownElsewhereIsNotThePlayer() {
         const QString songs = m_volume->path("My Songs"_s);
         QVERIFY(QDir().mkpath(songs));
