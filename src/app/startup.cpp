@@ -9,6 +9,7 @@
 #include "sessionlog.h"
 
 #include "disk/datafolder.h"
+#include "disk/diskcalls.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -36,6 +37,7 @@ void setIdentity()
 
 int runCorvin4Manager(int &argc, char **argv)
 {
+    neverAskForMedium();
     prepareHighDpi();
     const QApplication application(argc, argv);
 

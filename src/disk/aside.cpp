@@ -25,6 +25,9 @@ void doAside(const std::function<void()> &work, const std::function<void()> &eac
         done.store(true, std::memory_order_release);
     }));
     thread->start();
+    // The system has no thread left to give: the window then stands still for the call.
+    if (!thread->isRunning() && !thread->isFinished())
+        return work();
     while (!thread->wait(kPauseMs) || !done.load(std::memory_order_acquire)) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, kRoundMs);
         eachRound();

@@ -5,6 +5,10 @@
 
 class QFile;
 
+/// Lets a call that finds no medium in its drive fail at once, in this process and those that it starts, where the
+/// system would ask the user for one in a box of its own.
+void neverAskForMedium();
+
 /// A number that tells the volume that holds @p path (absolute, forward slashes) from the others while it is mounted;
 /// 0 when the path is empty or does not exist.
 quint64 volumeId(const QString &path);
@@ -33,7 +37,7 @@ VolumeRoom volumeRoom(const QString &path);
 /// Whether anything bears the name @p path (absolute, forward slashes), a link that leads nowhere too.
 bool isNameTaken(const QString &path);
 
-/// Gives the file @p from the name @p to in one step, in place of a file that bears it. Both are absolute paths on the
+/// Gives the file or folder @p from the name @p to in one step, a file in place of a file that bears it. Both are absolute paths on the
 /// same volume. False when the system refuses; both files are then as they were.
 bool moveOver(const QString &from, const QString &to);
 

@@ -35,6 +35,11 @@ bool moveFileOver(const QString &nativeFrom, const QString &nativeTo)
 
 } // namespace
 
+void neverAskForMedium()
+{
+    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);
+}
+
 quint64 volumeId(const QString &path)
 {
     DWORD serial = 0;

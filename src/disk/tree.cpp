@@ -2,6 +2,7 @@
 
 #include "aside.h"
 #include "breath.h"
+#include "diskcalls.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
@@ -31,7 +32,13 @@ bool removeContent(const QString &path, const std::function<bool()> &goOn)
 /// Some file systems take long to give back a folder that was big, even when it is empty.
 bool removeEmptyFolder(const QString &path)
 {
-    return doAsidePatiently([path] { return QDir().rmdir(path) || !QFileInfo::exists(path); });
+    return doAsidePatiently([path] {
+        if (QDir().rmdir(path) || !QFileInfo::exists(path))
+            return true;
+        // Windows marks folders with a picture of their own so, and refuses to remove them.
+        QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOwner | QFile::WriteUser);
+        return QDir().rmdir(path);
+    });
 }
 
 } // namespace
@@ -76,6 +83,14 @@ QStringList listTree(const Walk &walk, const std::function<bool()> &goOn)
         return true;
     });
     return found;
+}
+
+bool isTreeListable(const QString &root, QDir::Filters filters)
+{
+    const QDir::Filters folders = (filters & ~QDir::Filters(QDir::Files)) | QDir::Dirs;
+    return isListable(root) && walkTree({root, folders}, [](const QFileInfo &entry) {
+               return !entry.isDir() || isLink(entry) || isListable(entry.filePath());
+           });
 }
 
 bool removeFile(const QString &path)

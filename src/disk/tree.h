@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <functional>
 
-// What is done with whole folders. On the GUI thread events are processed after every entry, so that the window stays
-// alive and STOP can be pressed: slots may run meanwhile.
+// What is done with whole folders. On the GUI thread events are processed between the entries (see Breath), so that the
+// window stays alive and STOP can be pressed: slots may run meanwhile.
 
 /// Everything that a folder can hold.
 constexpr QDir::Filters kAllEntries = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
@@ -19,7 +19,7 @@ struct Walk
     QDir::Filters filters = kAllEntries; ///< which entries are visited
     QStringList names = {};              ///< wildcards; empty lets every name pass
     bool below = true;                   ///< the folders below the root too, not it alone
-    int breath = 1;                      ///< events are processed after so many entries; 0: never
+    int breath = 1;                      ///< events may be processed after so many entries (see Breath); 0: never
 };
 
 /// Calls @p visit with every entry below the root that the filters let pass, folder after folder. The paths are the
@@ -32,6 +32,10 @@ bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)
 /// The paths that a walk visits, in its order, unsorted. @p goOn, when given, is asked before each entry: the listing
 /// ends when it says no, and what was found so far is returned, so that the caller asks again.
 QStringList listTree(const Walk &walk, const std::function<bool()> &goOn = nullptr);
+
+/// Whether the folder @p root and all that a walk with these filters enters can be listed to their ends: a walk takes one
+/// that cannot be for one that ends earlier. Processes events.
+bool isTreeListable(const QString &root, QDir::Filters filters = kAllEntries);
 
 /// Deletes the folder @p path (absolute, forward slashes, a closing slash is forgiven) with everything in it, hidden
 /// and write-protected entries too. A link is deleted and never followed, be it @p path itself or an entry below it.

@@ -8,6 +8,10 @@
 #include "support/same.h"
 #include "support/widgets.h"
 
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
+
 // The start-up builds what belongs to a whole process. Each run here is therefore a child: this program, started again
 // with "--run", in which a timer made together with the application object plays the user: it presses the language
 // button TEST_CLICKS times, writes what it sees as JSON into the file TEST_REPORT, and closes the window or ends the
@@ -18,6 +22,13 @@ const QString kOwn = "tst_startup"_s;
 const QString kProgram = "Corvin4Manager"_s;
 #ifdef Q_OS_WIN
 const QString kKey = "Application/Language"_s;
+static bool asksForMedium() {
+    return !(GetErrorMode() & SEM_FAILCRITICALERRORS);
+}
+#else
+static bool asksForMedium() {
+    return false;
+}
 #endif
 
 /// What the child process returns when the main window outlived the program's run.
@@ -42,6 +53,7 @@ static QJsonObject describe(const QMainWindow &window) {
         {"titleFont"_s, QFontInfo(sharedFonts().fontTitle18).family()},
         {"background"_s, !window.palette().brush(QPalette::Window).texture().isNull()},
         {"log"_s, sessionLogPath()},
+        {"asksForMedium"_s, asksForMedium()},
     };
 }
 
@@ -220,6 +232,7 @@ private slots:
 
     void everythingIsSetUpWhenTheWindowShows() {
         run();
+        QCOMPARE(seen("asksForMedium"), "false"_s);
         for (const char *what : {"flagsAsPlainWindow", "highDpiScaling", "highDpiPixmaps", "scaleAsItIs", "background"})
             same(what, seen(what), "true"_s);
         same("the window has no parent", seen("hasParent"), "false"_s);

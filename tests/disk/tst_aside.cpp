@@ -1,5 +1,6 @@
 #include "disk/aside.h"
 
+#include "support/limits.h"
 #include "support/testing.h"
 
 class TestAside : public QObject
@@ -7,6 +8,18 @@ class TestAside : public QObject
     Q_OBJECT
 
 private slots:
+#if defined(Q_OS_LINUX) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    // The first of all: the stack of a thread that has ended would be taken again.
+    void workIsDoneHereWhereThereIsNoThreadToBeHad() {
+        QThread *worker = nullptr;
+        {
+            const NoThreads noThreads;
+            doAside([&worker] { worker = QThread::currentThread(); });
+        }
+        QCOMPARE(worker, QThread::currentThread());
+    }
+#endif
+
     void workIsDoneInAnotherThreadWhenItReturns() {
         QThread *worker = nullptr;
         doAside([&worker] { worker = QThread::currentThread(); });

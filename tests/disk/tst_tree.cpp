@@ -2,6 +2,7 @@
 #include "disk/tree.h"
 
 #include "support/files.h"
+#include "support/limits.h"
 #include "support/platform.h"
 #include "support/testing.h"
 
@@ -209,6 +210,23 @@ private slots:
         QVERIFY(!isListable(root.path("none"_s)));
         QVERIFY(!isListable(root.path("b.mid"_s)));
     }
+
+#ifndef Q_OS_WIN
+    void treeIsListableWhenAllItsFoldersAre() {
+        const Folder root({"a/deep/b.mid"_s, "c.mid"_s, ".hidden/d.mid"_s});
+        QVERIFY(QFile::link(root.path("none"_s), root.path("link"_s)));
+        QVERIFY(isTreeListable(root.path()));
+        QVERIFY(!isTreeListable(root.path("none"_s)));
+        const QFile::Permissions owners = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QVERIFY(QFile::setPermissions(root.path(), owners | QFile::ReadGroup | QFile::ExeGroup));
+        QVERIFY(QFile::setPermissions(root.path(".hidden"_s), owners));
+        const NoRoot noRoot;
+        if (isListable(root.path(".hidden"_s)))
+            QSKIP("Not root: the folder stays readable");
+        QVERIFY(!isTreeListable(root.path()));
+        QVERIFY(isTreeListable(root.path(), QDir::Dirs | QDir::NoDotAndDotDot));
+    }
+#endif
 
     void missingRootHasNoEntries() {
         const QString none = Folder().path("none"_s);

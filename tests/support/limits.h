@@ -4,6 +4,7 @@
 
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <fstream>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -28,10 +29,34 @@ private:
     void (*m_handler)(int);
 };
 
+/// No thread can be started while this lives, for want of room for its stack; small things still get their memory. Where
+/// a thread has ended, its stack serves the next.
+class NoThreads
+{
+public:
+    NoThreads() {
+        constexpr rlim_t kForSmallThings = 1024 * 1024;
+        std::ifstream sizes("/proc/self/statm");
+        rlim_t pages = 0;
+        sizes >> pages;
+        getrlimit(RLIMIT_AS, &m_before);
+        const rlimit now = {pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kForSmallThings, m_before.rlim_max};
+        setrlimit(RLIMIT_AS, &now);
+    }
+    ~NoThreads() { setrlimit(RLIMIT_AS, &m_before); }
+    NoThreads(const NoThreads &) = delete;
+    NoThreads &operator=(const NoThreads &) = delete;
+
+private:
+    rlimit m_before = {};
+};
+
 /// Root may read and delete everything; while this lives, root is nobody.
 class NoRoot
 {
 public:
+    static constexpr uid_t kNobody = 65534;
+
     NoRoot() {
         if (m_wasRoot && seteuid(kNobody) != 0)
             qFatal("cannot lay down root's rights");
@@ -44,7 +69,6 @@ public:
     NoRoot &operator=(const NoRoot &) = delete;
 
 private:
-    static constexpr uid_t kNobody = 65534;
     const bool m_wasRoot = geteuid() == 0;
 };
 #endif
