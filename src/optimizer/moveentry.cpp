@@ -94,10 +94,16 @@ bool putBack(const QString &aside, const QString &folder)
         return true;
     // An empty folder is only in the way; one that holds something is not taken away by this.
     QDir().rmdir(folder);
-    if (moveEntry(aside, folder))
+    const auto giveName = [&aside, &folder] { return moveEntry(aside, folder); };
+    if (!QFileInfo::exists(folder) && doAsidePatiently(giveName))
         return true;
     if (moveContent(aside, folder) && removeEmpty(aside))
         return true;
     // The disk is so full that a folder cannot grow by a name. There is room for names in the other one: it was bigger.
-    return moveContent(folder, aside) && removeEmpty(folder) && moveEntry(aside, folder);
+    if (moveContent(folder, aside) && removeEmpty(folder) && doAsidePatiently(giveName))
+        return true;
+    // Another program holds a file, and with it the folder: what it does not hold need not stay under the wrong name.
+    if (QFileInfo(folder).isDir() || QDir().mkdir(folder))
+        moveContent(aside, folder);
+    return false;
 }

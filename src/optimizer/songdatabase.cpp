@@ -89,12 +89,16 @@ void Ottimizza::createDiffDatabaseImportFile()
     // Deliberate: a stop pressed before this step is forgotten.
     abortRequested = m_closing;
     const Player player = Player::find();
+    // The run's own player would get no import file, and another's disk would be worked on unasked.
+    if (m_running && player.root() != run().player.root()) {
+        failCode = DeviceNotFound;
+        return;
+    }
     rootPath = player.root();
     if (!m_running)
         m_run = std::make_unique<Run>(rootPath);
-    // Paths made from an empty root would lie in the PC's own root or current folder; another player's disk would get
-    // what was found out about this one's.
-    if (rootPath.isEmpty() || run().player.root() != rootPath || !run().player.isThere()) {
+    // Paths made from an empty root would lie in the PC's own root or current folder.
+    if (rootPath.isEmpty() || !run().player.isThere()) {
         failCode = DeviceNotFound;
         return;
     }

@@ -6,6 +6,7 @@
 #include "splitrun.h"
 #include "titleinitial.h"
 
+#include "disk/aside.h"
 #include "disk/diskcalls.h"
 #include "disk/tree.h"
 
@@ -62,7 +63,8 @@ bool Ottimizza::setAside(const SplitRun &run)
     // stay where they are.
     if (!writeSplitNote(this->run().player, {run.folder, run.oldFolder}))
         qWarning() << "corvin_optimizer : no note for " << run.folder;
-    if (moveEntry(run.folder, run.oldFolder)) {
+    // A scanner may have one of its songs open.
+    if (doAsidePatiently([&run] { return moveEntry(run.folder, run.oldFolder); })) {
         if (QDir().mkdir(run.folder))
             return true;
         moveEntry(run.oldFolder, run.folder);

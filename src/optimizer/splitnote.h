@@ -15,11 +15,11 @@ struct SplitFolder
 // For each folder that is being split a note lies in the program's data folder, so that the next run can make good what
 // a run that was killed has left. "splitting" there holds a text file a folder, UTF-8, a line each:
 //
-// | line | meaning                                          |
-// |------|--------------------------------------------------|
-// | 1    | bytes of the player's volume, which tells players apart |
-// | 2    | the folder, below the player's root              |
-// | 3    | where its content waits, below the player's root |
+// | line | meaning                                                                                         |
+// |------|-------------------------------------------------------------------------------------------------|
+// | 1    | bytes of the player's volume, a blank, and its serial number where that is known: which player it is |
+// | 2    | the folder, below the player's root                                                             |
+// | 3    | where its content waits, below the player's root                                                |
 
 /// Writes the note for @p split on @p player; one for the same folder is replaced. Returns whether it is on the disk.
 bool writeSplitNote(const Player &player, const SplitFolder &split);

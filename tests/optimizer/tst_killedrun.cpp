@@ -196,8 +196,9 @@ private slots:
         const PcFolder elsewhere;
         putFile(elsewhere.path("a.mid"_s));
         const QString outside = QDir(run.player.root()).relativeFilePath(elsewhere.path());
-        putFile(pc.path("splitting/a.txt"_s),
-                QByteArray::number(QStorageInfo(run.player.root()).bytesTotal() + 1) + "\nX\nX.old\n");
+        const qint64 size = QStorageInfo(run.player.root()).bytesTotal();
+        putFile(pc.path("splitting/a.txt"_s), QByteArray::number(size + 1) + " \nX\nX.old\n");
+        putFile(pc.path("splitting/b.txt"_s), QByteArray::number(size) + " 1A2B-3C4D\nX\nX.old\n");
         writeNote(run, "Y"_s, outside);
         run.page.startAllOptimization();
         QCOMPARE(run.player.files(), words("X.old/a.mid Y/b.mid"));

@@ -1,8 +1,11 @@
 #include "pagerun.h"
 #include "support/boxanswerer.h"
 #include "support/boxtexts.h"
+#include "support/files.h"
 #include "support/pagetest.h"
+#include "support/platform.h"
 
+#include "disk/datafolder.h"
 #include "songfactory/songfactory.h"
 
 /// Runs that the user starts on the page, from their first signal to the result.
@@ -123,6 +126,27 @@ private slots:
         run.start();
         QCOMPARE(run.ends(), words("1"));
         QCOMPARE(run.player.files(), words("A/broken.mid"));
+    }
+
+    // Two players are plugged in, and the second one comes first in the list.
+    void playerThatComesUpDuringTheRunIsLeftAlone() {
+        SKIP_ON_WINDOWS("there is room for one simulated drive");
+        PageRun run(words("A/one.txt"));
+        run.player.addFile("A/song.mid"_s, SongFactory::midi(SongInfo()));
+        const PcFolder pc;
+        setDataFolder(pc.path());
+        const PcFolder other;
+        putFile(other.path(".windows-label"_s), "CORVIN4\n");
+        putFile(other.path("song.mid"_s), "no song");
+        run.atLabel("Scansione"_s, [&] {
+            qputenv("CORVIN_VOLUMES", QFile::encodeName(other.path() + QDir::listSeparator() + run.player.root()));
+        });
+        run.start();
+        QCOMPARE(run.ends(), words("1"));
+        QCOMPARE(other.files(), words("song.mid"));
+        // The user still hears where the file lies that was taken off.
+        QCOMPARE(run.told.of("filesKept"_s).size(), 1);
+        setDataFolder(QString());
     }
 
     void importFileThatCannotBeMadeIsAFailure() {

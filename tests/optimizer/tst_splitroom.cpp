@@ -3,6 +3,7 @@
 #include "optimizer/moveentry.h"
 #include "support/files.h"
 #include "support/given.h"
+#include "support/limits.h"
 
 /// What is reckoned before a folder is set aside, and how its content changes places.
 class TestSplitRoom : public QObject
@@ -92,6 +93,31 @@ private slots:
         expected.sort();
         QCOMPARE(after, expected);
     }
+
+#ifdef Q_OS_UNIX
+    // As when another program holds a folder: what it does not hold must not stay under the wrong name for that.
+    void whatCannotComeBackStaysAsideAlone() {
+        if (::geteuid() != 0)
+            QSKIP("Only root can give a folder to somebody else");
+        const PcFolder pc;
+        const QFile::Permissions readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup;
+        put(pc.path("X.old"_s), words("a.mid=1 b/c=2"));
+        put(pc.path("X"_s), words("d.mid=3"));
+        // Nobody may give X.old another name, and a folder that may not be written to gets no other parent.
+        for (const char *folder : {"X", "X.old", "X.old/b"})
+            QCOMPARE(::chown(qPrintable(pc.path(QLatin1String(folder))), NoRoot::kNobody, NoRoot::kNobody), 0);
+        QVERIFY(QFile::setPermissions(pc.path("X.old/b"_s), readable));
+        QVERIFY(QFile::setPermissions(pc.path(), readable | QFile::WriteOwner));
+        bool whole = true;
+        {
+            const NoRoot noRoot;
+            whole = putBack(pc.path("X.old"_s), pc.path("X"_s));
+        }
+        QVERIFY(!whole);
+        QCOMPARE(listed(pc.path("X"_s)), words("a.mid=1 d.mid=3"));
+        QCOMPARE(listed(pc.path("X.old"_s)), words("b/c=2"));
+    }
+#endif
 };
 
 QTEST_GUILESS_MAIN(TestSplitRoom)
