@@ -1,8 +1,10 @@
 #include "transfer.h"
 
 #include "app/shared/altkeys.h"
+#include "app/shared/questionbox.h"
 #include "app/shared/sharedfonts.h"
 #include "app/shared/styles.h"
+#include "disk/worklock.h"
 #include "filemanager.h"
 #include "filteredvolume.h"
 #include "ui_transfer.h"
@@ -154,6 +156,11 @@ void Transfer::on_pushBtnForward_clicked()
 {
     if (busy)
         return;
+    // A run that was refused would leave the songs outside the player's database, and the window could be closed.
+    if (!WorkLock().isTaken()) {
+        tellOtherWindowWorks(window());
+        return;
+    }
     ui->pushBtnForward->setEnabled(false);
     deleteModels();
     emit backFromTransferToOttimizza();

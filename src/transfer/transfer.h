@@ -40,7 +40,8 @@ public:
 
     /// Whether "FINE" is enabled: something was transferred and the optimisation that belongs to it has not run yet.
     bool isFinishPending() const;
-    /// Gives "FINE" the focus and brings it into sight where the page has to be scrolled.
+    /// Gives "FINE" the focus and brings it into sight where the page has to be scrolled. Does nothing while the page
+    /// is not shown.
     void goToFinish();
 
     // transfercopy.cpp

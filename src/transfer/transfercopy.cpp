@@ -177,6 +177,11 @@ bool Transfer::leadsIntoItself(const QString &source, const QString &destination
 
 void Transfer::copyFolderTo(const QString &source, const QString &destination)
 {
+    // Hours after it was counted it may have been moved, or its stick pulled.
+    if (!QFileInfo(source).isDir()) {
+        m_tally.addMissingFolder(source);
+        return;
+    }
     if (leadsIntoItself(source, destination)) {
         qInfo() << "Transfer : Cartella non copiata in se stessa :" << source;
         return;

@@ -102,6 +102,9 @@ bool Transfer::eventFilter(QObject *watched, QEvent *event)
 
 void Transfer::goToFinish()
 {
+    // Of a page that is not shown it would take the focus all the same, and Enter would press it unseen.
+    if (!isVisible())
+        return;
     ui->pushBtnForward->setFocus();
     // The window may lie behind the one that the songs were dragged from: there no page follows the focus.
     for (QWidget *above = parentWidget(); above; above = above->parentWidget()) {

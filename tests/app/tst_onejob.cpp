@@ -80,6 +80,23 @@ private slots:
         QVERIFY(WorkLock().isTaken());
     }
 
+    // The songs are not in the player's database yet: the window must not let itself be closed for the refusal.
+    void finishIsRefusedWhileAnotherWindowWorksAndStaysPending() {
+        const SimulatedPlayer player;
+        const ProcedureWindow shell;
+        const auto *page = pageOf<Transfer>(*shell.window);
+        BoxAnswerer boxes;
+        const WorkLock other;
+        button(*shell.window, "pushBtnForward")->setEnabled(true);
+        boxes.answer(kTitle, Buttons::kOk);
+        shell->on_gotoTransfer();
+        click(*page, "pushBtnForward");
+        QCOMPARE(boxes.seen().last().text, kText);
+        QVERIFY(page->isVisible());
+        QVERIFY(page->isFinishPending());
+        QVERIFY(!pageOf<Ottimizza>(*shell.window)->isVisible());
+    }
+
     void optimisationIsRefusedWhileAnotherWindowWorksAndThePageCanBeLeft() {
         SimulatedPlayer player;
         player.addFile("My Songs/readme.txt"_s, "not a song");
@@ -87,10 +104,9 @@ private slots:
         const auto *page = pageOf<Ottimizza>(*shell.window);
         BoxAnswerer boxes;
         const WorkLock other;
-        button(*shell.window, "pushBtnForward")->setEnabled(true);
         boxes.answer(kTitle, Buttons::kOk);
-        shell->on_gotoTransfer();
-        click(*pageOf<Transfer>(*shell.window), "pushBtnForward");
+        shell->on_gotoOptimizer();
+        click(*page, "Btn_Opt_Ok");
         QCOMPARE(boxes.seen().last().text, kText);
         QCOMPARE(player.files(), QStringList("My Songs/readme.txt"_s));
         QVERIFY(page->isVisible());

@@ -72,6 +72,19 @@ private slots:
         QCOMPARE(drop.player.content("mem"_s), QByteArray("player"));
     }
 
+    void folderThatHasGoneByItsTurnIsToldAndNotMade() {
+        IncompleteDrop drop;
+        drop.expectBox();
+        for (const char *song : {"album/A/1.mid", "album/B/deep/2.mid", "album/B/3.mid"})
+            drop.pc.addFile(QLatin1String(song));
+        drop.atEachStep([&drop] { QDir().rename(drop.pc.path("album/B"_s), drop.pc.path("B"_s)); });
+        drop.drop({drop.pc.path("album"_s)});
+        QCOMPARE(drop.text(), Texts::kNotAllCopied.arg(1).arg(3));
+        QCOMPARE(drop.names, QStringList(drop.native("album/B"_s)));
+        QCOMPARE(drop.player.files(), words("album/A/1.mid"));
+        QVERIFY(!drop.player.exists("album/B"_s));
+    }
+
     void onlyTheFirstNamesAreGiven() {
         IncompleteDrop drop(words("album"));
         drop.expectBox();
