@@ -68,13 +68,17 @@ QStringList erasableEntries(const Player &player)
 
 } // namespace
 
-DiskFormat::DiskFormat(JobView &view, const QString &drive) : m_view(view), m_player(drive) {}
+DiskFormat::DiskFormat(JobView &view, const QString &drive, std::function<bool()> isReady)
+    : m_view(view), m_player(drive), m_isReady(std::move(isReady))
+{
+}
 
 JobEnd DiskFormat::run()
 {
     // Deliberate: STOP does not count here. A disk being formatted is not to be left alone.
     return runSteps("DiskFormat", m_view,
                     {{"confirm", &DiskFormat::confirm},
+                     {"askWhetherReady", &DiskFormat::askWhetherReady},
                      {"erase", &DiskFormat::erase},
                      {"waitForPlayer", &DiskFormat::waitForPlayer},
                      {"judge", &DiskFormat::judge}},
@@ -87,6 +91,11 @@ JobEnd DiskFormat::confirm()
                                                                  tr(" verrà cancellato.\nVuoi continuare?"));
     question.standsAlone = true;
     return {m_view.ask(question) == JobAnswer::Yes ? JobEnd::Done : JobEnd::Refused};
+}
+
+JobEnd DiskFormat::askWhetherReady()
+{
+    return {!m_isReady || m_isReady() ? JobEnd::Done : JobEnd::Failed};
 }
 
 JobEnd DiskFormat::erase()

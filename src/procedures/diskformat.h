@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// Erases the player's disk with the system's own format command: exFAT, labelled CORVIN4. Asks first, and waits until
 /// the player is found again, without limit unless the window is to close.
 class DiskFormat : private Steps<DiskFormat>
@@ -15,8 +17,9 @@ class DiskFormat : private Steps<DiskFormat>
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    /// @p drive is the root of the volume with its closing slash ("E:/").
-    DiskFormat(JobView &view, const QString &drive);
+    /// @p drive is the root of the volume with its closing slash ("E:/"). @p isReady, when given, is asked once the user
+    /// has agreed: when it says no, nothing is erased and run() has failed.
+    DiskFormat(JobView &view, const QString &drive, std::function<bool()> isReady = nullptr);
 
     /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its
     /// end or when something of what it had to erase is still there; stopped when the window is to close before the
@@ -29,6 +32,7 @@ public:
 private:
     friend class Steps<DiskFormat>;
     JobEnd confirm();
+    JobEnd askWhetherReady();
     JobEnd erase();
     JobEnd waitForPlayer();
     JobEnd judge();
@@ -36,6 +40,7 @@ private:
 
     JobView &m_view;
     Player m_player;
+    std::function<bool()> m_isReady;
     QStringList m_before; ///< what the format has to erase, by its name at the root
     bool m_begun = false;
     bool m_ranToItsEnd = false;

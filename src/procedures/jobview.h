@@ -62,7 +62,7 @@ public:
     virtual void setBarValue(int value) = 0;
     /// @p format as a progress bar takes it: "%p%" percent, "%v" value.
     virtual void setBarFormat(const QString &format) = 0;
-    /// Paints the bar at once, for work that processes no events.
+    /// Paints the bar now, or when it is due again, for work that processes no events.
     virtual void paintBar() = 0;
 
     /// Whether STOP has been pressed and confirmed.

@@ -1,7 +1,6 @@
 #include "keptplaylists.h"
 
 #include "device/devicecase.h"
-#include "disk/diskcalls.h"
 #include "disk/tree.h"
 
 #include <QCoreApplication>
@@ -34,8 +33,7 @@ JobEnd keepPlaylists(const JobView &view, const Player &player, KeptFiles &kept)
         const QStringList playlists = foldersNamed(system, parts.last());
         for (const QString &folder : playlists) {
             // What cannot be listed would be removed unseen.
-            const QStringList below = listTree({folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot});
-            if (!isListable(folder) || !std::all_of(below.begin(), below.end(), isListable))
+            if (!isTreeListable(folder))
                 return {JobEnd::Failed};
             files += listTree({folder, QDir::Files | QDir::Hidden | QDir::System});
         }

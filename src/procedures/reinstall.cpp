@@ -16,6 +16,7 @@
 #include "unpackedfolder.h"
 #include "updateserver.h"
 
+#include "device/devicecase.h"
 #include "disk/aside.h"
 #include "disk/tree.h"
 
@@ -46,8 +47,12 @@ bool Reinstall::confirm()
 JobEnd Reinstall::run()
 {
     const JobEnd end = runStepsForSongs();
-    if (m_view.isStopped() && !m_endTold)
-        tellStopped();
+    if (!m_view.isStopped() || m_endTold)
+        return end;
+    // The user is free to pull the cable now: what never reached the disk is no system.
+    if (m_systemReplaced && !m_systemLost)
+        m_systemLost = !m_player.flush();
+    tellStopped();
     return end;
 }
 
@@ -153,6 +158,9 @@ JobEnd Reinstall::keepPlaylists()
     KeptFiles kept(m_player);
     const JobEnd end = ::keepPlaylists(m_view, m_player, kept);
     m_keptPlaylists = kept.folder();
+    // A reinstallation that was killed has kept them, and told nobody: the player has had no system since.
+    if (m_keptPlaylists.isEmpty() && entriesNamed(m_player.root(), PlayerNames::kSystem).isEmpty())
+        m_keptPlaylists = KeptFiles::newestHolding(PlayerNames::kPlaylists);
     if (end.isDone() || end.kind == JobEnd::Stopped)
         return end;
     if (!m_player.isThere())
@@ -168,8 +176,14 @@ JobEnd Reinstall::format()
     const JobEnd found = m_songs == Songs::ComeBack ? samePlayer() : findPlayerAgain();
     if (!found.isDone())
         return found;
-    DiskFormat job(m_view, m_player.root());
+    std::optional<Notice> missing;
+    DiskFormat job(m_view, m_player.root(), [this, &missing] {
+        missing = whatIsMissingToFormat();
+        return !missing;
+    });
     const JobEnd end = job.run();
+    if (missing)
+        return failed(*missing);
     // What a format that failed has left nobody knows.
     m_songsOnPcAlone = m_songs == Songs::ComeBack && job.hasBegun();
     m_systemReplaced = job.hasBegun();
@@ -181,15 +195,35 @@ JobEnd Reinstall::format()
     return end;
 }
 
+/// The question about the drive may have stood open for long: a scanner may have taken a file of the new system, and the
+/// user the disk with the backup.
+std::optional<Notice> Reinstall::whatIsMissingToFormat()
+{
+    if (!holdsWholeSystem(m_unpackedFolder))
+        return errorNotice();
+    if (m_songs != Songs::ComeBack)
+        return std::nullopt;
+    m_filesInBackup = SongRestore::countFiles(m_backup);
+    if (isBackupComplete(m_backup, m_player, [this] { return !m_view.isStopped(); }) && !m_view.isStopped())
+        return std::nullopt;
+    if (!m_player.isThere())
+        return playerGoneNotice();
+    return Notice{Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)};
+}
+
 JobEnd Reinstall::install()
 {
     const JobEnd found = m_songs == Songs::Stay ? samePlayer() : findPlayerAgain();
     if (!found.isDone())
         return found;
+    // A scanner may have taken a file while the playlists were kept. After a format it is too late to stop for that.
+    if (m_songs == Songs::Stay && !holdsWholeSystem(m_unpackedFolder))
+        return failed(errorNotice());
     m_view.showStatus(operationText(TEXT_TRANSFERRING_SYSTEM));
     SystemTransfer transfer(m_view, m_player, m_unpackedFolder);
     const JobEnd end = transfer.run();
-    m_whole = transfer.isWhole();
+    // What a scanner has taken from the PC by then is not even listed.
+    m_whole = transfer.isWhole() && holdsWholeSystem(m_player.root().chopped(1));
     m_systemReplaced = m_systemReplaced || transfer.hasBegun();
     m_systemLost = (m_systemLost || transfer.hasBegun()) && !(end.isDone() && m_whole);
     if (!end.isDone() && !m_systemLost && !m_player.isThere())
@@ -210,7 +244,7 @@ JobEnd Reinstall::bringSongsBack()
     if (!m_whole)
         return {};
     m_view.showStatus(operationText(TEXT_RESTORING_BACKUP));
-    const JobEnd end = SongRestore(m_view).bringBack(m_backup, m_player);
+    const JobEnd end = SongRestore(m_view).bringBack(m_backup, m_player, m_filesInBackup);
     if (end.isDone())
         return {};
     m_whole = !end.failedAt(kMakingFolders);

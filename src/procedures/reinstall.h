@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <optional>
+
 /// Rebuilds the player's system from the full system archive, then brings the latest update.
 class Reinstall : public MaintenanceJob, private Steps<Reinstall>
 {
@@ -25,8 +27,8 @@ public:
 
     /// Where the songs are to be erased the user is asked first.
     bool confirm() override;
-    /// Every step tells what went wrong with it; STOP is not told, unless the songs are on the PC alone by then or the
-    /// player is left without a system.
+    /// Every step tells what went wrong with it; STOP is not told, unless the songs are on the PC alone by then, the
+    /// player is left without a system, or its playlists have gone with the old one.
     JobEnd run() override;
 
 private:
@@ -45,6 +47,7 @@ private:
     JobEnd bringSongsBack();
     JobEnd finish();
 
+    std::optional<Notice> whatIsMissingToFormat();
     JobEnd findPlayerAgain();
     JobEnd samePlayer();
 
@@ -63,6 +66,7 @@ private:
     QString m_unpackedFolder; ///< its content belongs at the player's root
     QString m_backup;         ///< the PC folder with the songs
     QString m_keptPlaylists;  ///< the PC folder with the playlists of the old system; empty when it had none
+    int m_filesInBackup = 0;  ///< when the format began
     bool m_songsOnPcAlone = false;
     bool m_systemReplaced = false; ///< the old system, with its playlists, is no longer whole
     bool m_systemLost = false;     ///< and no new one is: the player does not start

@@ -54,7 +54,7 @@ SetAsideFolder::~SetAsideFolder()
         qWarning().noquote() << "SongBackup : the former content of" << m_folder << "is kept as" << m_aside;
 }
 
-bool SetAsideFolder::drop()
+bool SetAsideFolder::drop(const std::function<bool()> &goOn)
 {
-    return m_aside.isEmpty() || removeTree(m_aside);
+    return m_aside.isEmpty() || removeTree(m_aside, goOn);
 }

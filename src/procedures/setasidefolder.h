@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <functional>
+
 /// A folder that is to be emptied, for as long as it is not sure that its content may go: it lies under another name
 /// beside a new, empty folder that has taken its place. Unless the content is dropped it comes back when this is
 /// destroyed; what comes back only when the program is killed before that has a name that says what it is.
@@ -22,8 +24,9 @@ public:
 
     /// Whether the new folder is there. When not, the old one is where it was.
     bool isGood() const { return m_good; }
-    /// Deletes the former content for good. False when some of it could not be deleted: that comes back.
-    bool drop();
+    /// Deletes the former content for good. False when some of it could not be deleted, or @p goOn, asked before each
+    /// entry when it is given, said no: what is left comes back.
+    bool drop(const std::function<bool()> &goOn = nullptr);
 
 private:
     QString m_folder;

@@ -155,14 +155,21 @@ JobEnd SongBackup::dropOldContent()
     // The question may have stood open for long.
     if (!m_player.isThere())
         return {JobEnd::Failed, kPlayerGone};
-    const bool dropped = m_old->drop();
+    // An old backup of thousands of songs takes its time to go.
+    m_view.showStatus(operationText(TEXT_BACKING_UP));
+    const bool dropped = m_old->drop([this] { return !m_view.isStopped() && m_player.isThere(); });
     m_old.reset();
-    return dropped ? JobEnd() : refuseFolder(reasonNotEmptied());
+    if (dropped)
+        return {};
+    if (m_view.isStopped())
+        return {JobEnd::Stopped};
+    if (!m_player.isThere())
+        return {JobEnd::Failed, kPlayerGone};
+    return refuseFolder(reasonNotEmptied());
 }
 
 JobEnd SongBackup::copySongs()
 {
-    m_view.showStatus(operationText(TEXT_BACKING_UP));
     return copyToDestination(m_files);
 }
 

@@ -26,7 +26,7 @@ public:
 
     /// The copy alone, from @p player to @p destination (absolute): asks before a folder that holds anything is emptied
     /// and before many files are copied. Until the first file is copied the folder's content comes back when the backup
-    /// ends. Its end is not told, save by boxes about the folder.
+    /// ends, or what is left of it by then. Its end is not told, save by boxes about the folder.
     JobEnd save(const Player &player, const QString &destination);
 
     /// The same, and in a second pass whatever else on the player is not its system: before its disk is erased. What

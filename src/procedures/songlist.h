@@ -26,7 +26,7 @@ inline QStringList songNames()
 bool isSystemPart(const QString &path, const Player &player);
 
 /// Calls @p visit with every entry of the player that a backup takes: all but its system, then the playlists. Events
-/// are processed after each entry of the disk. @p goOn is asked before each; returns false when it said no, or @p visit
+/// are processed meanwhile. @p goOn is asked before each; returns false when it said no, or @p visit
 /// did, or when a folder cannot be listed.
 bool visitSongs(const Player &player, const std::function<bool()> &goOn,
                 const std::function<bool(const QFileInfo &)> &visit);

@@ -5,11 +5,17 @@
 #include "operationtexts.h"
 #include "songlist.h"
 
+#include "disk/diskcalls.h"
 #include "disk/tree.h"
 
 #include <QSet>
 
 #include <algorithm>
+
+namespace {
+constexpr QLatin1String kFlushing("flushPlayer", 11);
+constexpr QDir::Filters kEveryFile = QDir::Files | QDir::Hidden | QDir::System;
+} // namespace
 
 SongRestore::SongRestore(JobView &view) : m_view(view) {}
 
@@ -23,16 +29,26 @@ JobEnd SongRestore::run()
     if (!chosen.isDone())
         return chosen;
     const JobEnd end = copyFromFolder();
+    // A user who is told pulls the cable, and songs whose names are there would have no content. A flush that was
+    // stopped is not begun again.
+    if (!end.isDone() && end.step != kFlushing)
+        m_player.flush();
     tellEndOfSongCopy(m_view, end);
     return end;
 }
 
-JobEnd SongRestore::bringBack(const QString &source, const Player &player)
+JobEnd SongRestore::bringBack(const QString &source, const Player &player, int files)
 {
     m_source = source;
     m_player = player;
     m_everything = true;
+    m_filesExpected = files;
     return copyFromFolder();
+}
+
+int SongRestore::countFiles(const QString &source)
+{
+    return listTree({source, kEveryFile}).size();
 }
 
 JobEnd SongRestore::findPlayer()
@@ -62,12 +78,16 @@ JobEnd SongRestore::copyFromFolder()
                     {{"listSongs", &SongRestore::listSongs},
                      {"copySongs", &SongRestore::copySongs},
                      {"copyOtherFiles", &SongRestore::copyOtherFiles},
-                     {"flushPlayer", &SongRestore::flushPlayer}});
+                     {kFlushing.data(), &SongRestore::flushPlayer}});
 }
 
 JobEnd SongRestore::listSongs()
 {
     const auto goOn = [this] { return !m_view.isStopped(); };
+    // A folder that has gone, or cannot be listed, would pass for an empty one.
+    if (!isListable(m_source))
+        return {JobEnd::Failed};
+    m_isListed = isTreeListable(m_source, m_everything ? kAllEntries : kSongEntries);
     m_files = listTree({m_source, kSongEntries, songNames()}, goOn);
     if (m_everything)
         m_files = withoutWhatStays(m_files);
@@ -86,8 +106,8 @@ JobEnd SongRestore::copyOtherFiles()
 {
     if (!m_everything)
         return {};
-    QStringList others =
-        listTree({m_source, QDir::Files | QDir::Hidden | QDir::System}, [this] { return !m_view.isStopped(); });
+    QStringList others = listTree({m_source, kEveryFile}, [this] { return !m_view.isStopped(); });
+    m_isListed = m_isListed && others.size() >= m_filesExpected;
     const QSet<QString> songs(m_files.cbegin(), m_files.cend());
     others.erase(
         std::remove_if(others.begin(), others.end(), [&songs](const QString &path) { return songs.contains(path); }),
@@ -111,6 +131,6 @@ QStringList SongRestore::withoutWhatStays(QStringList paths) const
 JobEnd SongRestore::flushPlayer()
 {
     if (m_player.flush([this] { return !m_view.isStopped(); }))
-        return {};
+        return {m_isListed ? JobEnd::Done : JobEnd::Failed};
     return {m_view.isStopped() ? JobEnd::Stopped : JobEnd::Failed};
 }

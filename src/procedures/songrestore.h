@@ -21,8 +21,12 @@ public:
 
     /// The copy alone, from @p source (absolute), a folder that holds all that the player held, to @p player: hidden
     /// files and names without a dot too, in a second pass, but no update that waited for the player's next start.
-    /// Failed also when a file could not be copied, and when the player is gone at the end. Its end is not told.
-    JobEnd bringBack(const QString &source, const Player &player);
+    /// Failed also when a file could not be copied, when there are fewer than @p files of them (see countFiles()), and
+    /// when the player is gone at the end. Its end is not told.
+    JobEnd bringBack(const QString &source, const Player &player, int files);
+
+    /// How many files lie below @p source that bringBack() looks at. Processes events.
+    static int countFiles(const QString &source);
 
 private:
     friend class Steps<SongRestore>;
@@ -42,5 +46,7 @@ private:
     QString m_source;
     QStringList m_files;
     bool m_everything = false;      ///< the second pass comes too
+    int m_filesExpected = 0;        ///< of those that the second pass looks at
     bool m_filesAreMissing = false; ///< one could not be copied
+    bool m_isListed = true;         ///< nothing was passed over because it could not be seen
 };

@@ -113,6 +113,36 @@ private slots:
         b.backUp(answers);
         QCOMPARE(contentBelow(b.pc.path()), before);
     }
+
+    void oldBackupThatIsBeingDeletedComesBackAsFarAsItIsThere_data() {
+        columns<bool>("stops");
+        row("stop", true);
+        row("player pulled", false);
+    }
+    void oldBackupThatIsBeingDeletedComesBackAsFarAsItIsThere() {
+        QFETCH(bool, stops);
+        Backup b;
+        b.addToPlayer(words("a.mid"));
+        constexpr int kOld = 500;
+        b.addToFolder(numbered(kOld));
+        std::optional<StopPresser> stop;
+        QList<Answer> answers = {Titles::kBackupNotEmpty};
+        QTimer pull;
+        if (stops) {
+            stop.emplace(b.window, Status::kBackingUp);
+            answers.append(Titles::kStop);
+        } else {
+            connect(&pull, &QTimer::timeout, this, [&] {
+                if (b.window.status() == Status::kBackingUp)
+                    SimulatedPlayer::disconnect();
+            });
+            pull.start(0);
+        }
+        b.backUp(answers + QList<Answer>{Titles::kBackupError});
+        const int left = filesBelow(b.backup).size();
+        QVERIFY2(left > 0 && left < kOld, qPrintable(QString::number(left)));
+        QVERIFY(!QFileInfo::exists(b.backup + "/a.mid"_s));
+    }
 };
 
 PAGE_TEST_MAIN(TestBackupDestination)

@@ -139,7 +139,10 @@ private slots:
         SimulatedPlayer player;
         player.addFile("System/new.dat"_s);
         player.addFile("CorvinUpdate/new.exe"_s);
-        QVERIFY(SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root())).isDone());
+        const QString backup = pc.path("backup"_s);
+        const int saved = SongRestore::countFiles(backup);
+        QCOMPARE(saved, FullPlayer::users().size() + 1);
+        QVERIFY(SongRestore(view).bringBack(backup, Player(player.root()), saved).isDone());
         QStringList expected = FullPlayer::users() + words("System/new.dat CorvinUpdate/new.exe");
         expected.sort();
         QStringList files = player.files();
@@ -156,9 +159,29 @@ private slots:
         player.addFile("My/b.mid/in its way"_s);
         JobRecorder view;
         view.answers = {{Titles::kCopyExists, JobAnswer::Yes}, {Titles::kCopyFailed, JobAnswer::Yes}};
-        const JobEnd end = SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root()));
+        const JobEnd end = SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root()), 4);
         QCOMPARE(int(end.kind), int(JobEnd::Failed));
         QCOMPARE(player.files(), QStringList({"My/a.mid"_s, "My/b.mid/in its way"_s, "My/c.mid"_s, "nodot"_s}));
+    }
+
+    // A listing tells nothing of what it does not see.
+    void backupThatHasLostAFileIsAFailureThoughTheRestCame() {
+        const SimulatedPlayer player;
+        PcFolder pc;
+        pc.addFile("backup/My/a.mid"_s);
+        JobRecorder view;
+        const JobEnd end = SongRestore(view).bringBack(pc.path("backup"_s), Player(player.root()), 2);
+        QCOMPARE(int(end.kind), int(JobEnd::Failed));
+        QCOMPARE(player.files(), words("My/a.mid"));
+    }
+
+    void restoreFromAFolderThatHasGoneIsNotCalledDone() {
+        const SimulatedPlayer player;
+        const PcFolder pc;
+        JobRecorder view;
+        view.folder = pc.path("gone"_s);
+        QCOMPARE(int(SongRestore(view).run().kind), int(JobEnd::Failed));
+        QCOMPARE(view.of("tell"_s), QStringList(Titles::kBackupError + "|"_s + Texts::kBackupError));
     }
 
     void playerGoneBehindTheFolderDialogChangesNothing_data() {

@@ -1,4 +1,5 @@
 #include "formatfixture.h"
+#include "support/given.h"
 
 /// A reinstallation that has touched the disk, however it ends.
 class TestReinstallFormat : public QObject
@@ -90,6 +91,47 @@ private slots:
         QVERIFY(r.savedFiles() >= kManyFiles);
         // After a transfer that was completed the download is gone, whatever came then.
         QCOMPARE(QFile::exists(r.pc.downloads()), isBig);
+    }
+
+    // The question about the drive may stand for hours.
+    void whatWasReadyIsLookedAtAgainBeforeTheDiskIsErased_data() {
+        columns<QByteArray, QString, QString>("procedure", "gone", "title");
+        row("a song of the backup", kRestoring, "backup"_s, Titles::kBackupError);
+        row("a file of the new system", kRestoring, "Corvin.exe"_s, Titles::kError);
+        row("a file of the new system, songs erased", kClean, "Corvin.exe"_s, Titles::kError);
+    }
+    void whatWasReadyIsLookedAtAgainBeforeTheDiskIsErased() {
+        QFETCH(QString, gone);
+        FormatReinstall r;
+        r.boxes.whenShown([&](const QMessageBox *box) {
+            if (box->windowTitle() == Titles::kEraseDrive)
+                QVERIFY(QFile::remove(gone == "backup"_s ? r.backup + "/My Songs/7.mid"_s
+                                                         : r.pc.downloads("System/Corvin/Corvin.exe"_s)));
+        });
+        r.runAgreed(given<QByteArray>("procedure"), {Titles::kEraseDrive, given<QString>("title")});
+        r.expectOldDisk();
+        QVERIFY(!r.lastBox().informativeText.contains(QDir::toNativeSeparators(r.backup)));
+    }
+
+    // As when the disk with the backup is pulled: what is not there is not listed, and nothing fails by itself.
+    void backupThatIsGoneAfterTheFormatIsNotCalledRestored_data() {
+        columns<QString>("gone");
+        row("all of it", QString());
+        row("a folder of it", "/My Songs"_s);
+    }
+    void backupThatIsGoneAfterTheFormatIsNotCalledRestored() {
+        QFETCH(QString, gone);
+        FormatReinstall r;
+        QTimer pull;
+        connect(&pull, &QTimer::timeout, this, [&] {
+            if (r.window.status() == Status::kTransferring && QDir().rename(r.backup + gone, r.pc.path("elsewhere"_s)))
+                pull.stop();
+        });
+        pull.start(1);
+        r.runAgreed(kRestoring, {Titles::kEraseDrive, Titles::kRestoreError});
+        QVERIFY(!pull.isActive());
+        QCOMPARE(r.lastBox().text, Texts::kRestoreError);
+        r.expectBackupIsNamed();
     }
 
     void failedUpdateTellsWhereTheSongsAre() {

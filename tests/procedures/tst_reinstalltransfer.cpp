@@ -51,6 +51,52 @@ private slots:
         QCOMPARE(r.server.requests(), kSystemAlone);
     }
 
+    // As a scanner does that finds something in it.
+    void systemThatHasLostAFileOnThePcReplacesNone() {
+        SystemReinstall r;
+        for (const char *list : {"a.pls", "b.pls"})
+            r.player.addFile("System/Playlist/"_s + QLatin1String(list), "mine");
+        QTimer take;
+        connect(&take, &QTimer::timeout, this, [&] {
+            if (!filesBelow(r.data.path("removed"_s)).isEmpty() && QFile::remove(r.pc.downloads(kNewFile)))
+                take.stop();
+        });
+        take.start(0);
+        r.run({Titles::kError});
+        QVERIFY(!take.isActive());
+        expectLook(r.lastBox(), QMessageBox::Information, Titles::kError);
+        QVERIFY(r.player.exists("System/old.exe"_s));
+        QCOMPARE(r.player.content("System/Playlist/a.pls"_s), QByteArray("mine"));
+    }
+
+    void systemThatIsIncompleteWhenItIsListedIsNotCalledInstalled() {
+        SystemReinstall r;
+        QTimer take;
+        connect(&take, &QTimer::timeout, this, [&] {
+            if (r.window.status() == Status::kTransferring && QFile::remove(r.pc.downloads(kNewFile)))
+                take.stop();
+        });
+        take.start(0);
+        r.run({Titles::kError});
+        QVERIFY(!take.isActive());
+        expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
+    }
+
+    // The PC was switched off after the system had gone.
+    void playlistsThatAKilledReinstallationHasKeptAreNamed() {
+        SystemReinstall r;
+        QVERIFY(QFile::remove(r.player.path("System/old.exe"_s)));
+        QVERIFY(QDir().rmdir(r.player.path("System"_s)));
+        const QString today = QDateTime::currentDateTime().toString("yyyy-MM-dd "_s);
+        const QString kept = r.data.path("removed/"_s + today + "00.00.01"_s);
+        putFile(kept + "/System/Playlist/mine.pls"_s, "mine");
+        putFile(r.data.path("removed/"_s + today + "00.00.00/System/Playlist/older.pls"_s), "older");
+        putFile(r.data.path("removed/"_s + today + "00.00.02/A/notes.txt"_s), "notes");
+        r.run({Titles::kFinished});
+        QVERIFY2(r.lastBox().informativeText.endsWith(QDir::toNativeSeparators(kept)),
+                 qPrintable(r.lastBox().informativeText));
+    }
+
     void playerPulledDuringTheTransferIsNotCalledInstalled() {
         SystemReinstall r;
         MOUNT_PLAYER(player, 16);
