@@ -2,6 +2,8 @@
 #include "optimizer/ottimizza.h"
 #include "pages/firstmenu.h"
 #include "support/boxanswerer.h"
+#include "support/formsheets.h"
+#include "support/methods.h"
 #include "support/same.h"
 
 class TestMainWindow : public QObject
@@ -19,7 +21,7 @@ private slots:
         QCOMPARE(textOf(window, "labelRelease"), QStringLiteral("Release " CORVIN_VERSION));
         const auto *stop = button(window, "pushButtonStop");
         QCOMPARE(stop->text(), "STOP"_s);
-        QCOMPARE(stop->styleSheet(), "background-color: rgb(51, 51, 51);\ncolor: rgb(249,191,0);"_s);
+        QCOMPARE(stop->styleSheet(), FormSheets::kPage);
         const auto *about = button(window, "pushButtonAboutQT");
         QCOMPARE(about->text(), "About"_s);
         QCOMPARE(about->styleSheet(), "/* background-color: rgb(51, 51, 51); */\n/* color: rgb(249,191,0); */\n"
@@ -40,8 +42,27 @@ private slots:
                                     "QProgressBar::chunk {background-color: #f9bf00;width: 20px;}"_s);
         const auto *language = button(window, "pButLang");
         QCOMPARE(language->text(), "IT"_s);
-        QCOMPARE(language->styleSheet(), "* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
-                                         "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
+        QCOMPARE(language->styleSheet(), FormSheets::kContainer);
+        for (const QPushButton *one : {stop, about, language})
+            QCOMPARE(one->cursor().shape(), Qt::PointingHandCursor);
+    }
+
+    void signalsAndSlotsComeInTheirOrder() {
+        QCOMPARE(methodsOf<MainWindow>(QMetaMethod::Signal), words("stopActionPressed()"));
+        QCOMPARE(methodsOf<MainWindow>(QMetaMethod::Slot),
+                 words("langDbInfo(LANGUAGE_STRING_CODE) start_check_connection() on_checkDone() on_gotoTransfer() "
+                       "on_gotoOptimizer() on_gotoAvanzate() on_backFromOttimizzaToFirstMenu() "
+                       "on_backFromAvanzateToFirstMenu() on_backFromTransferToFirstMenu() "
+                       "on_backFromTransferToOttimizza() on_backFromOttimizzaToEndOttimizza(int) "
+                       "on_backFromEndOttimizzaToFirstMenu() on_setProgressBarVisible(bool) "
+                       "on_setProgressBarMinVal(int) on_setProgressBarMaxVal(int) on_setProgressBarFormat(QString) "
+                       "on_updateProgressBarVal(int) on_increaseProgressBarVal() on_updateLabelAction(QString) "
+                       "on_setPushButtonStopVisible(bool) on_pushButtonStop_clicked() "
+                       "on_pushButtonAboutQT_clicked()"));
+        QCOMPARE(methodsOf<MainWindow>(QMetaMethod::Slot, QMetaMethod::Private),
+                 words("on_pButLang_clicked() check_connection() updateCorvinWithLastRelease() "
+                       "makeSecurityCopyOfSongs() restoreSecurityCopyOfSongs() reinstallOpSysOnly() "
+                       "reinstallOpSysAndCleanSongs() reinstallOpSysAndRestoreSongs()"));
     }
 
     void widgetsHaveTheSharedFonts() {

@@ -38,6 +38,22 @@ private slots:
         QCOMPARE(log.textsStartingWith("MainWindow::on_pushButtonStop_clicked"_s).size(), stops ? 1 : 0);
     }
 
+    // Whoever hears of the stop finds it noted and logged.
+    void stopIsNotedAndLoggedBeforeItIsTold() {
+        MainWindow window;
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kStop, Buttons::kSi);
+        const LogCapture log;
+        int told = 0;
+        connect(&window, &MainWindow::stopActionPressed, this, [&] {
+            ++told;
+            QVERIFY(window.abortRequested);
+            QVERIFY(log.contains(QtInfoMsg, "MainWindow::on_pushButtonStop_clicked : !!! ABORT PRESSED !!!"_s));
+        });
+        window.on_pushButtonStop_clicked();
+        QCOMPARE(told, 1);
+    }
+
     void stopBoxIsAsAgreed() {
         MainWindow window;
         BoxAnswerer boxes;
@@ -63,6 +79,21 @@ private slots:
         QCOMPARE(seen.text, Texts::kNotClosed);
         QCOMPARE(seen.buttons, QStringList(Buttons::kOk));
         QCOMPARE(seen.icon, QMessageBox::Information);
+    }
+
+    // The user has gone back to the menu: Enter there must not press what cannot be seen.
+    void finishOfAPageThatIsNotShownGetsNoFocus() {
+        MainWindow window;
+        window.show();
+        window.on_checkDone();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QWidget *menuButton = child<QWidget>(window, "pushBtnTransfer");
+        menuButton->setFocus();
+        button(window, "pushBtnForward")->setEnabled(true);
+        BoxAnswerer boxes;
+        boxes.answer(Titles::kNotClosed, Buttons::kOk);
+        QVERIFY(!window.close());
+        QCOMPARE(window.focusWidget(), menuButton);
     }
 
     void closingTakesPlaceOnceFinishIsDone() {

@@ -39,6 +39,29 @@ private slots:
         QVERIFY(run.loggedOnlyInfos());
     }
 
+    void diskIsReportedInTheOrderOfTheWork() {
+        OptimizerRun run({"System/Playlist/b.pls=\\sdmemory\\B\\1.mid^12^0\n"_s,
+                          "System/Playlist/a.pls=\\sdmemory\\A\\1.mid^12^0\n"_s, "loose.mid"_s, "B/1.mid"_s,
+                          "A/1.mid"_s, "A/C/1.mid"_s, "A/C/2.dat"_s});
+        run.scan();
+        const auto folder = [&run](int count, const char *name) {
+            return "log \"[%1]\" \"%2\""_s.arg(count, 6).arg(run.player.path(QLatin1String(name)));
+        };
+        const auto playlist = [&run](const char *name) {
+            return "log scan_directories : Playlist : \"%1\""_s.arg(
+                run.player.path("System/Playlist/"_s + QLatin1String(name)));
+        };
+        QCOMPARE(run.told.lines(),
+                 QStringList({"label Scansione cartelle in corso..."_s, "log scan_directories : START"_s, "min 0"_s,
+                              "max 0"_s, "log scan_directories : Mappatura dei files presenti nelle playlist"_s,
+                              playlist("a.pls"), playlist("b.pls"), "log scan_directories : N. FileInPlayList : 2"_s,
+                              "log scan_directories : Scan Root Dir : move to  My Songs"_s,
+                              "log scan_directories : Scan Root Dir : file count  1"_s,
+                              "log scan_directories : Scan All Corvin Dirs : START"_s, folder(1, "A"), folder(2, "A/C"),
+                              folder(1, "B"), folder(1, "My Songs"),
+                              "log scan_directories : Scan All Corvin Dirs : Big Folder : 0"_s, "max 100"_s}));
+    }
+
     void formerFindingsAreEmptied() {
         OptimizerRun run;
         run.page.playlistIndex.insert("a"_s, "b"_s);
@@ -118,6 +141,9 @@ private slots:
         row("text in system", "system/sub/notes.TXT"_s, false);
         row("text in SystemOld", "SystemOld/notes.txt"_s, false);
         row("text in corvinupdate", "corvinupdate/t.txt"_s, false);
+        row("picture in Images2", "Images2/p.jpg"_s, false);
+        row("video in VideosOld", "VideosOld/v.avi"_s, false);
+        row("text in CorvinUpdateOld", "CorvinUpdateOld/t.txt"_s, false);
         row("text in a System further down", "A/System/t.txt"_s, true);
     }
     void filesInTheirOwnFolderAreNotListed() {
@@ -150,6 +176,8 @@ private slots:
         row("songs in Bridges", "Bridges"_s, 1001, 0, false);
         row("songs below effects", "effects/deep"_s, 1001, 0, false);
         row("companions in Effects", "Effects"_s, 5, 1001, true);
+        row("songs in BridgesOld", "BridgesOld"_s, 1001, 0, false);
+        row("songs in EffectsX", "EffectsX"_s, 1001, 0, false);
         row("songs in System", "System"_s, 1001, 0, false);
         row("songs in CorvinUpdate", "CorvinUpdate/x"_s, 1001, 0, false);
     }

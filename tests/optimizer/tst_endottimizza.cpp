@@ -1,3 +1,4 @@
+#include "support/formsheets.h"
 #include "support/given.h"
 #include "support/languages.h"
 #include "support/pagepicture.h"
@@ -39,6 +40,14 @@ private slots:
         const EndOttimizza page(&window);
         window.show();
         QVERIFY(page.isHidden());
+    }
+
+    void buttonAndLabelsLookLikeThoseOfTheForms() {
+        const EndOttimizza page;
+        QCOMPARE(button(page, "pushButton")->styleSheet(), FormSheets::kPage);
+        QCOMPARE(button(page, "pushButton")->cursor().shape(), Qt::PointingHandCursor);
+        for (const char *name : {"label_titolo", "label_descr"})
+            QCOMPARE(child<QLabel>(page, name)->styleSheet(), FormSheets::kTransparentLabel);
     }
 
     void codeDecidesPictureAndTexts_data() {

@@ -59,9 +59,20 @@ private slots:
                 QFile::remove(run.player.path(song));
         });
         run.work();
-        QCOMPARE(run.told.logged().filter("FilePath troppo lungo :"_s).size(), 2);
-        QCOMPARE(run.told.count("log FilePath, impossibile rinominare!"_s), 1);
-        QVERIFY(run.logged("File non valido, impossibile rimuovere!"_s));
+        const QString kept = run.player.files("A"_s).value(0);
+        const QString gone = kept.startsWith("A/m"_s) ? "n"_s : "m"_s;
+        const auto renaming = [&run](const QString &letter) {
+            const QString before = run.player.path("A/%1.mid"_s.arg(letter.repeated(116)));
+            const QString after = run.player.path("A/%1(0).mid"_s.arg(letter.repeated(86)));
+            return QStringList(
+                {"FilePath troppo lungo : \"%1\""_s.arg(before), "FilePath rinominato in : \"%1\""_s.arg(after)});
+        };
+        QCOMPARE(run.told.logged().filter(QRegularExpression("^File"_s)),
+                 renaming(kept.mid(2, 1)) + renaming(gone) +
+                     QStringList({"FilePath, impossibile rinominare!"_s,
+                                  "File non valido, rimuovo : \"%1\""_s.arg(
+                                      run.player.path("A/%1(0).mid"_s.arg(gone.repeated(86)))),
+                                  "File non valido, impossibile rimuovere!"_s}));
         QCOMPARE(run.lines().size(), 3 + 1);
     }
 

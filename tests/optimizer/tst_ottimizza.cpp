@@ -1,5 +1,7 @@
 #include "pagerun.h"
+#include "support/formsheets.h"
 #include "support/languages.h"
+#include "support/methods.h"
 #include "support/pagepicture.h"
 #include "support/pagetest.h"
 
@@ -66,14 +68,31 @@ private slots:
 
     void styleSheetsStandLetterForLetter() {
         const Ottimizza page;
-        QCOMPARE(page.styleSheet(), "* {\n\tbackground-color: rgb(51, 51, 51);\n\tcolor: rgb(249,191,0);\n}\n\n"
-                                    "*:disabled {\n\tcolor: rgb(200,200,200);\n}\n"_s);
+        QCOMPARE(page.styleSheet(), FormSheets::kContainer);
         const QList<QCheckBox *> boxes = page.findChildren<QCheckBox *>();
         QCOMPARE(boxes.size(), 5);
         for (const QCheckBox *box : boxes)
             QCOMPARE(box->styleSheet(), "QCheckBox {color: rgb(0,0,0);}\nQCheckBox:disabled {color: rgb(70,70,70);}"_s);
         for (const char *name : {"Btn_Opt_Ok", "pushBtnBack"})
             QCOMPARE(button(page, name)->cursor().shape(), Qt::PointingHandCursor);
+    }
+
+    // Whoever closes the window and shows what was kept came after these, in their own places.
+    void signalsAndSlotsComeInTheirOrder() {
+        const QStringList ours = words("filesKept(QString) on_closeRequested()");
+        QStringList signalNames = methodsOf<Ottimizza>(QMetaMethod::Signal);
+        QStringList slotNames = methodsOf<Ottimizza>(QMetaMethod::Slot);
+        for (QStringList *names : {&signalNames, &slotNames})
+            names->erase(std::remove_if(names->begin(), names->end(),
+                                        [&ours](const QString &name) { return ours.contains(name); }),
+                         names->end());
+        QCOMPARE(signalNames, words("setProgressBarVisible(bool) setProgressBarMinVal(int) setProgressBarMaxVal(int) "
+                                    "setProgressBarFormat(QString) updateProgressBarVal(int) "
+                                    "updateLabelAction(QString) backFromOttimizzaToFirstMenu() "
+                                    "backFromOttimizzaToEndOttimizza(int)"));
+        QCOMPARE(slotNames, words("on_stopActionPressed() startAllOptimization() on_Check_Optimize_clicked(bool) "
+                                  "on_Check_Delete_clicked(bool) on_Check_Move_clicked(bool) "
+                                  "on_Check_Split_clicked(bool) on_Btn_Opt_Ok_clicked() on_pushBtnBack_clicked()"));
     }
 
     // Black text must never stand on the dark ground that the page's sheet gives to its children.

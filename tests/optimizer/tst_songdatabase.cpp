@@ -52,7 +52,8 @@ private slots:
     }
 
     void withoutFastDbEverySongIsInserted() {
-        DatabaseRun run(words("Bridges/no.mid effects/deep/no.mid System/no.mid BridgesOld/no.mid"));
+        DatabaseRun run(words("Bridges/no.mid effects/deep/no.mid System/no.mid BridgesOld/no.mid Bridge/no.mid "
+                              "EffectsOld/no.mid SystemOld/no.mid"));
         const SongInfo night = {"Night and Day"_s, {}, "Jazz"_s, {}, 0, 120, "C"_s, {}, false,
                                 {{1, "Intro"_s}},  {}, {},       0};
         const SongInfo rock = {"Rock 'n' Roll"_s, "L'Artista"_s, {}, "Autore"_s, 0, 0, {}, {}, false, {}, {}, {}, 0};

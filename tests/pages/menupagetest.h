@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/shared/pagebutton.h"
-#include "app/shared/styles.h"
 #include "support/boxanswerer.h"
 #include "support/boxtexts.h"
+#include "support/formsheets.h"
 #include "support/languages.h"
 #include "support/ownlines.h"
 #include "support/pagetest.h"
@@ -25,7 +25,7 @@ protected:
         QByteArray name;
         QString text;
         QString signal;
-        QString style = Styles::kPage;
+        QString style = FormSheets::kPage;
         bool needsPlayer = true;
     };
     using PagePointer = std::unique_ptr<QWidget>;
@@ -94,7 +94,7 @@ private slots:
     void titleIsBlackTextOnTheWindow() {
         const PagePointer page = newPage(nullptr);
         const auto *title = child<QLabel>(*page, "labelDescr");
-        QCOMPARE(title->styleSheet(), QString(Styles::kTransparentLabel));
+        QCOMPARE(title->styleSheet(), FormSheets::kTransparentLabel);
         QVERIFY(hasFont(*title, sharedFonts().fontTitle18));
     }
 

@@ -12,7 +12,7 @@ class TestAvanzate : public MenuPageTest
 
     PagePointer newPage(QWidget *parent) const override { return std::make_unique<Avanzate>(parent); }
     QList<Button> buttons() const override {
-        const QString selected = Styles::kPage + "\nselection-color: rgb(255, 255, 255);"_s;
+        const QString selected = FormSheets::kPage + "\nselection-color: rgb(255, 255, 255);"_s;
         return {
             {"update", "pushBtnUpdate", "AGGIORNA IL CORVIN CON L' ULTIMA RELEASE DISPONIBILE"_s,
              "updateCorvinWithLastRelease"_s, selected},
@@ -24,7 +24,7 @@ class TestAvanzate : public MenuPageTest
              "reinstallOpSysAndCleanSongs"_s},
             {"reinstall and restore", "pushBtnInstallAndRestore",
              "REINSTALLA IL SISTEMA OPERATIVO E RIPRISTINA LE BASI"_s, "reinstallOpSysAndRestoreSongs"_s},
-            {"back", "pushBtnBack", "INDIETRO"_s, "backFromAvanzateToFirstMenu"_s, Styles::kContainer, false}};
+            {"back", "pushBtnBack", "INDIETRO"_s, "backFromAvanzateToFirstMenu"_s, FormSheets::kContainer, false}};
     }
     QStringList textsIn(const QString &language) const override {
         if (language == "it"_s)

@@ -1,8 +1,9 @@
 #include "showncheck.h"
 
-#include "app/shared/styles.h"
 #include "support/boxanswerer.h"
+#include "support/formsheets.h"
 #include "support/languages.h"
+#include "support/methods.h"
 #include "support/pagetest.h"
 
 class TestCheck : public QObject
@@ -15,12 +16,19 @@ private slots:
         Check page(&window);
         window.show();
         QVERIFY(page.isHidden());
-        QCOMPARE(page.styleSheet(), QString(Styles::kPage));
+        QCOMPARE(page.styleSheet(), FormSheets::kPage);
         QCOMPARE(textOf(page, "pushButton"), "AVANTI"_s);
         QCOMPARE(button(page, "pushButton")->cursor().shape(), Qt::PointingHandCursor);
         page.resize(1000, 600);
         page.show();
         QCOMPARE(page.grab().toImage().pixelColor(2, 2), QColor(51, 51, 51));
+    }
+
+    void signalsComeInTheirOrder() {
+        QCOMPARE(methodsOf<Check>(QMetaMethod::Signal),
+                 words("setProgressBarVisible(bool) setProgressBarMinVal(int) setProgressBarMaxVal(int) "
+                       "updateProgressBarVal(int) updateLabelAction(QString) setPushButtonStopVisible(bool) "
+                       "reinstallOpSysOnly() checkDone()"));
     }
 
     void intactPlayerWaitsForAvanti() {
@@ -29,7 +37,13 @@ private slots:
         page.run();
         QCOMPARE(page.lines(), sweepAnd({}));
         QCOMPARE(page.title(), kDone);
-        QVERIFY(page.hasPicture());
+        const QPixmap shown = child<QLabel>(page, "label_descr")->pixmap(Qt::ReturnByValue);
+        QVERIFY(!shown.isNull());
+        const auto picture = [&shown](const char *name) {
+            return QIcon(":/imgs/"_s + QLatin1String(name)).pixmap(shown.size()).toImage();
+        };
+        QCOMPARE(shown.toImage(), picture("ok.png"));
+        QVERIFY(shown.toImage() != picture("ko.png"));
         QCOMPARE(page.parts(), kTextsAndButton);
     }
 

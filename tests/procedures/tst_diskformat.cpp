@@ -49,6 +49,7 @@ private slots:
                    "ATTENZIONE: Il drive E:/ verrà cancellato.\nVuoi continuare?"_s, {Buttons::kNo, Buttons::kSi});
         QCOMPARE(format.lastBox().defaultButton, Buttons::kSi);
         QVERIFY(!format.lastBox().hadParent);
+        QVERIFY(format.lastBox().hadFixedSize);
         for (const LogCapture::Line &line : log.lines())
             QVERIFY2(line.type != QtInfoMsg && line.type != QtDebugMsg, qPrintable(line.text));
         QCOMPARE(bar->maximum(), 7);

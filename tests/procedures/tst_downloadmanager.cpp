@@ -1,4 +1,5 @@
 #include "downloadfixture.h"
+#include "support/methods.h"
 
 #include <QNetworkProxyFactory>
 #include <cstdio>
@@ -35,6 +36,13 @@ class TestDownloadManager : public QObject
     Q_OBJECT
 
 private slots:
+    void signalsAndSlotsComeInTheirOrder() {
+        QCOMPARE(methodsOf<DownloadManager>(QMetaMethod::Signal), words("finished()"));
+        QCOMPARE(
+            methodsOf<DownloadManager>(QMetaMethod::Slot),
+            words("startNextDownload() downloadProgress(qlonglong,qlonglong) downloadFinished() downloadReadyRead()"));
+    }
+
     void lastPartOfThePathIsTheNameAndAFileOfThatNameIsRemoved_data() {
         columns<QString, QString>("url", "name");
         row("file", "http://h/download/Corvin4/CorvinUpdate.c4"_s, "CorvinUpdate.c4"_s);

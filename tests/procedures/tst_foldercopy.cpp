@@ -140,6 +140,7 @@ private slots:
             expectLook(box, QMessageBox::Question, texts.at(i), {Buttons::kNo, Buttons::kSi, Buttons::kSiTutti});
             QCOMPARE(box.defaultButton, Buttons::kSi);
             QVERIFY(!box.hadParent);
+            QVERIFY(box.hadFixedSize);
         }
     }
 

@@ -49,6 +49,7 @@ void BoxAnswerer::handle(QMessageBox *box) {
         seen.defaultButton = plain(box->defaultButton()->text());
     seen.icon = box->icon();
     seen.hadParent = box->parentWidget() != nullptr;
+    seen.hadFixedSize = box->windowFlags().testFlag(Qt::MSWindowsFixedSizeDialogHint);
     m_seen.append(seen);
 
     // What a test does while the box is open may close and delete it.

@@ -27,6 +27,7 @@ public:
         QString defaultButton;
         QMessageBox::Icon icon;
         bool hadParent;
+        bool hadFixedSize; ///< no frame to pull it larger by
     };
 
     BoxAnswerer() { qApp->installEventFilter(this); }

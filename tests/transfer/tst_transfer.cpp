@@ -1,5 +1,7 @@
 #include "opentransfer.h"
+#include "support/formsheets.h"
 #include "support/languages.h"
+#include "support/methods.h"
 #include "transfertest.h"
 
 namespace {
@@ -50,23 +52,30 @@ private slots:
         QCOMPARE(textOf(page, QTest::currentDataTag()), text);
     }
 
-    void signalsAndSlotsComeInTheirOrder() {
-        QStringList signalNames;
-        QStringList slotNames;
-        const QMetaObject &meta = Transfer::staticMetaObject;
-        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-            const QMetaMethod method = meta.method(i);
-            (method.methodType() == QMetaMethod::Signal ? signalNames : slotNames)
-                .append(QString::fromLatin1(method.methodSignature()));
+    void buttonsAndLabelsLookLikeThoseOfTheForms() {
+        const Transfer page;
+        for (const char *name : {"pButPc", "pushBtnBack", "pushBtnForward"}) {
+            QCOMPARE(button(page, name)->styleSheet(), FormSheets::kContainer);
+            QCOMPARE(button(page, name)->cursor().shape(), Qt::PointingHandCursor);
         }
-        QCOMPARE(signalNames,
+        QCOMPARE(child<QWidget>(page, "toolButtonDelete")->cursor().shape(), Qt::PointingHandCursor);
+        for (const char *name : {"labelInstruction", "labelFolder"})
+            QCOMPARE(child<QLabel>(page, name)->styleSheet(), FormSheets::kTransparentLabel);
+        const QPixmap player = child<QLabel>(page, "labelPlayer")->pixmap(Qt::ReturnByValue);
+        QVERIFY(!player.isNull());
+        QCOMPARE(player.toImage(), QIcon(":/imgs/corvin88x60.png"_s).pixmap(player.size()).toImage());
+    }
+
+    void signalsAndSlotsComeInTheirOrder() {
+        QCOMPARE(methodsOf<Transfer>(QMetaMethod::Signal),
                  words("setProgressBarVisible(bool) setProgressBarMinVal(int) setProgressBarMaxVal(int) "
                        "setProgressBarFormat(QString) updateProgressBarVal(int) increaseProgressBarVal() "
                        "updateLabelAction(QString) setPushButtonStopVisible(bool) backFromTransferToFirstMenu() "
                        "backFromTransferToOttimizza() startOttimizzaProcedure()"));
-        QCOMPARE(slotNames, words("on_pButPc_clicked() on_treeView_clicked(QModelIndex) "
-                                  "on_tableView_doubleClicked(QModelIndex) on_actionDeleteSelectedItems_triggered() "
-                                  "on_pushBtnBack_clicked() on_pushBtnForward_clicked() on_stopActionPressed()"));
+        QCOMPARE(methodsOf<Transfer>(QMetaMethod::Slot),
+                 words("on_pButPc_clicked() on_treeView_clicked(QModelIndex) on_tableView_doubleClicked(QModelIndex) "
+                       "on_actionDeleteSelectedItems_triggered() on_pushBtnBack_clicked() on_pushBtnForward_clicked() "
+                       "on_stopActionPressed()"));
     }
 
     void enteredPageShowsTheInstructionsAloneAndIsInTheRoot() {

@@ -86,8 +86,11 @@ private slots:
 
     void windowMayGoBeforeIt() {
         auto window = std::make_unique<Window>();
-        const Shade shade;
-        window.reset();
+        {
+            const Shade shade;
+            window.reset();
+        }
+        QCOMPARE(QApplication::topLevelWidgets(), QWidgetList());
     }
 };
 
