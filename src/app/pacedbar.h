@@ -9,7 +9,8 @@ class QProgressBar;
 
 /// Paints a progress bar at most every 40 ms, however often its value changes. A bar paints itself at once at each new
 /// value: for every file of a copy of small ones that takes longer than the copying. Even to ask whether it would look
-/// different costs a fifth of an optimisation: after the first thousand values the bar gets those alone that are painted, and its ends.
+/// different costs a fifth of an optimisation: after the first thousand values the bar gets those alone that are
+/// painted, and its ends.
 class PacedBar
 {
 public:

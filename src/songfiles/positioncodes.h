@@ -6,7 +6,8 @@
 #include <array>
 
 /// The fixed prefix code for the upper 6 bits of a match position. Near positions get short codes: 1 code of 3 bits,
-/// then 3 of 4, 8 of 5, 12 of 6, 24 of 7 and 16 of 8 bits, counted upwards from zero: none is longer than a byte. All tables follow from that.
+/// then 3 of 4, 8 of 5, 12 of 6, 24 of 7 and 16 of 8 bits, counted upwards from zero: none is longer than a byte. All
+/// tables follow from that.
 struct PositionCodes
 {
     static constexpr int kUpperValues = 64; ///< values the upper 6 bits can have

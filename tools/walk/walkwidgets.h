@@ -14,8 +14,8 @@ QString shownText(QWidget *widget);
 /// nullptr when there is none.
 QWidget *findWidget(const QString &name);
 
-/// Scrolls every page that the widget lies on until it is in sight: on a small or magnified screen pages scroll, and a hand
-/// would scroll them.
+/// Scrolls every page that the widget lies on until it is in sight: on a small or magnified screen pages scroll, and a
+/// hand would scroll them.
 void bringIntoSight(QWidget *widget);
 
 /// Puts the program's windows above those of other programs, like the file manager's; an open box above all.

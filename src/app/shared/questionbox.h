@@ -26,7 +26,8 @@ struct Question
 };
 
 /// Asks a modal question with relabelled buttons and returns the standard button that was pressed.
-/// @p parent may be null: the box is then a top-level dialog and brought to the front. Events are processed while the box is open.
+/// @p parent may be null: the box is then a top-level dialog and brought to the front. Events are processed while the
+/// box is open.
 QMessageBox::StandardButton askQuestion(QWidget *parent, const Question &question);
 
 /// The same with the system's own buttons "Yes" and "No". Returns whether it was "Yes"; Escape means "No".
