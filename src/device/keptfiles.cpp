@@ -96,7 +96,7 @@ QString KeptFiles::newestHolding(const QString &relative)
     // Dates written so have the order of their names.
     const QStringList runs = QDir(allRuns()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QString &run : runs) {
-        const QString folder = allRuns() + QLatin1Char('/') + run;
+        QString folder = allRuns() + QLatin1Char('/') + run;
         const bool isRun = QDateTime::fromString(withoutNumber(run), nameFormat()).isValid();
         if (isRun && QFileInfo::exists(resolveDevicePath(folder + QLatin1Char('/'), relative)))
             return folder;

@@ -66,6 +66,6 @@ bool Player::hasSystemFiles() const
     using namespace PlayerNames;
     bool all = true;
     for (const QLatin1String file : {kStartScript, kMainProgram, kInterfaceProcess})
-        all = QFile::exists(m_root + file) && all;
+        all = QFile::exists(path(file)) && all;
     return all;
 }

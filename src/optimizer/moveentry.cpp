@@ -103,7 +103,7 @@ bool putBack(const QString &aside, const QString &folder)
     if (moveContent(folder, aside) && removeEmpty(folder) && doAsidePatiently(giveName))
         return true;
     // Another program holds a file, and with it the folder: what it does not hold need not stay under the wrong name.
-    if (QFileInfo(folder).isDir() || QDir().mkdir(folder))
+    if (QFileInfo(aside).isDir() && (QFileInfo(folder).isDir() || QDir().mkdir(folder)))
         moveContent(aside, folder);
     return false;
 }

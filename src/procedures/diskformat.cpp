@@ -78,7 +78,6 @@ JobEnd DiskFormat::run()
     // Deliberate: STOP does not count here. A disk being formatted is not to be left alone.
     return runSteps("DiskFormat", m_view,
                     {{"confirm", &DiskFormat::confirm},
-                     {"askWhetherReady", &DiskFormat::askWhetherReady},
                      {"erase", &DiskFormat::erase},
                      {"waitForPlayer", &DiskFormat::waitForPlayer},
                      {"judge", &DiskFormat::judge}},
@@ -93,19 +92,19 @@ JobEnd DiskFormat::confirm()
     return {m_view.ask(question) == JobAnswer::Yes ? JobEnd::Done : JobEnd::Refused};
 }
 
-JobEnd DiskFormat::askWhetherReady()
-{
-    return {!m_isReady || m_isReady() ? JobEnd::Done : JobEnd::Failed};
-}
-
 JobEnd DiskFormat::erase()
 {
     qInfo() << "FormatCorvinDisk : Inizio";
+    // The question may have stood open for long: whatever bears the drive's letter by now must not be erased.
+    const auto isPlayer = [this] { return Player::find().root() == m_player.root() && m_player.isThere(); };
+    if (isPlayer() && m_isReady && !m_isReady()) {
+        endWork();
+        return {JobEnd::Failed};
+    }
     m_view.showStatus(operationText(TEXT_FORMATTING));
     m_view.setBarRange(0, 0);
     m_view.setBarValue(0);
-    // The question may have stood open for long: whatever bears the drive's letter by now must not be erased.
-    if (Player::find().root() != m_player.root() || !m_player.isThere()) {
+    if (!isPlayer()) {
         endWork();
         return {JobEnd::Failed};
     }

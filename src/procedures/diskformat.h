@@ -18,7 +18,7 @@ class DiskFormat : private Steps<DiskFormat>
 
 public:
     /// @p drive is the root of the volume with its closing slash ("E:/"). @p isReady, when given, is asked once the user
-    /// has agreed: when it says no, nothing is erased and run() has failed.
+    /// has agreed and the player is found there: when it says no, nothing is erased and run() has failed.
     DiskFormat(JobView &view, const QString &drive, std::function<bool()> isReady = nullptr);
 
     /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its
@@ -32,7 +32,6 @@ public:
 private:
     friend class Steps<DiskFormat>;
     JobEnd confirm();
-    JobEnd askWhetherReady();
     JobEnd erase();
     JobEnd waitForPlayer();
     JobEnd judge();

@@ -16,7 +16,6 @@
 #include "unpackedfolder.h"
 #include "updateserver.h"
 
-#include "device/devicecase.h"
 #include "disk/aside.h"
 #include "disk/tree.h"
 
@@ -49,9 +48,8 @@ JobEnd Reinstall::run()
     const JobEnd end = runStepsForSongs();
     if (!m_view.isStopped() || m_endTold)
         return end;
-    // The user is free to pull the cable now: what never reached the disk is no system.
-    if (m_systemReplaced && !m_systemLost)
-        m_systemLost = !m_player.flush();
+    // The user is free to pull the cable now.
+    flushNewSystem();
     tellStopped();
     return end;
 }
@@ -158,8 +156,8 @@ JobEnd Reinstall::keepPlaylists()
     KeptFiles kept(m_player);
     const JobEnd end = ::keepPlaylists(m_view, m_player, kept);
     m_keptPlaylists = kept.folder();
-    // A reinstallation that was killed has kept them, and told nobody: the player has had no system since.
-    if (m_keptPlaylists.isEmpty() && entriesNamed(m_player.root(), PlayerNames::kSystem).isEmpty())
+    // A reinstallation that was killed has kept them, and told nobody: the player has had no whole system since.
+    if (m_keptPlaylists.isEmpty() && !m_player.hasSystemFiles())
         m_keptPlaylists = KeptFiles::newestHolding(PlayerNames::kPlaylists);
     if (end.isDone() || end.kind == JobEnd::Stopped)
         return end;
@@ -191,7 +189,7 @@ JobEnd Reinstall::format()
     if (end.isDone())
         return findPlayerAgain();
     if (end.kind == JobEnd::Failed)
-        tell({Notice::Information, operationText(TEXT_FORMAT_ERROR_TITLE), operationText(TEXT_FORMAT_ERROR)});
+        tell(formatError());
     return end;
 }
 
@@ -203,11 +201,12 @@ std::optional<Notice> Reinstall::whatIsMissingToFormat()
         return errorNotice();
     if (m_songs != Songs::ComeBack)
         return std::nullopt;
-    m_filesInBackup = SongRestore::countFiles(m_backup);
-    if (isBackupComplete(m_backup, m_player, [this] { return !m_view.isStopped(); }) && !m_view.isStopped())
+    const auto goOn = [this] { return !m_view.isStopped(); };
+    m_filesInBackup = SongRestore::countFiles(m_backup, goOn);
+    if (isBackupComplete(m_backup, m_player, goOn) && goOn())
         return std::nullopt;
     if (!m_player.isThere())
-        return playerGoneNotice();
+        return formatError();
     return Notice{Notice::Information, operationText(TEXT_BACKUP_ERROR_TITLE), operationText(TEXT_BACKUP_ERROR)};
 }
 
@@ -223,7 +222,7 @@ JobEnd Reinstall::install()
     SystemTransfer transfer(m_view, m_player, m_unpackedFolder);
     const JobEnd end = transfer.run();
     // What a scanner has taken from the PC by then is not even listed.
-    m_whole = transfer.isWhole() && holdsWholeSystem(m_player.root().chopped(1));
+    m_whole = transfer.isWhole() && m_player.hasSystemFiles();
     m_systemReplaced = m_systemReplaced || transfer.hasBegun();
     m_systemLost = (m_systemLost || transfer.hasBegun()) && !(end.isDone() && m_whole);
     if (!end.isDone() && !m_systemLost && !m_player.isThere())
@@ -248,13 +247,16 @@ JobEnd Reinstall::bringSongsBack()
     if (end.isDone())
         return {};
     m_whole = !end.failedAt(kMakingFolders);
+    if (!m_view.isStopped())
+        flushNewSystem();
     return failed({Notice::Information, operationText(TEXT_RESTORE_ERROR_TITLE), operationText(TEXT_RESTORE_ERROR)});
 }
 
 JobEnd Reinstall::finish()
 {
     // What never reached the disk of a player that was pulled out must not be called installed.
-    m_whole = m_player.flush() && m_whole;
+    m_systemFlushed = m_player.flush();
+    m_whole = m_systemFlushed && m_whole;
     m_systemLost = !m_whole;
     if (!m_whole)
         return failed({Notice::Critical, tr("ERRORE"), unexpectedEnd()});

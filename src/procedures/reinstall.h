@@ -56,6 +56,8 @@ private:
     JobEnd failed(const Notice &notice);
     void tell(Notice notice);
     void tellStopped();
+    void flushNewSystem();
+    static Notice formatError();
     static QString unexpectedEnd();
     QString whereThePlaylistsAre() const;
 
@@ -70,6 +72,7 @@ private:
     bool m_songsOnPcAlone = false;
     bool m_systemReplaced = false; ///< the old system, with its playlists, is no longer whole
     bool m_systemLost = false;     ///< and no new one is: the player does not start
+    bool m_systemFlushed = false;  ///< the new one is on the disk for good
     bool m_endTold = false;
     bool m_whole = true; ///< nothing has gone wrong that does not end the procedure at once
 };

@@ -54,6 +54,18 @@ void Reinstall::tellStopped()
     }
 }
 
+/// What never reached the disk is no system. Not twice: after that the player may go.
+void Reinstall::flushNewSystem()
+{
+    if (m_systemReplaced && !m_systemLost && !m_systemFlushed)
+        m_systemLost = !m_player.flush();
+}
+
+Notice Reinstall::formatError()
+{
+    return {Notice::Information, operationText(TEXT_FORMAT_ERROR_TITLE), operationText(TEXT_FORMAT_ERROR)};
+}
+
 QString Reinstall::unexpectedEnd()
 {
     return tr("Procedura terminata in modo inaspettato.\nProvare a reinstallare il sistema operativo.");

@@ -46,9 +46,9 @@ JobEnd SongRestore::bringBack(const QString &source, const Player &player, int f
     return copyFromFolder();
 }
 
-int SongRestore::countFiles(const QString &source)
+int SongRestore::countFiles(const QString &source, const std::function<bool()> &goOn)
 {
-    return listTree({source, kEveryFile}).size();
+    return listTree({source, kEveryFile}, goOn).size();
 }
 
 JobEnd SongRestore::findPlayer()
@@ -87,11 +87,24 @@ JobEnd SongRestore::listSongs()
     // A folder that has gone, or cannot be listed, would pass for an empty one.
     if (!isListable(m_source))
         return {JobEnd::Failed};
-    m_isListed = isTreeListable(m_source, m_everything ? kAllEntries : kSongEntries);
+    m_isListed = canListAll(goOn);
     m_files = listTree({m_source, kSongEntries, songNames()}, goOn);
     if (m_everything)
         m_files = withoutWhatStays(m_files);
     return {};
+}
+
+/// What a disk or a network drive keeps at its root for itself alone is none of the backup's.
+bool SongRestore::canListAll(const std::function<bool()> &goOn) const
+{
+    const QDir::Filters folders =
+        QDir::Dirs | QDir::NoDotAndDotDot | (m_everything ? QDir::Hidden | QDir::System : QDir::Filters());
+    return walkTree({m_source, folders}, [this, &goOn](const QFileInfo &entry) {
+        const QString path = entry.filePath();
+        const QString top = path.mid(m_source.size() + (m_source.endsWith(QLatin1Char('/')) ? 0 : 1));
+        return goOn() && (isLink(entry) || isWindowsOwn(top) || top == QLatin1String("lost+found") ||
+                          top == QLatin1String("#recycle") || isListable(path));
+    });
 }
 
 JobEnd SongRestore::copySongs()

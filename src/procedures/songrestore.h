@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// Copies everything in a folder of the PC onto the player, and flushes it.
 class SongRestore : public MaintenanceJob, private Steps<SongRestore>
 {
@@ -21,12 +23,13 @@ public:
 
     /// The copy alone, from @p source (absolute), a folder that holds all that the player held, to @p player: hidden
     /// files and names without a dot too, in a second pass, but no update that waited for the player's next start.
-    /// Failed also when a file could not be copied, when there are fewer than @p files of them (see countFiles()), and
-    /// when the player is gone at the end. Its end is not told.
+    /// Failed also when a file could not be copied, when a folder cannot be listed or there are fewer than @p files of
+    /// them (see countFiles()), and when the player is gone at the end. Its end is not told.
     JobEnd bringBack(const QString &source, const Player &player, int files);
 
-    /// How many files lie below @p source that bringBack() looks at. Processes events.
-    static int countFiles(const QString &source);
+    /// How many files lie below @p source that bringBack() looks at; fewer when @p goOn, asked before each, says no.
+    /// Processes events.
+    static int countFiles(const QString &source, const std::function<bool()> &goOn);
 
 private:
     friend class Steps<SongRestore>;
@@ -39,6 +42,7 @@ private:
     JobEnd copySongs();
     JobEnd copyOtherFiles();
     JobEnd flushPlayer();
+    bool canListAll(const std::function<bool()> &goOn) const;
     QStringList withoutWhatStays(QStringList paths) const;
 
     JobView &m_view;

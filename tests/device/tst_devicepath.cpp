@@ -63,6 +63,14 @@ private slots:
         QCOMPARE(resolveDevicePath("/none/there/"_s, "system"_s), "/none/there/system"_s);
     }
 
+    void systemFilesAreFoundWhateverTheirCase() {
+        for (const char *file : {"autoexec.bat", "SYSTEM/CORVIN/CORVIN.EXE"})
+            m_folder.addFile(QLatin1String(file));
+        QVERIFY(!Player(root()).hasSystemFiles());
+        m_folder.addFile("SYSTEM/guiproc/guiproc.exe"_s);
+        QVERIFY(Player(root()).hasSystemFiles());
+    }
+
     void emptyRootGivesTheRelativePath() { QCOMPARE(resolveDevicePath(QString(), "system"_s), "system"_s); }
 
     void deviceTextBecomesPcPath_data() {

@@ -113,6 +113,21 @@ private slots:
         QVERIFY(!r.lastBox().informativeText.contains(QDir::toNativeSeparators(r.backup)));
     }
 
+    void playerThatIsGoneBehindTheQuestionIsAFormatThatFailed_data() { addBothProcedures(); }
+    void playerThatIsGoneBehindTheQuestionIsAFormatThatFailed() {
+        QFETCH(QByteArray, procedure);
+        FormatReinstall r;
+        r.boxes.whenShown([](const QMessageBox *box) {
+            if (box->windowTitle() == Titles::kEraseDrive)
+                SimulatedPlayer::disconnect();
+        });
+        const LogCapture log;
+        r.runAgreed(procedure, {Titles::kEraseDrive, Titles::kFormatError});
+        QCOMPARE(log.textsStartingWith("FormatCorvinDisk"_s),
+                 (QStringList{"FormatCorvinDisk : Inizio"_s, "FormatCorvinDisk : Fine"_s}));
+        r.expectOldDisk();
+    }
+
     // As when the disk with the backup is pulled: what is not there is not listed, and nothing fails by itself.
     void backupThatIsGoneAfterTheFormatIsNotCalledRestored_data() {
         columns<QString>("gone");

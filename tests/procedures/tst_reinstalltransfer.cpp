@@ -82,11 +82,24 @@ private slots:
         expectLook(r.lastBox(), QMessageBox::Critical, Texts::kReinstallAgain);
     }
 
+    // The system is on the disk for good by then.
+    void stopOfTheUpdateIsNotToldThoughThePlayerIsGone() {
+        SystemReinstall r;
+        r.server.serveStalled(kUpdateArchivePath, noise(40000), 100);
+        const StopPresser stop(r.window, Status::kDownloading, [&] {
+            if (!r.server.requests().contains(kUpdateArchivePath))
+                return false;
+            SimulatedPlayer::disconnect();
+            return true;
+        });
+        r.run({Titles::kStop});
+        QVERIFY(r.isInstalled());
+    }
+
     // The PC was switched off after the system had gone.
     void playlistsThatAKilledReinstallationHasKeptAreNamed() {
         SystemReinstall r;
-        QVERIFY(QFile::remove(r.player.path("System/old.exe"_s)));
-        QVERIFY(QDir().rmdir(r.player.path("System"_s)));
+        QVERIFY(QFile::remove(r.player.path("AUTOEXEC.BAT"_s)));
         const QString today = QDateTime::currentDateTime().toString("yyyy-MM-dd "_s);
         const QString kept = r.data.path("removed/"_s + today + "00.00.01"_s);
         putFile(kept + "/System/Playlist/mine.pls"_s, "mine");

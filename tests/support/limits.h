@@ -35,7 +35,7 @@ class NoThreads
 {
 public:
     NoThreads() {
-        constexpr rlim_t kForSmallThings = 1024 * 1024;
+        constexpr rlim_t kForSmallThings = rlim_t(1) << 20;
         std::ifstream sizes("/proc/self/statm");
         rlim_t pages = 0;
         sizes >> pages;
