@@ -1,4 +1,5 @@
-// The other side of the comparisons of whole runs: the bare requests to the disk, and nothing else. Prints milliseconds.
+// The other side of the comparisons of whole runs: the bare requests to the disk, and nothing else. Prints
+// milliseconds.
 #include "startprobe.h"
 
 #include <QMainWindow>

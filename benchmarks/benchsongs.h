@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// The songs that the benchmarks read, on a disk in memory where there is one: real MIDI files, MP3 songs with a picture
-/// of 60 kB, and the MIDI files as songs of the player's own format.
+/// The songs that the benchmarks read, on a disk in memory where there is one: real MIDI files, MP3 songs with a
+/// picture of 60 kB, and the MIDI files as songs of the player's own format.
 class BenchSongs
 {
 public:

@@ -7,14 +7,15 @@
 /// What has to hold whatever bytes are read, a function a parser: the libFuzzer entries call them with what they make
 /// up, a test calls them with what was found. A check never fails on bytes that a parser refuses, however they look.
 ///
-/// Where bytes are changed, what is done to them follows from the bytes themselves: a finding is a plain file, and means
-/// the same wherever it is tried again.
+/// Where bytes are changed, what is done to them follows from the bytes themselves: a finding is a plain file, and
+/// means the same wherever it is tried again.
 namespace FuzzChecks {
 
 /// What is wrong, in words; empty when all is right.
 using Verdict = QString;
 
-/// Any bytes, of a stated size cut to what is quick, expand to that size; a short text comes back when compressed again.
+/// Any bytes, of a stated size cut to what is quick, expand to that size; a short text comes back when compressed
+/// again.
 Verdict expand(const QByteArray &bytes);
 /// Any bytes come back after compressing and expanding.
 Verdict compress(const QByteArray &bytes);

@@ -27,8 +27,8 @@ bool isSameInfo(const SongInfo &a, const SongInfo &b)
            a.markers == b.markers && a.format == b.format && a.MfxLongName == b.MfxLongName && a.MfxFlags == b.MfxFlags;
 }
 
-/// Whether a text of the song, when it is written again, stands in nobody's way: with characters outside ASCII it may be
-/// longer than its field and move the others, and in a tag it may be taken for a frame, whose names begin with a T.
+/// Whether a text of the song, when it is written again, stands in nobody's way: with characters outside ASCII it may
+/// be longer than its field and move the others, and in a tag it may be taken for a frame, whose names begin with a T.
 bool isHarmless(const QString &text)
 {
     return text.toUtf8().size() == text.size() && !text.contains(u'T');
@@ -62,8 +62,8 @@ QByteArray audioOf(const QByteArray &bytes)
     return tag.load(bytes) ? bytes.mid(int(tag.audioOffset())) : QByteArray();
 }
 
-/// Whether the song has its first track where one begins. One that begins within the file's head has its length where the
-/// format stands: with another length the song is of another format.
+/// Whether the song has its first track where one begins. One that begins within the file's head has its length where
+/// the format stands: with another length the song is of another format.
 bool hasWholeHead(const QByteArray &song)
 {
     constexpr int kHeadSize = 14;

@@ -4,7 +4,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A temporary folder of its own for files that are written thousands of times a second. scripts/fuzz puts it into memory.
+/// A temporary folder of its own for files that are written thousands of times a second. scripts/fuzz puts it into
+/// memory.
 class ScratchFolder
 {
 public:

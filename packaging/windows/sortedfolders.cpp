@@ -1,6 +1,6 @@
-// Preloaded into the program of this machine: every folder lists its entries as Wine lists them, sorted by name whatever
-// the case. What a run leaves on the player depends on that order here and there (which of two pictures of one name
-// keeps it, how songs of one title are spread over folders), and every file system has one of its own.
+// Preloaded into the program of this machine: every folder lists its entries as Wine lists them, sorted by name
+// whatever the case. What a run leaves on the player depends on that order here and there (which of two pictures of one
+// name keeps it, how songs of one title are spread over folders), and every file system has one of its own.
 #include <dirent.h>
 #include <dlfcn.h>
 #include <locale.h>

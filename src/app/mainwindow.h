@@ -36,7 +36,8 @@ class MainWindow : public QMainWindow
 
 public:
     /// Builds the window where it was left the last time, with all pages hidden, and starts the watch for the player.
-    /// Needs an application object, the resources, the settings and the language. The window is neither shown nor modal.
+    /// Needs an application object, the resources, the settings and the language. The window is neither shown nor
+    /// modal.
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
@@ -53,12 +54,13 @@ public:
     /// is not whole. For outsiders: the jobs themselves never read it.
     bool procedureOk = true;
 
-    // maintenance.cpp. Each of these runs one job of the maintenance procedures alone, as they do, and returns at its end.
-    /// Copies files one by one: each of @p sources (absolute paths, forward slashes) goes to @p destinationRoot followed
-    /// by what is left of the source path behind as many characters as @p sourceRoot has. Missing folders are made. Asks
-    /// before replacing and after a failed copy, drives @p bar and processes events after every file.
-    /// Returns the outcome of the last file, false at once after a stop, a refused question or a folder that could not be
-    /// made; the latter also clears procedureOk.
+    // maintenance.cpp. Each of these runs one job of the maintenance procedures alone, as they do, and returns at its
+    // end.
+    /// Copies files one by one: each of @p sources (absolute paths, forward slashes) goes to @p destinationRoot
+    /// followed by what is left of the source path behind as many characters as @p sourceRoot has. Missing folders are
+    /// made. Asks before replacing and after a failed copy, drives @p bar and processes events after every file.
+    /// Returns the outcome of the last file, false at once after a stop, a refused question or a folder that could not
+    /// be made; the latter also clears procedureOk.
     bool copyFileList(const QStringList &sources, const QString &destinationRoot, const QString &sourceRoot,
                       QProgressBar *bar);
     /// Asks, formats the volume at @p drive (the player's root path, with its closing slash) as exFAT with the player's
@@ -131,8 +133,8 @@ private slots:
     /// One look for the player: shows the connection page, or stops the watch for good and starts the check.
     void check_connection();
 
-    // maintenance.cpp: the next six each run a whole maintenance procedure and return when it has ended. While one runs,
-    // another does not start.
+    // maintenance.cpp: the next six each run a whole maintenance procedure and return when it has ended. While one
+    // runs, another does not start.
     void updateCorvinWithLastRelease();
     void makeSecurityCopyOfSongs();
     void restoreSecurityCopyOfSongs();

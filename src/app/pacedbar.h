@@ -21,8 +21,8 @@ public:
     PacedBar(const PacedBar &) = delete;
     PacedBar &operator=(const PacedBar &) = delete;
 
-    /// Gives the bar a value; one beyond its ends is passed over. It is seen at once, or as soon as events are processed
-    /// after the 40 ms have passed.
+    /// Gives the bar a value; one beyond its ends is passed over. It is seen at once, or as soon as events are
+    /// processed after the 40 ms have passed.
     void setValue(int value);
     /// The value that was given last, whether the bar has it already or not.
     int value() const;

@@ -21,9 +21,9 @@ public:
     /// closing slash is forgiven). Empty when the label cannot be read or the path is not the root of a volume.
     QString volumeLabel(const QString &rootPath) const;
 
-    /// What tells the volume whose root is @p rootPath (as above) from others of its label and size, for good: the serial
-    /// number that it got when it was formatted, as the system writes it. Empty where that cannot be told, and for the
-    /// folders of CORVIN_VOLUMES.
+    /// What tells the volume whose root is @p rootPath (as above) from others of its label and size, for good: the
+    /// serial number that it got when it was formatted, as the system writes it. Empty where that cannot be told, and
+    /// for the folders of CORVIN_VOLUMES.
     QString volumeSerial(const QString &rootPath) const;
 
     /// For outsiders; the program itself goes by the label alone.

@@ -39,8 +39,8 @@ public:
     /// The folder of this run, absolute, with forward slashes; empty while nothing has been kept.
     QString folder() const { return m_folder; }
 
-    /// The folder of the latest run that has kept the entry @p relative of a player (in any case), in the form of folder();
-    /// empty when none has.
+    /// The folder of the latest run that has kept the entry @p relative of a player (in any case), in the form of
+    /// folder(); empty when none has.
     static QString newestHolding(const QString &relative);
 
     /// Deletes what earlier runs have kept for more than 30 days. Processes events.

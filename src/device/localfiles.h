@@ -24,7 +24,8 @@ public:
 
     /// The language that sizes and dates are written in from now on. A view must be told to paint again.
     void setLocale(const QLocale &locale) { m_locale = locale; }
-    /// As the base class; size and date as texts of the language, all of them beginning where their column's title does.
+    /// As the base class; size and date as texts of the language, all of them beginning where their column's title
+    /// does.
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
     /// @p bytes as "39 Bytes" or "1,2 MB" in the language of @p locale.

@@ -37,8 +37,8 @@ VolumeRoom volumeRoom(const QString &path);
 /// Whether anything bears the name @p path (absolute, forward slashes), a link that leads nowhere too.
 bool isNameTaken(const QString &path);
 
-/// Gives the file or folder @p from the name @p to in one step, a file in place of a file that bears it. Both are absolute paths on the
-/// same volume. False when the system refuses; both files are then as they were.
+/// Gives the file or folder @p from the name @p to in one step, a file in place of a file that bears it. Both are
+/// absolute paths on the same volume. False when the system refuses; both files are then as they were.
 bool moveOver(const QString &from, const QString &to);
 
 /// Makes the file that @p file names and opens it for unbuffered writing, with the permissions that the open file

@@ -33,8 +33,8 @@ bool walkTree(const Walk &walk, const std::function<bool(const QFileInfo &entry)
 /// ends when it says no, and what was found so far is returned, so that the caller asks again.
 QStringList listTree(const Walk &walk, const std::function<bool()> &goOn = nullptr);
 
-/// Whether the folder @p root and all that a walk with these filters enters can be listed to their ends: a walk takes one
-/// that cannot be for one that ends earlier. Processes events.
+/// Whether the folder @p root and all that a walk with these filters enters can be listed to their ends: a walk takes
+/// one that cannot be for one that ends earlier. Processes events.
 bool isTreeListable(const QString &root, QDir::Filters filters = kAllEntries);
 
 /// Deletes the folder @p path (absolute, forward slashes, a closing slash is forgiven) with everything in it, hidden

@@ -125,8 +125,8 @@ bool Ottimizza::moveRootFiles()
     return true;
 }
 
-/// Nothing after a stop. The list is whole before the first file moves: an iterator over a folder that changes may leave
-/// files out.
+/// Nothing after a stop. The list is whole before the first file moves: an iterator over a folder that changes may
+/// leave files out.
 std::optional<QStringList> Ottimizza::listRootFiles() const
 {
     QStringList paths;
@@ -244,8 +244,8 @@ void Ottimizza::findBigFolders(const QMap<QString, int> &folderFileCount)
             << "Scan All Corvin Dirs : Big Folder :" << bigFolders.size();
 }
 
-/// Lets all playlists that named the song @p song before the run name @p newPath instead of @p oldPath, or none when one
-/// of them cannot be written: the song then stays where they name it.
+/// Lets all playlists that named the song @p song before the run name @p newPath instead of @p oldPath, or none when
+/// one of them cannot be written: the song then stays where they name it.
 bool Ottimizza::rewritePlaylists(const QString &song, const QString &oldPath, const QString &newPath) const
 {
     QStringList rewritten;

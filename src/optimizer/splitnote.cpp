@@ -18,8 +18,8 @@ QString noteFolder()
     return dataFolder() + QLatin1String("/splitting");
 }
 
-/// A label is the same for every player, and a drive letter or mount point changes. Players of one model are of one size:
-/// the serial number, where the system tells it, keeps them apart.
+/// A label is the same for every player, and a drive letter or mount point changes. Players of one model are of one
+/// size: the serial number, where the system tells it, keeps them apart.
 QByteArray markOf(const Player &player)
 {
     return QByteArray::number(QStorageInfo(player.root()).bytesTotal()) + ' ' +

@@ -17,8 +17,8 @@ class DiskFormat : private Steps<DiskFormat>
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    /// @p drive is the root of the volume with its closing slash ("E:/"). @p isReady, when given, is asked once the user
-    /// has agreed and the player is found there: when it says no, nothing is erased and run() has failed.
+    /// @p drive is the root of the volume with its closing slash ("E:/"). @p isReady, when given, is asked once the
+    /// user has agreed and the player is found there: when it says no, nothing is erased and run() has failed.
     DiskFormat(JobView &view, const QString &drive, std::function<bool()> isReady = nullptr);
 
     /// Refused after a "No"; failed when the drive is no longer the player's, when the command could not be run to its

@@ -193,8 +193,8 @@ JobEnd Reinstall::format()
     return end;
 }
 
-/// The question about the drive may have stood open for long: a scanner may have taken a file of the new system, and the
-/// user the disk with the backup.
+/// The question about the drive may have stood open for long: a scanner may have taken a file of the new system, and
+/// the user the disk with the backup.
 std::optional<Notice> Reinstall::whatIsMissingToFormat()
 {
     if (!holdsWholeSystem(m_unpackedFolder))

@@ -13,8 +13,8 @@ public:
     /// @p unpackedFolder: absolute, without a closing slash.
     SystemTransfer(JobView &view, const Player &player, const QString &unpackedFolder);
 
-    /// Done once the batch file that hides the system has been run, and when the player has gone by then. Nothing is told,
-    /// save the copy's own boxes.
+    /// Done once the batch file that hides the system has been run, and when the player has gone by then. Nothing is
+    /// told, save the copy's own boxes.
     JobEnd run();
 
     /// After run(): whether every file lies on the player in its full size. Where a folder could not be made or a file

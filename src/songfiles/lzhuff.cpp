@@ -182,8 +182,8 @@ void LzHuff::decode(const QByteArray &input, int offset, int size, int lookAhead
 {
     Storage &storage = *m_storage;
     storage.symbols.start(symbolsFor(lookAhead));
-    // A match never reaches further back than the ring is long: with the ring's first content in front of it the text is
-    // its own ring.
+    // A match never reaches further back than the ring is long: with the ring's first content in front of it the text
+    // is its own ring.
     storage.text.resize(static_cast<std::size_t>(size) + kRingSize + kSpareBytes);
     std::fill_n(storage.text.begin(), lookAhead, quint8(0));
     std::fill_n(storage.text.begin() + lookAhead, kRingSize - lookAhead, kBlank);

@@ -10,9 +10,9 @@
 #include "support/intactplayer.h"
 #include "transfer/opentransfer.h"
 
-// The whole program, closed in the middle of its work, ends by itself and leaves whole disks behind. Each run is a child:
-// this program, started again with "--run", in which a timer plays the user, who does the job TEST_JOB with the folder
-// TEST_FOLDER of the PC and closes the window in the middle. Then the file TEST_CLOSED is written.
+// The whole program, closed in the middle of its work, ends by itself and leaves whole disks behind. Each run is a
+// child: this program, started again with "--run", in which a timer plays the user, who does the job TEST_JOB with the
+// folder TEST_FOLDER of the PC and closes the window in the middle. Then the file TEST_CLOSED is written.
 
 constexpr int kManySongs = 4000;
 constexpr int kSongsBeforeTheClose = 50;

@@ -2,8 +2,8 @@
 
 #include "disk/datafolder.h"
 
-/// Whatever a disk holds, whatever the user chooses, and whenever the run is stopped: no content is lost, playlists name
-/// what they named, and a run after it leaves nothing to do for another one.
+/// Whatever a disk holds, whatever the user chooses, and whenever the run is stopped: no content is lost, playlists
+/// name what they named, and a run after it leaves nothing to do for another one.
 class TestRandomDisks : public QObject
 {
     Q_OBJECT

@@ -29,8 +29,8 @@ private:
     void (*m_handler)(int);
 };
 
-/// No thread can be started while this lives, for want of room for its stack; small things still get their memory. Where
-/// a thread has ended, its stack serves the next.
+/// No thread can be started while this lives, for want of room for its stack; small things still get their memory.
+/// Where a thread has ended, its stack serves the next.
 class NoThreads
 {
 public:

@@ -31,5 +31,6 @@ public:
 };
 
 /// Whether a file with a song's suffix cannot be a song: too short, of no known format, or with sizes that contradict
-/// the bytes there are. False says nothing; only bytes at the start are judged. @p head needs the first 1,000,000 bytes.
+/// the bytes there are. False says nothing; only bytes at the start are judged. @p head needs the first 1,000,000
+/// bytes.
 bool looksLikeABrokenSong(const QString &name, const QByteArray &head);

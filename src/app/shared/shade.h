@@ -6,8 +6,8 @@
 #include <vector>
 
 /// Darkens the program's open windows for as long as it lives. What lies behind a box steps back that way, and the box
-/// stands out from pages of its own colours. Neither mouse nor keys are held back. Several may live at once: a window that
-/// is dark gets no darker.
+/// stands out from pages of its own colours. Neither mouse nor keys are held back. Several may live at once: a window
+/// that is dark gets no darker.
 class Shade
 {
 public:

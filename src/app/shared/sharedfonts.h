@@ -27,5 +27,6 @@ void registerEmbeddedFonts();
 const SharedFonts &sharedFonts();
 
 /// Gives @p widget (a label, button or check box) one of the shared title fonts, and with it the height that accented
-/// capitals need: the title font states an ascent that ends below their accents, which a widget of that height cuts off.
+/// capitals need: the title font states an ascent that ends below their accents, which a widget of that height cuts
+/// off.
 void setTitleFont(QWidget *widget, const QFont &font);
