@@ -114,8 +114,9 @@ private slots:
             QCOMPARE(bar.value(), 1000);
             const int atOnce = counter.paints;
             QTRY_VERIFY(counter.paints > atOnce);
-            paced.setValue(1);
-            paced.setValue(2);
+            // Of two values that come at once the second is held back; a busy machine may part them.
+            for (int value = 1; value < 500 && bar.updatesEnabled(); ++value)
+                paced.setValue(value);
             QVERIFY(!bar.updatesEnabled());
         }
         QVERIFY(bar.updatesEnabled());
